@@ -1,0 +1,610 @@
+// The host's object model as the add-in sees it: small values that may be null, under the host's published names.
+//
+// Every call may fail and says so by its value: a reader gives Maybe<T>, a navigator a handle that may be null, a put or
+// an action bool. Nothing throws, a call on a null handle fails, and a refused call leaves the host as it was. A handle
+// keeps nothing alive: one to a deleted object is as good as null. Positions are inches, y upward, measured from the
+// lower left corner of the page or group; angles are degrees only where a units code says so.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/maybe.h"
+#include "model/backend.h"
+
+namespace quorvel {
+
+class Application;
+class Cell;
+class Characters;
+class CommandBar;
+class CommandBarControl;
+class CommandBarControls;
+class CommandBars;
+class Document;
+class Documents;
+class Hyperlink;
+class Hyperlinks;
+class Layer;
+class Layers;
+class Master;
+class Masters;
+class Page;
+class Pages;
+class Row;
+class Section;
+class Selection;
+class Shape;
+class Shapes;
+class Window;
+
+/// Published numbers that the logic passes.
+namespace visio {
+inline constexpr int sectionFirstComponent = 10;  ///< the first Geometry section; the n-th is 10 + n - 1
+inline constexpr int sectionAction = 240;
+inline constexpr int sectionUser = 242;
+inline constexpr int sectionProp = 243;
+inline constexpr int sectionHyperlink = 244;
+inline constexpr int rowLast = -2;
+inline constexpr int tagComponent = 137, tagMoveTo = 138, tagLineTo = 139, tagArcTo = 140, tagEllipticalArcTo = 144;
+inline constexpr int columnPropFormat = 3, columnPropInvisible = 6, columnHyperlinkInvisible = 8, columnLayerVisible = 4;
+inline constexpr int unitsNone = 0, unitsInches = 65, unitsPoints = 50;
+inline constexpr int selectModeSkipSuper = 256;
+inline constexpr int windowDrawing = 1, windowPage = 128;
+inline constexpr int protectShapes = 2;
+inline constexpr int deselect = 1, select = 2;
+}  // namespace visio
+
+/// What all handles share: the backend, the object, and forwarding.
+class Handle {
+ public:
+  Handle() = default;
+  Handle(Backend* backend, ObjectRef object) : backend_(object ? backend : nullptr), object_(object) {}
+
+  /// False for null. True does not promise that the object still lives; a call will say.
+  explicit operator bool() const { return backend_ != nullptr; }
+  friend bool operator==(const Handle& a, const Handle& b) {
+    return a.backend_ == b.backend_ && (!a.backend_ || a.object_ == b.object_);
+  }
+  const ObjectRef& ref() const { return object_; }
+  Backend* backend() const { return backend_; }
+
+ protected:
+  Maybe<std::string> text(Member member, std::initializer_list<Argument> arguments = {}) const;
+  Maybe<double> number(Member member, std::initializer_list<Argument> arguments = {}) const;
+  Maybe<int> integer(Member member, std::initializer_list<Argument> arguments = {}) const;
+  Maybe<bool> truth(Member member, std::initializer_list<Argument> arguments = {}) const;
+  template <class T>
+  T object(Member member, std::initializer_list<Argument> arguments = {}) const {
+    return T(backend_, reference(member, arguments, false));
+  }
+  template <class T>
+  T result(Member member, std::initializer_list<Argument> arguments = {}) const {
+    return T(backend_, reference(member, arguments, true));
+  }
+  bool put(Member member, const Argument& value, std::initializer_list<Argument> indices = {}) const;
+  bool putText(Member member, const Maybe<std::string>& value, std::initializer_list<Argument> indices = {}) const;
+  template <class T>
+  bool putValue(Member member, const Maybe<T>& value, std::initializer_list<Argument> indices = {}) const {
+    return value && put(member, Argument(*value), indices);
+  }
+  bool call(Member member, std::initializer_list<Argument> arguments = {}) const;
+
+ private:
+  ObjectRef reference(Member member, std::initializer_list<Argument> arguments, bool isCall) const;
+
+  Backend* backend_ = nullptr;
+  ObjectRef object_;
+};
+
+
+class Application : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Application;
+
+  /// Null when no document is open.
+  Document ActiveDocument() const;
+  /// The page shown in the active window; null without one.
+  Page ActivePage() const;
+  Window ActiveWindow() const;
+  class Documents Documents() const;
+  /// Such as "12.0".
+  Maybe<std::string> Version() const { return text(Member::Application_Version); }
+  /// 0 for a host without windows.
+  Maybe<int> WindowHandle32() const { return integer(Member::Application_WindowHandle32); }
+  class CommandBars CommandBars() const;
+  /// Opens a scope that undoes as one; gives its number. Scopes nest, and the outermost one is the step.
+  Maybe<int> BeginUndoScope(const Maybe<std::string>& name) const;
+  /// Closes the scope; `commit` false rolls back all that was done in it. Fails for a number that is not the innermost.
+  bool EndUndoScope(int scope, bool commit) const;
+  /// Fail when there is nothing to undo or redo, and inside a scope.
+  bool Undo() const { return call(Member::Application_Undo); }
+  bool Redo() const { return call(Member::Application_Redo); }
+  /// Runs a host command by number (its scope events are raised around it). Fails for a number the host lacks.
+  bool DoCmd(int command) const { return call(Member::Application_DoCmd, {std::int64_t(command)}); }
+  bool QueueMarkerEvent(const Maybe<std::string>& context) const;
+};
+
+class Documents : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Documents;
+
+  /// 1-based, in order of opening. Fails outside 1 to Count.
+  Document Item(int index) const;
+  Maybe<int> Count() const { return integer(Member::Documents_Count); }
+  /// A new drawing based on the template file; an empty name gives an empty drawing. Fails when the file can't be read.
+  Document Add(const Maybe<std::string>& templateFile) const;
+  /// Gives the document at hand when the file is open already. Fails when the file can't be read.
+  Document Open(const Maybe<std::string>& fileName) const;
+  /// `flags`: 1 copy, 2 read-only, 8 not listed, 16 minimized, 64 hidden, 128 macros disabled.
+  Document OpenEx(const Maybe<std::string>& fileName, int flags) const;
+  std::vector<Document> all() const;
+};
+
+class Document : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Document;
+
+  class Pages Pages() const;
+  class Masters Masters() const;
+  /// File name with extension; for a new document the host's default name.
+  Maybe<std::string> Name() const { return text(Member::Document_Name); }
+  /// Folder with a trailing separator; empty for a document never saved.
+  Maybe<std::string> Path() const { return text(Member::Document_Path); }
+  /// File name of the template that the document was based on; empty for a stencil or without one.
+  Maybe<std::string> Template() const { return text(Member::Document_Template); }
+  Shape DocumentSheet() const;
+  Maybe<bool> Saved() const { return truth(Member::Document_Saved); }
+  bool SetSaved(Maybe<bool> saved) const { return putValue(Member::Document_Saved, saved); }
+  Maybe<int> Protection() const { return integer(Member::Document_Protection); }
+  /// Fails when a password is set already and differs.
+  bool SetProtection(const Maybe<std::string>& password, Maybe<int> bits) const;
+  /// Fails for a document that was never saved, and when the file can't be written.
+  bool Save() const { return call(Member::Document_Save); }
+  bool SaveAs(const Maybe<std::string>& fileName) const;
+  bool Close() const { return call(Member::Document_Close); }
+};
+
+class Pages : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Pages;
+
+  /// 1-based; background pages stand among the others.
+  Page Item(int index) const;
+  Page Item(std::string_view name) const;
+  Maybe<int> Count() const { return integer(Member::Pages_Count); }
+  Page Add() const;
+  std::vector<Page> all() const;
+};
+
+class Page : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Page;
+
+  Maybe<std::string> Name() const { return text(Member::Page_Name); }
+  /// Fails for an empty name and for one that another page of the document bears.
+  bool SetName(const Maybe<std::string>& name) const { return putText(Member::Page_Name, name); }
+  Maybe<bool> Background() const { return truth(Member::Page_Background); }
+  bool SetBackground(Maybe<bool> background) const { return putValue(Member::Page_Background, background); }
+  /// Null when the page has no background.
+  Page BackPage() const;
+  bool SetBackPage(const Page& page) const;
+  class Document Document() const;
+  class Shapes Shapes() const;
+  Shape PageSheet() const;
+  class Layers Layers() const;
+  Shape DrawRectangle(double x1, double y1, double x2, double y2) const;
+  Shape DrawLine(double x1, double y1, double x2, double y2) const;
+  /// Imports a picture (PNG, JPEG, GIF, BMP), its pin in the middle of the page. Fails when the file can't be read.
+  Shape Import(const Maybe<std::string>& fileName) const;
+  /// Places an instance of the master with its pin at x, y, inside one undo step with all that handlers do. The handle is
+  /// null when a handler removed the shape.
+  Shape Drop(const Master& master, double x, double y) const;
+  bool Paste() const { return call(Member::Page_Paste); }
+  bool Delete() const { return call(Member::Page_Delete); }
+};
+
+class Masters : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Masters;
+
+  Master Item(int index) const;
+  Master Item(std::string_view name) const;
+  Maybe<int> Count() const { return integer(Member::Masters_Count); }
+  std::vector<Master> all() const;
+};
+
+class Master : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Master;
+
+  Maybe<std::string> Name() const { return text(Member::Master_Name); }
+};
+
+class Shapes : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Shapes;
+
+  /// 1-based in stacking order, the lowest first. Fails outside 1 to Count.
+  Shape Item(int index) const;
+  /// The first shape of that name in stacking order.
+  Shape Item(std::string_view name) const;
+  /// A shape of the page or of its groups by its ID.
+  Shape ItemFromID(int id) const;
+  Maybe<int> Count() const { return integer(Member::Shapes_Count); }
+  std::vector<Shape> all() const;
+};
+
+class Shape : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Shape;
+
+  /// Unique on the page. A document's or page's sheet answers 0.
+  Maybe<int> ID() const { return integer(Member::Shape_ID); }
+  /// "Sheet." and the ID.
+  Maybe<std::string> NameID() const { return text(Member::Shape_NameID); }
+  Maybe<std::string> Name() const { return text(Member::Shape_Name); }
+  /// Any text but the empty one; two shapes may bear one name.
+  bool SetName(const Maybe<std::string>& name) const { return putText(Member::Shape_Name, name); }
+  /// With fields expanded.
+  Maybe<std::string> Text() const { return text(Member::Shape_Text); }
+  bool SetText(const Maybe<std::string>& value) const { return putText(Member::Shape_Text, value); }
+  Maybe<std::string> Data1() const { return text(Member::Shape_Data1); }
+  Maybe<std::string> Data2() const { return text(Member::Shape_Data2); }
+  Maybe<std::string> Data3() const { return text(Member::Shape_Data3); }
+  bool SetData1(const Maybe<std::string>& value) const { return putText(Member::Shape_Data1, value); }
+  bool SetData2(const Maybe<std::string>& value) const { return putText(Member::Shape_Data2, value); }
+  bool SetData3(const Maybe<std::string>& value) const { return putText(Member::Shape_Data3, value); }
+  /// Null for a drawn shape. A member that came with its group's master answers that master.
+  class Master Master() const;
+  /// The containing group; null when the shape stands on the page itself.
+  Shape Parent() const;
+  Page ContainingPage() const;
+  /// The group, or the page's sheet for a shape that stands on the page itself.
+  Shape ContainingShape() const;
+  class Document Document() const;
+  class Shapes Shapes() const;
+  Maybe<bool> OneD() const { return truth(Member::Shape_OneD); }
+
+  /// By universal name, in any letter case: "Prop.Task_ID", "User.x.Prompt", "Actions.Menu[1]", "Geometry1.X2", "PinX".
+  /// Fails for a cell that does not exist, here or in the master.
+  Cell Cells(std::string_view name) const;
+  Cell CellsU(std::string_view name) const;
+  /// By section number, 0-based row and column number.
+  Cell CellsSRC(int section, int row, int column) const;
+  /// `localOnly` not 0: rows inherited from the master do not count. A missing cell is false, not a failure.
+  Maybe<bool> CellExists(std::string_view name, int localOnly) const;
+  /// The new row's number. Fails when the sheet has a local row of the name.
+  Maybe<int> AddNamedRow(int section, std::string_view name, int tag) const;
+  /// `row` is the 0-based place, or visio::rowLast to append; gives the row's number.
+  Maybe<int> AddRow(int section, int row, int tag) const;
+  Maybe<int> AddSection(int section) const;
+  bool DeleteRow(int section, int row) const;
+  bool DeleteSection(int section) const;
+  Maybe<int> RowCount(int section) const { return integer(Member::Shape_RowCount, {std::int64_t(section)}); }
+  Maybe<int> RowType(int section, int row) const;
+  bool SetRowType(int section, int row, Maybe<int> tag) const;
+  class Section Section(int number) const;
+  class Hyperlinks Hyperlinks() const;
+  Hyperlink AddHyperlink() const;
+  class Characters Characters() const;
+  /// Applies a named style of the document. Fails for a name that it lacks.
+  bool SetStyle(const Maybe<std::string>& name) const { return putText(Member::Shape_Style, name); }
+  Maybe<int> LayerCount() const { return integer(Member::Shape_LayerCount); }
+  /// 1-based among the layers that the shape belongs to.
+  class Layer Layer(int index) const;
+  Shape DrawLine(double x1, double y1, double x2, double y2) const;
+  Shape DrawRectangle(double x1, double y1, double x2, double y2) const;
+  Shape Import(const Maybe<std::string>& fileName) const;
+  Shape Duplicate() const;
+  /// Fails while LockDelete is 1.
+  bool Delete() const { return call(Member::Shape_Delete); }
+  bool BringForward() const { return call(Member::Shape_BringForward); }
+  bool BringToFront() const { return call(Member::Shape_BringToFront); }
+  bool FlipHorizontal() const { return call(Member::Shape_FlipHorizontal); }
+  bool ReverseEnds() const { return call(Member::Shape_ReverseEnds); }
+  bool UpdateAlignmentBox() const { return call(Member::Shape_UpdateAlignmentBox); }
+  /// A user's text edit: raises BeforeShapeTextEdit; fails while LockTextEdit is 1.
+  bool BeginTextEdit() const { return call(Member::Shape_BeginTextEdit); }
+  /// Ends it with the text typed: raises TextChanged when it differs, then ShapeExitedTextEdit.
+  bool EndTextEdit(const Maybe<std::string>& typed) const;
+};
+
+class Section : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Section;
+
+  /// 0-based. Fails outside 0 to Count - 1.
+  class Row Row(int index) const;
+  Maybe<int> Count() const { return integer(Member::Section_Count); }
+};
+
+class Row : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Row;
+
+  Maybe<std::string> Name() const { return text(Member::Row_Name); }
+  /// Fails for a name that another row of the section bears and for one that is no cell name.
+  bool SetName(const Maybe<std::string>& name) const { return putText(Member::Row_Name, name); }
+  /// By column number; fails for a column that the section lacks.
+  class Cell Cell(int column) const;
+};
+
+class Cell : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Cell;
+
+  /// The formula as written, without a leading "=".
+  Maybe<std::string> Formula() const { return text(Member::Cell_Formula); }
+  Maybe<std::string> FormulaU() const { return text(Member::Cell_FormulaU); }
+  /// Fails on a guarded cell and for text that is no formula. "No Formula" clears the cell.
+  bool SetFormula(const Maybe<std::string>& formula) const { return putText(Member::Cell_Formula, formula); }
+  bool SetFormulaU(const Maybe<std::string>& formula) const { return putText(Member::Cell_FormulaU, formula); }
+  /// The same, also on a guarded cell.
+  bool FormulaForce(const Maybe<std::string>& formula) const { return putText(Member::Cell_FormulaForce, formula); }
+  bool FormulaForceU(const Maybe<std::string>& formula) const { return putText(Member::Cell_FormulaForceU, formula); }
+  /// In the published units code: 0 as it stands (internal units), 65 inches, 50 points. Fails for text that reads as no
+  /// quantity.
+  Maybe<double> Result(int units) const { return number(Member::Cell_Result, {std::int64_t(units)}); }
+  bool SetResult(int units, Maybe<double> value) const;
+  bool ResultForce(int units, Maybe<double> value) const;
+  /// Inches, radians, days.
+  Maybe<double> ResultIU() const { return number(Member::Cell_ResultIU); }
+  bool SetResultIU(Maybe<double> value) const { return putValue(Member::Cell_ResultIU, value); }
+  /// Rounded when `round` is not 0, else cut.
+  Maybe<int> ResultInt(int units, int round) const;
+  /// A duration reads as number, blank, two letters, point: "5 em.".
+  Maybe<std::string> ResultStr(int units) const { return text(Member::Cell_ResultStr, {std::int64_t(units)}); }
+  /// The universal name in its short form: "Prop.Task_ID" for the row's own cell.
+  Maybe<std::string> Name() const { return text(Member::Cell_Name); }
+  class Shape Shape() const;
+  Maybe<int> Section() const { return integer(Member::Cell_Section); }
+  Maybe<int> Row() const { return integer(Member::Cell_Row); }
+  Maybe<int> Column() const { return integer(Member::Cell_Column); }
+  /// Glues an end of a 1-D shape (this cell is BeginX or EndX) to a connection point or to a whole shape (PinX).
+  bool GlueTo(const Cell& target) const;
+};
+
+class Characters : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Characters;
+
+  /// Inserts a field at the start of the text, so that it becomes row 1 of the Fields section.
+  bool AddCustomField(const Maybe<std::string>& formula, int format) const;
+  Maybe<std::string> Text() const { return text(Member::Characters_Text); }
+};
+
+class Selection : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Selection;
+
+  /// 1-based, in order of selecting.
+  Shape Item(int index) const;
+  Maybe<int> Count() const { return integer(Member::Selection_Count); }
+  Maybe<int> IterationMode() const { return integer(Member::Selection_IterationMode); }
+  bool SetIterationMode(Maybe<int> mode) const;
+  bool Delete() const { return call(Member::Selection_Delete); }
+  bool Copy() const { return call(Member::Selection_Copy); }
+  std::vector<Shape> all() const;
+};
+
+class Window : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Window;
+
+  Maybe<int> Type() const { return integer(Member::Window_Type); }
+  Maybe<int> SubType() const { return integer(Member::Window_SubType); }
+  Maybe<std::string> Caption() const { return text(Member::Window_Caption); }
+  class Page Page() const;
+  /// Shows the page, and makes nothing selected.
+  bool SetPage(const class Page& page) const;
+  class Selection Selection() const;
+  /// `action`: visio::deselect or visio::select.
+  bool Select(const Shape& shape, int action) const;
+  bool DeselectAll() const { return call(Member::Window_DeselectAll); }
+  bool Activate() const { return call(Member::Window_Activate); }
+};
+
+class Layers : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Layers;
+
+  /// Fails for a name that the page lacks.
+  Layer Item(std::string_view name) const;
+  /// 1-based.
+  Layer Item(int index) const;
+  Maybe<int> Count() const { return integer(Member::Layers_Count); }
+  /// The layer at hand when the name exists.
+  Layer Add(std::string_view name) const;
+};
+
+class Layer : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Layer;
+
+  Maybe<std::string> Name() const { return text(Member::Layer_Name); }
+  bool Add(const Shape& shape, int keepMembers) const;
+  bool Remove(const Shape& shape, int keepMembers) const;
+  Cell CellsC(int column) const;
+};
+
+class Hyperlinks : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Hyperlinks;
+
+  /// 0-based, unlike the other collections.
+  Hyperlink Item(int index) const;
+  Maybe<int> Count() const { return integer(Member::Hyperlinks_Count); }
+  Hyperlink Add() const;
+  std::vector<Hyperlink> all() const;
+};
+
+class Hyperlink : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Hyperlink;
+
+  Maybe<std::string> Description() const { return text(Member::Hyperlink_Description); }
+  Maybe<std::string> Address() const { return text(Member::Hyperlink_Address); }
+  /// Page name, "/", shape name.
+  Maybe<std::string> SubAddress() const { return text(Member::Hyperlink_SubAddress); }
+  Maybe<bool> NewWindow() const { return truth(Member::Hyperlink_NewWindow); }
+  /// The zoom.
+  Maybe<std::string> ExtraInfo() const { return text(Member::Hyperlink_ExtraInfo); }
+  Maybe<std::string> Frame() const { return text(Member::Hyperlink_Frame); }
+  Maybe<bool> IsDefaultLink() const { return truth(Member::Hyperlink_IsDefaultLink); }
+  bool SetDescription(const Maybe<std::string>& v) const { return putText(Member::Hyperlink_Description, v); }
+  bool SetAddress(const Maybe<std::string>& v) const { return putText(Member::Hyperlink_Address, v); }
+  bool SetSubAddress(const Maybe<std::string>& v) const { return putText(Member::Hyperlink_SubAddress, v); }
+  bool SetNewWindow(Maybe<bool> v) const { return putValue(Member::Hyperlink_NewWindow, v); }
+  bool SetExtraInfo(const Maybe<std::string>& v) const { return putText(Member::Hyperlink_ExtraInfo, v); }
+  bool SetFrame(const Maybe<std::string>& v) const { return putText(Member::Hyperlink_Frame, v); }
+  bool SetIsDefaultLink(Maybe<bool> v) const { return putValue(Member::Hyperlink_IsDefaultLink, v); }
+  bool Delete() const { return call(Member::Hyperlink_Delete); }
+};
+
+class CommandBars : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::CommandBars;
+
+  /// `position`: 0 left, 1 top, 2 right, 3 bottom, 4 floating.
+  CommandBar Add(const Maybe<std::string>& name, int position, bool menuBar, bool temporary) const;
+  /// A menu of the host by number; fails for one that this release lacks.
+  CommandBarControl FindControl(int id) const;
+};
+
+class CommandBar : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::CommandBar;
+
+  Maybe<std::string> Context() const { return text(Member::CommandBar_Context); }
+  bool SetContext(const Maybe<std::string>& context) const { return putText(Member::CommandBar_Context, context); }
+  CommandBarControls Controls() const;
+  Maybe<std::string> Name() const { return text(Member::CommandBar_Name); }
+  bool Delete() const { return call(Member::CommandBar_Delete); }
+  Maybe<bool> Enabled() const { return truth(Member::CommandBar_Enabled); }
+  Maybe<int> Index() const { return integer(Member::CommandBar_Index); }
+  /// Places and sizes are screen pixels; positions as for CommandBars::Add.
+  Maybe<int> Height() const { return integer(Member::CommandBar_Height); }
+  Maybe<int> Left() const { return integer(Member::CommandBar_Left); }
+  Maybe<int> Position() const { return integer(Member::CommandBar_Position); }
+  Maybe<int> RowIndex() const { return integer(Member::CommandBar_RowIndex); }
+  Maybe<int> Top() const { return integer(Member::CommandBar_Top); }
+  Maybe<int> Width() const { return integer(Member::CommandBar_Width); }
+  Maybe<int> Protection() const { return integer(Member::CommandBar_Protection); }
+  Maybe<bool> Visible() const { return truth(Member::CommandBar_Visible); }
+  bool SetHeight(Maybe<int> v) const;
+  bool SetLeft(Maybe<int> v) const;
+  bool SetPosition(Maybe<int> v) const;
+  bool SetRowIndex(Maybe<int> v) const;
+  bool SetTop(Maybe<int> v) const;
+  bool SetWidth(Maybe<int> v) const;
+  bool SetProtection(Maybe<int> v) const;
+  bool SetVisible(Maybe<bool> v) const { return putValue(Member::CommandBar_Visible, v); }
+};
+
+class CommandBarControls : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::CommandBarControls;
+
+  /// `type` 1 is a button, 10 a menu. `before` is the 1-based place of the control to stand before, 0 for the end.
+  CommandBarControl Add(int type, int before = 0) const;
+  Maybe<int> Count() const { return integer(Member::CommandBarControls_Count); }
+  /// 1-based.
+  CommandBarControl Item(int index) const;
+  std::vector<CommandBarControl> all() const;
+};
+
+/// A button or a menu; what only buttons have is refused by a menu.
+class CommandBarControl : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::CommandBarControl;
+
+  Maybe<bool> BeginGroup() const { return truth(Member::CommandBarControl_BeginGroup); }
+  bool SetBeginGroup(Maybe<bool> v) const { return putValue(Member::CommandBarControl_BeginGroup, v); }
+  Maybe<std::string> Caption() const { return text(Member::CommandBarControl_Caption); }
+  bool SetCaption(const Maybe<std::string>& v) const { return putText(Member::CommandBarControl_Caption, v); }
+  /// The items of a menu; fails for a button.
+  CommandBarControls Controls() const;
+  bool Delete() const { return call(Member::CommandBarControl_Delete); }
+  /// What a click does: raises Click on the listener, or runs OnAction.
+  bool Execute() const { return call(Member::CommandBarControl_Execute); }
+  Maybe<int> Id() const { return integer(Member::CommandBarControl_Id); }
+  Maybe<std::string> OnAction() const { return text(Member::CommandBarControl_OnAction); }
+  bool SetOnAction(const Maybe<std::string>& v) const { return putText(Member::CommandBarControl_OnAction, v); }
+  Maybe<std::string> Parameter() const { return text(Member::CommandBarControl_Parameter); }
+  bool SetParameter(const Maybe<std::string>& v) const { return putText(Member::CommandBarControl_Parameter, v); }
+  bool Reset() const { return call(Member::CommandBarControl_Reset); }
+  Maybe<std::string> Tag() const { return text(Member::CommandBarControl_Tag); }
+  bool SetTag(const Maybe<std::string>& v) const { return putText(Member::CommandBarControl_Tag, v); }
+  Maybe<std::string> TooltipText() const { return text(Member::CommandBarControl_TooltipText); }
+  bool SetTooltipText(const Maybe<std::string>& v) const { return putText(Member::CommandBarControl_TooltipText, v); }
+  /// Takes the face and mask that Platform::placeFace put on the clipboard; fails when there is none.
+  bool PasteFace() const { return call(Member::CommandBarControl_PasteFace); }
+  /// -1 down, 0 up.
+  Maybe<int> State() const { return integer(Member::CommandBarControl_State); }
+  bool SetState(Maybe<int> v) const;
+};
+using CommandBarButton = CommandBarControl;
+
+/// What the host tells its listener, each inside the call that caused it. A handler may call the host, delete the object
+/// at hand or open a dialog.
+class ApplicationEvents {
+ public:
+  virtual ~ApplicationEvents() = default;
+
+  virtual void DocumentCreated(Document) {}
+  virtual void DocumentOpened(Document) {}
+  virtual void BeforeDocumentSave(Document) {}
+  virtual void BeforeDocumentSaveAs(Document) {}
+  virtual void DocumentSaved(Document) {}
+  virtual void DocumentSavedAs(Document) {}
+  virtual void BeforeDocumentClose(Document) {}
+  virtual void PageAdded(Page) {}
+  virtual void PageChanged(Page) {}
+  virtual void ShapeAdded(Shape) {}
+  virtual void BeforeShapeDelete(Shape) {}
+  virtual void BeforeShapeTextEdit(Shape) {}
+  virtual void ShapeExitedTextEdit(Shape) {}
+  virtual void TextChanged(Shape) {}
+  virtual void CellChanged(Cell) {}
+  virtual void FormulaChanged(Cell) {}
+  virtual void SelectionChanged(Window) {}
+  virtual void WindowActivated(Window) {}
+  virtual void AppActivated(Application) {}
+  virtual void BeforeModal(Application) {}
+  virtual void AfterModal(Application) {}
+  virtual void EnterScope(int /*scope*/, std::string_view /*description*/) {}
+  virtual void ExitScope(int /*scope*/, std::string_view /*description*/) {}
+  virtual void MarkerEvent(int /*sequence*/, std::string_view /*context*/) {}
+  virtual void MouseDown(int /*button*/, int /*shift*/, double /*x*/, double /*y*/) {}
+  virtual void MouseMove(int /*button*/, int /*shift*/, double /*x*/, double /*y*/) {}
+  /// A toolbar button was clicked.
+  virtual void Click(CommandBarButton) {}
+};
+
+}  // namespace quorvel

@@ -1,0 +1,82 @@
+// What the add-in asks of the machine and of the person before it. Handed over when it connects; the desktop serves it
+// with real windows, scripts and tests with answers.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/maybe.h"
+
+namespace quorvel {
+
+class Form;
+
+enum class MessageButtons { Ok, YesNo, YesNoCancel, OkCancel };
+enum class MessageIcon { None, Stop, Question, Information };
+enum class MessageAnswer { Ok, Yes, No, Cancel };
+
+struct MessageBox {
+  std::string text;
+  std::string title = "Quorvel";
+  MessageButtons buttons = MessageButtons::Ok;
+  MessageIcon icon = MessageIcon::None;
+};
+
+struct FileDialog {
+  std::string title;
+  /// Pairs as "drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|…".
+  std::string filter;
+  std::string startFolder;
+};
+
+/// Every call may fail and says so by its value; nothing throws.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  // Profile files. `file` is a bare name, looked up in the user's configuration folder; sections and keys match in any
+  // letter case. The read gives `fallback` when file, section or key is missing, cut at `bufferSize` - 1 characters.
+  virtual std::string readProfile(std::string_view file, std::string_view section, std::string_view key,
+                                  std::string_view fallback, int bufferSize) = 0;
+  virtual bool writeProfile(std::string_view file, std::string_view section, std::string_view key,
+                            std::string_view value) = 0;
+
+  /// The add-in's own idea of a current folder. The folder of the process is never changed: it belongs to the command
+  /// line or script that we run in, whose relative paths must keep their meaning.
+  virtual std::string currentFolder() = 0;
+  virtual bool setCurrentFolder(std::string_view folder) = 0;
+  /// The folder of the add-in's own file: Icons, Images, Reports and Help are looked up below it.
+  virtual std::string addinFolder() = 0;
+
+  /// Opens a file or address with the program that the system has for it.
+  virtual bool shellOpen(std::string_view target) = 0;
+  virtual void beep() = 0;
+  /// Puts a button face and its mask on the clipboard for PasteFace; pixels of `transparentColour` (0xBBGGRR) show
+  /// nothing.
+  virtual bool placeFace(std::string_view pictureFile, unsigned transparentColour) = 0;
+  virtual bool clearClipboard() = 0;
+
+  virtual MessageAnswer showMessage(const MessageBox& box) = 0;
+  /// Nothing when cancelled.
+  virtual Maybe<std::string> chooseFile(const FileDialog& dialog) = 0;
+  /// Opens the form and returns when it was hidden or closed.
+  virtual void showModal(Form& form) = 0;
+
+  virtual bool fileExists(std::string_view path) = 0;
+  virtual bool folderExists(std::string_view path) = 0;
+  /// Names of the files of a folder, sorted, without the folder.
+  virtual Maybe<std::vector<std::string>> filesIn(std::string_view folder) = 0;
+  virtual Maybe<std::string> readTextFile(std::string_view path) = 0;
+  /// Fails for a file that is no well-formed XML; gives its text in UTF-8.
+  virtual Maybe<std::string> readXmlFile(std::string_view path) = 0;
+  /// `target` as seen from the folder `from`; fails when there is no way from one to the other.
+  virtual Maybe<std::string> relativePath(std::string_view from, std::string_view target) = 0;
+
+  /// Bookmark names of a word-processor file.
+  virtual Maybe<std::vector<std::string>> bookmarksOf(std::string_view path) = 0;
+  /// Shows a browser at `address` and gives the address at which the user left it.
+  virtual Maybe<std::string> browse(std::string_view address) = 0;
+};
+
+}  // namespace quorvel
