@@ -1,0 +1,146 @@
+// A parsed formula: immutable, shared by all cells with the same text, kept as written.
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/maybe.h"
+#include "host/cells/cell_key.h"
+#include "host/formula/value.h"
+
+namespace quorvel::host {
+
+/// On which sheet a reference stands.
+enum class ReferenceScope : std::uint8_t {
+  ThisSheet,
+  Shape,       ///< Sheet.5!
+  NamedShape,  ///< Name! or Name.5!
+  ThePage,
+  TheDocument,
+  Page,        ///< Pages[Page-1]! with or without a shape behind it
+  Style,       ///< Styles!Name!
+  Master,      ///< Masters[Name]!
+};
+
+struct Reference {
+  ReferenceScope scope = ReferenceScope::ThisSheet;
+  int shapeId = 0;       ///< for Shape, and for Page with a shape behind it (0: the page's sheet)
+  std::string name;      ///< shape, page, style or master name
+  CellKey cell;          ///< null when the cell name could not be read: a reference to nothing
+  std::string cellText;  ///< the cell name as written
+  /// Read but not watched: what SETATREF and its like write to, and where a dependency would be a circle by design.
+  bool watched = true;
+  /// Where the shape's number stands in the source, for rewriting "Sheet.5!" in a copy; length 0 when there is none.
+  std::uint32_t idPosition = 0, idLength = 0;
+};
+
+/// How far two points of coordinate systems are apart, and the like, is asked of the context by number.
+enum class Transform : std::uint8_t { LocalToPage, PageToLocal };
+
+struct TextMetricsRequest {
+  bool height = false;   ///< TEXTHEIGHT, else TEXTWIDTH
+  double maxWidth = -1;  ///< inches; negative: no wrapping
+};
+
+/// What a formula may ask of the world while it is evaluated. Implemented over the sheets by host/recalc; tests bring their own.
+class EvaluationContext {
+ public:
+  virtual ~EvaluationContext() = default;
+
+  /// The current value of the referenced cell; #REF! when there is none.
+  virtual Value valueOf(const Reference& reference) = 0;
+  /// TEXTWIDTH and TEXTHEIGHT of this shape's text, inches.
+  virtual double measureText(const TextMetricsRequest& request) = 0;
+  /// SHAPETEXT of the referenced shape (the reference names its TheText cell).
+  virtual std::string shapeText(const Reference& reference) = 0;
+  /// Point from the coordinates of one shape to another's: `from`/`to` null is this shape; scope ThePage is the page.
+  virtual Maybe<Value> convertPoint(const Value& point, const Reference* from, const Reference* to) = 0;
+  /// This shape's local coordinates to its parent's (PAR), and the parent's of the other shape likewise.
+  virtual Maybe<Value> toParent(const Value& point, const Reference* shape) = 0;
+  /// "PAGENAME", "PAGENUMBER", "PAGECOUNT", "NAME", "ID", "DOCLASTSAVE", "DOCCREATION", "CREATOR", "TITLE", "FILENAME",
+  /// "DIRECTORY", "MASTERNAME", "TYPE", "NOW", …; nothing when the host does not know.
+  virtual Maybe<Value> property(std::string_view name) = 0;
+  /// LISTSEP and DECIMALSEP.
+  virtual std::string listSeparator() { return ","; }
+  virtual std::string decimalSeparator() { return "."; }
+  /// The value that the cell had before this run: what an unknown function leaves standing.
+  virtual Value lastValue() = 0;
+};
+
+struct FormulaNode;  // internal to the parser and evaluator
+
+/// Immutable once parsed. Nothing in it belongs to one sheet: references are resolved by the context.
+class Formula {
+ public:
+  ~Formula();
+  Formula(const Formula&) = delete;
+  Formula& operator=(const Formula&) = delete;
+
+  /// As written, without a leading "=" and the blanks around it.
+  const std::string& text() const { return text_; }
+  const std::vector<Reference>& references() const { return references_; }
+  bool isGuarded() const { return guarded_; }
+  /// Its value can change though no referenced cell does (NOW, PAGENAME, …).
+  bool isVolatile() const { return volatile_; }
+  /// It asks for the text's size or content, so it depends on the sheet's TheText.
+  bool readsText() const { return readsText_; }
+  /// It asks LOC, PAR and the like, so it depends on the transforms of shapes between.
+  bool readsTransforms() const { return readsTransforms_; }
+  /// Every function in it is one that the evaluator has.
+  bool isKnown() const { return known_; }
+  /// For a formula that is one constant: its value. The cell then needs no evaluation.
+  const Maybe<Value>& constant() const { return constant_; }
+
+  /// The source with each "Sheet.n" replaced through `newId` (gives the same id to leave it).
+  template <class NewId>
+  std::string textWithIds(NewId newId) const {
+    std::string result;
+    std::size_t from = 0;
+    for (const Reference& reference : references_) {
+      if (reference.idLength == 0 || reference.idPosition < from) continue;
+      result.append(text_, from, reference.idPosition - from);
+      result += std::to_string(newId(reference.shapeId));
+      from = reference.idPosition + reference.idLength;
+    }
+    return result.append(text_, from);
+  }
+
+ private:
+  friend class FormulaParser;
+  friend class Evaluator;
+  Formula();
+  std::string text_;
+  std::vector<Reference> references_;  ///< in the order of the source
+  std::vector<FormulaNode> nodes_;     ///< postfix or tree by index; the root is the last
+  Maybe<Value> constant_;
+  bool guarded_ = false, volatile_ = false, readsText_ = false, readsTransforms_ = false, known_ = true;
+};
+
+using FormulaPtr = std::shared_ptr<const Formula>;
+
+/// Parses. Nothing for text that is no formula. Accepts a leading "=", blanks anywhere between tokens (before "!" too), any
+/// letter case, "," and ";" as separators, empty arguments, and functions that the evaluator lacks.
+FormulaPtr parseFormula(std::string_view text);
+
+/// Shares parsed formulas by text; forgets those that no cell holds any more.
+class FormulaPool {
+ public:
+  /// Null for text that is no formula.
+  FormulaPtr get(std::string_view text);
+  std::size_t size() const { return formulas_.size(); }
+
+ private:
+  void forgetUnused();
+  std::unordered_map<std::string, std::weak_ptr<const Formula>> formulas_;
+  std::size_t nextSweep_ = 1024;
+};
+
+/// Cannot fail: what goes wrong is an error value. Nothing is given when a function is needed that the evaluator lacks; the
+/// cell's last value then stands.
+Maybe<Value> evaluate(const Formula& formula, EvaluationContext& context);
+
+}  // namespace quorvel::host
