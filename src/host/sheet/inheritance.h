@@ -1,0 +1,56 @@
+// What a sheet shows: its own cells over its master's over its styles'.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/sheet/store.h"
+
+namespace quorvel::host {
+
+/// Where a cell's value and formula come from. Both null: nobody holds the cell and its default stands.
+struct FoundCell {
+  const Cell* value = nullptr;
+  const Cell* formula = nullptr;  ///< the cell that holds the formula; may stand on another sheet
+  SheetId formulaSheet;           ///< the sheet of `formula`, whose shape numbers its references use
+  explicit operator bool() const { return value != nullptr; }
+};
+
+FoundCell findCell(const Store& store, SheetId sheet, const CellKey& key);
+/// The value, or the cell's default when nobody holds it.
+Value cellValue(const Store& store, SheetId sheet, const CellKey& key);
+double cellNumber(const Store& store, SheetId sheet, const CellKey& key);
+std::string cellText(const Store& store, SheetId sheet, const CellKey& key);
+
+/// True when the cell can be read or written here: known cells of the object section always (page cells on pages only …),
+/// cells of rows when the row exists, here or inherited. `localOnly`: inherited rows do not count.
+bool cellExists(const Store& store, SheetId sheet, const CellKey& key, bool localOnly);
+
+/// One effective row of a section: inherited rows first, in the master's order, then the sheet's own.
+struct RowView {
+  RowKey key;
+  Atom name;
+  std::uint8_t type = 0;
+  bool local = false;
+};
+std::vector<RowView> rowsOf(const Store& store, SheetId sheet, SectionNumber section);
+bool rowExists(const Store& store, SheetId sheet, SectionNumber section, RowKey row, bool localOnly);
+/// Effective sections in order; Geometry sections that are deleted here are left out.
+std::vector<SectionNumber> sectionsOf(const Store& store, SheetId sheet);
+
+/// Effective text, foreign data and styles.
+const TextBody* textOf(const Store& store, SheetId sheet);
+const ForeignData* foreignOf(const Store& store, SheetId sheet);
+SheetId lineStyleOf(const Store& store, SheetId sheet);
+SheetId fillStyleOf(const Store& store, SheetId sheet);
+SheetId textStyleOf(const Store& store, SheetId sheet);
+
+/// The member of `context`'s instance that inherits from the master's sheet `prototype` (at any depth of inheritance); null
+/// when it has none.
+SheetId counterpartOf(const Store& store, SheetId context, SheetId prototype);
+/// The sheet that "Sheet.<shapeId>" means in a formula that stands on `definition` and is evaluated for `context`.
+SheetId resolveShapeId(const Store& store, SheetId definition, SheetId context, int shapeId);
+/// The formula as `context` reads it: with the numbers of its own instance's members. Empty for a cell without formula.
+std::string formulaFor(const Store& store, SheetId context, const FoundCell& cell);
+
+}  // namespace quorvel::host

@@ -1,0 +1,152 @@
+// All documents of one application: pages, masters, styles and sheets by number. Plain data without events or undo; file
+// formats fill it directly, everybody else changes it through host/commands.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/maybe.h"
+#include "host/sheet/ids.h"
+#include "host/sheet/sheet.h"
+
+namespace quorvel::host {
+
+/// A glued end, as files keep it beside the formulas that do the gluing.
+struct Connect {
+  int fromShape = 0;
+  std::string fromCell;  ///< "BeginX", "EndX", …
+  int fromPart = 0;
+  int toShape = 0;
+  std::string toCell;    ///< "PinX", "Connections.X1", …
+  int toPart = 0;
+};
+
+/// A page of a drawing, or the contents of a master.
+struct Page {
+  PageId id;
+  DocumentId document;
+  int fileId = 0;              ///< the file's page ID
+  std::string name, universalName;
+  bool background = false;
+  PageId backPage;             ///< null: none
+  SheetId sheet;
+  std::vector<SheetId> shapes;  ///< top level, in stacking order
+  std::unordered_map<int, SheetId> byShapeId;
+  int lastShapeId = 0;
+  std::vector<Connect> connects;
+  MasterId master;             ///< set when these are a master's contents
+  ExtrasPtr extras;
+};
+
+struct Master {
+  MasterId id;
+  DocumentId document;
+  int fileId = 0;
+  std::string name, universalName;
+  std::string uniqueId, baseId;  ///< "{…}"; a master copied into a drawing keeps its base
+  std::string prompt;
+  bool hidden = false;
+  PageId contents;
+  ExtrasPtr extras;
+};
+
+struct FontFace {
+  std::string name;
+  ExtrasPtr extras;
+};
+
+struct DocumentProperties {
+  std::string title, subject, creator, manager, company, category, keywords, description, hyperlinkBase;
+  std::string templateName;                 ///< file name only
+  std::string timeCreated, timeSaved, timeEdited, timePrinted;  ///< ISO 8601, UTC; empty: never
+  std::map<std::string, std::string> custom;
+};
+
+struct Document {
+  DocumentId id;
+  std::string name;   ///< file name with extension, or the default name
+  std::string path;   ///< folder with trailing separator; empty: never saved
+  bool isStencil = false;
+  bool readOnly = false;
+  bool saved = true;
+  int protection = 0;
+  std::string protectionPassword;
+  DocumentProperties properties;
+  SheetId sheet;
+  std::vector<PageId> pages;
+  std::vector<MasterId> masters;
+  std::vector<SheetId> styles;   ///< Sheet::shapeId is the style's ID
+  SheetId defaultLineStyle, defaultFillStyle, defaultTextStyle, defaultGuideStyle;
+  std::map<int, std::uint32_t> colours;  ///< the file's own colour entries, index to 0xRRGGBB
+  std::vector<FontFace> fonts;           ///< by font number where cells hold numbers (older files)
+  ExtrasPtr extras;
+};
+
+class Store {
+ public:
+  Document* document(DocumentId id);
+  const Document* document(DocumentId id) const;
+  Page* page(PageId id);
+  const Page* page(PageId id) const;
+  Master* master(MasterId id);
+  const Master* master(MasterId id) const;
+  /// Null for a deleted sheet.
+  Sheet* sheet(SheetId id) { return id.value < sheets_.size() ? sheets_[id.value].get() : nullptr; }
+  const Sheet* sheet(SheetId id) const { return id.value < sheets_.size() ? sheets_[id.value].get() : nullptr; }
+  const std::vector<DocumentId>& documents() const { return order_; }
+
+  /// A document with its sheet and the style "No Style" (ID 0), without pages.
+  DocumentId addDocument(std::string name);
+  /// Everything in it goes.
+  void removeDocument(DocumentId id);
+  /// At `place` among the pages (-1: last), with its sheet and a fresh file ID.
+  PageId addPage(DocumentId document, std::string name, int place = -1);
+  MasterId addMaster(DocumentId document, std::string name);  ///< with empty contents
+  SheetId addStyle(DocumentId document, int styleId, std::string name);
+  /// A shape on the page (parent null) or in a group, at the top of the stack. `shapeId` 0 takes the page's next.
+  SheetId addShape(PageId page, SheetId parent, SheetKind kind, int shapeId = 0);
+  /// Takes a page out of its document without destroying it, and puts it back; the undo log keeps what is out.
+  void detachPage(PageId id);
+  void attachPage(PageId id, std::size_t place);
+
+  /// Takes a shape with its members out of its page: the sheets leave the store, so that their ids find nothing.
+  std::vector<std::unique_ptr<Sheet>> takeSubtree(SheetId root);
+  /// Puts it back under the same ids, at `place` among its parent's or page's children.
+  void putSubtree(std::vector<std::unique_ptr<Sheet>> sheets, std::size_t place);
+
+  FormulaPool& formulas() { return formulas_; }
+
+  /// The document's style of that name in any letter case; null when it has none.
+  SheetId styleNamed(DocumentId document, std::string_view name) const;
+  SheetId styleWithId(DocumentId document, int styleId) const;
+  PageId pageNamed(DocumentId document, std::string_view name) const;
+  MasterId masterNamed(DocumentId document, std::string_view name) const;
+  /// Siblings of a shape: its group's members or its page's shapes.
+  std::vector<SheetId>& siblings(const Sheet& shape);
+  const std::vector<SheetId>& siblings(const Sheet& shape) const;
+  /// The shape and all below it, parents before members.
+  std::vector<SheetId> subtree(SheetId root) const;
+  /// The outermost shape of the same instance: the one that bears the master. Itself for a drawn shape.
+  SheetId instanceRoot(SheetId shape) const;
+  /// The master of a shape or of the instance that it is a member of by inheritance; null for drawn shapes.
+  MasterId masterOf(SheetId shape) const;
+  /// Name as shown: its own, or the master's name (or "Sheet") "." ID.
+  std::string shapeName(const Sheet& shape) const;
+
+ private:
+  SheetId newSheet(SheetKind kind, DocumentId document, PageId page);
+
+  std::vector<std::unique_ptr<Sheet>> sheets_{1};
+  std::vector<std::unique_ptr<Page>> pages_{1};
+  std::vector<std::unique_ptr<Master>> masters_{1};
+  std::vector<std::unique_ptr<Document>> documents_{1};
+  std::vector<DocumentId> order_;
+  FormulaPool formulas_;
+};
+
+}  // namespace quorvel::host

@@ -1,0 +1,30 @@
+// A shape's text as shown, fields expanded, and its measuring.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "host/sheet/store.h"
+
+namespace quorvel::host {
+
+/// The text with each field's value shown through its format picture. Lines end in "\n"; a last line end is left out.
+std::string shownText(const Store& store, SheetId sheet);
+/// What field row `index` of the sheet shows now.
+std::string fieldText(const Store& store, SheetId sheet, int index);
+
+/// Width and height of text. Render serves real fonts; a table of widths stands in where there is none.
+class TextMetrics {
+ public:
+  virtual ~TextMetrics() = default;
+  struct Size {
+    double width = 0, height = 0;  ///< inches, margins not counted
+  };
+  /// The size of the shape's shown text, wrapped at `maxWidth` inches; negative: only at line ends.
+  virtual Size measure(const Store& store, SheetId shape, double maxWidth) const = 0;
+};
+
+/// Widths of a common sans-serif face, good to a few percent.
+const TextMetrics& tableTextMetrics();
+
+}  // namespace quorvel::host
