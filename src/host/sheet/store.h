@@ -87,6 +87,13 @@ struct Document {
   ExtrasPtr extras;
 };
 
+/// A page that is out of its document, with its sheets and its place among the pages.
+struct DetachedPage {
+  std::unique_ptr<Page> page;
+  std::vector<std::unique_ptr<Sheet>> sheets;
+  std::size_t place = 0;
+};
+
 class Store {
  public:
   Document* document(DocumentId id);
@@ -110,9 +117,9 @@ class Store {
   SheetId addStyle(DocumentId document, int styleId, std::string name);
   /// A shape on the page (parent null) or in a group, at the top of the stack. `shapeId` 0 takes the page's next.
   SheetId addShape(PageId page, SheetId parent, SheetKind kind, int shapeId = 0);
-  /// Takes a page out of its document without destroying it, and puts it back; the undo log keeps what is out.
-  void detachPage(PageId id);
-  void attachPage(PageId id, std::size_t place);
+  /// Takes a page with all its sheets out of its document; the undo log keeps what is out.
+  DetachedPage takePage(PageId id);
+  void putPage(DetachedPage page);
 
   /// Takes a shape with its members out of its page: the sheets leave the store, so that their ids find nothing.
   std::vector<std::unique_ptr<Sheet>> takeSubtree(SheetId root);

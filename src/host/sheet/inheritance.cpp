@@ -1,0 +1,247 @@
+#include "host/sheet/inheritance.h"
+
+#include <algorithm>
+
+#include "host/cells/cell_table.h"
+
+namespace quorvel::host {
+namespace {
+
+SheetId styleOf(const Store& store, SheetId id, SheetId Sheet::*member) {
+  // A file may chain styles or prototypes in a circle; real ones are a few levels deep.
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    if (!sheet) return {};
+    if (sheet->*member) return sheet->*member;
+    id = sheet->prototype;
+  }
+  return {};
+}
+
+SheetId Sheet::*memberFor(StyleSource source) {
+  return source == StyleSource::Line ? &Sheet::lineStyle : source == StyleSource::Fill ? &Sheet::fillStyle : &Sheet::textStyle;
+}
+
+/// Sections that style sheets hold have one row there, the first.
+bool standsInStyles(SectionNumber section) {
+  return section == SectionNumber::Object || section == SectionNumber::Character || section == SectionNumber::Paragraph ||
+         section == SectionNumber::Tab || section == SectionNumber::FillGradient || section == SectionNumber::LineGradient;
+}
+
+void take(FoundCell& found, const Cell* cell, SheetId sheet) {
+  if (!found.value) found.value = cell;
+  if (!found.formula && !cell->inheritsFormula) {
+    found.formula = cell;
+    found.formulaSheet = sheet;
+  }
+}
+
+}  // namespace
+
+SheetId lineStyleOf(const Store& store, SheetId sheet) { return styleOf(store, sheet, &Sheet::lineStyle); }
+SheetId fillStyleOf(const Store& store, SheetId sheet) { return styleOf(store, sheet, &Sheet::fillStyle); }
+SheetId textStyleOf(const Store& store, SheetId sheet) { return styleOf(store, sheet, &Sheet::textStyle); }
+
+FoundCell findCell(const Store& store, SheetId id, const CellKey& key) {
+  FoundCell found;
+  SheetId at = id;
+  for (int depth = 0; at && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(at);
+    if (!sheet) break;
+    if (const Section* section = sheet->find(key.section)) {
+      if (section->deleted) return found;
+      if (const Row* row = section->find(key.row)) {
+        if (row->deleted) return found;
+        if (const Cell* cell = row->find(key.column)) {
+          take(found, cell, at);
+          if (found.formula) return found;
+        }
+      }
+    }
+    at = sheet->prototype;
+  }
+  if (!standsInStyles(key.section)) return found;
+  const CellDefinition* definition = definitionOf(key);
+  if (!definition || definition->style == StyleSource::None) return found;
+  SheetId Sheet::*member = memberFor(definition->style);
+  CellKey inStyle = key;
+  if (key.section != SectionNumber::Object) inStyle.row = RowKey::index(0);
+  at = styleOf(store, id, member);
+  for (int depth = 0; at && depth < 64; ++depth) {
+    const Sheet* style = store.sheet(at);
+    if (!style) break;
+    if (const Cell* cell = style->findLocal(inStyle)) {
+      take(found, cell, at);
+      if (found.formula) return found;
+    }
+    if (style->*member == at) break;
+    at = style->*member;
+  }
+  return found;
+}
+
+Value cellValue(const Store& store, SheetId sheet, const CellKey& key) {
+  if (const FoundCell found = findCell(store, sheet, key)) return found.value->value;
+  const CellDefinition* definition = definitionOf(key);
+  if (!definition) return {};
+  switch (definition->units) {
+    case CellUnits::Text:
+      return Value::text("");
+    case CellUnits::Boolean:
+      return Value::boolean(definition->defaultNumber != 0);
+    case CellUnits::Length:
+      return Value::number(definition->defaultNumber, Unit::Inches);
+    case CellUnits::Angle:
+      return Value::number(definition->defaultNumber, Unit::Degrees);
+    default:
+      return Value::number(definition->defaultNumber);
+  }
+}
+
+double cellNumber(const Store& store, SheetId sheet, const CellKey& key) {
+  return cellValue(store, sheet, key).asNumber().or_(0);
+}
+
+std::string cellText(const Store& store, SheetId sheet, const CellKey& key) {
+  return cellValue(store, sheet, key).asText();
+}
+
+bool cellExists(const Store& store, SheetId sheet, const CellKey& key, bool localOnly) {
+  if (key.section == SectionNumber::Object) return definitionOf(key) != nullptr || findCell(store, sheet, key);
+  if (!rowExists(store, sheet, key.section, key.row, localOnly)) {
+    // A text has a first row of formatting though no sheet holds one.
+    const bool alwaysThere = key.section == SectionNumber::Character || key.section == SectionNumber::Paragraph;
+    if (!alwaysThere || key.row != RowKey::index(0)) return false;
+  }
+  return definitionOf(key) != nullptr || findCell(store, sheet, key);
+}
+
+std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number) {
+  std::vector<SheetId> chain;
+  for (SheetId at = id; at && chain.size() < 64;) {
+    const Sheet* sheet = store.sheet(at);
+    if (!sheet) break;
+    chain.push_back(at);
+    const Section* section = sheet->find(number);
+    if (section && section->deleted) break;
+    at = sheet->prototype;
+  }
+  std::vector<RowView> rows;
+  for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
+    const Section* section = store.sheet(*at)->find(number);
+    if (!section || section->deleted) continue;
+    const bool local = *at == id;
+    for (const Row& row : section->rows) {
+      const auto known = std::find_if(rows.begin(), rows.end(), [&](const RowView& view) { return view.key == row.key; });
+      if (row.deleted) {
+        if (known != rows.end()) rows.erase(known);
+      } else if (known != rows.end()) {
+        known->local = local;
+        if (row.name) known->name = row.name;
+        if (row.type) known->type = row.type;
+      } else {
+        auto place = rows.end();
+        if (!row.key.isNamed()) {
+          place = std::find_if(rows.begin(), rows.end(), [&](const RowView& view) {
+            return !view.key.isNamed() && view.key.index() > row.key.index();
+          });
+        }
+        rows.insert(place, {row.key, row.name, row.type, local});
+      }
+    }
+  }
+  return rows;
+}
+
+bool rowExists(const Store& store, SheetId id, SectionNumber number, RowKey key, bool localOnly) {
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    if (!sheet) return false;
+    if (const Section* section = sheet->find(number)) {
+      if (section->deleted) return false;
+      if (const Row* row = section->find(key)) return !row->deleted;
+      // The component row comes with its section.
+      if (isGeometry(number) && key == RowKey::index(0)) return true;
+    }
+    if (localOnly) return false;
+    id = sheet->prototype;
+  }
+  return false;
+}
+
+std::vector<SectionNumber> sectionsOf(const Store& store, SheetId id) {
+  std::vector<SectionNumber> present, gone;
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    if (!sheet) break;
+    for (const Section& section : sheet->sections) {
+      const auto contains = [&](const auto& list) { return std::find(list.begin(), list.end(), section.number) != list.end(); };
+      if (contains(present) || contains(gone)) continue;
+      (section.deleted ? gone : present).push_back(section.number);
+    }
+    id = sheet->prototype;
+  }
+  std::sort(present.begin(), present.end());
+  return present;
+}
+
+const TextBody* textOf(const Store& store, SheetId id) {
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    if (!sheet) return nullptr;
+    if (sheet->text) return sheet->text.get();
+    id = sheet->prototype;
+  }
+  return nullptr;
+}
+
+const ForeignData* foreignOf(const Store& store, SheetId id) {
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    if (!sheet) return nullptr;
+    if (sheet->foreign) return sheet->foreign.get();
+    id = sheet->prototype;
+  }
+  return nullptr;
+}
+
+SheetId counterpartOf(const Store& store, SheetId context, SheetId prototype) {
+  const auto inherits = [&](SheetId candidate) {
+    for (int depth = 0; candidate && depth < 64; ++depth) {
+      if (candidate == prototype) return true;
+      const Sheet* sheet = store.sheet(candidate);
+      candidate = sheet ? sheet->prototype : SheetId{};
+    }
+    return false;
+  };
+  if (inherits(context)) return context;
+  std::vector<SheetId> waiting{store.instanceRoot(context)};
+  while (!waiting.empty()) {
+    const SheetId at = waiting.back();
+    waiting.pop_back();
+    if (inherits(at)) return at;
+    if (const Sheet* sheet = store.sheet(at)) waiting.insert(waiting.end(), sheet->children.begin(), sheet->children.end());
+  }
+  return {};
+}
+
+SheetId resolveShapeId(const Store& store, SheetId definition, SheetId context, int shapeId) {
+  const Sheet* sheet = store.sheet(definition);
+  const Page* page = sheet ? store.page(sheet->page) : nullptr;
+  if (!page) return {};
+  if (shapeId == 0) return page->sheet;  // "Sheet.0" is how some programs name the page's sheet
+  const auto found = page->byShapeId.find(shapeId);
+  if (found == page->byShapeId.end()) return {};
+  return definition == context ? found->second : counterpartOf(store, context, found->second);
+}
+
+std::string formulaFor(const Store& store, SheetId context, const FoundCell& cell) {
+  if (!cell.formula) return {};
+  if (!cell.formula->formula || cell.formulaSheet == context) return formulaText(*cell.formula);
+  return cell.formula->formula->textWithIds([&](int id) {
+    const Sheet* target = store.sheet(resolveShapeId(store, cell.formulaSheet, context, id));
+    return target ? target->shapeId : id;
+  });
+}
+
+}  // namespace quorvel::host

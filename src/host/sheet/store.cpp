@@ -1,0 +1,254 @@
+#include "host/sheet/store.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace quorvel::host {
+namespace {
+
+template <class T, class Id>
+T* at(const std::vector<std::unique_ptr<T>>& items, Id id) {
+  return id.value < items.size() ? items[id.value].get() : nullptr;
+}
+
+template <class T, class Id>
+Id place(std::vector<std::unique_ptr<T>>& items, std::unique_ptr<T> item) {
+  const Id id{static_cast<std::uint32_t>(items.size())};
+  item->id = id;
+  items.push_back(std::move(item));
+  return id;
+}
+
+}  // namespace
+
+Document* Store::document(DocumentId id) { return at(documents_, id); }
+const Document* Store::document(DocumentId id) const { return at(documents_, id); }
+Page* Store::page(PageId id) { return at(pages_, id); }
+const Page* Store::page(PageId id) const { return at(pages_, id); }
+Master* Store::master(MasterId id) { return at(masters_, id); }
+const Master* Store::master(MasterId id) const { return at(masters_, id); }
+
+SheetId Store::newSheet(SheetKind kind, DocumentId document, PageId page) {
+  auto sheet = std::make_unique<Sheet>();
+  sheet->kind = kind;
+  sheet->document = document;
+  sheet->page = page;
+  return place<Sheet, SheetId>(sheets_, std::move(sheet));
+}
+
+DocumentId Store::addDocument(std::string name) {
+  auto made = std::make_unique<Document>();
+  made->name = std::move(name);
+  const DocumentId id = place<Document, DocumentId>(documents_, std::move(made));
+  order_.push_back(id);
+  Document& document = *documents_[id.value];
+  document.sheet = newSheet(SheetKind::Document, id, {});
+  const SheetId style = addStyle(id, 0, "No Style");
+  document.defaultLineStyle = document.defaultFillStyle = document.defaultTextStyle = style;
+  document.defaultGuideStyle = style;
+  return id;
+}
+
+void Store::removeDocument(DocumentId id) {
+  if (!document(id)) return;
+  for (auto& sheet : sheets_) {
+    if (sheet && sheet->document == id) sheet.reset();
+  }
+  for (auto& page : pages_) {
+    if (page && page->document == id) page.reset();
+  }
+  for (auto& master : masters_) {
+    if (master && master->document == id) master.reset();
+  }
+  documents_[id.value].reset();
+  std::erase(order_, id);
+}
+
+PageId Store::addPage(DocumentId documentId, std::string name, int where) {
+  Document& owner = *document(documentId);
+  auto made = std::make_unique<Page>();
+  made->document = documentId;
+  made->name = made->universalName = std::move(name);
+  for (const PageId other : owner.pages) made->fileId = std::max(made->fileId, page(other)->fileId + 1);
+  const PageId id = place<Page, PageId>(pages_, std::move(made));
+  const SheetId sheet = newSheet(SheetKind::Page, documentId, id);
+  pages_[id.value]->sheet = sheet;
+  const auto count = static_cast<int>(owner.pages.size());
+  owner.pages.insert(owner.pages.begin() + (where < 0 || where > count ? count : where), id);
+  return id;
+}
+
+MasterId Store::addMaster(DocumentId documentId, std::string name) {
+  auto made = std::make_unique<Master>();
+  made->document = documentId;
+  made->name = made->universalName = std::move(name);
+  Document& owner = *document(documentId);
+  for (const MasterId other : owner.masters) made->fileId = std::max(made->fileId, master(other)->fileId);
+  ++made->fileId;
+  const MasterId id = place<Master, MasterId>(masters_, std::move(made));
+
+  auto contents = std::make_unique<Page>();
+  contents->document = documentId;
+  contents->master = id;
+  const PageId page = place<Page, PageId>(pages_, std::move(contents));
+  const SheetId sheet = newSheet(SheetKind::Page, documentId, page);
+  pages_[page.value]->sheet = sheet;
+  masters_[id.value]->contents = page;
+  document(documentId)->masters.push_back(id);
+  return id;
+}
+
+SheetId Store::addStyle(DocumentId documentId, int styleId, std::string name) {
+  const SheetId existing = styleWithId(documentId, styleId);
+  const SheetId id = existing ? existing : newSheet(SheetKind::Style, documentId, {});
+  Sheet& style = *sheet(id);
+  style.shapeId = styleId;
+  style.name = style.universalName = std::move(name);
+  if (!existing) document(documentId)->styles.push_back(id);
+  return id;
+}
+
+SheetId Store::addShape(PageId pageId, SheetId parent, SheetKind kind, int shapeId) {
+  Page& home = *page(pageId);
+  const SheetId id = newSheet(kind, home.document, pageId);
+  if (shapeId <= 0 || home.byShapeId.contains(shapeId)) shapeId = home.lastShapeId + 1;
+  home.lastShapeId = std::max(home.lastShapeId, shapeId);
+  home.byShapeId[shapeId] = id;
+  Sheet& made = *sheet(id);
+  made.shapeId = shapeId;
+  made.parent = parent;
+  siblings(made).push_back(id);
+  return id;
+}
+
+DetachedPage Store::takePage(PageId id) {
+  DetachedPage out;
+  Document& owner = *document(page(id)->document);
+  const auto where = std::find(owner.pages.begin(), owner.pages.end(), id);
+  out.place = static_cast<std::size_t>(where - owner.pages.begin());
+  owner.pages.erase(where);
+  std::vector<SheetId> leaving{page(id)->sheet};
+  for (const SheetId shape : page(id)->shapes) {
+    const auto below = subtree(shape);
+    leaving.insert(leaving.end(), below.begin(), below.end());
+  }
+  for (const SheetId sheetId : leaving) out.sheets.push_back(std::move(sheets_[sheetId.value]));
+  out.page = std::move(pages_[id.value]);
+  return out;
+}
+
+void Store::putPage(DetachedPage in) {
+  const PageId id = in.page->id;
+  Document& owner = *document(in.page->document);
+  owner.pages.insert(owner.pages.begin() + static_cast<std::ptrdiff_t>(std::min(in.place, owner.pages.size())), id);
+  pages_[id.value] = std::move(in.page);
+  for (auto& sheet : in.sheets) {
+    const SheetId sheetId = sheet->id;
+    sheets_[sheetId.value] = std::move(sheet);
+  }
+}
+
+std::vector<std::unique_ptr<Sheet>> Store::takeSubtree(SheetId root) {
+  const std::vector<SheetId> leaving = subtree(root);
+  const Sheet& top = *sheet(root);
+  std::erase(siblings(top), root);
+  Page& home = *page(top.page);
+  std::vector<std::unique_ptr<Sheet>> out;
+  out.reserve(leaving.size());
+  for (const SheetId id : leaving) {
+    home.byShapeId.erase(sheet(id)->shapeId);
+    out.push_back(std::move(sheets_[id.value]));
+  }
+  return out;
+}
+
+void Store::putSubtree(std::vector<std::unique_ptr<Sheet>> in, std::size_t where) {
+  const SheetId root = in.front()->id;
+  Page& home = *page(in.front()->page);
+  for (auto& sheet : in) {
+    const SheetId id = sheet->id;
+    home.byShapeId[sheet->shapeId] = id;
+    sheets_[id.value] = std::move(sheet);
+  }
+  auto& order = siblings(*sheet(root));
+  order.insert(order.begin() + static_cast<std::ptrdiff_t>(std::min(where, order.size())), root);
+}
+
+SheetId Store::styleNamed(DocumentId id, std::string_view name) const {
+  for (const SheetId style : document(id)->styles) {
+    if (equalIgnoringCase(sheet(style)->name, name) || equalIgnoringCase(sheet(style)->universalName, name)) return style;
+  }
+  return {};
+}
+
+SheetId Store::styleWithId(DocumentId id, int styleId) const {
+  for (const SheetId style : document(id)->styles) {
+    if (sheet(style)->shapeId == styleId) return style;
+  }
+  return {};
+}
+
+PageId Store::pageNamed(DocumentId id, std::string_view name) const {
+  for (const PageId candidate : document(id)->pages) {
+    if (equalIgnoringCase(page(candidate)->name, name)) return candidate;
+  }
+  return {};
+}
+
+MasterId Store::masterNamed(DocumentId id, std::string_view name) const {
+  for (const MasterId candidate : document(id)->masters) {
+    if (equalIgnoringCase(master(candidate)->name, name) || equalIgnoringCase(master(candidate)->universalName, name))
+      return candidate;
+  }
+  return {};
+}
+
+std::vector<SheetId>& Store::siblings(const Sheet& shape) {
+  return shape.parent ? sheet(shape.parent)->children : page(shape.page)->shapes;
+}
+
+const std::vector<SheetId>& Store::siblings(const Sheet& shape) const {
+  return const_cast<Store*>(this)->siblings(shape);
+}
+
+std::vector<SheetId> Store::subtree(SheetId root) const {
+  std::vector<SheetId> all{root};
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const Sheet* shape = sheet(all[i]);
+    all.insert(all.end(), shape->children.begin(), shape->children.end());
+  }
+  return all;
+}
+
+SheetId Store::instanceRoot(SheetId shape) const {
+  for (SheetId at = shape; at;) {
+    const Sheet* here = sheet(at);
+    if (!here || !here->prototype) return shape;
+    if (here->master) return at;
+    at = here->parent;
+  }
+  return shape;
+}
+
+MasterId Store::masterOf(SheetId shape) const {
+  const Sheet* here = sheet(shape);
+  if (!here || !here->prototype) return {};
+  return sheet(instanceRoot(shape))->master;
+}
+
+std::string Store::shapeName(const Sheet& shape) const {
+  if (!shape.name.empty()) return shape.name;
+  switch (shape.kind) {
+    case SheetKind::Document:
+      return "TheDoc";
+    case SheetKind::Page:
+      return "ThePage";
+    default:
+      break;
+  }
+  const Master* source = master(shape.master);
+  return (source ? source->name : "Sheet") + "." + std::to_string(shape.shapeId);
+}
+
+}  // namespace quorvel::host
