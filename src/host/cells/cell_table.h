@@ -18,20 +18,20 @@ enum class StyleSource : std::uint8_t { None, Line, Fill, Text };
 
 struct CellDefinition {
   SectionNumber section;  ///< SectionNumber::Geometry stands for all Geometry sections
-  std::uint32_t row;      ///< row number in the object section; 0 for Geometry's component row, 1 for its vertices; else 0
+  std::uint32_t row;  ///< row number in the object section; 0 for Geometry's component row, 1 for its vertices; else 0
   Column column;
-  std::string_view name;      ///< as files write it: "PinX", "Value", "SubAddress"
+  std::string_view name;  ///< as files write it: "PinX", "Value", "SubAddress"
   CellUnits units;
   StyleSource style;
-  double defaultNumber;       ///< value of a cell that nobody holds
+  double defaultNumber;  ///< value of a cell that nobody holds
 };
 
 std::span<const CellDefinition> cellDefinitions();
 /// Null for a cell that we don't know.
 const CellDefinition* definitionOf(const CellKey& key);
 
-/// The section of a file's section name: "User", "Property", "Actions", "Character", "Geometry" (the first), … None for a
-/// name that we don't know.
+/// The section of a file's section name: "User", "Property", "Actions", "Character", "Geometry" (the first), … None for
+/// a name that we don't know.
 SectionNumber sectionOfFileName(std::string_view name);
 std::string_view fileNameOf(SectionNumber section);
 
@@ -44,6 +44,5 @@ Maybe<Column> columnOf(SectionNumber section, std::string_view fileName);
 Column columnOrNew(SectionNumber section, std::string_view fileName);
 /// The file name of a cell, unknown ones included.
 std::string_view columnName(const CellKey& key);
-
 
 }  // namespace quorvel::host
