@@ -1,0 +1,236 @@
+#include "host/recalc/dependency_graph.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "base/text.h"
+#include "host/cells/cell_table.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+namespace {
+
+bool movesShape(const CellKey& key) {
+  static const CellKey keys[] = {objectCell("PinX"),    objectCell("PinY"),  objectCell("LocPinX"), objectCell("LocPinY"),
+                                 objectCell("Angle"),   objectCell("FlipX"), objectCell("FlipY")};
+  return key.section == SectionNumber::Object && std::find(std::begin(keys), std::end(keys), key) != std::end(keys);
+}
+
+const CellKey& theText() {
+  static const CellKey key = objectCell("TheText");
+  return key;
+}
+
+}  // namespace
+
+SheetId resolveReference(const Store& store, SheetId definition, SheetId context, const Reference& reference) {
+  const Sheet* here = store.sheet(context);
+  if (!here) return {};
+  switch (reference.scope) {
+    case ReferenceScope::ThisSheet:
+      return context;
+    case ReferenceScope::Shape:
+      return resolveShapeId(store, definition, context, reference.shapeId);
+    case ReferenceScope::ThePage: {
+      const Page* page = store.page(here->page);
+      return page ? page->sheet : SheetId{};
+    }
+    case ReferenceScope::TheDocument: {
+      const Document* document = store.document(here->document);
+      return document ? document->sheet : SheetId{};
+    }
+    case ReferenceScope::NamedShape: {
+      const Sheet* home = store.sheet(definition);
+      const Page* page = home ? store.page(home->page) : nullptr;
+      if (!page) return {};
+      for (const SheetId top : page->shapes) {
+        for (const SheetId candidate : store.subtree(top)) {
+          if (!equalIgnoringCase(store.shapeName(*store.sheet(candidate)), reference.name)) continue;
+          return definition == context ? candidate : counterpartOf(store, context, candidate);
+        }
+      }
+      return {};
+    }
+    case ReferenceScope::Page: {
+      const Page* page = store.page(store.pageNamed(here->document, reference.name));
+      if (!page) return {};
+      if (reference.shapeId == 0) return page->sheet;
+      const auto found = page->byShapeId.find(reference.shapeId);
+      return found == page->byShapeId.end() ? SheetId{} : found->second;
+    }
+    case ReferenceScope::Style:
+      return store.styleNamed(here->document, reference.name);
+    case ReferenceScope::Master: {
+      const Master* master = store.master(store.masterNamed(here->document, reference.name));
+      const Page* contents = master ? store.page(master->contents) : nullptr;
+      return contents ? contents->sheet : SheetId{};
+    }
+  }
+  return {};
+}
+
+void DependencyGraph::addDocument(DocumentId id) {
+  const Document& document = *store_.document(id);
+  addSheet(document.sheet);
+  const auto addPage = [&](PageId pageId) {
+    const Page& page = *store_.page(pageId);
+    addSheet(page.sheet);
+    for (const SheetId top : page.shapes) {
+      for (const SheetId sheet : store_.subtree(top)) addSheet(sheet);
+    }
+  };
+  for (const MasterId master : document.masters) addPage(store_.master(master)->contents);
+  for (const PageId page : document.pages) addPage(page);
+}
+
+void DependencyGraph::forgetDocument(DocumentId id) {
+  const Document* document = store_.document(id);
+  if (!document) return;
+  for (const MasterId master : document->masters) {
+    instances_.erase(master);
+    placeDependent_.erase(master);
+  }
+}
+
+void DependencyGraph::addSheet(SheetId id) {
+  const Sheet& sheet = *store_.sheet(id);
+  if (sheet.master) instances_[sheet.master].insert(id);
+  for (const Section& section : sheet.sections) {
+    for (const Row& row : section.rows) {
+      for (const auto& [column, cell] : row.cells) {
+        if (cell.formula && !cell.inheritsFormula) addFormula({id, {section.number, row.key, column}}, *cell.formula);
+      }
+    }
+  }
+}
+
+void DependencyGraph::addEdge(SheetId sheet, const CellKey& key, const CellAddress& dependent) {
+  if (!sheet || !key) return;
+  if (edges_.size() <= sheet.value) edges_.resize(sheet.value + 1);
+  auto& edges = edges_[sheet.value];
+  if (!edges) edges = std::make_unique<SheetEdges>();
+  Dependents& list = (*edges)[key.packed()];
+  if (!list.empty() && list.back() == dependent) return;
+  list.push_back(dependent);
+  // Formulas that are written again and again leave repeats; clearing them at each doubling keeps the cost even.
+  if (list.size() < 64 || (list.size() & (list.size() - 1)) != 0) return;
+  std::unordered_set<CellAddress> seen;
+  std::erase_if(list, [&](const CellAddress& entry) { return !seen.insert(entry).second; });
+}
+
+void DependencyGraph::addTransformEdges(SheetId id, const CellAddress& dependent) {
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store_.sheet(id);
+    if (!sheet || !sheet->isShape()) return;
+    addEdge(id, transformKey, dependent);
+    id = sheet->parent;
+  }
+}
+
+void DependencyGraph::addFormula(const CellAddress& cell, const Formula& formula) {
+  if (formula.references().empty() && !formula.readsText() && !formula.isVolatile() && !formula.readsTransforms()) return;
+  bool placed = formula.isVolatile();
+  for (const Reference& reference : formula.references()) {
+    placed |= reference.scope == ReferenceScope::ThePage;
+    if (!reference.watched) continue;
+    const SheetId target = resolveReference(store_, cell.sheet, cell.sheet, reference);
+    addEdge(target, reference.cell, cell);
+    if (formula.readsTransforms() && target) addTransformEdges(target, cell);
+  }
+  if (formula.readsText()) addEdge(cell.sheet, theText(), cell);
+  if (formula.readsTransforms()) addTransformEdges(cell.sheet, cell);
+  if (!placed) return;
+  const Page* page = store_.page(store_.sheet(cell.sheet)->page);
+  if (!page || !page->master) return;
+  auto& list = placeDependent_[page->master];
+  if (std::find(list.begin(), list.end(), cell) == list.end()) list.push_back(cell);
+}
+
+bool DependencyGraph::stillReads(const CellAddress& dependent, SheetId sheet, const CellKey& key) const {
+  const Sheet* home = store_.sheet(dependent.sheet);
+  const Cell* cell = home ? home->findLocal(dependent.key) : nullptr;
+  if (!cell || !cell->formula || cell->inheritsFormula) return false;
+  const Formula& formula = *cell->formula;
+  if (key == transformKey) return formula.readsTransforms();
+  if (key == theText() && formula.readsText() && dependent.sheet == sheet) return true;
+  for (const Reference& reference : formula.references()) {
+    if (reference.watched && reference.cell == key &&
+        resolveReference(store_, dependent.sheet, dependent.sheet, reference) == sheet)
+      return true;
+  }
+  return false;
+}
+
+void DependencyGraph::appendLive(const CellAddress& cell, std::vector<CellAddress>& out) const {
+  if (cell.sheet.value >= edges_.size() || !edges_[cell.sheet.value]) return;
+  const auto found = edges_[cell.sheet.value]->find(cell.key.packed());
+  if (found == edges_[cell.sheet.value]->end()) return;
+  Dependents& list = found->second;
+  std::erase_if(list, [&](const CellAddress& dependent) { return !stillReads(dependent, cell.sheet, cell.key); });
+  out.insert(out.end(), list.begin(), list.end());
+}
+
+void DependencyGraph::appendInherited(const CellAddress& cell, std::vector<CellAddress>& out) const {
+  const Sheet* sheet = store_.sheet(cell.sheet);
+  SheetId at = sheet ? sheet->prototype : SheetId{};
+  std::vector<CellAddress> definitions;
+  for (int depth = 0; at && depth < 64; ++depth) {
+    definitions.clear();
+    appendLive({at, cell.key}, definitions);
+    for (const CellAddress& definition : definitions) {
+      const SheetId here = counterpartOf(store_, cell.sheet, definition.sheet);
+      if (here && findCell(store_, here, definition.key).formulaSheet == definition.sheet) out.push_back({here, definition.key});
+    }
+    const Sheet* prototype = store_.sheet(at);
+    at = prototype ? prototype->prototype : SheetId{};
+  }
+}
+
+void DependencyGraph::appendToInstances(MasterId master, const CellAddress& masterCell, PageId onPage,
+                                        std::vector<CellAddress>& out) const {
+  const auto found = instances_.find(master);
+  if (found == instances_.end()) return;
+  std::erase_if(found->second, [&](SheetId root) { return store_.sheet(root) == nullptr; });
+  for (const SheetId root : found->second) {
+    if (onPage && store_.sheet(root)->page != onPage) continue;
+    const SheetId here = counterpartOf(store_, root, masterCell.sheet);
+    if (!here) continue;
+    const FoundCell cell = findCell(store_, here, masterCell.key);
+    if (cell.formulaSheet == masterCell.sheet || !cell) out.push_back({here, masterCell.key});
+  }
+}
+
+void DependencyGraph::dependentsOf(const CellAddress& cell, std::vector<CellAddress>& out) const {
+  const Sheet* sheet = store_.sheet(cell.sheet);
+  if (!sheet) return;
+  appendLive(cell, out);
+  appendInherited(cell, out);
+  if (sheet->isShape() && movesShape(cell.key)) {
+    appendLive({cell.sheet, transformKey}, out);
+    appendInherited({cell.sheet, transformKey}, out);
+  }
+  // What a text shows follows its fields.
+  if (cell.key.section == SectionNumber::TextField) dependentsOf({cell.sheet, theText()}, out);
+
+  const Page* page = store_.page(sheet->page);
+  if (page && page->master) {
+    // A master's own cell: its instances show it unless they hold their own.
+    appendToInstances(page->master, cell, {}, out);
+  } else if (page && sheet->kind == SheetKind::Page) {
+    // Masters' formulas on ThePage! mean the page of each instance.
+    std::vector<CellAddress> definitions;
+    for (const MasterId master : store_.document(sheet->document)->masters) {
+      const Page* contents = store_.page(store_.master(master)->contents);
+      definitions.clear();
+      if (contents) appendLive({contents->sheet, cell.key}, definitions);
+      for (const CellAddress& definition : definitions) appendToInstances(master, definition, page->id, out);
+    }
+  }
+}
+
+const std::vector<CellAddress>* DependencyGraph::placeDependent(MasterId master) const {
+  const auto found = placeDependent_.find(master);
+  return found == placeDependent_.end() ? nullptr : &found->second;
+}
+
+}  // namespace quorvel::host

@@ -1,0 +1,55 @@
+// Which cells follow which. Edges are kept where formulas are written; an instance's inherited formulas use the edges of its
+// master, carried over to the instance's own members, so that ten thousand instances add none.
+#pragma once
+
+#include <memory>
+#include <set>
+#include <unordered_map>
+#include <vector>
+
+#include "host/recalc/cell_address.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::host {
+
+class DependencyGraph {
+ public:
+  explicit DependencyGraph(const Store& store) : store_(store) {}
+
+  /// Adds edges for all formulas of the document, as after opening a file.
+  void addDocument(DocumentId document);
+  /// Adds edges for the formulas that the sheet itself holds, and counts it among its master's instances.
+  void addSheet(SheetId sheet);
+  void addFormula(const CellAddress& cell, const Formula& formula);
+  /// Edges are dropped when they are next walked and found stale; a sheet that goes needs no call.
+  void forgetDocument(DocumentId document);
+
+  /// Appends the cells whose formulas read `cell`, each at the sheet whose value it is. The order is that of writing.
+  void dependentsOf(const CellAddress& cell, std::vector<CellAddress>& out) const;
+  /// Formulas of the master that depend on where an instance stands (ThePage!, page and shape names): a new instance must
+  /// evaluate them afresh.
+  const std::vector<CellAddress>* placeDependent(MasterId master) const;
+
+ private:
+  using Dependents = std::vector<CellAddress>;
+  using SheetEdges = std::unordered_map<std::uint64_t, Dependents>;
+
+  void addEdge(SheetId sheet, const CellKey& key, const CellAddress& dependent);
+  void addTransformEdges(SheetId sheet, const CellAddress& dependent);
+  SheetId targetOf(const CellAddress& cell, const struct Reference& reference) const;
+  void appendLive(const CellAddress& cell, std::vector<CellAddress>& out) const;
+  void appendInherited(const CellAddress& cell, std::vector<CellAddress>& out) const;
+  void appendToInstances(MasterId master, const CellAddress& masterCell, PageId onPage, std::vector<CellAddress>& out) const;
+  bool stillReads(const CellAddress& dependent, SheetId sheet, const CellKey& key) const;
+
+  const Store& store_;
+  mutable std::vector<std::unique_ptr<SheetEdges>> edges_;  ///< by sheet number
+  mutable std::unordered_map<MasterId, std::set<SheetId>> instances_;  ///< roots, oldest first
+  std::unordered_map<MasterId, std::vector<CellAddress>> placeDependent_;
+};
+
+/// The sheet that a reference means in a formula that stands on `definition` and is evaluated for `context`; null for
+/// nothing there.
+SheetId resolveReference(const Store& store, SheetId definition, SheetId context, const Reference& reference);
+
+}  // namespace quorvel::host

@@ -1,0 +1,133 @@
+#include "host/recalc/sheet_context.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "base/text.h"
+#include "host/cells/cell_table.h"
+#include "host/recalc/dependency_graph.h"
+#include "host/sheet/inheritance.h"
+#include "host/sheet/transform.h"
+
+namespace quorvel::host {
+namespace {
+
+/// Days since 1899-12-30 of an ISO 8601 time; nothing for other text.
+Maybe<double> daysOfIso(std::string_view text) {
+  int parts[6] = {0, 1, 1, 0, 0, 0};
+  const char* at = text.data();
+  const char* end = at + text.size();
+  for (int i = 0; i < 6; ++i) {
+    const auto read = std::from_chars(at, end, parts[i]);
+    if (read.ec != std::errc()) {
+      if (i < 3) return {};
+      break;
+    }
+    at = read.ptr < end ? read.ptr + 1 : end;
+  }
+  const int year = parts[0] - (parts[1] <= 2), month = parts[1];
+  const int era = (year >= 0 ? year : year - 399) / 400;
+  const int yearOfEra = year - era * 400;
+  const int dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + parts[2] - 1;
+  const int dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+  const double days = era * 146097.0 + dayOfEra - 719468 + 25569;  // 25569 days from 1899-12-30 to 1970-01-01
+  return days + parts[3] / 24.0 + parts[4] / 1440.0 + parts[5] / 86400.0;
+}
+
+}  // namespace
+
+SheetId SheetContext::resolve(const Reference* reference) const {
+  return reference ? resolveReference(store_, definition_, cell_.sheet, *reference) : cell_.sheet;
+}
+
+Value SheetContext::valueOf(const Reference& reference) {
+  const SheetId target = resolve(&reference);
+  if (!target || !reference.cell || !cellExists(store_, target, reference.cell, false))
+    return Value::error(ErrorCode::Reference);
+  return cellValue(store_, target, reference.cell);
+}
+
+double SheetContext::measureText(const TextMetricsRequest& request) {
+  static const CellKey left = objectCell("LeftMargin"), right = objectCell("RightMargin"), top = objectCell("TopMargin"),
+                       bottom = objectCell("BottomMargin");
+  const auto margin = [&](const CellKey& key) { return cellNumber(store_, cell_.sheet, key); };
+  const double sides = margin(left) + margin(right);
+  const double wrapAt = request.maxWidth < 0 ? -1 : std::max(0.0, request.maxWidth - sides);
+  const TextMetrics::Size size = metrics_.measure(store_, cell_.sheet, wrapAt);
+  return request.height ? size.height + margin(top) + margin(bottom) : size.width + sides;
+}
+
+std::string SheetContext::shapeText(const Reference& reference) {
+  const SheetId target = resolve(&reference);
+  return target ? shownText(store_, target) : std::string();
+}
+
+Maybe<Value> SheetContext::convertPoint(const Value& point, const Reference* from, const Reference* to) {
+  const SheetId source = resolve(from), target = resolve(to);
+  if (!source || !target) return {};
+  const auto onPage = toPageMatrix(store_, source).apply(point.internal(), point.y());
+  const auto there = toPageMatrix(store_, target).inverse().apply(onPage.x, onPage.y);
+  return Value::point(there.x, there.y);
+}
+
+Maybe<Value> SheetContext::toParent(const Value& point, const Reference* shape) {
+  // The point is in the coordinates of the other shape; the result is in those of whatever holds this one.
+  const SheetId source = resolve(shape);
+  const Sheet* here = store_.sheet(cell_.sheet);
+  if (!source || !here) return {};
+  const auto onPage = toPageMatrix(store_, source).apply(point.internal(), point.y());
+  if (!here->parent) return Value::point(onPage.x, onPage.y);
+  const auto there = toPageMatrix(store_, here->parent).inverse().apply(onPage.x, onPage.y);
+  return Value::point(there.x, there.y);
+}
+
+Maybe<Value> SheetContext::property(std::string_view name) {
+  const Sheet* sheet = store_.sheet(cell_.sheet);
+  const Document* document = sheet ? store_.document(sheet->document) : nullptr;
+  if (!document) return {};
+  const Page* page = store_.page(sheet->page);
+  const auto is = [&](std::string_view other) { return equalIgnoringCase(name, other); };
+  const auto text = [](std::string_view value) { return Maybe<Value>(Value::text(value)); };
+  const auto time = [](std::string_view iso) {
+    const Maybe<double> days = daysOfIso(iso);
+    return days ? Maybe<Value>(Value::date(*days)) : Maybe<Value>();
+  };
+  const DocumentProperties& properties = document->properties;
+  if (is("DOCLASTSAVE")) return time(properties.timeSaved);
+  if (is("DOCCREATION")) return time(properties.timeCreated);
+  if (is("DOCLASTEDIT")) return time(properties.timeEdited);
+  if (is("DOCLASTPRINT")) return time(properties.timePrinted);
+  if (is("CREATOR")) return text(properties.creator);
+  if (is("TITLE")) return text(properties.title);
+  if (is("SUBJECT")) return text(properties.subject);
+  if (is("MANAGER")) return text(properties.manager);
+  if (is("COMPANY")) return text(properties.company);
+  if (is("CATEGORY")) return text(properties.category);
+  if (is("KEYWORDS")) return text(properties.keywords);
+  if (is("DESCRIPTION")) return text(properties.description);
+  if (is("HYPERLINKBASE")) return text(properties.hyperlinkBase);
+  if (is("FILENAME")) return text(document->name);
+  if (is("DIRECTORY")) return text(document->path);
+  if (is("PAGECOUNT")) {
+    const auto foreground = std::count_if(document->pages.begin(), document->pages.end(),
+                                          [&](PageId id) { return !store_.page(id)->background; });
+    return Value::number(static_cast<double>(foreground));
+  }
+  if (is("ID")) return Value::number(sheet->shapeId);
+  if (is("NAME")) return text(store_.shapeName(*sheet));
+  if (is("MASTERNAME")) {
+    const Master* master = store_.master(store_.masterOf(cell_.sheet));
+    return text(master ? std::string_view(master->name) : std::string_view());
+  }
+  if (page && is("PAGENAME")) return text(page->name);
+  if (page && is("PAGENUMBER")) {
+    const auto place = std::find(document->pages.begin(), document->pages.end(), page->id);
+    if (place == document->pages.end()) return {};
+    return Value::number(static_cast<double>(place - document->pages.begin()) + 1);
+  }
+  return {};
+}
+
+Value SheetContext::lastValue() { return cellValue(store_, cell_.sheet, cell_.key); }
+
+}  // namespace quorvel::host
