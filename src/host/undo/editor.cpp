@@ -1,0 +1,87 @@
+#include "host/undo/editor.h"
+
+#include <algorithm>
+
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+
+void Editor::commit(Exchange exchange) {
+  apply(exchange, store_, graph_);
+  log_.add(std::move(exchange));
+}
+
+std::unique_ptr<SheetFields> Editor::fieldsOf(SheetId id) const {
+  const Sheet& sheet = *store_.sheet(id);
+  return std::make_unique<SheetFields>(SheetFields{sheet.name, sheet.universalName, sheet.data1, sheet.data2, sheet.data3,
+                                                   sheet.text, sheet.foreign, sheet.lineStyle, sheet.fillStyle,
+                                                   sheet.textStyle});
+}
+
+std::unique_ptr<PageFields> Editor::fieldsOf(PageId id) const {
+  const Page& page = *store_.page(id);
+  return std::make_unique<PageFields>(
+      PageFields{page.name, page.universalName, page.background, page.backPage, page.connects});
+}
+
+void Editor::setCell(const CellAddress& cell, std::optional<Cell> content) {
+  const Sheet& sheet = *store_.sheet(cell.sheet);
+  if (!sheet.find(cell.key.section, cell.key.row)) {
+    if (!content) return;
+    Row row;
+    row.key = cell.key.row;
+    row.name = cell.key.row.name();
+    for (const RowView& view : rowsOf(store_, cell.sheet, cell.key.section)) {
+      if (view.key != row.key) continue;
+      row.name = view.name;
+      row.type = view.type;
+    }
+    row.cells.emplace_back(cell.key.column, std::move(*content));
+    std::size_t place = 0;
+    if (const Section* section = sheet.find(cell.key.section)) {
+      const auto& rows = section->rows;
+      const auto before = row.key.isNamed() ? rows.end()
+                                            : std::find_if(rows.begin(), rows.end(), [&](const Row& other) {
+                                                return !other.key.isNamed() && other.key.index() > row.key.index();
+                                              });
+      place = static_cast<std::size_t>(before - rows.begin());
+    }
+    insertRow(cell.sheet, cell.key.section, place, std::move(row));
+    return;
+  }
+  commit(CellExchange{cell, std::move(content)});
+}
+
+void Editor::setValue(const CellAddress& cell, const Value& value) {
+  const Cell* local = store_.sheet(cell.sheet)->findLocal(cell.key);
+  Cell content = local ? *local : Cell{};
+  if (!local) content.inheritsFormula = true;
+  content.value = value;
+  content.fileError.reset();
+  setCell(cell, std::move(content));
+}
+
+void Editor::insertRow(SheetId sheet, SectionNumber section, std::size_t place, Row row) {
+  commit(RowExchange{sheet, section, place, std::move(row)});
+}
+
+void Editor::removeRow(SheetId sheet, SectionNumber section, std::size_t place) {
+  commit(RowExchange{sheet, section, place, std::nullopt});
+}
+
+void Editor::setRowHead(SheetId sheet, SectionNumber section, std::size_t place, RowKey key, Atom name,
+                        std::uint8_t type) {
+  commit(RowHeadExchange{sheet, section, place, key, name, type});
+}
+
+void Editor::replaceSection(SheetId sheet, SectionNumber number, std::optional<Section> content) {
+  commit(SectionExchange{sheet, number, std::move(content)});
+}
+
+void Editor::shapeAdded(SheetId root) { log_.add(SubtreeExchange{root, 0, {}}); }
+void Editor::pageAdded(PageId page) { log_.add(PageExchange{page, {}}); }
+void Editor::removeShape(SheetId root) { commit(SubtreeExchange{root, 0, {}}); }
+void Editor::removePage(PageId page) { commit(PageExchange{page, {}}); }
+void Editor::moveInStack(SheetId shape, std::size_t place) { commit(OrderExchange{shape, place}); }
+
+}  // namespace quorvel::host

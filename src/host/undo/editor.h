@@ -1,0 +1,53 @@
+// The only hands that change a drawing: each function applies one exchange and gives it to the undo log. They cannot fail;
+// commands check first.
+#pragma once
+
+#include <optional>
+
+#include "host/undo/undo_log.h"
+
+namespace quorvel::host {
+
+class Editor {
+ public:
+  Editor(Store& store, DependencyGraph& graph, UndoLog& log) : store_(store), graph_(graph), log_(log) {}
+
+  /// Makes the row local first when it is only inherited.
+  void setCell(const CellAddress& cell, std::optional<Cell> content);
+  /// A recalculated value: the cell's own, or one beside an inherited formula.
+  void setValue(const CellAddress& cell, const Value& value);
+  void insertRow(SheetId sheet, SectionNumber section, std::size_t place, Row row);
+  void removeRow(SheetId sheet, SectionNumber section, std::size_t place);
+  void setRowHead(SheetId sheet, SectionNumber section, std::size_t place, RowKey key, Atom name, std::uint8_t type);
+  void replaceSection(SheetId sheet, SectionNumber number, std::optional<Section> content);
+  /// `change` edits a copy of the fields.
+  template <class Change>
+  void setFields(SheetId sheet, Change change) {
+    auto fields = fieldsOf(sheet);
+    change(*fields);
+    commit(SheetFieldsExchange{sheet, std::move(fields)});
+  }
+  template <class Change>
+  void setPageFields(PageId page, Change change) {
+    auto fields = fieldsOf(page);
+    change(*fields);
+    commit(PageFieldsExchange{page, std::move(fields)});
+  }
+  /// Tells the log of a shape or page that was just made.
+  void shapeAdded(SheetId root);
+  void pageAdded(PageId page);
+  void removeShape(SheetId root);
+  void removePage(PageId page);
+  void moveInStack(SheetId shape, std::size_t place);
+
+ private:
+  void commit(Exchange exchange);
+  std::unique_ptr<SheetFields> fieldsOf(SheetId sheet) const;
+  std::unique_ptr<PageFields> fieldsOf(PageId page) const;
+
+  Store& store_;
+  DependencyGraph& graph_;
+  UndoLog& log_;
+};
+
+}  // namespace quorvel::host

@@ -1,0 +1,159 @@
+#include "host/undo/exchange.h"
+
+#include <algorithm>
+
+namespace quorvel::host {
+namespace {
+
+struct Apply {
+  Store& store;
+  DependencyGraph& graph;
+
+  void watch(const CellAddress& address) const {
+    const Cell* cell = store.sheet(address.sheet)->findLocal(address.key);
+    if (cell && cell->formula && !cell->inheritsFormula) graph.addFormula(address, *cell->formula);
+  }
+  void watchRow(SheetId sheet, SectionNumber section, const Row& row) const {
+    for (const auto& entry : row.cells) watch({sheet, {section, row.key, entry.first}});
+  }
+
+  void operator()(CellExchange& exchange) const {
+    Sheet* sheet = store.sheet(exchange.cell.sheet);
+    if (!sheet) return;
+    const CellKey& key = exchange.cell.key;
+    Cell* cell = sheet->findLocal(key);
+    if (exchange.held && cell) {
+      const bool sameFormula = cell->formula == exchange.held->formula;
+      std::swap(*cell, *exchange.held);
+      if (!sameFormula) watch(exchange.cell);
+    } else if (exchange.held) {
+      sheet->local(key) = std::move(*exchange.held);
+      exchange.held.reset();
+      watch(exchange.cell);
+    } else if (cell) {
+      exchange.held = std::move(*cell);
+      Row* row = sheet->find(key.section)->find(key.row);
+      std::erase_if(row->cells, [&](const auto& entry) { return entry.first == key.column; });
+    }
+  }
+
+  void operator()(RowExchange& exchange) const {
+    Sheet* sheet = store.sheet(exchange.sheet);
+    if (!sheet) return;
+    if (exchange.held) {
+      auto& rows = sheet->section(exchange.section).rows;
+      const auto place = static_cast<std::ptrdiff_t>(std::min(exchange.place, rows.size()));
+      const auto row = rows.insert(rows.begin() + place, std::move(*exchange.held));
+      exchange.held.reset();
+      watchRow(exchange.sheet, exchange.section, *row);
+      return;
+    }
+    Section* section = sheet->find(exchange.section);
+    if (!section || exchange.place >= section->rows.size()) return;
+    const auto row = section->rows.begin() + static_cast<std::ptrdiff_t>(exchange.place);
+    exchange.held = std::move(*row);
+    section->rows.erase(row);
+    if (section->rows.empty() && !section->deleted && !section->extras) {
+      std::erase_if(sheet->sections, [&](const Section& other) { return other.number == exchange.section; });
+    }
+  }
+
+  void operator()(RowHeadExchange& exchange) const {
+    Sheet* sheet = store.sheet(exchange.sheet);
+    Section* section = sheet ? sheet->find(exchange.section) : nullptr;
+    if (!section || exchange.place >= section->rows.size()) return;
+    Row& row = section->rows[exchange.place];
+    std::swap(row.key, exchange.key);
+    std::swap(row.name, exchange.name);
+    std::swap(row.type, exchange.type);
+    watchRow(exchange.sheet, exchange.section, row);
+  }
+
+  void operator()(SectionExchange& exchange) const {
+    Sheet* sheet = store.sheet(exchange.sheet);
+    if (!sheet) return;
+    std::optional<Section> out;
+    if (Section* section = sheet->find(exchange.number)) {
+      out = std::move(*section);
+      std::erase_if(sheet->sections, [&](const Section& other) { return other.number == exchange.number; });
+    }
+    if (exchange.held) {
+      Section& section = sheet->section(exchange.number);
+      section = std::move(*exchange.held);
+      for (const Row& row : section.rows) watchRow(exchange.sheet, exchange.number, row);
+    }
+    exchange.held = std::move(out);
+  }
+
+  void operator()(SheetFieldsExchange& exchange) const {
+    Sheet* sheet = store.sheet(exchange.sheet);
+    if (!sheet) return;
+    SheetFields& held = *exchange.held;
+    std::swap(sheet->name, held.name);
+    std::swap(sheet->universalName, held.universalName);
+    std::swap(sheet->data1, held.data1);
+    std::swap(sheet->data2, held.data2);
+    std::swap(sheet->data3, held.data3);
+    std::swap(sheet->text, held.text);
+    std::swap(sheet->foreign, held.foreign);
+    std::swap(sheet->lineStyle, held.lineStyle);
+    std::swap(sheet->fillStyle, held.fillStyle);
+    std::swap(sheet->textStyle, held.textStyle);
+  }
+
+  void operator()(SubtreeExchange& exchange) const {
+    if (!exchange.held.empty()) {
+      std::vector<SheetId> back;
+      for (const auto& sheet : exchange.held) back.push_back(sheet->id);
+      store.putSubtree(std::move(exchange.held), exchange.place);
+      exchange.held.clear();
+      for (const SheetId sheet : back) graph.addSheet(sheet);
+      return;
+    }
+    const Sheet* root = store.sheet(exchange.root);
+    if (!root) return;
+    const auto& order = store.siblings(*root);
+    exchange.place = static_cast<std::size_t>(std::find(order.begin(), order.end(), exchange.root) - order.begin());
+    exchange.held = store.takeSubtree(exchange.root);
+  }
+
+  void operator()(OrderExchange& exchange) const {
+    const Sheet* shape = store.sheet(exchange.shape);
+    if (!shape) return;
+    auto& order = store.siblings(*shape);
+    const auto at = std::find(order.begin(), order.end(), exchange.shape);
+    const auto place = static_cast<std::size_t>(at - order.begin());
+    order.erase(at);
+    order.insert(order.begin() + static_cast<std::ptrdiff_t>(std::min(exchange.place, order.size())), exchange.shape);
+    exchange.place = place;
+  }
+
+  void operator()(PageExchange& exchange) const {
+    if (exchange.held.page) {
+      std::vector<SheetId> back;
+      for (const auto& sheet : exchange.held.sheets) back.push_back(sheet->id);
+      store.putPage(std::move(exchange.held));
+      exchange.held = {};
+      for (const SheetId sheet : back) graph.addSheet(sheet);
+    } else if (store.page(exchange.page)) {
+      exchange.held = store.takePage(exchange.page);
+    }
+  }
+
+  void operator()(PageFieldsExchange& exchange) const {
+    Page* page = store.page(exchange.page);
+    if (!page) return;
+    PageFields& held = *exchange.held;
+    std::swap(page->name, held.name);
+    std::swap(page->universalName, held.universalName);
+    std::swap(page->background, held.background);
+    std::swap(page->backPage, held.backPage);
+    std::swap(page->connects, held.connects);
+  }
+};
+
+}  // namespace
+
+void apply(Exchange& exchange, Store& store, DependencyGraph& graph) { std::visit(Apply{store, graph}, exchange); }
+
+}  // namespace quorvel::host

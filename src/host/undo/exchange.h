@@ -1,0 +1,94 @@
+// Changes as exchanges: an entry holds what the document does not, and applying it swaps the two, so that redo is the same
+// act as undo. Entries name things by number.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>
+
+#include "host/recalc/cell_address.h"
+#include "host/recalc/dependency_graph.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::host {
+
+/// A cell of a row that the sheet holds; nothing: the sheet does not hold the cell.
+struct CellExchange {
+  CellAddress cell;
+  std::optional<Cell> held;
+};
+
+/// A row at a place of its section; nothing: no row there. A section comes and goes with its first row.
+struct RowExchange {
+  SheetId sheet;
+  SectionNumber section = SectionNumber::None;
+  std::size_t place = 0;
+  std::optional<Row> held;
+};
+
+/// Key, name and type of a row: renaming and retyping.
+struct RowHeadExchange {
+  SheetId sheet;
+  SectionNumber section = SectionNumber::None;
+  std::size_t place = 0;
+  RowKey key;
+  Atom name;
+  std::uint8_t type = 0;
+};
+
+struct SectionExchange {
+  SheetId sheet;
+  SectionNumber number = SectionNumber::None;
+  std::optional<Section> held;
+};
+
+/// The parts of a sheet that are no cells.
+struct SheetFields {
+  std::string name, universalName, data1, data2, data3;
+  std::shared_ptr<const TextBody> text;
+  std::shared_ptr<const ForeignData> foreign;
+  SheetId lineStyle, fillStyle, textStyle;
+};
+struct SheetFieldsExchange {
+  SheetId sheet;
+  std::unique_ptr<SheetFields> held;
+};
+
+/// A shape with its members, out of the drawing while held.
+struct SubtreeExchange {
+  SheetId root;
+  std::size_t place = 0;
+  std::vector<std::unique_ptr<Sheet>> held;
+};
+
+/// A shape's place in the stack.
+struct OrderExchange {
+  SheetId shape;
+  std::size_t place = 0;
+};
+
+struct PageExchange {
+  PageId page;
+  DetachedPage held;
+};
+
+struct PageFields {
+  std::string name, universalName;
+  bool background = false;
+  PageId backPage;
+  std::vector<Connect> connects;
+};
+struct PageFieldsExchange {
+  PageId page;
+  std::unique_ptr<PageFields> held;
+};
+
+using Exchange = std::variant<CellExchange, RowExchange, RowHeadExchange, SectionExchange, SheetFieldsExchange,
+                              SubtreeExchange, OrderExchange, PageExchange, PageFieldsExchange>;
+
+/// Swaps; an entry whose object is gone does nothing.
+void apply(Exchange& exchange, Store& store, DependencyGraph& graph);
+
+}  // namespace quorvel::host

@@ -1,0 +1,69 @@
+// Steps that a user can take back: scopes group, their owner commits, leaving early rolls back.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "host/undo/exchange.h"
+
+namespace quorvel::host {
+
+class UndoLog {
+ public:
+  UndoLog(Store& store, DependencyGraph& graph) : store_(store), graph_(graph) {}
+
+  /// Opens a scope; gives its number. The outermost scope is a step of `document`, and nested ones join it.
+  int begin(DocumentId document, std::string name);
+  /// False for a number that is not the innermost open scope. `commit` false takes back what was done in the scope.
+  bool end(int scope, bool commit);
+  bool isOpen() const { return !scopes_.empty(); }
+  std::string_view name(int scope) const;
+
+  /// Takes an exchange that was applied just now. Outside a scope it is a step of its own.
+  void add(Exchange exchange);
+
+  /// False when there is nothing to take back, inside a scope, or while one is being taken back.
+  bool undo(DocumentId document);
+  bool redo(DocumentId document);
+  std::size_t undoCount(DocumentId document) const;
+  std::size_t redoCount(DocumentId document) const;
+  void forget(DocumentId document);
+
+  /// While one stands, changes are housekeeping: kept by nobody and never taken back.
+  class Suspension {
+   public:
+    explicit Suspension(UndoLog& log) : log_(log) { ++log_.suspended_; }
+    ~Suspension() { --log_.suspended_; }
+    Suspension(const Suspension&) = delete;
+    Suspension& operator=(const Suspension&) = delete;
+
+   private:
+    UndoLog& log_;
+  };
+
+ private:
+  struct Step {
+    DocumentId document;
+    std::string name;
+    std::vector<Exchange> entries;
+  };
+  struct Scope {
+    int number;
+    std::string name;
+    std::size_t firstEntry;
+  };
+  void takeBack(std::vector<Exchange>& entries, std::size_t from);
+  bool move(std::vector<Step>& from, std::vector<Step>& to, DocumentId document);
+  void keep(Step step);
+
+  Store& store_;
+  DependencyGraph& graph_;
+  std::vector<Step> done_, undone_;
+  std::vector<Scope> scopes_;
+  Step open_;
+  int lastNumber_ = 0;
+  int suspended_ = 0;
+};
+
+}  // namespace quorvel::host
