@@ -1,0 +1,161 @@
+// Which host event leads where: each handler is a guard and a call of the routine that owns the consequence.
+//
+// Guards look at the host and not at flags where they can, because a handler may be entered again by its own writes. A
+// test whose read fails is false. Rows that end in a comment have no consequence: nothing reacts to that event yet.
+#include "addin/dsr_visio_connect.h"
+#include "addin/host_queries.h"
+#include "base/text.h"
+#include "document/document_created.h"
+#include "document/hover_upkeep.h"
+#include "document/initialize_page.h"
+#include "document/logo_bounds.h"
+#include "shapes/paste_batch.h"
+#include "shapes/shape_added.h"
+
+namespace quorvel::addin {
+namespace {
+
+/// Cells that the add-in itself writes around every save.
+bool isOwnBookkeeping(const Cell& cell) {
+  const std::string name = cell.Name().or_({});
+  return equalIgnoringCase(name, "User.AddinIsFound") || startsWithIgnoringCase(name, "Actions.Menu");
+}
+
+bool showsDrawing(const Window& window) {
+  const auto caption = window.Caption();
+  return window.Type() == visio::windowDrawing && caption && !containsIgnoringCase(*caption, ".vss");
+}
+
+constexpr int rightButton = 2;
+
+}  // namespace
+
+// Documents.
+
+void dsrVisioConnect::DocumentCreated(Document document) {
+  if (hasQuorvelTemplate(document)) gvsoApp_DocumentCreated(*this, document);
+}
+
+void dsrVisioConnect::DocumentOpened(Document document) {
+  if (!hasQuorvelTemplate(document)) return;
+  // Nothing reacts yet: an opened drawing keeps the cells that it was saved with, and an older one is not converted.
+}
+
+void dsrVisioConnect::BeforeDocumentSave(Document document) {
+  if (!hasQuorvelTemplate(document)) return;
+  // Nothing reacts yet: the file keeps User.AddinIsFound and User.DocumentSaved as they stand in memory.
+}
+
+void dsrVisioConnect::BeforeDocumentSaveAs(Document document) {
+  if (!hasQuorvelTemplate(document)) return;
+  // Nothing reacts yet, as for a plain save.
+}
+
+void dsrVisioConnect::DocumentSaved(Document document) {
+  if (!hasQuorvelTemplate(document)) return;
+  // Nothing reacts yet: without a flip before the save there is nothing to flip back.
+}
+
+void dsrVisioConnect::DocumentSavedAs(Document document) {
+  if (!hasQuorvelTemplate(document)) return;
+  // Nothing reacts yet, as for a plain save.
+}
+
+void dsrVisioConnect::BeforeDocumentClose(Document document) {
+  if (!hasQuorvelTemplate(document)) return;
+  // Nothing reacts yet: there is no toolbar to take away with the last document of ours.
+}
+
+void dsrVisioConnect::AppActivated(Application) {
+  if (!bFlagSaveAs) return;
+  // Nothing reacts yet: no Save As leaves cells to be brought back.
+}
+
+void dsrVisioConnect::WindowActivated(Window window) {
+  if (!toolbarBuilt || !(window.Type() == visio::windowDrawing)) return;
+  // Nothing reacts yet: there is no toolbar to show or hide, and the host's hyperlink command is its own.
+}
+
+// Pages.
+
+void dsrVisioConnect::PageAdded(Page page) {
+  if (isQuorvelDocument(*this) && isInitialized(*this) && page.Background() == false) initializePage(*this, page);
+}
+
+void dsrVisioConnect::PageChanged(Page) {
+  // No guard of its own. Nothing reacts yet: links keep the page name that they were made with.
+}
+
+// Shapes and cells.
+
+void dsrVisioConnect::ShapeAdded(Shape shape) {
+  if (onForegroundPage(*this)) gvsoApp_ShapeAdded(*this, shape);
+}
+
+void dsrVisioConnect::BeforeShapeDelete(Shape) {
+  // Guarded by the shape's class. Nothing reacts yet: links to a deleted Task stay as they are.
+}
+
+void dsrVisioConnect::CellChanged(Cell cell) {
+  if (isOwnBookkeeping(cell) || !inPageWindow(*this) || !onForegroundPage(*this)) return;
+  keepLogoInsidePage(cell);
+}
+
+void dsrVisioConnect::FormulaChanged(Cell) {
+  // Guarded by the cell's name. Nothing reacts yet: a typed time is not captured, a chosen list entry stays an index.
+}
+
+void dsrVisioConnect::SelectionChanged(Window) {
+  if (gvsoApp.ActiveWindow().SubType() == visio::windowPage && onForegroundPage(*this)) beginPasteBatch(*this);
+}
+
+// Text.
+
+void dsrVisioConnect::BeforeShapeTextEdit(Shape) {
+  // Guarded by the shape's class. Nothing reacts yet: the locks of the shapes alone decide what may be typed.
+}
+
+void dsrVisioConnect::ShapeExitedTextEdit(Shape) {
+  // Guarded by the shape's class. Nothing reacts yet: a field that was typed over is not put back.
+}
+
+void dsrVisioConnect::TextChanged(Shape) {
+  if (!flagFindReplaceActive || !flagFindScopeEntered) return;
+  // Nothing reacts yet: no command of ours runs the host's Replace.
+}
+
+void dsrVisioConnect::BeforeModal(Application) {
+  if (!flagFindReplaceActive) return;
+  // Nothing reacts yet, as for the text changes of Replace.
+}
+
+void dsrVisioConnect::AfterModal(Application) {
+  if (!flagFindReplaceActive) return;
+  // Nothing reacts yet, as for the text changes of Replace.
+}
+
+void dsrVisioConnect::EnterScope(int, std::string_view) {
+  // Guarded by the scope's number: 1312 the shape data dialog, 1179 Replace. Nothing reacts yet to either.
+}
+
+void dsrVisioConnect::ExitScope(int, std::string_view) {
+  // Guarded by the scope's number, 1179. Nothing reacts yet.
+}
+
+// Commands and the mouse.
+
+void dsrVisioConnect::MarkerEvent(int, std::string_view) {
+  // Guarded by the context's end, "cmd=1" or "cmd=2". Nothing reacts yet: neither dialog stands.
+}
+
+void dsrVisioConnect::Click(CommandBarButton) {
+  // Guarded by the button's Tag. Nothing reacts yet: there is no toolbar.
+}
+
+void dsrVisioConnect::MouseDown(int button, int, double, double) { flag_right = button == rightButton; }
+
+void dsrVisioConnect::MouseMove(int, int, double x, double y) {
+  if (showsDrawing(gvsoApp.ActiveWindow())) gvsoApp_MouseMove(*this, x, y);
+}
+
+}  // namespace quorvel::addin

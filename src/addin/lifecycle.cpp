@@ -1,0 +1,23 @@
+// How the add-in's object comes to life with a host and lets go of it again.
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+void dsrVisioConnect::AddinInstance_OnConnection(Application application) {
+  AddinInstance_OnDisconnection();
+  installPath = platform.readProfile("Quorvel.ini", "Uninstall", "Quorvel Path", "c:\\", 255);
+  // The platform's idea of a current folder only: the process may be a command line or a script with relative paths.
+  folderBeforeConnecting = platform.currentFolder();
+  platform.setCurrentFolder(installPath);
+  gvsoApp = application;
+  if (gvsoApp) gvsoApp.backend()->advise(*this);
+}
+
+void dsrVisioConnect::AddinInstance_OnDisconnection() {
+  taskIdSuggestion.reset();
+  copiedTaskIdSuggestion.reset();
+  if (gvsoApp) gvsoApp.backend()->unadvise(*this);
+  gvsoApp = {};
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,11 @@
+// Addresses of the product's web site that are written into drawings.
+#pragma once
+
+#include <string_view>
+
+namespace quorvel::addin::website {
+
+inline constexpr std::string_view home = "https://quorvel.example";
+inline constexpr std::string_view legendExplained = "https://quorvel.example/Legend.htm";
+
+}  // namespace quorvel::addin::website

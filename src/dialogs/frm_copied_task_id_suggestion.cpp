@@ -1,0 +1,72 @@
+#include "dialogs/frm_copied_task_id_suggestion.h"
+
+#include "dialogs/escape_unloads.h"
+#include "shapes/filter_number_key.h"
+#include "shapes/task_id.h"
+
+namespace quorvel::addin {
+
+frmCopiedTaskIdSuggestion::frmCopiedTaskIdSuggestion(dsrVisioConnect& parent)
+    : Form("frmCopiedTaskIdSuggestion", "Copied Task ID Suggestion"),
+      frmParent(parent),
+      lblLetters(add(ControlKind::Label, "lblLetters",
+                     "When you copy tasks to this page, the Task ID letter shown below will be assigned to every task. "
+                     "If you prefer that a different letter be assigned,  enter it in the space provided. ")),
+      txtTaskIdLetter(add(ControlKind::TextBox, "txtTaskIdLetter")),
+      lblNumbers(add(ControlKind::Label, "lblNumbers",
+                     "Indicate below how you would like Quorvel to assign Task ID numbers:")),
+      OptionNew(add(ControlKind::OptionButton, "OptionNew",
+                    "Let the system assign new Task ID numbers, in the order in which tasks were originally placed on "
+                    "the page, starting with the number shown below.")),
+      OptionKeep(add(ControlKind::OptionButton, "OptionKeep", "Keep the existing Task ID numbers. ")),
+      txtNextTaskNumber(add(ControlKind::TextBox, "txtNextTaskNumber")),
+      txtSuggestedTaskId(add(ControlKind::TextBox, "txtSuggestedTaskId")),
+      BtnOK(add(ControlKind::Button, "BtnOK", "OK")) {
+  txtTaskIdLetter.label = "Task ID Letter(s)";
+  txtNextTaskNumber.label = "Next Task Number";
+  txtSuggestedTaskId.label = "Suggested Task ID";
+  txtSuggestedTaskId.readOnly = true;
+  BtnOK.isDefaultButton = true;
+  int row = 0;
+  for (const auto& control : controls()) control->gridRow = row++;
+
+  txtTaskIdLetter.onChange = txtNextTaskNumber.onChange = [this] { refreshSuggestion(); };
+  OptionNew.onClick = [this] { txtNextTaskNumber.setEnabled(true); };
+  OptionKeep.onClick = [this] { txtNextTaskNumber.setEnabled(false); };
+  for (Control* control : {&txtTaskIdLetter, &OptionNew, &OptionKeep, &BtnOK}) escapeUnloads(*control);
+  escapeUnloads(txtNextTaskNumber,
+                [this](int key) { return filterNumberKey(frmParent.platform, txtNextTaskNumber, key, 5, true, true); });
+  BtnOK.onClick = [this] {
+    refused_ = false;
+    close();
+  };
+}
+
+void frmCopiedTaskIdSuggestion::loading() {
+  refused_ = true;
+  const Page page = frmParent.gvsoApp.ActivePage();
+  std::string letters = taskIdLettersOf(page);
+  long number = nextTaskIdOf(page);
+  if (letters.empty()) {
+    letters = getTaskLetterPartFromPageName(frmParent);
+    number = 1;
+  }
+  txtTaskIdLetter.setText(letters);
+  txtNextTaskNumber.setText(std::to_string(number));
+  refreshSuggestion();
+  OptionNew.setState(CheckState::On);
+}
+
+bool frmCopiedTaskIdSuggestion::unloading() {
+  if (refused_) return true;
+  frmParent.flagKeepTaskIdNumbers = OptionKeep.isOn();
+  frmParent.strTaskIdLetters = txtTaskIdLetter.text();
+  frmParent.iTaskIdNumber = numberInBox(txtNextTaskNumber.text());
+  return true;
+}
+
+void frmCopiedTaskIdSuggestion::refreshSuggestion() {
+  txtSuggestedTaskId.setText(taskIdText(txtTaskIdLetter.text(), numberInBox(txtNextTaskNumber.text())));
+}
+
+}  // namespace quorvel::addin

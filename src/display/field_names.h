@@ -1,0 +1,11 @@
+// The names of a Task's detail fields, in the order that the display of details counts by.
+#pragma once
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// Fills `fieldNames` from index 1 to 17.
+void fillFieldNames(dsrVisioConnect& connect);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,21 @@
+#include "document/document_created.h"
+
+#include "base/basic_text.h"
+#include "document/document_cells.h"
+#include "document/initialize_document.h"
+#include "shapes/rows.h"
+
+namespace quorvel::addin {
+
+void gvsoApp_DocumentCreated(dsrVisioConnect& connect, const Document& document) {
+  const Shape sheet = document.DocumentSheet();
+  const bool isMissing = lacksRow(sheet, "User.DocumentSaved");
+  if (isMissing) addUserRow(sheet, "DocumentSaved");
+  // A template that we once saved brings the row along as true, but a document without a folder was never saved.
+  if (isMissing || document.Path() == "") sheet.Cells("User.DocumentSaved").FormulaForce(quoted("False"));
+  renewListSeparator(document);
+  initializeDocument(connect);
+  stampVersion(document);
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,12 @@
+// While the pointer rests on an indicator picture of a shape, the shape's hyperlinks stay out of the host's menu.
+#pragma once
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// `x` and `y` are inches on the active page. Turns the Invisible cell of all hyperlink rows of a shape on while the
+/// pointer is inside one of the shape's indicators, and off again outside; writes only what differs.
+void gvsoApp_MouseMove(const dsrVisioConnect& connect, double x, double y);
+
+}  // namespace quorvel::addin

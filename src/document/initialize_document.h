@@ -1,0 +1,11 @@
+// Makes a drawing a process map: the document's cells with their defaults, its protection, and its pages.
+#pragma once
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// Works on the active document. The host's hyperlink command and the last-save command are not switched yet.
+void initializeDocument(dsrVisioConnect& connect);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,75 @@
+#include "document/page_decorations.h"
+
+#include "base/basic_text.h"
+#include "data/install_folder.h"
+#include "data/web_site.h"
+#include "shapes/rows.h"
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+/// Between the page's edge and the decorations: 12.5 mm, in inches.
+constexpr double margin = 0.492125;
+
+void setInches(const Shape& shape, std::string_view cell, double inches) {
+  shape.Cells(cell).SetResult(visio::unitsInches, inches);
+}
+
+/// `mark` goes to Data1. It comes only after the host has reported the import as a new shape, so the row that marks the
+/// shape as known must be added here, or its first copy would pass for a first drop.
+Shape importMarked(const dsrVisioConnect& connect, const Page& page, std::string_view file, std::string_view mark) {
+  const Shape shape = page.Import(installedFile(connect.platform, file));
+  shape.SetData1(std::string(mark));
+  addUserRow(shape, "AlreadyAdded");
+  return shape;
+}
+
+void openOnDoubleClick(const Shape& shape, std::string_view address) {
+  shape.Cells("EventDblClick").FormulaForce("HYPERLINK(" + quoted(address) + ")");
+}
+
+}  // namespace
+
+void addLogo(const dsrVisioConnect& connect, const Page& page) {
+  const Shape logo = importMarked(connect, page, installed::logo, marks::logo);
+  setInches(logo, "Width", 1);
+  setInches(logo, "Height", 0.35);
+  setInches(logo, "PinX", margin + 0.5);
+  setInches(logo, "PinY", margin);
+  const Hyperlink link = logo.AddHyperlink();
+  link.SetAddress(std::string(website::home));
+  openOnDoubleClick(logo, website::home);
+  for (const char* cell : {"LockWidth", "LockHeight", "LockDelete", "NoObjHandles"}) {
+    logo.Cells(cell).FormulaForce("1");
+  }
+}
+
+void addLegend(const dsrVisioConnect& connect, const Page& page) {
+  constexpr double height = 1.42;
+  const Shape legend = importMarked(connect, page, installed::legend, marks::legend);
+  setInches(legend, "Width", 1);
+  setInches(legend, "Height", height);
+  legend.Cells("PinX").FormulaForce("ThePage!PageWidth-1 in");
+  setInches(legend, "PinY", height / 2 + margin);
+  const Hyperlink link = legend.AddHyperlink();
+  link.SetAddress(std::string(website::legendExplained));
+  link.SetDescription("Double-click for a detailed explanation of the Task shape.");
+  openOnDoubleClick(legend, website::legendExplained);
+}
+
+void addTitleBox(const Page& page) {
+  constexpr double width = 5.5;
+  const Shape title = page.DrawRectangle(0, 0, width, 0.375);
+  setInches(title, "PinX", width / 2 + margin);
+  title.Cells("PinY").FormulaForce("ThePage!PageHeight-0.7 in");
+  // The style comes first: applying it resets the cells below.
+  title.SetStyle("Text Only");
+  title.SetText("Page Title");
+  title.Cells("Para.HorzAlign[1]").FormulaForce("0");
+  title.Cells("Char.Size[1]").SetResult(visio::unitsPoints, 18);
+  title.Cells("Char.Style[1]").FormulaForce("1");
+  title.Cells("FillPattern").FormulaForce("0");
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,12 @@
+// Asks for the letters and the first number of a page's Task IDs.
+#pragma once
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// True when the user accepted; then letters and number stand in the active page's cells. After a refusal nothing is
+/// written, and it is the caller's part to remove the shape.
+bool askTaskIdSuggestion(dsrVisioConnect& connect);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,17 @@
+// The first time that a shape enters a page: plain instances of our masters become working shapes.
+#pragma once
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// Marks logo and legend, and hands an instance of one of our masters to its class's routine below. Any other shape is
+/// left as it is.
+void firstDrop(dsrVisioConnect& connect, const Shape& shape);
+
+void firstDropOfProcessConnector(const dsrVisioConnect& connect, const Shape& connector);
+void firstDropOfTaskLink(const dsrVisioConnect& connect, const Shape& link);
+/// Asks for the page's letters when this is the page's only Task; a refusal removes the shape.
+void firstDropOfTask(dsrVisioConnect& connect, const Shape& task);
+
+}  // namespace quorvel::addin

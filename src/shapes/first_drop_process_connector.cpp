@@ -1,0 +1,24 @@
+// What makes a dropped Process Connector work.
+#include "base/basic_text.h"
+#include "document/document_cells.h"
+#include "shapes/first_drop.h"
+#include "shapes/rows.h"
+#include "shapes/shape_actions.h"
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+
+void firstDropOfProcessConnector(const dsrVisioConnect& connect, const Shape& connector) {
+  const std::string separator = listSeparator(connect.gvsoApp.ActiveDocument());
+  addUserRow(connector, "AlreadyAdded");
+  addActionRow(connector);
+  setAction(connector, 1, hyperlinkAction(separator), quoted("Define Connector Link..."));
+  connector.SetData1(std::string(masters::processConnector));
+  addActionRow(connector);
+  setAction(connector, 2, shapeDataAction, menuWithAddin("Modify Connector Text...", separator));
+  connector.Cells("Actions.D1").FormulaForce(disabledFormula(separator));
+  connector.Cells("LockTextEdit").FormulaForce("1");
+  connector.SetName("Connector." + connector.Cells("Prop.Connecting_TaskID").ResultStr(visio::unitsNone).or_({}));
+}
+
+}  // namespace quorvel::addin

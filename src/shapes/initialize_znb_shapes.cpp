@@ -1,0 +1,41 @@
+#include "shapes/initialize_znb_shapes.h"
+
+#include "base/basic_text.h"
+#include "data/stencil_texts.h"
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+void initializeTaskLink(const Shape& link) {
+  const Cell description = link.Cells("Prop.Task_Link");
+  // Also the guard of the field below: it must not come back to a link that shows its time already.
+  if (!(description.ResultStr(visio::unitsNone) == placeholder::taskLink)) return;
+  description.FormulaForce(quoted("Task Link"));
+  link.Cells("Prop.Task_Link.Label").FormulaForce(quoted("Task Link Description"));
+  link.Cells("Fields.Value").FormulaForce("Prop.Task_Link");
+}
+
+void initializeTask(const Shape& task) {
+  const Cell description = task.Cells("Prop.Task_Description");
+  if (!(description.ResultStr(visio::unitsNone) == placeholder::taskDescription)) return;
+  description.FormulaForce(quoted("Task Description"));
+  if (const auto id = task.ID()) {
+    task.Shapes()
+        .Item(taskMember::descriptionBox)
+        .Cells("Fields.Value")
+        .FormulaForce("Sheet." + std::to_string(*id) + "!Prop.Task_Description");
+  }
+}
+
+}  // namespace
+
+void InitializeZNBShapes(const dsrVisioConnect& connect) {
+  for (const Shape& shape : connect.gvsoApp.ActiveWindow().Selection().all()) {
+    if (IsTaskLink(shape)) initializeTaskLink(shape);
+    // A member of a Task answers the same master, but has neither the description nor the boxes.
+    if (IsTask(shape) && isTopLevel(shape)) initializeTask(shape);
+  }
+}
+
+}  // namespace quorvel::addin

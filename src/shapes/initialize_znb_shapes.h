@@ -1,0 +1,11 @@
+// Puts working texts and fields in the place of what the stencil's masters hold.
+#pragma once
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// Walks the active selection. A shape whose description the user has changed already is left alone.
+void InitializeZNBShapes(const dsrVisioConnect& connect);
+
+}  // namespace quorvel::addin

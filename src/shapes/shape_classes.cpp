@@ -1,0 +1,39 @@
+#include "shapes/shape_classes.h"
+
+#include <algorithm>
+
+namespace quorvel::addin {
+
+std::string classNameOf(const Shape& shape) {
+  const std::string name = shape.Master().Name().or_({});
+  return name.substr(0, name.find('.'));
+}
+
+bool IsTask(const Shape& shape) { return classNameOf(shape) == masters::task; }
+
+bool IsTaskLink(const Shape& shape) { return classNameOf(shape) == masters::taskLink; }
+
+bool IsProcessConnector(const Shape& shape) {
+  const std::string name = classNameOf(shape);
+  return name == masters::connector || name == masters::processConnector;
+}
+
+bool isTopLevel(const Shape& shape) { return shape && !shape.Parent(); }
+
+bool isSubTaskBox(const Shape& shape) {
+  return shape.Data1() == marks::subTaskBox || shape.Name() == marks::subTaskBox;
+}
+
+bool containProcessConectorOrSubtask(const Selection& selection) {
+  selection.SetIterationMode(visio::selectModeSkipSuper);
+  return std::ranges::any_of(selection.all(),
+                             [](const Shape& shape) { return IsProcessConnector(shape) || isSubTaskBox(shape); });
+}
+
+bool FnDiffrentShape(const Selection& selection) {
+  const std::vector<Shape> members = selection.all();
+  return std::ranges::any_of(members,
+                             [&](const Shape& shape) { return classNameOf(shape) != classNameOf(members.front()); });
+}
+
+}  // namespace quorvel::addin

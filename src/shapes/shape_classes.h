@@ -1,0 +1,59 @@
+// How a shape is recognised as one of our classes: by its master's name or by the mark in Data1, never by its own name.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/host_model.h"
+
+namespace quorvel::addin {
+
+/// The first pieces of our masters' names. Both connector names are one class.
+namespace masters {
+inline constexpr std::string_view task = "Task";
+inline constexpr std::string_view taskLink = "Task Link";
+inline constexpr std::string_view connector = "Connector";
+inline constexpr std::string_view processConnector = "Process Connector";
+}  // namespace masters
+
+/// What stands in Data1 of the shapes that we make or mark.
+namespace marks {
+inline constexpr std::string_view detail = "Pline";
+inline constexpr std::string_view subTaskBox = "SUBTask_ID";
+inline constexpr std::string_view logo = "Logo";
+inline constexpr std::string_view legend = "Legend";
+inline constexpr std::string_view notes = "pic_indicatesNotes";
+inline constexpr std::string_view taskHyperlink = "pic_indicatorTaskDescription";
+inline constexpr std::string_view subTaskHyperlink = "PicIndicateHypersubTAsk";
+/// Begins Data3 of the hyperlink icon beside a detail line; the icon's Data1 is `detail`.
+inline constexpr std::string_view detailHyperlink = "PicLinked";
+}  // namespace marks
+
+/// Sub-shapes of a Task are addressed by their 1-based place in the group.
+namespace taskMember {
+inline constexpr int lowerBox = 2, subTaskBox = 3, descriptionBox = 4;
+}
+
+/// The master's name up to the first "."; empty for a shape without a master. A member that came with its group's
+/// master answers that master's name.
+std::string classNameOf(const Shape& shape);
+
+/// Each is false for a shape without a master. A member of a Task counts as a Task here; see `isTopLevel`.
+bool IsTask(const Shape& shape);
+bool IsTaskLink(const Shape& shape);
+bool IsProcessConnector(const Shape& shape);
+
+/// Does the shape stand on the page itself, in no group?
+bool isTopLevel(const Shape& shape);
+
+/// By its mark or by its name: boxes of older drawings bear only one of the two.
+bool isSubTaskBox(const Shape& shape);
+
+/// Does the selection hold a Process Connector or a sub-task box? Members of groups are looked at in their own right;
+/// the selection keeps that way of walking.
+bool containProcessConectorOrSubtask(const Selection& selection);
+
+/// Are there members of another class than the first one's? Members without a master count as a class of their own.
+bool FnDiffrentShape(const Selection& selection);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,27 @@
+// The form of a Task ID, and the letters that a page's name suggests for it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// Letters and number with at least two digits: "A" and 7 give "A07". No letters are allowed too.
+std::string taskIdText(std::string_view letters, long number);
+
+/// What stands before the first blank of the page's name when it is one to four characters long, else "Z".
+std::string taskLettersFromPageName(std::string_view pageName);
+/// The same for the active page.
+std::string getTaskLetterPartFromPageName(const dsrVisioConnect& connect);
+
+/// The number that a number box holds, by its leading digits; 0 for an empty box. What is too large to be a Task number
+/// is cut to 2147483647.
+long numberInBox(std::string_view text);
+
+/// The page's cells for its IDs: the number of the next Task and the letters.
+long nextTaskIdOf(const Page& page);
+std::string taskIdLettersOf(const Page& page);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,97 @@
+// The format pictures of Task Links, letter for letter: drawings in the field hold these texts.
+#include <gtest/gtest.h>
+
+#include "links/task_link_picture.h"
+#include "vocab/parse.h"
+
+namespace quorvel::addin {
+namespace {
+
+PictureParts partsWith(std::string_view abbreviations, std::string separator = ",") {
+  return {parse("Seconds;Minutes;Hours;Days;Weeks", ";"), parse(abbreviations, ";"), std::move(separator)};
+}
+
+TEST(LinkPicture, TextsAreExact) {
+  const PictureParts parts = partsWith("s;m;h;d;w");
+  const struct {
+    LinkPicture picture;
+    const char* text;
+  } cases[] = {
+      {LinkPicture::DescriptionAndTime,
+       R"(IF(STRSAME(Prop.Time_Units,"Seconds"),"'"&User.Single_TaskLink&"' ' ('0.##'s)'",)"
+       R"(IF(STRSAME(Prop.Time_Units,"Minutes"),"'"&User.Single_TaskLink & "' ' ('0.##'m)'",)"
+       R"(IF(STRSAME(Prop.Time_Units,"Hours"),"'"&User.Single_TaskLink &"' ' ('0.##'h)'",)"
+       R"(IF(STRSAME(Prop.Time_Units,"Days"),"'"&User.Single_TaskLink&"' ' ('0.###'d)'",)"
+       R"("'"&User.Single_TaskLink&"' ' ('0.###'w)'")))))"},
+      {LinkPicture::DescriptionAndTimeAboveZero,
+       R"(IF(STRSAME(Prop.Time_Units,"Seconds"),"'"&User.Single_TaskLink&"' ' ('0.##'s)'",)"
+       R"(IF(STRSAME(Prop.Time_Units,"Minutes"),"'"&User.Single_TaskLink&"' ' ('0.##'m)'",)"
+       R"(IF(STRSAME(Prop.Time_Units,"Hours"),"'"&User.Single_TaskLink&"' ' ('0.##'h)'",)"
+       R"(IF(STRSAME(Prop.Time_Units,"Days"),"'"&User.Single_TaskLink&"' ' ('0.###'d)'",)"
+       R"("'"&User.Single_TaskLink&"' ' ('0.###'w)'")))))"},
+      {LinkPicture::TimeOnly, R"(IF(STRSAME(Prop.Time_Units,"Seconds"),"' ('0.##'s)'",)"
+                              R"(IF(STRSAME(Prop.Time_Units,"Minutes"),"' ('0,##'m)'",)"
+                              R"(IF(STRSAME(Prop.Time_Units,"Hours"),"' ('0,##'h)'",)"
+                              R"(IF(STRSAME(Prop.Time_Units,"Days"),"' ('0,###'d)'",)"
+                              R"("' ('0.###'w)'")))))"},
+      {LinkPicture::TimeOnlyAboveZero, R"(IF(STRSAME(Prop.Time_Units,"Seconds"),"' ('0.##'s)'",)"
+                                       R"(IF(STRSAME(Prop.Time_Units,"Minutes"),"' ('0.##'m)'",)"
+                                       R"(IF(STRSAME(Prop.Time_Units,"Hours"),"' ('0.##'h)'",)"
+                                       R"(IF(STRSAME(Prop.Time_Units,"Days"),"' ('0.##'d)'",)"
+                                       R"("' ('0.###'w)'")))))"},
+      {LinkPicture::DescriptionOnly, R"(= IF(StrSame(Prop.Time_Units,"Seconds"),"'"&User.Single_TaskLink&" ' ' ",)"
+                                     R"(IF(StrSame(Prop.Time_Units,"Minutes"),"'"&User.Single_TaskLink&" ' ' ",)"
+                                     R"(IF(StrSame(Prop.Time_Units,"Hours"),"'"&User.Single_TaskLink&" ' '",)"
+                                     R"(IF(StrSame(Prop.Time_Units,"Days"),"'"&User.Single_TaskLink&" ' ' ",)"
+                                     R"("'"&User.Single_TaskLink&" ' ' ")))))"},
+      {LinkPicture::Empty, R"(= IF(StrSame(Prop.Time_Units,"Seconds"),"",IF(StrSame(Prop.Time_Units,"Minutes"),"",)"
+                           R"(IF(StrSame(Prop.Time_Units,"Hours"),"",IF(StrSame(Prop.Time_Units,"Days"),"","")))))"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(linkPicture(c.picture, parts), c.text);
+}
+
+TEST(LinkPicture, TheSeparatorOfTheMachineStandsBetweenArguments) {
+  EXPECT_EQ(linkPicture(LinkPicture::TimeOnlyAboveZero, partsWith(";sec;min;hr;dy;wk;", ";")),
+            R"(IF(STRSAME(Prop.Time_Units;"Seconds");"' ('0.##'sec)'";)"
+            R"(IF(STRSAME(Prop.Time_Units;"Minutes");"' ('0.##'min)'";)"
+            R"(IF(STRSAME(Prop.Time_Units;"Hours");"' ('0.##'hr)'";)"
+            R"(IF(STRSAME(Prop.Time_Units;"Days");"' ('0.##'dy)'";)"
+            R"("' ('0.###'wk)'")))))");
+}
+
+TEST(LinkPicture, SwitchesAndTimeDecideWhichStands) {
+  using enum LinkPicture;
+  const Maybe<double> failed;
+  const Maybe<LinkPicture> none;
+  const struct {
+    Maybe<double> description, time, timeAboveZero;
+    Maybe<LinkPicture> withTime, withoutTime;
+  } cases[] = {
+      {1, 1, 0, DescriptionAndTime, DescriptionAndTime},
+      {1, 1, 1, DescriptionAndTimeAboveZero, DescriptionOnly},
+      {1, 1, 2, DescriptionAndTimeAboveZero, DescriptionOnly},
+      {0, 1, 0, TimeOnly, TimeOnly},
+      {0, 1, 1, TimeOnlyAboveZero, Empty},
+      {0, 1, 2, TimeOnlyAboveZero, Empty},
+      {1, 0, failed, DescriptionOnly, DescriptionOnly},
+      {0, 0, 1, Empty, Empty},
+      {1, 1, failed, none, none},
+      {failed, 0, 0, none, none},
+  };
+  for (const auto& c : cases) {
+    Maybe<LinkPicture> withTime, withoutTime;
+    for (const LinkPictureRule& rule : linkPictureRules()) {
+      if (!rule.fits(c.description, c.time, c.timeAboveZero)) continue;
+      withTime = rule.picture;
+      withoutTime = rule.testsTime ? rule.otherwise : rule.picture;
+    }
+    const auto shown = [](const Maybe<LinkPicture>& picture) { return picture ? static_cast<int>(*picture) : -1; };
+    EXPECT_EQ(shown(withTime), shown(c.withTime)) << &c - cases;
+    EXPECT_EQ(shown(withoutTime), shown(c.withoutTime)) << &c - cases;
+  }
+}
+
+TEST(LinkPicture, ApostrophesLeaveTheQuotedText) { EXPECT_EQ(withEscapedApostrophes("Boss's OK"), R"(Boss'\''s OK)"); }
+
+}  // namespace
+}  // namespace quorvel::addin
