@@ -1,0 +1,270 @@
+#include "host/commands/rows.h"
+
+#include <algorithm>
+
+#include "host/cells/cell_name.h"
+#include "host/cells/cell_table.h"
+
+namespace quorvel::host {
+namespace {
+
+constexpr int tagComponent = 137;
+
+bool isKnownSection(int section) {
+  const auto number = static_cast<SectionNumber>(section);
+  return section > 0 && section < 250 &&
+         (isGeometry(number) || (number != SectionNumber::Object && !fileNameOf(number).empty()));
+}
+
+bool hasNamedRows(SectionNumber section) {
+  switch (section) {
+    case SectionNumber::User:
+    case SectionNumber::Property:
+    case SectionNumber::Action:
+    case SectionNumber::Hyperlink:
+    case SectionNumber::Control:
+    case SectionNumber::Connection:
+    case SectionNumber::ActionTag:
+      return true;
+    default:
+      return false;
+  }
+}
+
+RowOutcome refusedRow(std::string reason) { return {Outcome::refused(std::move(reason)), -1, {}}; }
+
+/// A new row is announced by its own cell, as a write to it would be.
+void tellRowAdded(Engine& engine, SheetId sheet, SectionNumber section, RowKey row) {
+  const CellAddress cell{sheet, {section, row, 0}};
+  engine.recalculateAndTell({}, {cell});
+  if (engine.store.sheet(sheet))
+    engine.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine.handle(cell)); });
+}
+
+/// All cells of a row that is about to go: what reads them must be told.
+std::vector<CellAddress> cellsOf(SheetId sheet, SectionNumber section, RowKey row) {
+  std::vector<CellAddress> cells;
+  for (const CellDefinition& definition : cellDefinitions()) {
+    if (definition.section == section) cells.push_back({sheet, {section, row, definition.column}});
+  }
+  return cells;
+}
+
+std::size_t localPlace(const Sheet& sheet, SectionNumber section, RowKey row) {
+  const auto& rows = sheet.find(section)->rows;
+  return static_cast<std::size_t>(
+      std::find_if(rows.begin(), rows.end(), [&](const Row& other) { return other.key == row; }) - rows.begin());
+}
+
+/// Rows without a name are found by their number; making room moves those behind one up.
+void renumberFrom(Engine& engine, SheetId id, SectionNumber section, std::uint32_t first) {
+  const Section* held = engine.store.sheet(id)->find(section);
+  if (!held) return;
+  for (std::size_t i = held->rows.size(); i-- > 0;) {
+    const Row& row = held->rows[i];
+    if (!row.key.isNamed() && row.key.index() >= first)
+      engine.edit.setRowHead(id, section, i, RowKey::index(row.key.index() + 1), row.name, row.type);
+  }
+}
+
+}  // namespace
+
+Maybe<RowView> rowAt(const Store& store, SheetId sheet, SectionNumber section, int place) {
+  const std::vector<RowView> rows = rowsOf(store, sheet, section);
+  if (place < 0) return {};
+  if (isGeometry(section)) {
+    if (place == 0) {
+      if (!rowExists(store, sheet, section, RowKey::index(0), false)) return {};
+      RowView component;
+      component.key = RowKey::index(0);
+      component.type = tagComponent;
+      return component;
+    }
+    int vertex = 0;
+    for (const RowView& row : rows) {
+      if (row.key != RowKey::index(0) && ++vertex == place) return row;
+    }
+    return {};
+  }
+  if (place >= static_cast<int>(rows.size())) return {};
+  return rows[static_cast<std::size_t>(place)];
+}
+
+int placeOf(const Store& store, SheetId sheet, SectionNumber section, RowKey key) {
+  const bool geometry = isGeometry(section);
+  if (geometry && key == RowKey::index(0)) return 0;
+  int place = geometry ? 1 : 0;
+  for (const RowView& row : rowsOf(store, sheet, section)) {
+    if (geometry && row.key == RowKey::index(0)) continue;
+    if (row.key == key) return place;
+    ++place;
+  }
+  return -1;
+}
+
+RowOutcome addNamedRow(Engine& engine, SheetId id, int number, std::string_view name) {
+  const Sheet* sheet = engine.store.sheet(id);
+  if (!sheet) return refusedRow("the object is gone");
+  const auto section = static_cast<SectionNumber>(number);
+  if (!isKnownSection(number) || !hasNamedRows(section)) return refusedRow("the section has no named rows");
+  if (!isRowName(name)) return refusedRow("the name can't name a row");
+  const Atom atom = intern(name);
+  const RowKey key = RowKey::named(atom);
+  const Row* local = sheet->find(section, key);
+  if (local && !local->deleted) return refusedRow("the sheet has a row of this name");
+  CommandScope scope(engine, sheet->document, "Row");
+  if (local) engine.edit.removeRow(id, section, localPlace(*sheet, section, key));
+  Row row;
+  row.key = key;
+  row.name = atom;
+  const Section* held = sheet->find(section);
+  engine.edit.insertRow(id, section, held ? held->rows.size() : 0, std::move(row));
+  tellRowAdded(engine, id, section, key);
+  scope.commit();
+  return {Outcome::done(), placeOf(engine.store, id, section, key), key};
+}
+
+RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
+  const Sheet* sheet = engine.store.sheet(id);
+  if (!sheet) return refusedRow("the object is gone");
+  if (!isKnownSection(number)) return refusedRow("no such section");
+  const auto section = static_cast<SectionNumber>(number);
+  const std::vector<RowView> rows = rowsOf(engine.store, id, section);
+  const bool geometry = isGeometry(section);
+  if (geometry && !sheet->isShape()) return refusedRow("only shapes have geometry");
+
+  std::uint32_t first = geometry ? 1 : 0, next = first;
+  for (const RowView& row : rows) {
+    if (!row.key.isNamed()) next = std::max(next, row.key.index() + 1);
+  }
+  std::uint32_t index = next;
+  if (geometry && tag == tagComponent) {
+    if (sheet->find(section, RowKey::index(0))) return refusedRow("the section is there already");
+    index = 0;
+  } else if (geometry && !rowExists(engine.store, id, section, RowKey::index(0), false)) {
+    return refusedRow("the section is missing");
+  } else if (place >= 0) {
+    const Maybe<RowView> at = rowAt(engine.store, id, section, place);
+    if (at && !at->key.isNamed()) index = at->key.index();
+    if (!at && place > static_cast<int>(rows.size()) + 1) return refusedRow("the place lies behind the last row");
+  }
+
+  CommandScope scope(engine, sheet->document, "Row");
+  Row row;
+  row.type = static_cast<std::uint8_t>(geometry ? tag : 0);
+  if (section == SectionNumber::Hyperlink) {
+    // The host names these rows itself.
+    for (int n = static_cast<int>(rows.size()) + 1;; ++n) {
+      row.name = intern("Row_" + std::to_string(n));
+      if (!rowExists(engine.store, id, section, RowKey::named(row.name), false)) break;
+    }
+    row.key = RowKey::named(row.name);
+  } else {
+    if (index < next) renumberFrom(engine, id, section, index);
+    row.key = RowKey::index(index);
+  }
+  const RowKey key = row.key;
+  std::size_t where = 0;
+  if (const Section* held = sheet->find(section)) {
+    const auto behind = key.isNamed() ? held->rows.end()
+                                      : std::find_if(held->rows.begin(), held->rows.end(), [&](const Row& other) {
+                                          return !other.key.isNamed() && other.key.index() > key.index();
+                                        });
+    where = static_cast<std::size_t>(behind - held->rows.begin());
+  }
+  engine.edit.insertRow(id, section, where, std::move(row));
+  tellRowAdded(engine, id, section, key);
+  scope.commit();
+  return {Outcome::done(), placeOf(engine.store, id, section, key), key};
+}
+
+Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
+  const Sheet* sheet = engine.store.sheet(id);
+  if (!sheet) return Outcome::refused("the object is gone");
+  if (!isKnownSection(number)) return Outcome::refused("no such section");
+  const auto section = static_cast<SectionNumber>(number);
+  const Maybe<RowView> row = rowAt(engine.store, id, section, place);
+  if (!row) return Outcome::refused("no such row");
+  CommandScope scope(engine, sheet->document, "Delete row");
+  const RowKey key = row->key;
+  if (sheet->find(section, key)) engine.edit.removeRow(id, section, localPlace(*sheet, section, key));
+  if (rowExists(engine.store, id, section, key, false)) {
+    Row hidden;
+    hidden.key = key;
+    hidden.name = row->name;
+    hidden.deleted = true;
+    const Section* held = engine.store.sheet(id)->find(section);
+    engine.edit.insertRow(id, section, held ? held->rows.size() : 0, std::move(hidden));
+  }
+  engine.recalculateAndTell({}, cellsOf(id, section, key));
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome deleteSection(Engine& engine, SheetId id, int number) {
+  const Sheet* sheet = engine.store.sheet(id);
+  if (!sheet) return Outcome::refused("the object is gone");
+  if (!isKnownSection(number)) return Outcome::refused("no such section");
+  const auto section = static_cast<SectionNumber>(number);
+  const std::vector<RowView> rows = rowsOf(engine.store, id, section);
+  if (rows.empty() && !sheet->find(section)) return Outcome::refused("the sheet has no such section");
+  CommandScope scope(engine, sheet->document, "Delete section");
+  std::optional<Section> content;
+  if (sheet->prototype) {
+    content.emplace();
+    content->number = section;
+    content->deleted = true;
+  }
+  engine.edit.replaceSection(id, section, std::move(content));
+  std::vector<CellAddress> gone;
+  for (const RowView& row : rows) {
+    const auto cells = cellsOf(id, section, row.key);
+    gone.insert(gone.end(), cells.begin(), cells.end());
+  }
+  engine.recalculateAndTell({}, gone);
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key, std::string_view name) {
+  const Sheet* sheet = engine.store.sheet(id);
+  if (!sheet || !rowExists(engine.store, id, section, key, false)) return Outcome::refused("no such row");
+  if (!hasNamedRows(section)) return Outcome::refused("the section has no named rows");
+  if (!isRowName(name)) return Outcome::refused("the name can't name a row");
+  const Atom atom = intern(name);
+  const RowKey renamed = RowKey::named(atom);
+  if (renamed != key && rowExists(engine.store, id, section, renamed, false))
+    return Outcome::refused("another row bears this name");
+  if (!sheet->find(section, key)) return Outcome::refused("the row belongs to the master");
+  CommandScope scope(engine, sheet->document, "Rename row");
+  const std::size_t place = localPlace(*sheet, section, key);
+  engine.edit.setRowHead(id, section, place, renamed, atom, sheet->find(section)->rows[place].type);
+  engine.recalculateAndTell({}, cellsOf(id, section, renamed));
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome setRowType(Engine& engine, SheetId id, int number, int place, int tag) {
+  const auto section = static_cast<SectionNumber>(number);
+  const Sheet* sheet = engine.store.sheet(id);
+  if (!sheet || !isGeometry(section)) return Outcome::refused("only Geometry rows have a type");
+  const Maybe<RowView> row = rowAt(engine.store, id, section, place);
+  if (!row || place == 0) return Outcome::refused("no such row");
+  if (!((tag >= 138 && tag <= 144) || (tag >= 165 && tag <= 166) || (tag >= 193 && tag <= 195) || (tag >= 236 && tag <= 240)))
+    return Outcome::refused("no such kind of row");
+  CommandScope scope(engine, sheet->document, "Row type");
+  if (!sheet->find(section, row->key)) {
+    Row own;
+    own.key = row->key;
+    own.type = static_cast<std::uint8_t>(tag);
+    const Section* held = sheet->find(section);
+    engine.edit.insertRow(id, section, held ? held->rows.size() : 0, std::move(own));
+  } else {
+    const std::size_t at = localPlace(*sheet, section, row->key);
+    engine.edit.setRowHead(id, section, at, row->key, row->name, static_cast<std::uint8_t>(tag));
+  }
+  scope.commit();
+  return Outcome::done();
+}
+
+}  // namespace quorvel::host

@@ -1,0 +1,116 @@
+#include "host/commands/write_cell.h"
+
+#include "base/text.h"
+#include "host/cells/cell_table.h"
+#include "host/commands/text_fields.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+namespace {
+
+std::string_view bare(std::string_view formula) {
+  formula = trimmed(formula);
+  if (!formula.empty() && formula.front() == '=') formula = trimmed(formula.substr(1));
+  return formula;
+}
+
+bool isText(const Engine& engine, const CellAddress& cell) {
+  const CellDefinition* definition = definitionOf(cell.key);
+  if (definition && definition->units == CellUnits::Text) return true;
+  return (cell.key.section == SectionNumber::User || cell.key.section == SectionNumber::Property) &&
+         cellValue(engine.store, cell.sheet, cell.key).isText();
+}
+
+/// The cell as it will stand, before evaluation; nothing for text that is no formula.
+Maybe<Cell> contentFor(Engine& engine, const CellAddress& cell, std::string_view formula) {
+  Cell content;
+  if (formula.empty() || equalIgnoringCase(formula, "No Formula")) {
+    content.noFormula = true;
+    if (isText(engine, cell)) content.value = Value::text("");
+    return content;
+  }
+  FormulaPtr parsed = engine.store.formulas().get(formula);
+  if (!parsed) return {};
+  if (parsed->constant()) {
+    content.value = fitToCell(engine.store, cell, *parsed->constant());
+    // Most cells hold plain constants; those that read back to the letter need no formula object.
+    if (formulaText(content) == parsed->text()) return content;
+  } else {
+    content.value = cellValue(engine.store, cell.sheet, cell.key);
+  }
+  content.formula = std::move(parsed);
+  return content;
+}
+
+Outcome commit(Engine& engine, const CellAddress& cell, Cell content) {
+  const FoundCell before = findCell(engine.store, cell.sheet, cell.key);
+  const std::string oldFormula = formulaFor(engine.store, cell.sheet, before);
+  const Value oldValue = cellValue(engine.store, cell.sheet, cell.key);
+  const bool evaluates = content.formula && !content.formula->constant();
+  const bool formulaChanged = formulaText(content) != oldFormula;
+  if (!formulaChanged && !evaluates && content.value == oldValue && before) return Outcome::done();
+
+  CommandScope scope(engine, engine.store.sheet(cell.sheet)->document, "Cell");
+  engine.edit.setCell(cell, std::move(content));
+  std::vector<CellAddress> followed;
+  if (evaluates) {
+    followed = engine.recalculate({cell}, {});
+    std::erase(followed, cell);
+  } else if (!(cellValue(engine.store, cell.sheet, cell.key) == oldValue)) {
+    followed = engine.recalculate({}, {cell});
+  }
+  const bool valueChanged = !(cellValue(engine.store, cell.sheet, cell.key) == oldValue);
+  ++engine.writeDepth;
+  const auto alive = [&] { return engine.store.sheet(cell.sheet) != nullptr; };
+  if (formulaChanged)
+    engine.events.raise([&](ApplicationEvents& listener) { listener.FormulaChanged(engine.handle(cell)); });
+  if (valueChanged && alive())
+    engine.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine.handle(cell)); });
+  for (const CellAddress& other : followed) {
+    if (engine.store.sheet(other.sheet))
+      engine.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine.handle(other)); });
+  }
+  --engine.writeDepth;
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome check(Engine& engine, const CellAddress& cell, bool force) {
+  if (!engine.store.sheet(cell.sheet)) return Outcome::refused("the object is gone");
+  if (engine.writeDepth >= Engine::deepestWrite) return Outcome::refused("writes inside writes are nested too deeply");
+  if (!cellExists(engine.store, cell.sheet, cell.key, false)) return Outcome::refused("no such cell");
+  if (force) return Outcome::done();
+  const FoundCell found = findCell(engine.store, cell.sheet, cell.key);
+  if (found.formula && found.formula->formula && found.formula->formula->isGuarded())
+    return Outcome::refused("the cell is guarded");
+  return Outcome::done();
+}
+
+}  // namespace
+
+Outcome writeFormula(Engine& engine, const CellAddress& cell, std::string_view formula, bool force) {
+  if (isFieldToBe(engine, cell)) return writeFirstField(engine, cell.sheet, bare(formula));
+  if (Outcome checked = check(engine, cell, force); !checked) return checked;
+  Maybe<Cell> content = contentFor(engine, cell, bare(formula));
+  if (!content) return Outcome::refused("the text is no formula");
+  return commit(engine, cell, *content);
+}
+
+Outcome writeResult(Engine& engine, const CellAddress& cell, int unitsCode, double number, bool force) {
+  if (Outcome checked = check(engine, cell, force); !checked) return checked;
+  Cell content;
+  if (unitsCode == 0) {
+    content.value = Value::number(number, Unit::None);
+    // A bare number stands for internal units here, so an angle is not read as degrees.
+    const CellDefinition* definition = definitionOf(cell.key);
+    if (definition && definition->units == CellUnits::Length) content.value = Value::number(number, Unit::Inches);
+    if (definition && definition->units == CellUnits::Angle) content.value = Value::number(number, Unit::Degrees);
+    if (!definition || definition->units == CellUnits::Number) content.value = fitToCell(engine.store, cell, content.value);
+  } else {
+    const auto unit = static_cast<Unit>(unitsCode);
+    content.value = Value::number(toInternal(number, unit), unit);
+  }
+  return commit(engine, cell, std::move(content));
+}
+
+}  // namespace quorvel::host
