@@ -1,0 +1,305 @@
+#include "host/commands/copy_shapes.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "base/text.h"
+#include "host/cells/cell_table.h"
+#include "host/commands/layers.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+namespace {
+
+using SheetMap = std::unordered_map<SheetId, SheetId>;
+
+const CellKey& pinX() {
+  static const CellKey key = objectCell("PinX");
+  return key;
+}
+const CellKey& pinY() {
+  static const CellKey key = objectCell("PinY");
+  return key;
+}
+
+/// The style of that name in the target drawing; brought along when it has none.
+SheetId localStyle(Store& store, DocumentId document, SheetId styleId) {
+  const Sheet* style = store.sheet(styleId);
+  if (!style || style->document == document) return styleId;
+  const std::string name = style->name;
+  if (const SheetId known = store.styleNamed(document, name)) return known;
+  int number = 0;
+  for (const SheetId other : store.document(document)->styles) number = std::max(number, store.sheet(other)->shapeId + 1);
+  const SheetId made = store.addStyle(document, number, name);
+  store.sheet(made)->sections = store.sheet(styleId)->sections;
+  const auto parent = [&](SheetId Sheet::*member) {
+    const SheetId source = store.sheet(styleId)->*member;
+    if (source && source != styleId) store.sheet(made)->*member = localStyle(store, document, source);
+  };
+  parent(&Sheet::lineStyle);
+  parent(&Sheet::fillStyle);
+  parent(&Sheet::textStyle);
+  return made;
+}
+
+/// Content of `from` but its place in a page: cells, text, data, styles.
+void copyContent(Store& store, SheetId from, SheetId to) {
+  const Sheet& source = *store.sheet(from);
+  Sheet& target = *store.sheet(to);
+  target.data1 = source.data1;
+  target.data2 = source.data2;
+  target.data3 = source.data3;
+  target.text = source.text;
+  target.foreign = source.foreign;
+  target.sections = source.sections;
+  target.extras = source.extras;
+  const DocumentId document = target.document;
+  for (SheetId Sheet::*member : {&Sheet::lineStyle, &Sheet::fillStyle, &Sheet::textStyle}) {
+    const SheetId style = localStyle(store, document, store.sheet(from)->*member);
+    store.sheet(to)->*member = style;
+  }
+}
+
+/// References by number that mean shapes of the copied set come to mean the copies.
+void renumberReferences(Store& store, const SheetMap& copies) {
+  for (const auto& [from, to] : copies) {
+    const Page* page = store.page(store.sheet(from)->page);
+    for (Section& section : store.sheet(to)->sections) {
+      for (Row& row : section.rows) {
+        for (auto& [column, cell] : row.cells) {
+          if (!cell.formula) continue;
+          bool touched = false;
+          const std::string text = cell.formula->textWithIds([&](int id) {
+            const auto source = page->byShapeId.find(id);
+            if (source == page->byShapeId.end()) return id;
+            const auto copy = copies.find(source->second);
+            if (copy == copies.end()) return id;
+            const int renumbered = store.sheet(copy->second)->shapeId;
+            touched |= renumbered != id;
+            return renumbered;
+          });
+          if (touched) cell.formula = store.formulas().get(text);
+        }
+      }
+    }
+  }
+}
+
+SheetId copyTree(Store& store, SheetId from, PageId page, SheetId parent, SheetMap& copies) {
+  const SheetId to = store.addShape(page, parent, store.sheet(from)->kind);
+  copies[from] = to;
+  copyContent(store, from, to);
+  for (const SheetId child : std::vector<SheetId>(store.sheet(from)->children)) copyTree(store, child, page, to, copies);
+  return to;
+}
+
+MasterId copyMaster(Engine& engine, DocumentId document, MasterId source) {
+  Store& store = engine.store;
+  std::string name = store.master(source)->name;
+  if (store.masterNamed(document, name)) {
+    for (int n = 2;; ++n) {
+      const std::string candidate = name + "." + std::to_string(n);
+      if (store.masterNamed(document, candidate)) continue;
+      name = candidate;
+      break;
+    }
+  }
+  const MasterId made = store.addMaster(document, name);
+  Master& target = *store.master(made);
+  const Master& from = *store.master(source);
+  target.uniqueId = from.uniqueId;
+  target.baseId = from.baseId;
+  target.prompt = from.prompt;
+  target.extras = from.extras;
+  const Page& contents = *store.page(from.contents);
+  const PageId targetPage = target.contents;
+  copyContent(store, contents.sheet, store.page(targetPage)->sheet);
+  SheetMap copies;
+  for (const SheetId shape : contents.shapes) {
+    for (const SheetId sheet : store.subtree(shape)) {
+      // A master's shapes keep their numbers, by which instances find them.
+      const Sheet& original = *store.sheet(sheet);
+      const auto parent = copies.find(original.parent);
+      const SheetId to = store.addShape(targetPage, parent == copies.end() ? SheetId{} : parent->second, original.kind,
+                                        original.shapeId);
+      copies[sheet] = to;
+      copyContent(store, sheet, to);
+      store.sheet(to)->name = store.sheet(sheet)->name;
+      store.sheet(to)->universalName = store.sheet(sheet)->universalName;
+    }
+  }
+  for (const auto& [original, copy] : copies) {
+    const Sheet& from2 = *store.sheet(original);
+    if (!from2.prototype) continue;
+    if (from2.master) store.sheet(copy)->master = localMaster(engine, document, from2.master);
+    const Sheet* inner = store.sheet(from2.prototype);
+    const Page* innerPage = store.page(store.master(store.sheet(store.instanceRoot(copy))->master)->contents);
+    const auto found = innerPage->byShapeId.find(inner->shapeId);
+    if (found != innerPage->byShapeId.end()) store.sheet(copy)->prototype = found->second;
+  }
+  engine.graph.addSheet(store.page(targetPage)->sheet);
+  for (const auto& [original, copy] : copies) engine.graph.addSheet(copy);
+  return made;
+}
+
+SheetId instantiateTree(Store& store, SheetId prototype, PageId page, SheetId parent) {
+  const SheetId made = store.addShape(page, parent, store.sheet(prototype)->kind);
+  store.sheet(made)->prototype = prototype;
+  for (const SheetId child : std::vector<SheetId>(store.sheet(prototype)->children))
+    instantiateTree(store, child, page, made);
+  return made;
+}
+
+void setNumber(Engine& engine, SheetId sheet, const CellKey& key, double inches) {
+  Cell cell;
+  cell.value = Value::number(inches, Unit::Inches);
+  engine.edit.setCell({sheet, key}, std::move(cell));
+}
+
+/// Shifts where a shape stands: its ends for a 1-D shape whose ends hold no formula, else its pin.
+void shift(Engine& engine, SheetId shape, double dx, double dy, std::vector<CellAddress>& changed) {
+  static const CellKey beginX = objectCell("BeginX"), beginY = objectCell("BeginY"), endX = objectCell("EndX"),
+                       endY = objectCell("EndY");
+  const bool oneD = findCell(engine.store, shape, beginX).value != nullptr;
+  const auto move = [&](const CellKey& key, double by) {
+    const FoundCell found = findCell(engine.store, shape, key);
+    // An end that is glued stays where its formula puts it.
+    if (found.formula && found.formula->formula && !found.formula->formula->constant()) return;
+    setNumber(engine, shape, key, cellNumber(engine.store, shape, key) + by);
+    changed.push_back({shape, key});
+  };
+  if (oneD) {
+    move(beginX, dx);
+    move(beginY, dy);
+    move(endX, dx);
+    move(endY, dy);
+  } else {
+    move(pinX(), dx);
+    move(pinY(), dy);
+  }
+}
+
+}  // namespace
+
+MasterId localMaster(Engine& engine, DocumentId document, MasterId masterId) {
+  const Store& store = engine.store;
+  const Master* wanted = store.master(masterId);
+  if (wanted->document == document) return masterId;
+  for (const MasterId candidate : store.document(document)->masters) {
+    const Master& other = *store.master(candidate);
+    const bool sameSource = (!wanted->uniqueId.empty() && wanted->uniqueId == other.uniqueId) ||
+                            (!wanted->baseId.empty() && wanted->baseId == other.baseId);
+    if (sameSource && equalIgnoringCase(other.universalName, wanted->universalName)) return candidate;
+  }
+  return copyMaster(engine, document, masterId);
+}
+
+SheetId instantiate(Engine& engine, MasterId masterId, PageId page, double x, double y) {
+  Store& store = engine.store;
+  const Master& master = *store.master(masterId);
+  const Page& contents = *store.page(master.contents);
+  if (contents.shapes.empty()) return {};
+  SheetId root;
+  if (contents.shapes.size() == 1) {
+    root = instantiateTree(store, contents.shapes.front(), page, {});
+  } else {
+    // A master of several shapes comes as a group of the size of the master's page.
+    root = store.addShape(page, {}, SheetKind::Group);
+    static const CellKey pageWidth = objectCell("PageWidth"), pageHeight = objectCell("PageHeight");
+    const double width = cellNumber(store, contents.sheet, pageWidth);
+    const double height = cellNumber(store, contents.sheet, pageHeight);
+    const auto set = [&](const char* name, double inches) {
+      store.sheet(root)->local(objectCell(name)).value = Value::number(inches, Unit::Inches);
+    };
+    set("Width", width);
+    set("Height", height);
+    set("LocPinX", width / 2);
+    set("LocPinY", height / 2);
+    for (const SheetId shape : contents.shapes) {
+      const SheetId member = instantiateTree(store, shape, page, root);
+      store.sheet(member)->master = masterId;
+    }
+  }
+  Sheet& sheet = *store.sheet(root);
+  if (sheet.prototype) sheet.master = masterId;
+  sheet.name = sheet.universalName = master.name + "." + std::to_string(sheet.shapeId);
+  for (const SheetId member : store.subtree(root)) engine.graph.addSheet(member);
+  engine.edit.shapeAdded(root);
+
+  std::vector<CellAddress> changed, seeds;
+  shift(engine, root, x - cellNumber(store, root, pinX()), y - cellNumber(store, root, pinY()), changed);
+  if (const auto* afresh = engine.graph.placeDependent(masterId)) {
+    for (const CellAddress& cell : *afresh) {
+      if (const SheetId here = counterpartOf(store, root, cell.sheet)) seeds.push_back({here, cell.key});
+    }
+  }
+  engine.recalculate(seeds, changed);
+  takeLayersOfMaster(engine, root, masterId);
+  return root;
+}
+
+std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shapes, PageId page, SheetId parent,
+                                double dx, double dy) {
+  Store& store = engine.store;
+  const DocumentId document = store.page(page)->document;
+  SheetMap copies;
+  std::vector<SheetId> roots;
+  for (const SheetId shape : shapes) roots.push_back(copyTree(store, shape, page, parent, copies));
+  // Masters first: an instance's members find their counterparts through the copied root.
+  for (const auto& [from, to] : copies) {
+    const Sheet& source = *store.sheet(from);
+    if (source.master) store.sheet(to)->master = localMaster(engine, document, source.master);
+  }
+  for (const auto& [from, to] : copies) {
+    const SheetId prototype = store.sheet(from)->prototype;
+    if (!prototype) continue;
+    const SheetId root = store.instanceRoot(from);
+    const auto copiedRoot = copies.find(root);
+    const MasterId original = store.sheet(root)->master;
+    // A member that is copied without its instance stands on its own cells from here on.
+    if (copiedRoot == copies.end() || !original) continue;
+    const MasterId local = store.sheet(copiedRoot->second)->master;
+    if (local == original) {
+      store.sheet(to)->prototype = prototype;
+      continue;
+    }
+    const auto& byId = store.page(store.master(local)->contents)->byShapeId;
+    const auto found = byId.find(store.sheet(prototype)->shapeId);
+    if (found != byId.end()) store.sheet(to)->prototype = found->second;
+  }
+  renumberReferences(store, copies);
+  // Glued ends of copied links stay connected to copies of what they are glued to.
+  if (const Page* source = shapes.empty() ? nullptr : store.page(store.sheet(shapes.front())->page)) {
+    std::vector<Connect> connects;
+    const auto copyOf = [&](int id) {
+      const auto sheet = source->byShapeId.find(id);
+      const auto copy = sheet == source->byShapeId.end() ? copies.end() : copies.find(sheet->second);
+      return copy == copies.end() ? 0 : store.sheet(copy->second)->shapeId;
+    };
+    for (Connect connect : source->connects) {
+      connect.fromShape = copyOf(connect.fromShape);
+      connect.toShape = copyOf(connect.toShape);
+      if (connect.fromShape && connect.toShape) connects.push_back(std::move(connect));
+    }
+    if (!connects.empty()) {
+      engine.edit.setPageFields(page, [&](PageFields& fields) {
+        fields.connects.insert(fields.connects.end(), connects.begin(), connects.end());
+      });
+    }
+  }
+  for (const SheetId root : roots) {
+    Sheet& sheet = *store.sheet(root);
+    sheet.name = sheet.universalName =
+        (sheet.master ? store.master(sheet.master)->name : std::string("Sheet")) + "." + std::to_string(sheet.shapeId);
+    for (const SheetId member : store.subtree(root)) engine.graph.addSheet(member);
+    engine.edit.shapeAdded(root);
+  }
+  std::vector<CellAddress> changed;
+  if (dx != 0 || dy != 0) {
+    for (const SheetId root : roots) shift(engine, root, dx, dy, changed);
+  }
+  engine.recalculate({}, changed);
+  return roots;
+}
+
+}  // namespace quorvel::host

@@ -1,0 +1,186 @@
+#include "host/commands/documents.h"
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <filesystem>
+
+#include "base/text.h"
+
+namespace quorvel::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+const DocumentFormat* formatFor(const Engine& engine, const std::string& fileName) {
+  for (const auto& format : engine.formats) {
+    if (format->handles(fileName)) return format.get();
+  }
+  return nullptr;
+}
+
+std::string nowUtc() {
+  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  std::tm parts{};
+  gmtime_r(&now, &parts);
+  char text[32];
+  std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
+  return text;
+}
+
+void place(Document& document, const std::string& fileName) {
+  std::error_code ignored;
+  const fs::path full = fs::absolute(fs::path(fileName), ignored).lexically_normal();
+  document.name = full.filename().string();
+  document.path = full.parent_path().string();
+  if (!document.path.empty() && document.path.back() != '/') document.path += '/';
+}
+
+std::string drawingName(const Engine& engine) {
+  for (int n = 1;; ++n) {
+    const std::string name = "Drawing" + std::to_string(n);
+    const auto& documents = engine.store.documents();
+    if (std::none_of(documents.begin(), documents.end(),
+                     [&](DocumentId id) { return engine.store.document(id)->name == name; }))
+      return name;
+  }
+}
+
+DocumentOutcome refusedDocument(std::string reason) { return {Outcome::refused(std::move(reason)), {}}; }
+
+DocumentOutcome read(Engine& engine, const std::string& fileName) {
+  const DocumentFormat* format = formatFor(engine, fileName);
+  if (!format)
+    return refusedDocument("\"" + fileName + "\" is not a kind of drawing that can be read; a .vsdx, .vssx or .vstx file can.");
+  const OpenResult result = format->open(engine.store, fileName);
+  if (!result.document) return refusedDocument(result.error);
+  engine.graph.addDocument(result.document);
+  return {Outcome::done(), result.document};
+}
+
+/// LISTSEP, file names and the like are taken afresh for this machine; the rest stands as the file has it.
+void activate(Engine& engine, DocumentId document, bool hidden) {
+  if (hidden) return;
+  engine.addWindow(document);
+}
+
+void tellWindow(Engine& engine) {
+  if (!engine.activeWindow()) return;
+  const WindowId window = engine.activeWindow()->id;
+  engine.events.raise([&](ApplicationEvents& listener) { listener.WindowActivated(engine.handle(window)); });
+}
+
+}  // namespace
+
+DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
+  const UndoLog::Suspension housekeeping(engine.undo);
+  DocumentId id;
+  const std::string name = drawingName(engine);
+  if (templateFile.empty()) {
+    id = engine.store.addDocument(name);
+    engine.store.addPage(id, "Page-1");
+    engine.graph.addDocument(id);
+  } else {
+    const DocumentOutcome opened = read(engine, templateFile);
+    if (!opened.outcome) return opened;
+    id = opened.document;
+    Document& document = *engine.store.document(id);
+    document.name = name;
+    document.path.clear();
+    document.properties.templateName = fs::path(templateFile).filename().string();
+    document.properties.timeCreated = nowUtc();
+    document.properties.timeSaved.clear();
+  }
+  engine.store.document(id)->isStencil = false;
+  activate(engine, id, false);
+  engine.events.raise([&](ApplicationEvents& listener) { listener.DocumentCreated(engine.handle(id)); });
+  if (!engine.store.document(id)) return refusedDocument("the document was closed while it was made");
+  tellWindow(engine);
+  return {Outcome::done(), id};
+}
+
+DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool readOnly, bool hidden, bool asCopy) {
+  const UndoLog::Suspension housekeeping(engine.undo);
+  if (!asCopy) {
+    Document probe;
+    place(probe, fileName);
+    for (const DocumentId id : engine.store.documents()) {
+      const Document& open = *engine.store.document(id);
+      if (!open.path.empty() && open.path + open.name == probe.path + probe.name) return {Outcome::done(), id};
+    }
+  }
+  const DocumentOutcome opened = read(engine, fileName);
+  if (!opened.outcome) return opened;
+  const DocumentId id = opened.document;
+  Document& document = *engine.store.document(id);
+  if (asCopy) {
+    document.name = drawingName(engine);
+    document.path.clear();
+  } else {
+    place(document, fileName);
+  }
+  document.readOnly = readOnly;
+  document.saved = true;
+  activate(engine, id, hidden || document.isStencil);
+  engine.events.raise([&](ApplicationEvents& listener) { listener.DocumentOpened(engine.handle(id)); });
+  if (!engine.store.document(id)) return refusedDocument("the document was closed while it was opened");
+  if (!hidden && !engine.store.document(id)->isStencil) tellWindow(engine);
+  return {Outcome::done(), id};
+}
+
+Outcome writeCopy(Engine& engine, DocumentId id, const std::string& fileName) {
+  const DocumentFormat* format = formatFor(engine, fileName);
+  if (!format)
+    return Outcome::refused("\"" + fileName + "\" is not a kind of drawing that can be written; use .vsdx, .vssx or .vstx.");
+  const std::string error = format->save(engine.store, id, fileName);
+  return error.empty() ? Outcome::done() : Outcome::refused(error);
+}
+
+Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName) {
+  Document* document = engine.store.document(id);
+  if (!document) return Outcome::refused("the document is gone");
+  const bool saveAs = !fileName.empty();
+  if (!saveAs && document->path.empty()) return Outcome::refused("the document was never saved; give it a file name");
+  if (!saveAs && document->readOnly) return Outcome::refused("the document was opened for reading only");
+  const std::string target = saveAs ? fileName : document->path + document->name;
+  if (!formatFor(engine, target))
+    return Outcome::refused("\"" + target + "\" is not a kind of drawing that can be written; use .vsdx, .vssx or .vstx.");
+  const UndoLog::Suspension housekeeping(engine.undo);
+  engine.events.raise([&](ApplicationEvents& listener) {
+    saveAs ? listener.BeforeDocumentSaveAs(engine.handle(id)) : listener.BeforeDocumentSave(engine.handle(id));
+  });
+  document = engine.store.document(id);
+  if (!document) return Outcome::refused("the document was closed while it was saved");
+  const DocumentProperties before = document->properties;
+  document->properties.timeSaved = nowUtc();
+  if (document->properties.timeCreated.empty()) document->properties.timeCreated = document->properties.timeSaved;
+  const Outcome written = writeCopy(engine, id, target);
+  if (!written) {
+    document->properties = before;
+    return written;
+  }
+  place(*document, target);
+  document->saved = true;
+  if (saveAs) document->readOnly = false;
+  engine.events.raise([&](ApplicationEvents& listener) {
+    saveAs ? listener.DocumentSavedAs(engine.handle(id)) : listener.DocumentSaved(engine.handle(id));
+  });
+  return Outcome::done();
+}
+
+Outcome closeDocument(Engine& engine, DocumentId id) {
+  if (!engine.store.document(id)) return Outcome::refused("the document is gone");
+  if (engine.undo.isOpen()) return Outcome::refused("a document can't be closed inside a command");
+  const UndoLog::Suspension housekeeping(engine.undo);
+  engine.events.raise([&](ApplicationEvents& listener) { listener.BeforeDocumentClose(engine.handle(id)); });
+  if (!engine.store.document(id)) return Outcome::done();
+  const bool wasActive = engine.activeDocument() == id;
+  engine.undo.forget(id);
+  engine.graph.forgetDocument(id);
+  engine.removeWindow(id);
+  engine.store.removeDocument(id);
+  if (wasActive) tellWindow(engine);
+  return Outcome::done();
+}
+
+}  // namespace quorvel::host

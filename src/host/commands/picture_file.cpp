@@ -1,0 +1,96 @@
+#include "host/commands/picture_file.h"
+
+#include <cmath>
+#include <fstream>
+#include <iterator>
+
+namespace quorvel::host {
+namespace {
+
+constexpr double dotsPerInch = 96;
+constexpr double largestFile = 256.0 * 1024 * 1024;
+
+struct Bytes {
+  const std::string& text;
+  bool has(std::size_t at, std::size_t count) const { return at <= text.size() && count <= text.size() - at; }
+  unsigned at(std::size_t i) const { return static_cast<unsigned char>(text[i]); }
+  unsigned little16(std::size_t i) const { return at(i) | at(i + 1) << 8; }
+  unsigned little32(std::size_t i) const { return little16(i) | little16(i + 2) << 16; }
+  unsigned big16(std::size_t i) const { return at(i) << 8 | at(i + 1); }
+  unsigned big32(std::size_t i) const { return big16(i) << 16 | big16(i + 2); }
+};
+
+struct Header {
+  const char* compression = nullptr;
+  const char* extension = "";
+  double pixelsWide = 0, pixelsHigh = 0;
+  double dpiX = dotsPerInch, dpiY = dotsPerInch;
+};
+
+Header readPng(const Bytes& bytes) {
+  if (!bytes.has(0, 33)) return {};
+  Header header{"PNG", "png", double(bytes.big32(16)), double(bytes.big32(20))};
+  for (std::size_t at = 8; bytes.has(at, 12);) {
+    const std::size_t length = bytes.big32(at);
+    if (!bytes.has(at + 8, length)) break;
+    if (bytes.text.compare(at + 4, 4, "pHYs") == 0 && length >= 9 && bytes.at(at + 16) == 1) {
+      if (bytes.big32(at + 8) > 0) header.dpiX = bytes.big32(at + 8) * 0.0254;
+      if (bytes.big32(at + 12) > 0) header.dpiY = bytes.big32(at + 12) * 0.0254;
+    }
+    at += 12 + length;
+  }
+  return header;
+}
+
+Header readJpeg(const Bytes& bytes) {
+  Header header{"JPEG", "jpg"};
+  for (std::size_t at = 2; bytes.has(at, 4);) {
+    if (bytes.at(at) != 0xFF) break;
+    const unsigned marker = bytes.at(at + 1);
+    const std::size_t length = bytes.big16(at + 2);
+    if (marker == 0xE0 && bytes.has(at + 4, 12) && bytes.text.compare(at + 4, 4, "JFIF") == 0) {
+      const double perInch = bytes.at(at + 11) == 1 ? 1 : bytes.at(at + 11) == 2 ? 2.54 : 0;
+      if (perInch > 0 && bytes.big16(at + 12) > 1) {
+        header.dpiX = bytes.big16(at + 12) * perInch;
+        header.dpiY = bytes.big16(at + 14) * perInch;
+      }
+    }
+    const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+    if (frame && bytes.has(at, 9)) {
+      header.pixelsHigh = bytes.big16(at + 5);
+      header.pixelsWide = bytes.big16(at + 7);
+      return header;
+    }
+    at += 2 + (length < 2 ? 2 : length);
+  }
+  return {};
+}
+
+Header readHeader(const Bytes& bytes) {
+  if (bytes.text.starts_with("\x89PNG\r\n\x1a\n")) return readPng(bytes);
+  if (bytes.text.starts_with("\xFF\xD8")) return readJpeg(bytes);
+  if ((bytes.text.starts_with("GIF87a") || bytes.text.starts_with("GIF89a")) && bytes.has(6, 4))
+    return {"GIF", "gif", double(bytes.little16(6)), double(bytes.little16(8))};
+  if (bytes.text.starts_with("BM") && bytes.has(18, 8))
+    return {"DIB", "bmp", double(bytes.little32(18)), std::fabs(double(static_cast<int>(bytes.little32(22))))};
+  return {};
+}
+
+}  // namespace
+
+PictureFile readPictureFile(const std::string& fileName) {
+  std::ifstream file(fileName, std::ios::binary | std::ios::ate);
+  if (!file || file.tellg() <= 0 || double(file.tellg()) > largestFile) return {};
+  file.seekg(0);
+  std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  const Header header = readHeader(Bytes{bytes});
+  if (!header.compression || header.pixelsWide <= 0 || header.pixelsHigh <= 0) return {};
+  auto data = std::make_shared<ForeignData>();
+  data->type = "Bitmap";
+  data->compression = header.compression;
+  data->extension = header.extension;
+  data->bytes = std::move(bytes);
+  return {std::move(data), header.pixelsWide / header.dpiX, header.pixelsHigh / header.dpiY};
+}
+
+}  // namespace quorvel::host

@@ -1,0 +1,349 @@
+#include "host/commands/shapes.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/text.h"
+#include "host/cells/cell_table.h"
+#include "host/commands/copy_shapes.h"
+#include "host/commands/picture_file.h"
+#include "host/commands/write_cell.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+namespace {
+
+ShapeOutcome refusedShape(std::string reason) { return {Outcome::refused(std::move(reason)), {}}; }
+
+/// Cells of a shape in the making: nobody listens and nothing is in the undo log yet.
+class Maker {
+ public:
+  Maker(Engine& engine, SheetId shape) : engine_(engine), shape_(shape) {}
+
+  void length(std::string_view name, double inches, std::string_view formula = {}) {
+    set(objectCell(name), Value::number(inches, Unit::Inches), formula);
+  }
+  void angle(std::string_view name, double radians, std::string_view formula = {}) {
+    set(objectCell(name), Value::number(radians, Unit::Degrees), formula);
+  }
+  void number(std::string_view name, double value) { set(objectCell(name), Value::number(value), {}); }
+  void geometryFlag(std::string_view name, bool on) {
+    set({SectionNumber::Geometry, RowKey::index(0), columnOf(SectionNumber::Geometry, name).or_(0)}, Value::boolean(on), {});
+  }
+  void vertex(std::uint32_t row, std::uint8_t tag, double x, std::string_view xFormula, double y,
+              std::string_view yFormula) {
+    const Column columnX = columnOf(SectionNumber::Geometry, "X").or_(0);
+    const Column columnY = columnOf(SectionNumber::Geometry, "Y").or_(1);
+    set({SectionNumber::Geometry, RowKey::index(row), columnX}, Value::number(x, Unit::Inches), xFormula);
+    set({SectionNumber::Geometry, RowKey::index(row), columnY}, Value::number(y, Unit::Inches), yFormula);
+    engine_.store.sheet(shape_)->find(SectionNumber::Geometry)->find(RowKey::index(row))->type = tag;
+  }
+
+ private:
+  void set(const CellKey& key, Value value, std::string_view formula) {
+    Cell& cell = engine_.store.sheet(shape_)->local(key);
+    cell.value = std::move(value);
+    if (!formula.empty()) cell.formula = engine_.store.formulas().get(formula);
+  }
+  Engine& engine_;
+  SheetId shape_;
+};
+
+SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind) {
+  const SheetId id = engine.store.addShape(page, parent, kind);
+  Sheet& shape = *engine.store.sheet(id);
+  const Document& document = *engine.store.document(shape.document);
+  shape.lineStyle = document.defaultLineStyle;
+  shape.fillStyle = document.defaultFillStyle;
+  shape.textStyle = document.defaultTextStyle;
+  if (parent && engine.store.sheet(parent)->kind == SheetKind::Shape) engine.store.sheet(parent)->kind = SheetKind::Group;
+  return id;
+}
+
+void tellAdded(Engine& engine, SheetId shape) {
+  engine.events.arrival([&engine, shape] {
+    if (engine.store.sheet(shape))
+      engine.events.raise([&](ApplicationEvents& listener) { listener.ShapeAdded(engine.handle(shape)); });
+  });
+}
+
+/// Registers a finished drawn shape, tells of it, and gives it back if it is still there.
+ShapeOutcome finish(Engine& engine, SheetId shape, CommandScope& scope) {
+  engine.graph.addSheet(shape);
+  engine.edit.shapeAdded(shape);
+  tellAdded(engine, shape);
+  scope.commit();
+  return {Outcome::done(), engine.store.sheet(shape) ? shape : SheetId{}};
+}
+
+Outcome checkHome(const Engine& engine, PageId page, SheetId parent) {
+  if (!engine.store.page(page)) return Outcome::refused("the page is gone");
+  if (!parent) return Outcome::done();
+  const Sheet* group = engine.store.sheet(parent);
+  if (!group || !group->isShape()) return Outcome::refused("the group is gone");
+  if (group->kind == SheetKind::Foreign || group->kind == SheetKind::Guide)
+    return Outcome::refused("a picture has no members");
+  return Outcome::done();
+}
+
+void moveTo(Engine& engine, SheetId shape, std::size_t place) {
+  const auto& order = engine.store.siblings(*engine.store.sheet(shape));
+  if (place < order.size() && order[place] != shape) engine.edit.moveInStack(shape, place);
+}
+
+std::size_t placeInStack(const Engine& engine, SheetId shape) {
+  const auto& order = engine.store.siblings(*engine.store.sheet(shape));
+  return static_cast<std::size_t>(std::find(order.begin(), order.end(), shape) - order.begin());
+}
+
+}  // namespace
+
+void setSelection(Engine& engine, WindowId id, std::vector<SheetId> shapes) {
+  WindowState* window = engine.window(id);
+  if (!window || window->selection == shapes) return;
+  window->selection = std::move(shapes);
+  window->selectionObject = 0;
+  // What handlers mark on selecting is no step of the user's.
+  const UndoLog::Suspension suspension(engine.undo);
+  engine.events.raise([&](ApplicationEvents& listener) { listener.SelectionChanged(engine.handle(id)); });
+}
+
+void showPage(Engine& engine, WindowId id, PageId page) {
+  WindowState* window = engine.window(id);
+  if (!window || window->page == page) return;
+  window->page = page;
+  setSelection(engine, id, {});
+}
+
+ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y) {
+  if (!engine.store.master(master)) return refusedShape("the master is gone");
+  if (!engine.store.page(page)) return refusedShape("the page is gone");
+  if (engine.store.page(engine.store.master(master)->contents)->shapes.empty())
+    return refusedShape("the master holds no shape");
+  const DocumentId document = engine.store.page(page)->document;
+  CommandScope scope(engine, document, "Drop");
+  const MasterId local = localMaster(engine, document, master);
+  if (const WindowState* window = engine.windowOf(document)) {
+    const WindowId id = window->id;
+    engine.bringToFront(id);
+    showPage(engine, id, page);
+  }
+  const SheetId shape = instantiate(engine, local, page, x, y);
+  if (const WindowState* window = engine.windowOf(document)) setSelection(engine, window->id, {shape});
+  tellAdded(engine, shape);
+  scope.commit();
+  engine.forgetTheGone();
+  return {Outcome::done(), engine.store.sheet(shape) ? shape : SheetId{}};
+}
+
+ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2) {
+  if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
+  CommandScope scope(engine, engine.store.page(page)->document, "Rectangle");
+  const SheetId shape = newShape(engine, page, parent, SheetKind::Shape);
+  Maker make(engine, shape);
+  const double width = std::fabs(x2 - x1), height = std::fabs(y2 - y1);
+  make.length("PinX", (x1 + x2) / 2);
+  make.length("PinY", (y1 + y2) / 2);
+  make.length("Width", width);
+  make.length("Height", height);
+  make.length("LocPinX", width / 2, "Width*0.5");
+  make.length("LocPinY", height / 2, "Height*0.5");
+  make.geometryFlag("NoFill", false);
+  constexpr std::uint8_t moveToTag = 138, lineToTag = 139;
+  make.vertex(1, moveToTag, 0, "Width*0", 0, "Height*0");
+  make.vertex(2, lineToTag, width, "Width*1", 0, "Height*0");
+  make.vertex(3, lineToTag, width, "Width*1", height, "Height*1");
+  make.vertex(4, lineToTag, 0, "Width*0", height, "Height*1");
+  make.vertex(5, lineToTag, 0, "Geometry1.X1", 0, "Geometry1.Y1");
+  return finish(engine, shape, scope);
+}
+
+ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2) {
+  if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
+  CommandScope scope(engine, engine.store.page(page)->document, "Line");
+  const SheetId shape = newShape(engine, page, parent, SheetKind::Shape);
+  Maker make(engine, shape);
+  const double length = std::hypot(x2 - x1, y2 - y1);
+  make.length("BeginX", x1);
+  make.length("BeginY", y1);
+  make.length("EndX", x2);
+  make.length("EndY", y2);
+  make.length("PinX", (x1 + x2) / 2, "(BeginX+EndX)/2");
+  make.length("PinY", (y1 + y2) / 2, "(BeginY+EndY)/2");
+  make.length("Width", length, "SQRT((EndX-BeginX)^2+(EndY-BeginY)^2)");
+  make.length("Height", 0);
+  make.length("LocPinX", length / 2, "Width*0.5");
+  make.length("LocPinY", 0, "Height*0.5");
+  make.angle("Angle", std::atan2(y2 - y1, x2 - x1), "ATAN2(EndY-BeginY,EndX-BeginX)");
+  make.geometryFlag("NoFill", true);
+  constexpr std::uint8_t moveToTag = 138, lineToTag = 139;
+  make.vertex(1, moveToTag, 0, "Width*0", 0, "Height*0");
+  make.vertex(2, lineToTag, length, "Width*1", 0, "Height*0");
+  return finish(engine, shape, scope);
+}
+
+ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const std::string& fileName) {
+  if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
+  const PictureFile picture = readPictureFile(fileName);
+  if (!picture.data) return refusedShape("the file is missing or is no PNG, JPEG, GIF or BMP picture");
+  CommandScope scope(engine, engine.store.page(page)->document, "Picture");
+  static const CellKey pageWidth = objectCell("PageWidth"), pageHeight = objectCell("PageHeight"),
+                       width = objectCell("Width"), height = objectCell("Height");
+  const SheetId home = parent ? parent : engine.store.page(page)->sheet;
+  const double homeWidth = cellNumber(engine.store, home, parent ? width : pageWidth);
+  const double homeHeight = cellNumber(engine.store, home, parent ? height : pageHeight);
+  const SheetId shape = newShape(engine, page, parent, SheetKind::Foreign);
+  engine.store.sheet(shape)->foreign = picture.data;
+  Maker make(engine, shape);
+  make.length("PinX", homeWidth / 2);
+  make.length("PinY", homeHeight / 2);
+  make.length("Width", picture.width);
+  make.length("Height", picture.height);
+  make.length("LocPinX", picture.width / 2, "Width*0.5");
+  make.length("LocPinY", picture.height / 2, "Height*0.5");
+  make.length("ImgOffsetX", 0, "ImgWidth*0");
+  make.length("ImgOffsetY", 0, "ImgHeight*0");
+  make.length("ImgWidth", picture.width, "Width*1");
+  make.length("ImgHeight", picture.height, "Height*1");
+  make.number("LinePattern", 0);
+  make.number("FillPattern", 0);
+  return finish(engine, shape, scope);
+}
+
+ShapeOutcome duplicateShape(Engine& engine, SheetId shape) {
+  const Sheet* source = engine.store.sheet(shape);
+  if (!source || !source->isShape()) return refusedShape("only shapes can be duplicated");
+  constexpr double offset = 0.25;  // inches; the host sets a duplicate a little aside
+  CommandScope scope(engine, source->document, "Duplicate");
+  const SheetId copy = copyShapes(engine, {shape}, source->page, source->parent, offset, -offset).front();
+  tellAdded(engine, copy);
+  scope.commit();
+  return {Outcome::done(), engine.store.sheet(copy) ? copy : SheetId{}};
+}
+
+Outcome deleteShape(Engine& engine, SheetId id) {
+  const Sheet* shape = engine.store.sheet(id);
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes can be deleted");
+  static const CellKey lock = objectCell("LockDelete");
+  if (cellNumber(engine.store, id, lock) != 0) return Outcome::refused("the shape is locked against deletion");
+  CommandScope scope(engine, shape->document, "Delete");
+  engine.events.raiseHoldingArrivals([&](ApplicationEvents& listener) { listener.BeforeShapeDelete(engine.handle(id)); });
+  if (const Sheet* still = engine.store.sheet(id)) {
+    std::vector<int> going;
+    for (const SheetId each : engine.store.subtree(id)) going.push_back(engine.store.sheet(each)->shapeId);
+    const auto goes = [&](int shapeId) { return std::find(going.begin(), going.end(), shapeId) != going.end(); };
+    const PageId page = still->page;
+    const auto& connects = engine.store.page(page)->connects;
+    if (std::any_of(connects.begin(), connects.end(),
+                    [&](const Connect& connect) { return goes(connect.fromShape) || goes(connect.toShape); })) {
+      engine.edit.setPageFields(page, [&](PageFields& fields) {
+        std::erase_if(fields.connects,
+                      [&](const Connect& connect) { return goes(connect.fromShape) || goes(connect.toShape); });
+      });
+    }
+    engine.edit.removeShape(id);
+  }
+  scope.commit();
+  engine.forgetTheGone();
+  return Outcome::done();
+}
+
+Outcome renameShape(Engine& engine, SheetId id, std::string_view name) {
+  const Sheet* shape = engine.store.sheet(id);
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes bear a name");
+  if (name.empty()) return Outcome::refused("a name can't be empty");
+  CommandScope scope(engine, shape->document, "Name");
+  engine.edit.setFields(id, [&](SheetFields& fields) { fields.name = fields.universalName = std::string(name); });
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome setData(Engine& engine, SheetId id, int which, std::string_view text) {
+  const Sheet* shape = engine.store.sheet(id);
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes have data texts");
+  CommandScope scope(engine, shape->document, "Data");
+  engine.edit.setFields(id, [&](SheetFields& fields) {
+    (which == 1 ? fields.data1 : which == 2 ? fields.data2 : fields.data3) = std::string(text);
+  });
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome applyStyle(Engine& engine, SheetId id, std::string_view name) {
+  const Sheet* shape = engine.store.sheet(id);
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes take a style");
+  const SheetId style = engine.store.styleNamed(shape->document, name);
+  if (!style) return Outcome::refused("the document has no such style");
+  CommandScope scope(engine, shape->document, "Style");
+  engine.edit.setFields(id, [&](SheetFields& fields) { fields.lineStyle = fields.fillStyle = fields.textStyle = style; });
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome bringForward(Engine& engine, SheetId id, bool toFront) {
+  const Sheet* shape = engine.store.sheet(id);
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes stand in a stack");
+  CommandScope scope(engine, shape->document, "Order");
+  const std::size_t last = engine.store.siblings(*shape).size() - 1;
+  moveTo(engine, id, toFront ? last : std::min(last, placeInStack(engine, id) + 1));
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome flipHorizontal(Engine& engine, SheetId id) {
+  static const CellKey flip = objectCell("FlipX");
+  const Sheet* shape = engine.store.sheet(id);
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes can be flipped");
+  return writeFormula(engine, {id, flip}, cellNumber(engine.store, id, flip) != 0 ? "FALSE" : "TRUE", false);
+}
+
+Outcome reverseEnds(Engine& engine, SheetId id) {
+  const Sheet* shape = engine.store.sheet(id);
+  static const CellKey keys[] = {objectCell("BeginX"), objectCell("BeginY"), objectCell("EndX"), objectCell("EndY")};
+  if (!shape || !shape->isShape() || !findCell(engine.store, id, keys[0]))
+    return Outcome::refused("only 1-D shapes have ends");
+  CommandScope scope(engine, shape->document, "Reverse ends");
+  std::string formulas[4];
+  for (int i = 0; i < 4; ++i) formulas[i] = formulaFor(engine.store, id, findCell(engine.store, id, keys[i]));
+  for (int i = 0; i < 4; ++i) writeFormula(engine, {id, keys[i]}, formulas[(i + 2) % 4], true);
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome updateAlignmentBox(Engine& engine, SheetId id) {
+  const Sheet* shape = engine.store.sheet(id);
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes have an alignment box");
+  // Members lie in coordinates that the box defines; a box that formulas keep needs no refitting.
+  return Outcome::done();
+}
+
+Outcome copyToClipboard(Engine& engine, const std::vector<SheetId>& shapes) {
+  if (shapes.empty()) return Outcome::refused("nothing is selected");
+  const UndoLog::Suspension suspension(engine.undo);
+  if (engine.clipboard.document) engine.store.removeDocument(engine.clipboard.document);
+  engine.clipboard.document = engine.store.addDocument("Clipboard");
+  engine.clipboard.page = engine.store.addPage(engine.clipboard.document, "Clipboard");
+  copyShapes(engine, shapes, engine.clipboard.page, {}, 0, 0);
+  return Outcome::done();
+}
+
+Outcome paste(Engine& engine, PageId page) {
+  const Page* clipboard = engine.store.page(engine.clipboard.page);
+  if (!clipboard || clipboard->shapes.empty()) return Outcome::refused("the clipboard is empty");
+  if (!engine.store.page(page)) return Outcome::refused("the page is gone");
+  const DocumentId document = engine.store.page(page)->document;
+  CommandScope scope(engine, document, "Paste");
+  if (const WindowState* window = engine.windowOf(document)) {
+    const WindowId id = window->id;
+    engine.bringToFront(id);
+    showPage(engine, id, page);
+  }
+  const std::vector<SheetId> pasted = copyShapes(engine, clipboard->shapes, page, {}, 0, 0);
+  if (const WindowState* window = engine.windowOf(document)) setSelection(engine, window->id, pasted);
+  for (const SheetId shape : pasted) tellAdded(engine, shape);
+  scope.commit();
+  engine.forgetTheGone();
+  return Outcome::done();
+}
+
+}  // namespace quorvel::host

@@ -1,0 +1,46 @@
+// What is done to shapes: drawing, dropping, copying, deleting, ordering, naming.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "host/engine/engine.h"
+
+namespace quorvel::host {
+
+/// A command that makes a shape. The shape may be gone again when a handler removed it.
+struct ShapeOutcome {
+  Outcome outcome = Outcome::done();
+  SheetId shape;
+};
+
+/// Drops an instance. It is selected (where the page is shown) and SelectionChanged is told before ShapeAdded, so that a
+/// handler finds the new shape in the selection. One undo step with all that handlers do.
+ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y);
+/// In local inches of the group, or the page when `parent` is null.
+ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2);
+ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2);
+/// PNG, JPEG, GIF or BMP, in its own size (96 dots an inch where the file doesn't say), in the middle of its parent.
+ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const std::string& fileName);
+ShapeOutcome duplicateShape(Engine& engine, SheetId shape);
+
+/// BeforeShapeDelete is told first. Refused while LockDelete is 1.
+Outcome deleteShape(Engine& engine, SheetId shape);
+Outcome renameShape(Engine& engine, SheetId shape, std::string_view name);
+Outcome setData(Engine& engine, SheetId shape, int which, std::string_view text);
+Outcome applyStyle(Engine& engine, SheetId shape, std::string_view name);
+Outcome bringForward(Engine& engine, SheetId shape, bool toFront);
+Outcome flipHorizontal(Engine& engine, SheetId shape);
+Outcome reverseEnds(Engine& engine, SheetId shape);
+/// Refits a group's box to its members.
+Outcome updateAlignmentBox(Engine& engine, SheetId shape);
+
+/// Copies to the clipboard; pastes from it, which is a drop of several shapes at once.
+Outcome copyToClipboard(Engine& engine, const std::vector<SheetId>& shapes);
+Outcome paste(Engine& engine, PageId page);
+
+// Selecting. Telling of a change is part of it.
+void setSelection(Engine& engine, WindowId window, std::vector<SheetId> shapes);
+void showPage(Engine& engine, WindowId window, PageId page);
+
+}  // namespace quorvel::host
