@@ -21,17 +21,18 @@ enum class ReferenceScope : std::uint8_t {
   NamedShape,  ///< Name! or Name.5!
   ThePage,
   TheDocument,
-  Page,        ///< Pages[Page-1]! with or without a shape behind it
-  Style,       ///< Styles!Name!
-  Master,      ///< Masters[Name]!
+  Page,    ///< Pages[Page-1]! with or without a shape behind it
+  Style,   ///< Styles!Name!
+  Master,  ///< Masters[Name]!
 };
 
 struct Reference {
   ReferenceScope scope = ReferenceScope::ThisSheet;
-  int shapeId = 0;       ///< for Shape, and for Page with a shape behind it (0: the page's sheet)
-  std::string name;      ///< shape, page, style or master name
-  CellKey cell;          ///< null when the cell name could not be read: a reference to nothing
-  std::string cellText;  ///< the cell name as written
+  int shapeId = 0;        ///< for Shape, and for Page with a shape behind it (0: the page's sheet)
+  std::string name;       ///< shape, page, style or master name
+  std::string innerName;  ///< shape's name behind a page or a master: "Shaft" in Masters[Gear]!Shaft!Width
+  CellKey cell;           ///< null when the cell name could not be read: a reference to nothing
+  std::string cellText;   ///< the cell name as written
   /// Read but not watched: what SETATREF and its like write to, and where a dependency would be a circle by design.
   bool watched = true;
   /// Where the shape's number stands in the source, for rewriting "Sheet.5!" in a copy; length 0 when there is none.
@@ -42,11 +43,13 @@ struct Reference {
 enum class Transform : std::uint8_t { LocalToPage, PageToLocal };
 
 struct TextMetricsRequest {
-  bool height = false;   ///< TEXTHEIGHT, else TEXTWIDTH
-  double maxWidth = -1;  ///< inches; negative: no wrapping
+  bool height = false;               ///< TEXTHEIGHT, else TEXTWIDTH
+  double maxWidth = -1;              ///< inches; negative: no wrapping
+  const Reference* shape = nullptr;  ///< another shape's TheText cell; null for this shape
 };
 
-/// What a formula may ask of the world while it is evaluated. Implemented over the sheets by host/recalc; tests bring their own.
+/// What a formula may ask of the world while it is evaluated. Implemented over the sheets by host/recalc; tests bring
+/// their own.
 class EvaluationContext {
  public:
   virtual ~EvaluationContext() = default;
@@ -115,15 +118,17 @@ class Formula {
   Formula();
   std::string text_;
   std::vector<Reference> references_;  ///< in the order of the source
-  std::vector<FormulaNode> nodes_;     ///< postfix or tree by index; the root is the last
+  std::vector<FormulaNode> nodes_;     ///< a tree by index; the root is the last
+  std::vector<Value> constants_;
+  std::vector<std::uint32_t> arguments_;  ///< node indices of all calls' arguments, each call's side by side
   Maybe<Value> constant_;
   bool guarded_ = false, volatile_ = false, readsText_ = false, readsTransforms_ = false, known_ = true;
 };
 
 using FormulaPtr = std::shared_ptr<const Formula>;
 
-/// Parses. Nothing for text that is no formula. Accepts a leading "=", blanks anywhere between tokens (before "!" too), any
-/// letter case, "," and ";" as separators, empty arguments, and functions that the evaluator lacks.
+/// Parses. Nothing for text that is no formula. Accepts a leading "=", blanks anywhere between tokens (before "!" too),
+/// any letter case, "," and ";" as separators, empty arguments, and functions that the evaluator lacks.
 FormulaPtr parseFormula(std::string_view text);
 
 /// Shares parsed formulas by text; forgets those that no cell holds any more.
@@ -139,8 +144,8 @@ class FormulaPool {
   std::size_t nextSweep_ = 1024;
 };
 
-/// Cannot fail: what goes wrong is an error value. Nothing is given when a function is needed that the evaluator lacks; the
-/// cell's last value then stands.
+/// Cannot fail: what goes wrong is an error value. Nothing is given when a function is needed that the evaluator lacks;
+/// the cell's last value then stands.
 Maybe<Value> evaluate(const Formula& formula, EvaluationContext& context);
 
 }  // namespace quorvel::host

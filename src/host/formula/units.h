@@ -69,7 +69,8 @@ double fromInternal(double internal, Unit unit);
 double toInternal(double number, Unit unit);
 
 /// The unit of a suffix in a formula or in text, in any letter case, a closing point allowed for elapsed time:
-/// "in", "in.", "\"", "ft", "mm", "cm", "pt", "p", "deg", "rad", "%", "es", "em.", "eh", "ed", "ew", "DL", "DP", "DT", "DA", "ed.".
+/// "in", "in.", "\"", "ft", "mm", "cm", "pt", "p", "deg", "rad", "%", "es", "em.", "eh", "ed", "ew", "DL", "DP", "DT",
+/// "DA", "ed.".
 Maybe<Unit> unitOfSuffix(std::string_view suffix);
 /// The suffix as results show it: "in.", "mm", "pt.", "deg.", "em.", "%"; empty for plain numbers.
 std::string_view shownSuffix(Unit unit);

@@ -1,4 +1,5 @@
-// What a formula gives: a number with its unit, a text, a truth value, a date, a duration, a point, a colour or an error.
+// What a formula gives: a number with its unit, a text, a truth value, a date, a duration, a point, a colour or an
+// error.
 #pragma once
 
 #include <string>
@@ -14,8 +15,8 @@ enum class ValueKind : std::uint8_t { Number, Text, Boolean, Date, Point, Colour
 
 enum class ErrorCode : std::uint8_t { None, Value, DivisionByZero, Number, Reference, Name, NotAvailable, Circle };
 
-/// A small immutable value. Numbers are kept in internal units beside the unit they were given in; a duration is a Number
-/// whose unit is one of elapsed time, internal unit days. A date is days since 1899-12-30.
+/// A small immutable value. Numbers are kept in internal units beside the unit they were given in; a duration is a
+/// Number whose unit is one of elapsed time, internal unit days. A date is days since 1899-12-30.
 class Value {
  public:
   Value() = default;  ///< the number 0
@@ -32,22 +33,24 @@ class Value {
   Unit unit() const { return unit_; }
   bool isError() const { return kind_ == ValueKind::Error; }
   bool isText() const { return kind_ == ValueKind::Text; }
-  ErrorCode errorCode() const { return isError() ? static_cast<ErrorCode>(static_cast<int>(number_)) : ErrorCode::None; }
+  ErrorCode errorCode() const {
+    return isError() ? static_cast<ErrorCode>(static_cast<int>(number_)) : ErrorCode::None;
+  }
   /// Internal number as it stands: 1 or 0 for a truth value, x of a point; 0 for text and errors.
   double internal() const { return kind_ == ValueKind::Error ? 0 : number_; }
   double y() const { return second_; }
   std::string_view textView() const { return text_.view(); }
 
-  /// The value as a number in internal units; text counts when it reads as a quantity ("2 eh.", "5 in"). Fails for other
-  /// text and for errors.
+  /// The value as a number in internal units; text counts when it reads as a quantity ("2 eh.", "5 in"). Fails for
+  /// other text and for errors.
   Maybe<double> asNumber() const;
   /// The same with its unit, for text as well.
   Maybe<Value> asQuantity() const;
   /// In the given published units code; 0 gives internal units for dimensioned values.
   Maybe<double> asNumberIn(int unitsCode) const;
   bool asBoolean() const;  ///< false for text and errors
-  /// As Cell.ResultStr shows it: the shortest number and its suffix ("0.5 in.", "5 em.", "45 deg."), "TRUE"/"FALSE", text as
-  /// it stands, "#REF!" and its like for errors. `unitsCode` 0: the value's own unit.
+  /// As Cell.ResultStr shows it: the shortest number and its suffix ("0.5 in.", "5 em.", "45 deg."), "TRUE"/"FALSE",
+  /// text as it stands, "#REF!" and its like for errors. `unitsCode` 0: the value's own unit.
   std::string asText(int unitsCode = 0) const;
 
   /// Same kind, unit and content. Numbers are compared exactly: an unchanged value stops recalculation.
@@ -61,8 +64,8 @@ class Value {
   Unit unit_ = Unit::None;
 };
 
-/// Reads "5 em.", "2.5in", "-3", "100%", "90 deg" as a quantity; blanks around and before the suffix allowed. Nothing for
-/// other text.
+/// Reads "5 em.", "2.5in", "-3", "100%", "90 deg" as a quantity; blanks around and before the suffix allowed. Nothing
+/// for other text.
 Maybe<Value> parseQuantity(std::string_view text);
 
 std::string_view errorText(ErrorCode code);  ///< "#VALUE!", "#DIV/0!", "#NUM!", "#REF!", "#NAME?", "#N/A", "#CIRCLE!"
