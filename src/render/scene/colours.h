@@ -1,0 +1,16 @@
+// What a colour cell means.
+#pragma once
+
+#include <cstdint>
+
+#include "base/maybe.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::render {
+
+/// 0xRRGGBB of a colour cell: a number into the document's colour table, "#RRGGBB", or a colour value. Nothing for a themed
+/// cell, an unknown number and other text.
+Maybe<std::uint32_t> colourOf(const host::Document& document, const host::Value& value);
+std::uint32_t mixed(std::uint32_t a, std::uint32_t b, double shareOfB);
+
+}  // namespace quorvel::render

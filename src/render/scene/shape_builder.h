@@ -1,0 +1,43 @@
+// Adds shapes to a scene.
+#pragma once
+
+#include <unordered_map>
+
+#include "render/scene/image.h"
+#include "render/scene/page_context.h"
+#include "render/scene/scene.h"
+#include "render/scene/shape_cells.h"
+#include "render/text/layout.h"
+
+namespace quorvel::render {
+
+/// Where a sheet's own coordinates (inches, y upward) lie in its parent's.
+struct ShapeFrame {
+  double width = 0, height = 0;
+  Matrix toParent;
+};
+ShapeFrame frameOf(const ShapeCells& cells);
+
+/// Draws the shapes of one page into a scene.
+class ShapeBuilder {
+ public:
+  ShapeBuilder(const PageContext& page, TextEngine& text, Scene& scene) : page_(page), text_(text), scene_(scene) {}
+
+  /// `parentToPage`: the coordinates of the page or group that the shape stands in to the scene's.
+  void add(host::SheetId shape, const Matrix& parentToPage, bool parentVisible = true, int depth = 0);
+
+ private:
+  bool isVisible(const ShapeCells& cells, bool parentVisible) const;
+  void addOwn(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
+  void addGeometry(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
+  void addPicture(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
+  void addText(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
+  void setLink(const ShapeCells& cells, ShapeBegin& begin) const;
+
+  const PageContext& page_;
+  TextEngine& text_;
+  Scene& scene_;
+  std::unordered_map<const host::ForeignData*, Picture> pictures_;
+};
+
+}  // namespace quorvel::render

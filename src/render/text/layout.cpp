@@ -1,0 +1,237 @@
+#include "render/text/layout.h"
+
+#include <pango/pangocairo.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorvel::render {
+namespace {
+
+constexpr double unitsPerPoint = PANGO_SCALE;
+/// Raised and lowered text: its size, and where its baseline stands, as shares of the text's size.
+constexpr double smallSize = 0.62, raisedBy = 0.34, loweredBy = 0.14;
+constexpr std::size_t rememberedTexts = 20000;
+
+double drawnSize(const CharacterFormat& format) {
+  return format.position == CharacterFormat::OnLine ? format.style.size : format.style.size * smallSize;
+}
+double baselineShift(const CharacterFormat& format) {
+  switch (format.position) {
+    case CharacterFormat::Raised:
+      return -raisedBy * format.style.size;
+    case CharacterFormat::Lowered:
+      return loweredBy * format.style.size;
+    default:
+      return 0;
+  }
+}
+
+PangoFontDescription* describe(const CharacterFormat& format) {
+  PangoFontDescription* font = pango_font_description_new();
+  pango_font_description_set_family(font, format.style.family.c_str());
+  pango_font_description_set_absolute_size(font, drawnSize(format) * unitsPerPoint);
+  if (format.style.bold) pango_font_description_set_weight(font, PANGO_WEIGHT_BOLD);
+  if (format.style.italic) pango_font_description_set_style(font, PANGO_STYLE_ITALIC);
+  if (format.style.smallCaps) pango_font_description_set_variant(font, PANGO_VARIANT_SMALL_CAPS);
+  return font;
+}
+
+/// The number of the format travels through the layout as a colour, which also keeps runs of different formats apart.
+PangoAttribute* formatMark(int format) {
+  return pango_attr_foreground_new(guint16(format & 0xFFFF), guint16(format >> 16), 0);
+}
+int formatOfRun(const PangoItem* item) {
+  for (GSList* at = item->analysis.extra_attrs; at; at = at->next) {
+    const auto* attribute = static_cast<PangoAttribute*>(at->data);
+    if (attribute->klass->type != PANGO_ATTR_FOREGROUND) continue;
+    const PangoColor& colour = reinterpret_cast<const PangoAttrColor*>(attribute)->color;
+    return int(colour.red) | int(colour.green) << 16;
+  }
+  return 0;
+}
+
+struct Heights {
+  double ascent = 0, descent = 0, size = 0;
+  void add(double up, double down, double typeSize) {
+    ascent = std::max(ascent, up);
+    descent = std::max(descent, down);
+    size = std::max(size, typeSize);
+  }
+};
+
+}  // namespace
+
+struct TextEngine::Pango {
+  PangoContext* context = nullptr;
+  std::unordered_map<std::string, std::pair<double, double>> metrics;  ///< ascent and descent of a face by description
+
+  Pango() {
+    context = pango_font_map_create_context(pango_cairo_font_map_get_default());
+    cairo_font_options_t* options = cairo_font_options_create();
+    // Widths must not depend on a screen's pixels.
+    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    pango_cairo_context_set_font_options(context, options);
+    cairo_font_options_destroy(options);
+    pango_cairo_context_set_resolution(context, 72);
+    pango_context_set_round_glyph_positions(context, FALSE);
+  }
+  ~Pango() { g_object_unref(context); }
+
+  std::pair<double, double> heightsOf(const CharacterFormat& format) {
+    PangoFontDescription* font = describe(format);
+    gchar* name = pango_font_description_to_string(font);
+    const auto [place, isNew] = metrics.try_emplace(name);
+    g_free(name);
+    if (isNew) {
+      PangoFontMetrics* found = pango_context_get_metrics(context, font, nullptr);
+      place->second = {pango_font_metrics_get_ascent(found) / unitsPerPoint,
+                       pango_font_metrics_get_descent(found) / unitsPerPoint};
+      pango_font_metrics_unref(found);
+    }
+    pango_font_description_free(font);
+    return place->second;
+  }
+
+  void setParagraph(const StyledText& text, const Paragraph& paragraph, double width, TextLayout& result, double& top);
+};
+
+void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& paragraph, double width, TextLayout& result,
+                                     double& top) {
+  const ParagraphFormat& format = paragraph.format;
+  std::string characters;
+  PangoAttrList* attributes = pango_attr_list_new();
+  const auto addAttribute = [&](PangoAttribute* attribute, std::size_t from) {
+    attribute->start_index = guint(from);
+    attribute->end_index = guint(characters.size());
+    pango_attr_list_insert(attributes, attribute);
+  };
+  for (const TextSpan& span : paragraph.spans) {
+    const std::size_t from = characters.size();
+    characters += span.text;
+    const CharacterFormat& character = text.formats[std::size_t(span.format)];
+    PangoFontDescription* font = describe(character);
+    addAttribute(pango_attr_font_desc_new(font), from);
+    pango_font_description_free(font);
+    addAttribute(formatMark(span.format), from);
+    if (character.style.letterSpacing != 0)
+      addAttribute(pango_attr_letter_spacing_new(int(character.style.letterSpacing * unitsPerPoint)), from);
+  }
+
+  PangoLayout* layout = pango_layout_new(context);
+  pango_layout_set_text(layout, characters.data(), int(characters.size()));
+  pango_layout_set_attributes(layout, attributes);
+  pango_attr_list_unref(attributes);
+  pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+  // A first line further left than the others hangs: the block then begins where the first line does.
+  const double hanging = std::max(0.0, -format.indentFirst), firstIndent = std::max(0.0, format.indentFirst);
+  const double left = format.indentLeft - hanging;
+  double available = -1;
+  if (width >= 0) {
+    available = std::max(1.0, width - left - format.indentRight);
+    pango_layout_set_width(layout, int(available * unitsPerPoint));
+    pango_layout_set_indent(layout, int(format.indentFirst * unitsPerPoint));
+    pango_layout_set_justify(layout, format.alignment == ParagraphFormat::Justified);
+  }
+  PangoTabArray* tabs = pango_tab_array_new(1, FALSE);
+  pango_tab_array_set_tab(tabs, 0, PANGO_TAB_LEFT, int(text.tabStop * unitsPerPoint));
+  pango_layout_set_tabs(layout, tabs);
+  pango_tab_array_free(tabs);
+
+  top += format.spaceBefore;
+  bool first = true;
+  for (GSList* at = pango_layout_get_lines_readonly(layout); at; at = at->next, first = false) {
+    const auto* source = static_cast<PangoLayoutLine*>(at->data);
+    TextLine line;
+    Heights heights;
+    double x = 0;
+    for (GSList* run = source->runs; run; run = run->next) {
+      const auto* glyphs = static_cast<PangoGlyphItem*>(run->data);
+      const PangoItem* item = glyphs->item;
+      const int formatIndex = std::clamp(formatOfRun(item), 0, int(text.formats.size()) - 1);
+      const CharacterFormat& character = text.formats[std::size_t(formatIndex)];
+      const double runWidth = pango_glyph_string_get_width(glyphs->glyphs) / unitsPerPoint;
+      const auto [ascent, descent] = heightsOf(character);
+      const double shift = baselineShift(character);
+      heights.add(ascent - shift, descent + shift, character.style.size);
+      std::string piece = characters.substr(std::size_t(item->offset), std::size_t(item->length));
+      const bool blank = piece.find_first_not_of("\t\n") == std::string::npos || piece == "\u2028";
+      // Pieces that differ only in the font fallback or the direction stay separate; equal neighbours become one.
+      if (!blank) line.runs.push_back({std::move(piece), formatIndex, x, shift, runWidth, false});
+      x += runWidth;
+    }
+    if (line.runs.empty()) {
+      const auto index = paragraph.spans.empty() ? 0 : std::size_t(paragraph.spans.back().format);
+      const auto [ascent, descent] = heightsOf(text.formats[index]);
+      heights.add(ascent, descent, text.formats[index].style.size);
+    }
+    line.width = x;
+    line.top = top;
+    line.height = format.lineSpacing < 0   ? -format.lineSpacing * heights.size
+                  : format.lineSpacing > 0 ? format.lineSpacing
+                                           : heights.ascent + heights.descent;
+    const double baseline = top + (line.height - heights.ascent - heights.descent) / 2 + heights.ascent;
+    const double indent = first ? firstIndent : hanging;
+    double bulletWidth = 0;
+    TextRun bullet;
+    if (first && !format.bullet.empty()) {
+      bullet.text = format.bullet;
+      bullet.style = paragraph.spans.empty() ? 0 : paragraph.spans.front().format;
+      bullet.width = text.formats[std::size_t(bullet.style)].style.size * 0.6;
+      bulletWidth = std::max(hanging, bullet.width);
+      if (available >= 0 && bulletWidth + line.width > available) bulletWidth = std::max(0.0, available - line.width);
+    }
+    const double room = available < 0 ? 0 : std::max(0.0, available - indent - line.width - bulletWidth);
+    const double share = format.alignment == ParagraphFormat::Centre  ? 0.5
+                         : format.alignment == ParagraphFormat::Right ? 1
+                                                                      : 0;
+    line.left = left + indent + (available < 0 ? 0 : room * share);
+    for (TextRun& run : line.runs) {
+      run.x += line.left + bulletWidth;
+      run.baseline += baseline;
+      run.stretched = format.alignment == ParagraphFormat::Justified && at->next;
+    }
+    if (bulletWidth > 0) {
+      bullet.x = line.left;
+      bullet.baseline = baseline;
+      line.runs.insert(line.runs.begin(), bullet);
+      line.width += bulletWidth;
+    }
+    top += line.height;
+    result.width = std::max(result.width, line.left + line.width + format.indentRight);
+    result.lines.push_back(std::move(line));
+  }
+  top += format.spaceAfter;
+  g_object_unref(layout);
+}
+
+TextEngine::TextEngine() : pango_(std::make_unique<Pango>()) {}
+TextEngine::~TextEngine() = default;
+
+std::shared_ptr<const TextLayout> TextEngine::layOut(const StyledText& text, double width) {
+  std::string key = text.key();
+  key.append(reinterpret_cast<const char*>(&width), sizeof width);
+  if (const auto found = known_.find(key); found != known_.end()) return found->second;
+  ++layoutCount_;
+  auto layout = std::make_shared<TextLayout>();
+  for (const CharacterFormat& format : text.formats) {
+    TextStyle style = format.style;
+    style.size = drawnSize(format);
+    layout->styles.push_back(std::move(style));
+  }
+  const auto set = [&](double within) {
+    double top = 0;
+    layout->lines.clear();
+    for (const Paragraph& paragraph : text.paragraphs) pango_->setParagraph(text, paragraph, within, *layout, top);
+    layout->height = top;
+  };
+  set(width);
+  // Without a given width the widest line is the measure that the others are aligned by; a hair more keeps it whole.
+  if (width < 0) set(layout->width + 0.01);
+  if (known_.size() >= rememberedTexts) known_.clear();
+  known_.emplace(std::move(key), layout);
+  return layout;
+}
+
+}  // namespace quorvel::render
