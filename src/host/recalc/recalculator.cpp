@@ -17,9 +17,14 @@ constexpr int deepestCircle = 500;
 }  // namespace
 
 Value fitToCell(const Store& store, const CellAddress& cell, const Value& value) {
-  if (value.kind() != ValueKind::Number || value.unit() != Unit::None) return value;
   const CellDefinition* definition = definitionOf(cell.key);
   if (!definition) return value;
+  if (value.kind() == ValueKind::Point) {
+    // A glued end has the same formula in both of its cells; each takes its own coordinate of the point.
+    const bool vertical = definition->name.ends_with('Y');
+    return Value::number(vertical ? value.y() : value.internal(), Unit::Inches);
+  }
+  if (value.kind() != ValueKind::Number || value.unit() != Unit::None) return value;
   if (definition->units == CellUnits::Length) return Value::number(value.internal(), Unit::Inches);
   if (definition->units == CellUnits::Angle)
     return Value::number(toInternal(value.internal(), Unit::Degrees), Unit::Degrees);

@@ -1,0 +1,134 @@
+// Members of cells, sections and rows.
+#include <cmath>
+#include <limits>
+
+#include "host/automation/in_memory_host.h"
+#include "host/cells/cell_name.h"
+#include "host/cells/cell_table.h"
+#include "host/commands/text_fields.h"
+#include "host/commands/write_cell.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+namespace {
+
+std::uint64_t rowPart(SectionNumber section, RowKey row) {
+  return (std::uint64_t(section) << 32) | row.packed();
+}
+
+std::string rowNameOf(const Store& store, const CellAddress& cell) {
+  if (!cell.key.row.isNamed()) return {};
+  for (const RowView& row : rowsOf(store, cell.sheet, cell.key.section)) {
+    if (row.key == cell.key.row) return std::string(spelling(row.name));
+  }
+  return {};
+}
+
+}  // namespace
+
+Maybe<Variant> InMemoryHost::getSectionOrRow(const ObjectRef& object, Member member, Arguments arguments) {
+  const SheetId sheet{object.id};
+  if (object.kind == ObjectKind::Section) {
+    const auto section = static_cast<SectionNumber>(object.part);
+    if (member == Member::Section_Count)
+      return Variant(static_cast<std::int64_t>(rowsOf(engine_.store, sheet, section).size()));
+    const Maybe<RowView> row = rowAt(engine_.store, sheet, section, integerAt(arguments, 0).or_(-1));
+    if (!row) return refuse("the index lies outside 0 to Count - 1");
+    return Variant(refTo(ObjectKind::Row, object.id, rowPart(section, row->key)));
+  }
+  const auto section = static_cast<SectionNumber>(object.part >> 32);
+  const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
+  if (!rowExists(engine_.store, sheet, section, row, false)) return refuse("the row is gone");
+  if (member == Member::Row_Name) return Variant(rowNameOf(engine_.store, {sheet, {section, row, 0}}));
+  const int column = integerAt(arguments, 0).or_(-1);
+  const CellKey key{section, row, static_cast<Column>(column)};
+  if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuse("the section has no such column");
+  return Variant(refTo(ObjectKind::Cell, object.id, key.packed()));
+}
+
+bool InMemoryHost::putRow(const ObjectRef& object, Member member, const Argument& value) {
+  const Maybe<std::string_view> name = textOfArgument(value);
+  if (member != Member::Row_Name || !name) {
+    refuse("the property can't be put so");
+    return false;
+  }
+  return settle(renameRow(engine_, SheetId{object.id}, static_cast<SectionNumber>(object.part >> 32),
+                          RowKey::fromPacked(static_cast<std::uint32_t>(object.part)), *name));
+}
+
+Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arguments arguments) {
+  const Store& store = engine_.store;
+  switch (member) {
+    case Member::Cell_Shape:
+      return Variant(refTo(ObjectKind::Shape, cell.sheet.value));
+    case Member::Cell_Section:
+      return Variant(static_cast<std::int64_t>(cell.key.section));
+    case Member::Cell_Column:
+      return Variant(std::int64_t{cell.key.column});
+    case Member::Cell_Name:
+      return Variant(cellName(cell.key, rowNameOf(store, cell)));
+    default:
+      break;
+  }
+  if (!cellExists(store, cell.sheet, cell.key, false)) {
+    // The first field of an empty text reads as nothing, though it can be written.
+    return refuse("the cell does not exist");
+  }
+  switch (member) {
+    case Member::Cell_Row:
+      if (cell.key.section == SectionNumber::Object) return Variant(std::int64_t{cell.key.row.index()});
+      return Variant(std::int64_t{placeOf(store, cell.sheet, cell.key.section, cell.key.row)});
+    case Member::Cell_Formula:
+    case Member::Cell_FormulaU: {
+      const FoundCell found = findCell(store, cell.sheet, cell.key);
+      if (found) return Variant(formulaFor(store, cell.sheet, found));
+      Cell standing;
+      standing.value = cellValue(store, cell.sheet, cell.key);
+      return Variant(formulaText(standing));
+    }
+    case Member::Cell_ResultStr: {
+      return Variant(cellValue(store, cell.sheet, cell.key).asText(integerAt(arguments, 0).or_(0)));
+    }
+    case Member::Cell_ResultIU:
+    case Member::Cell_Result:
+    case Member::Cell_ResultInt: {
+      const int units = member == Member::Cell_ResultIU ? 0 : integerAt(arguments, 0).or_(0);
+      const Maybe<double> number = cellValue(store, cell.sheet, cell.key).asNumberIn(units);
+      if (!number) return refuse("the cell holds no quantity");
+      if (member != Member::Cell_ResultInt) return Variant(*number);
+      const double whole = integerAt(arguments, 1).or_(0) != 0 ? std::round(*number) : std::trunc(*number);
+      if (std::fabs(whole) > std::numeric_limits<int>::max()) return refuse("the number is too large");
+      return Variant(static_cast<std::int64_t>(whole));
+    }
+    default:
+      return refuse("not a property");
+  }
+}
+
+bool InMemoryHost::putCell(const CellAddress& cell, Member member, Arguments indices, const Argument& value) {
+  switch (member) {
+    case Member::Cell_Formula:
+    case Member::Cell_FormulaU:
+    case Member::Cell_FormulaForce:
+    case Member::Cell_FormulaForceU: {
+      const Maybe<std::string_view> formula = textOfArgument(value);
+      if (!formula) break;
+      const bool force = member == Member::Cell_FormulaForce || member == Member::Cell_FormulaForceU;
+      return settle(writeFormula(engine_, cell, *formula, force));
+    }
+    case Member::Cell_Result:
+    case Member::Cell_ResultForce:
+    case Member::Cell_ResultIU: {
+      const Maybe<double> number = numberOf(value);
+      if (!number || !std::isfinite(*number)) break;
+      const int units = member == Member::Cell_ResultIU ? 0 : integerAt(indices, 0).or_(0);
+      return settle(writeResult(engine_, cell, units, *number, member == Member::Cell_ResultForce));
+    }
+    default:
+      break;
+  }
+  refuse("the property can't be put so");
+  return false;
+}
+
+}  // namespace quorvel::host
