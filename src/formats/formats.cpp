@@ -1,0 +1,22 @@
+#include "formats/formats.h"
+
+#include "formats/vsdx/old_format.h"
+#include "formats/vsdx/vsdx_format.h"
+
+namespace quorvel::formats {
+
+const std::vector<const host::DocumentFormat*>& allFormats() {
+  static const VsdxFormat vsdx;
+  static const OldFormat old;
+  static const std::vector<const host::DocumentFormat*> formats{&vsdx, &old};
+  return formats;
+}
+
+const host::DocumentFormat* formatFor(std::string_view fileName) {
+  for (const host::DocumentFormat* format : allFormats()) {
+    if (format->handles(fileName)) return format;
+  }
+  return nullptr;
+}
+
+}  // namespace quorvel::formats

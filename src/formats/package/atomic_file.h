@@ -1,0 +1,14 @@
+// Replacing a file so that at every moment either the old contents or the new stand there whole.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvel::formats {
+
+/// Writes beside the file, flushes to the disk and renames. Keeps the permissions of the file that it replaces, and
+/// follows a symbolic link. Empty when it went well; else why not, as the end of a sentence, and the old file is as it
+/// was.
+std::string replaceFile(const std::string& fileName, std::string_view bytes);
+
+}  // namespace quorvel::formats

@@ -1,0 +1,18 @@
+// Writes a document of the engine as a whole package.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "formats/package/zip_package.h"
+#include "formats/vsdx/names.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::formats {
+
+/// All parts of the package, in the order in which they are to stand in the file. The same document gives the same
+/// bytes.
+std::vector<ZipEntry> writeDocument(const host::Store& store, const host::Document& document,
+                                    const names::FileKind& kind);
+
+}  // namespace quorvel::formats

@@ -1,0 +1,15 @@
+// The formats of older releases that are not read, so that opening one says what the file is and what helps.
+#pragma once
+
+#include "host/document_format.h"
+
+namespace quorvel::formats {
+
+class OldFormat : public host::DocumentFormat {
+ public:
+  bool handles(std::string_view fileName) const override;
+  host::OpenResult open(host::Store& store, const std::string& fileName) const override;
+  std::string save(const host::Store& store, host::DocumentId document, const std::string& fileName) const override;
+};
+
+}  // namespace quorvel::formats

@@ -1,0 +1,51 @@
+// What the readers of one drawing share while they run.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "formats/package/zip_package.h"
+#include "formats/vsdx/carried.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::formats {
+
+/// Numbers in files stay below, so that there is room for those that the engine gives out.
+inline constexpr int largestFileNumber = 1 << 30;
+
+/// A shape that names its master before all masters are read.
+struct PendingLink {
+  host::SheetId sheet;
+  int instanceMaster = -1;  ///< file ID of the master of the instance that it is a member of
+  int ownMaster = -1;       ///< file ID of the master that it names itself
+  int masterShape = -1;     ///< number of the shape of `instanceMaster`; negative: none named
+};
+
+struct ReadState {
+  ReadState(host::Store& engineStore, host::DocumentId fresh, const ZipPackage& source)
+      : store(engineStore), document(fresh), package(source) {}
+
+  host::Store& store;
+  host::DocumentId document;
+  const ZipPackage& package;
+  std::shared_ptr<CarriedPackage> carriedPackage = std::make_shared<CarriedPackage>();
+  std::unordered_map<int, host::SheetId> styles;
+  std::unordered_map<int, host::MasterId> masters;
+  std::vector<PendingLink> pending;
+  std::unordered_set<std::string> taken;  ///< keys of the parts whose contents stand in the engine's data
+  /// Pictures by part and attributes: shapes that show the same picture share its bytes.
+  std::map<std::string, std::shared_ptr<const host::ForeignData>> pictures;
+};
+
+/// The part in which the shape at hand stands.
+struct ShapeSource {
+  host::PageId page;
+  const Relationships& relationships;
+  std::string shapesTail;  ///< collects deleted and unknown elements among the top shapes
+};
+
+}  // namespace quorvel::formats

@@ -1,0 +1,260 @@
+#include "formats/vsdx/shape_reader.h"
+
+#include <algorithm>
+#include <array>
+
+#include "formats/package/part_name.h"
+#include "formats/vsdx/connect_text.h"
+#include "formats/vsdx/sheet_reader.h"
+
+namespace quorvel::formats {
+namespace {
+
+using host::SheetId;
+using host::SheetKind;
+using host::TextBody;
+using host::TextPiece;
+
+struct TypeName {
+  SheetKind kind;
+  std::string_view name;
+};
+constexpr TypeName typeNames[] = {
+    {SheetKind::Shape, "Shape"},
+    {SheetKind::Group, "Group"},
+    {SheetKind::Foreign, "Foreign"},
+    {SheetKind::Guide, "Guide"},
+};
+
+/// Appends the pieces of a Text element; false when there is something in it that pieces cannot hold.
+bool readText(pugi::xml_node node, TextBody& body) {
+  bool complete = !node.first_attribute();
+  const auto add = [&](TextPiece::Kind kind, int index, std::string text) {
+    body.push_back({kind, index, std::move(text)});
+  };
+  for (const pugi::xml_node child : node) {
+    if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+      if (!body.empty() && body.back().kind == TextPiece::Characters) {
+        body.back().text += child.value();
+      } else {
+        add(TextPiece::Characters, 0, child.value());
+      }
+      continue;
+    }
+    if (child.type() != pugi::node_element) continue;
+    const std::string_view name = localName(child);
+    const int index = wholeNumber(child.attribute("IX").value(), -1);
+    const bool plain = index >= 0 && !child.first_attribute().next_attribute();
+    if (name == "fld") {
+      for (const pugi::xml_node inner : child) {
+        if (inner.type() == pugi::node_element) complete = false;
+      }
+      add(TextPiece::Field, std::max(index, 0), innerText(child));
+      complete = complete && plain;
+    } else if (name == "cp" || name == "pp" || name == "tp") {
+      add(name == "cp"   ? TextPiece::CharacterRun
+          : name == "pp" ? TextPiece::ParagraphRun
+                         : TextPiece::TabRun,
+          std::max(index, 0), {});
+      complete = complete && plain && !child.first_child();
+    } else {
+      complete = false;
+    }
+  }
+  return complete;
+}
+
+void readTextElement(host::Sheet& sheet, pugi::xml_node node) {
+  auto body = std::make_shared<TextBody>();
+  const bool complete = readText(node, *body);
+  sheet.text = body;
+  if (!complete) {
+    carriedOf(sheet).text = rawXml(node);
+    carriedOf(sheet).textRead = std::move(body);
+  }
+}
+
+void readData(host::Sheet& sheet, int number, pugi::xml_node node) {
+  std::string* const slots[] = {&sheet.data1, &sheet.data2, &sheet.data3};
+  *slots[number] = innerText(node);
+  if (slots[number]->empty()) carriedOf(sheet).emptyData |= 1u << number;
+}
+
+/// Takes in the picture that the element points to; false when it points to none.
+bool readForeign(ReadState& state, const ShapeSource& source, host::Sheet& sheet, pugi::xml_node node) {
+  const char* const id = attributeNamed(childNamed(node, "Rel"), "id");
+  const Relationship* const relationship = id ? source.relationships.withId(id) : nullptr;
+  if (!relationship || relationship->part.empty() || !state.package.has(relationship->part)) return false;
+
+  std::string key = partKey(relationship->part);
+  for (const pugi::xml_attribute attribute : node.attributes())
+    key.append("\n").append(attribute.name()).append("=").append(attribute.value());
+  std::shared_ptr<const host::ForeignData>& shared = state.pictures[key];
+  if (!shared) {
+    auto picture = std::make_shared<host::ForeignData>();
+    auto carry = std::make_shared<CarriedForeign>();
+    if (!state.package.read(relationship->part, picture->bytes)) return false;
+    for (const pugi::xml_attribute attribute : node.attributes()) {
+      const std::string_view name = attribute.name();
+      if (name == "ForeignType") {
+        picture->type = attribute.value();
+      } else if (name == "CompressionType") {
+        picture->compression = attribute.value();
+      } else {
+        carry->attributes.emplace_back(name, attribute.value());
+      }
+    }
+    for (const pugi::xml_node child : node) {
+      if (child.type() == pugi::node_element && localName(child) != "Rel") carry->contents += rawXml(child);
+    }
+    picture->extension = extensionOf(relationship->part);
+    carry->part = relationship->part;
+    carry->relationshipType = relationship->type;
+    carry->contentType = state.carriedPackage->contentTypes.typeOf(relationship->part);
+    picture->extras = std::move(carry);
+    shared = std::move(picture);
+  }
+  state.taken.insert(partKey(relationship->part));
+  sheet.foreign = shared;
+  return true;
+}
+
+void readShapes(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node shapes, int instanceMaster);
+
+void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node node, int instanceMaster) {
+  const std::string_view type = node.attribute("Type").value();
+  const auto named = std::ranges::find(typeNames, type, &TypeName::name);
+  const SheetKind kind = named == std::end(typeNames) ? SheetKind::Shape : named->kind;
+  const int number = wholeNumber(node.attribute("ID").value(), 0);
+  const SheetId id = state.store.addShape(source.page, parent, kind, number < largestFileNumber ? number : 0);
+  host::Sheet& sheet = *state.store.sheet(id);
+
+  PendingLink link{id, instanceMaster, -1, -1};
+  for (const pugi::xml_attribute attribute : node.attributes()) {
+    const std::string_view name = attribute.name();
+    const char* const value = attribute.value();
+    if (name == "ID" || name == "Name" || name == "NameU" || name == "IsCustomName" || name == "IsCustomNameU")
+      continue;
+    if (name == "Type" && named != std::end(typeNames)) continue;
+    if (name == "Master" && state.masters.contains(wholeNumber(value, -1))) {
+      link.ownMaster = wholeNumber(value, -1);
+    } else if (name == "MasterShape" && wholeNumber(value, -1) >= 0 && instanceMaster >= 0) {
+      link.masterShape = wholeNumber(value, -1);
+    } else if (name == "UniqueID") {
+      sheet.uniqueId = value;
+    } else if (!readStyleAttribute(state, sheet, name, value)) {
+      carriedOf(sheet).attributes.emplace_back(name, value);
+    }
+  }
+  if (link.ownMaster >= 0 || link.masterShape >= 0) state.pending.push_back(link);
+  // A member of an instance inherits through that instance's master even when it is an instance of its own besides.
+  const int membersMaster = link.masterShape < 0 && link.ownMaster >= 0 ? link.ownMaster : instanceMaster;
+  if (type.empty()) carriedOf(sheet).lacksType = true;
+  CarriedName names;
+  readNames(node, sheet.name, sheet.universalName, names);
+  if (needsCarrying(names)) carriedOf(sheet).names = std::move(names);
+
+  for (const pugi::xml_node child : node) {
+    if (child.type() != pugi::node_element) continue;
+    const std::string_view element = localName(child);
+    if (element == "Shapes") {
+      readShapes(state, source, id, child, membersMaster);
+    } else if (element == "Text" && !sheet.text) {
+      readTextElement(sheet, child);
+    } else if (element == "Data1" || element == "Data2" || element == "Data3") {
+      readData(sheet, element.back() - '1', child);
+    } else if (element == "ForeignData" && !sheet.foreign && readForeign(state, source, sheet, child)) {
+      continue;
+    } else {
+      readSheetChild(state, sheet, child);
+    }
+  }
+}
+
+void readShapes(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node shapes, int instanceMaster) {
+  for (const pugi::xml_node child : shapes) {
+    if (child.type() != pugi::node_element) continue;
+    if (localName(child) == "Shape" && !truth(child.attribute("Del").value())) {
+      readShape(state, source, parent, child, instanceMaster);
+      continue;
+    }
+    const int number = wholeNumber(child.attribute("ID").value(), 0);
+    host::Page& page = *state.store.page(source.page);
+    if (number > 0 && number < largestFileNumber) page.lastShapeId = std::max(page.lastShapeId, number);
+    if (!parent) {
+      source.shapesTail += rawXml(child);
+      continue;
+    }
+    CarriedSheet& carry = carriedOf(*state.store.sheet(parent));
+    carry.deletedMembers += rawXml(child);
+    carry.deletedMasterShapes.push_back(wholeNumber(child.attribute("MasterShape").value(), -1));
+  }
+}
+
+/// Following masters from `start` must come to an end, and not by way of `sheet`.
+bool leadsBack(const host::Store& store, SheetId start, SheetId sheet) {
+  int steps = 0;
+  for (SheetId at = start; at; at = store.sheet(at)->prototype) {
+    if (at == sheet || ++steps > 64) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void readContents(ReadState& state, host::PageId pageId, CarriedPage& carried, pugi::xml_node root) {
+  for (const pugi::xml_attribute attribute : root.attributes())
+    carried.contentsAttributes.emplace_back(attribute.name(), attribute.value());
+  ShapeSource source{pageId, carried.relationships, {}};
+  for (const pugi::xml_node child : root) {
+    if (child.type() != pugi::node_element) continue;
+    const std::string_view name = localName(child);
+    if (name == "Shapes") {
+      readShapes(state, source, {}, child, -1);
+    } else if (name == "Connects") {
+      for (const pugi::xml_node connect : child) {
+        if (connect.type() != pugi::node_element) continue;
+        host::Connect read;
+        read.fromShape = wholeNumber(connect.attribute("FromSheet").value(), 0);
+        read.fromCell = connect.attribute("FromCell").value();
+        read.fromPart = wholeNumber(connect.attribute("FromPart").value(), 0);
+        read.toShape = wholeNumber(connect.attribute("ToSheet").value(), 0);
+        read.toCell = connect.attribute("ToCell").value();
+        read.toPart = wholeNumber(connect.attribute("ToPart").value(), 0);
+        const std::string raw = rawXml(connect);
+        if (const std::string written = connectText(read); written != raw) carried.connects.emplace(written, raw);
+        state.store.page(pageId)->connects.push_back(std::move(read));
+      }
+    } else {
+      carried.contentsTail += rawXml(child);
+    }
+  }
+  carried.deletedShapes = std::move(source.shapesTail);
+}
+
+void linkToMasters(ReadState& state) {
+  host::Store& store = state.store;
+  for (const PendingLink& link : state.pending) {
+    host::Sheet& sheet = *store.sheet(link.sheet);
+    const auto own = state.masters.find(link.ownMaster);
+    if (own != state.masters.end()) sheet.master = own->second;
+    const auto source = link.masterShape >= 0 ? state.masters.find(link.instanceMaster) : own;
+    SheetId prototype;
+    if (source != state.masters.end()) {
+      const host::Page& contents = *store.page(store.master(source->second)->contents);
+      const auto member = contents.byShapeId.find(link.masterShape);
+      if (link.masterShape < 0 && contents.shapes.size() == 1) prototype = contents.shapes.front();
+      if (link.masterShape >= 0 && member != contents.byShapeId.end()) prototype = member->second;
+    }
+    if (prototype && !leadsBack(store, prototype, link.sheet)) {
+      sheet.prototype = prototype;
+      const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
+      if (carry && carry->lacksType) sheet.kind = store.sheet(prototype)->kind;
+    }
+    if (!sheet.prototype && link.masterShape >= 0)
+      carriedOf(sheet).attributes.emplace_back("MasterShape", std::to_string(link.masterShape));
+  }
+  state.pending.clear();
+}
+
+}  // namespace quorvel::formats

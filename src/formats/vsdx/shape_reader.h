@@ -1,0 +1,15 @@
+// Reads shapes with their members, text, pictures and links to masters from the contents of a page or master.
+#pragma once
+
+#include "formats/package/xml_reading.h"
+#include "formats/vsdx/read_state.h"
+
+namespace quorvel::formats {
+
+/// Reads the root element of a page's or master's part into the page and its carried part.
+void readContents(ReadState& state, host::PageId page, CarriedPage& carried, pugi::xml_node root);
+
+/// Ties the shapes read so far to their masters. What names no shape of a master stays an attribute that is carried.
+void linkToMasters(ReadState& state);
+
+}  // namespace quorvel::formats

@@ -1,0 +1,271 @@
+#include "formats/vsdx/sheet_reader.h"
+
+#include <algorithm>
+
+#include "formats/vsdx/cell_text.h"
+#include "formats/vsdx/row_types.h"
+
+namespace quorvel::formats {
+namespace {
+
+using host::CellKey;
+using host::Column;
+using host::Row;
+using host::RowKey;
+using host::Section;
+using host::SectionNumber;
+
+constexpr int largestRowIndex = 1'000'000;
+constexpr int lastGeometryIndex =
+    static_cast<int>(SectionNumber::LastGeometry) - static_cast<int>(SectionNumber::Geometry);
+
+template <class T>
+T& extrasOf(host::ExtrasPtr& extras) {
+  if (!extras) extras = std::make_shared<T>();
+  return const_cast<T&>(static_cast<const T&>(*extras));
+}
+
+/// Reads the cell into `cell`. What our writing of it would not give back is carried with its row.
+void readCellElement(ReadState& state, pugi::xml_node node, const CellKey& key, host::Cell& cell,
+                     host::ExtrasPtr& rowExtras) {
+  CellAttributes text;
+  AttributeList unknown;
+  std::string_view name;
+  for (const pugi::xml_attribute attribute : node.attributes()) {
+    const std::string_view which = attribute.name();
+    const std::string_view value = attribute.value();
+    if (which == "N") {
+      name = value;
+    } else if (which == "V") {
+      text.hasValue = true;
+      text.value = value;
+    } else if (which == "U") {
+      text.hasUnit = true;
+      text.unit = value;
+    } else if (which == "F") {
+      text.hasFormula = true;
+      text.formula = value;
+    } else if (which == "E") {
+      text.hasError = true;
+      text.error = value;
+    } else {
+      unknown.emplace_back(which, value);
+    }
+  }
+  const host::CellDefinition* definition = host::definitionOf(key);
+  bool formulaIsBroken = false;
+  cell = readCell(key, definition, text, state.store.formulas(), formulaIsBroken);
+
+  thread_local WrittenCell written;
+  writeCell(key, definition, cell, written);
+  const bool otherName = host::columnName(key) != name;
+  CarriedRow* row = rowExtras ? &extrasOf<CarriedRow>(rowExtras) : nullptr;
+  if (row) std::erase_if(row->cells, [&](const CarriedCell& one) { return one.column == key.column; });
+  if (saysTheSame(written, text) && !otherName && unknown.empty() && !node.first_child()) return;
+
+  CarriedCell carry;
+  carry.column = key.column;
+  if (otherName) carry.name = name;
+  carry.hasValue = text.hasValue;
+  carry.hasUnit = text.hasUnit;
+  carry.hasFormula = text.hasFormula;
+  carry.hasError = text.hasError;
+  carry.value = text.value;
+  carry.unit = text.unit;
+  carry.formula = text.formula;
+  carry.error = text.error;
+  carry.formulaIsBroken = formulaIsBroken;
+  carry.attributes = std::move(unknown);
+  for (const pugi::xml_node child : node) carry.contents += rawXml(child);
+  extrasOf<CarriedRow>(rowExtras).cells.push_back(std::move(carry));
+}
+
+/// "Inherited" without a value says nothing that is not so anyway; taken in, it would hide the master's value.
+bool saysNothing(pugi::xml_node cell) {
+  return !cell.attribute("V") && std::string_view(cell.attribute("F").value()) == "Inh";
+}
+
+void readRowCells(ReadState& state, pugi::xml_node node, SectionNumber section, Row& row) {
+  row.cells.reserve(row.cells.size() + static_cast<std::size_t>(std::distance(node.begin(), node.end())));
+  for (const pugi::xml_node child : node) {
+    if (child.type() != pugi::node_element) continue;
+    const char* const name = child.attribute("N").value();
+    if (localName(child) != "Cell" || !*name || saysNothing(child)) {
+      extrasOf<CarriedRow>(row.extras).contents += rawXml(child);
+      continue;
+    }
+    const Column column = host::columnOrNew(section, name);
+    readCellElement(state, child, {section, row.key, column}, row.at(column), row.extras);
+  }
+}
+
+/// Finds rows of a section while it is read; long sections get an index, so that reading stays in step with their size.
+class RowFinder {
+ public:
+  explicit RowFinder(Section& section) : section_(section) {}
+
+  Row& rowOf(RowKey key) {
+    const std::size_t count = section_.rows.size();
+    if (count < indexedFrom) {
+      if (Row* const found = section_.find(key)) return *found;
+    } else {
+      for (; indexed_ < count; ++indexed_) places_.try_emplace(section_.rows[indexed_].key.packed(), indexed_);
+      if (const auto found = places_.find(key.packed()); found != places_.end()) return section_.rows[found->second];
+    }
+    section_.rows.emplace_back();
+    section_.rows.back().key = key;
+    return section_.rows.back();
+  }
+
+ private:
+  static constexpr std::size_t indexedFrom = 48;
+  Section& section_;
+  std::unordered_map<std::uint32_t, std::size_t> places_;
+  std::size_t indexed_ = 0;
+};
+
+void readRow(ReadState& state, pugi::xml_node node, Section& section, RowFinder& finder) {
+  const bool geometry = host::isGeometry(section.number);
+  const std::string_view name = geometry ? std::string_view() : node.attribute("N").value();
+  int index = 0;
+  if (const pugi::xml_attribute given = node.attribute("IX"); name.empty() && given) {
+    index = wholeNumber(given.value(), -1);
+  } else if (name.empty()) {
+    // A row without name or index stands where it stands; vertices count from 1.
+    index = static_cast<int>(section.rows.size()) + (geometry && !section.find(RowKey::index(0)) ? 1 : 0);
+  }
+  if (index < (geometry ? 1 : 0) || index > largestRowIndex) {
+    extrasOf<CarriedSection>(section.extras).contents += rawXml(node);
+    return;
+  }
+  const host::Atom atom = name.empty() ? host::Atom{} : host::intern(name);
+  Row& row = finder.rowOf(name.empty() ? RowKey::index(static_cast<std::uint32_t>(index)) : RowKey::named(atom));
+  row.name = atom;
+  for (const pugi::xml_attribute attribute : node.attributes()) {
+    const std::string_view which = attribute.name();
+    if ((which == "N" && !geometry) || (which == "IX" && name.empty())) continue;
+    if (which == "Del") {
+      row.deleted = truth(attribute.value());
+    } else if (which == "T" && geometry && rowTagOf(attribute.value()) != 0) {
+      row.type = rowTagOf(attribute.value());
+    } else {
+      extrasOf<CarriedRow>(row.extras).attributes.emplace_back(which, attribute.value());
+    }
+  }
+  readRowCells(state, node, section.number, row);
+}
+
+void readSection(ReadState& state, host::Sheet& sheet, pugi::xml_node node) {
+  const std::string_view name = node.attribute("N").value();
+  SectionNumber number = host::sectionOfFileName(name);
+  if (number == SectionNumber::Geometry) {
+    const int index = wholeNumber(node.attribute("IX").value(), 0);
+    number = index < 0 || index > lastGeometryIndex
+                 ? SectionNumber::None
+                 : static_cast<SectionNumber>(static_cast<int>(SectionNumber::Geometry) + index);
+  }
+  if (number == SectionNumber::None || number == SectionNumber::Object) {
+    carriedOf(sheet).contents += rawXml(node);
+    return;
+  }
+  const bool geometry = host::isGeometry(number);
+  Section& section = sheet.section(number);
+  for (const pugi::xml_attribute attribute : node.attributes()) {
+    const std::string_view which = attribute.name();
+    if (which == "N" || (which == "IX" && geometry)) continue;
+    if (which == "Del") {
+      section.deleted = truth(attribute.value());
+    } else {
+      extrasOf<CarriedSection>(section.extras).attributes.emplace_back(which, attribute.value());
+    }
+  }
+  section.rows.reserve(section.rows.size() + static_cast<std::size_t>(std::distance(node.begin(), node.end())) / 2);
+  RowFinder finder(section);
+  for (const pugi::xml_node child : node) {
+    if (child.type() != pugi::node_element) continue;
+    const std::string_view kind = localName(child);
+    const char* const cellName = child.attribute("N").value();
+    if (kind == "Row") {
+      readRow(state, child, section, finder);
+    } else if (kind == "Cell" && geometry && *cellName && !saysNothing(child)) {
+      Row& component = finder.rowOf(RowKey::index(0));
+      const Column column = host::columnOrNew(number, cellName);
+      readCellElement(state, child, {number, component.key, column}, component.at(column), component.extras);
+    } else {
+      extrasOf<CarriedSection>(section.extras).contents += rawXml(child);
+    }
+  }
+  const auto byIndex = [](const Row& a, const Row& b) {
+    return !a.key.isNamed() && !b.key.isNamed() && a.key.index() < b.key.index();
+  };
+  if (!std::ranges::is_sorted(section.rows, byIndex)) {
+    // Named rows keep their order in front; an order that mixes both kinds would not be one.
+    std::ranges::stable_sort(section.rows, {}, [](const Row& row) {
+      return row.key.isNamed() ? std::int64_t{-1} : static_cast<std::int64_t>(row.key.index());
+    });
+  }
+}
+
+}  // namespace
+
+CarriedSheet& carriedOf(host::Sheet& sheet) { return extrasOf<CarriedSheet>(sheet.extras); }
+
+void readNames(pugi::xml_node node, std::string& name, std::string& universalName, CarriedName& carry) {
+  const pugi::xml_attribute local = node.attribute("Name"), universal = node.attribute("NameU");
+  name = local ? local.value() : universal.value();
+  universalName = universal ? universal.value() : local.value();
+  carry.known = true;
+  carry.name = name;
+  carry.universalName = universalName;
+  carry.hasName = static_cast<bool>(local);
+  carry.hasUniversalName = static_cast<bool>(universal);
+  carry.isCustomName = node.attribute("IsCustomName").value();
+  carry.isCustomUniversalName = node.attribute("IsCustomNameU").value();
+}
+
+bool needsCarrying(const CarriedName& names) { return names.hasName || names.hasUniversalName; }
+
+bool readStyleAttribute(const ReadState& state, host::Sheet& sheet, std::string_view name, std::string_view value) {
+  host::SheetId* const slot = name == "LineStyle"   ? &sheet.lineStyle
+                              : name == "FillStyle" ? &sheet.fillStyle
+                              : name == "TextStyle" ? &sheet.textStyle
+                                                    : nullptr;
+  if (!slot) return false;
+  const auto found = state.styles.find(wholeNumber(value, -1));
+  if (found == state.styles.end()) return false;
+  *slot = found->second;
+  return true;
+}
+
+void readSheetChild(ReadState& state, host::Sheet& sheet, pugi::xml_node child) {
+  const std::string_view kind = localName(child);
+  const char* const name = child.attribute("N").value();
+  if (kind == "Cell" && *name && !saysNothing(child)) {
+    const CellKey key = host::objectCellOrNew(name);
+    host::Cell& cell = sheet.local(key);
+    Row* const row = sheet.find(SectionNumber::Object)->find(key.row);
+    readCellElement(state, child, key, cell, row->extras);
+  } else if (kind == "Section") {
+    readSection(state, sheet, child);
+  } else {
+    carriedOf(sheet).contents += rawXml(child);
+  }
+}
+
+void readPlainSheet(ReadState& state, host::Sheet& sheet, pugi::xml_node node) {
+  static constexpr std::string_view known[] = {"ID", "Name", "NameU", "IsCustomName", "IsCustomNameU"};
+  for (const pugi::xml_attribute attribute : node.attributes()) {
+    const std::string_view name = attribute.name();
+    if (std::ranges::find(known, name) != std::end(known)) continue;
+    if (name == "UniqueID") {
+      sheet.uniqueId = attribute.value();
+    } else if (!readStyleAttribute(state, sheet, name, attribute.value())) {
+      carriedOf(sheet).attributes.emplace_back(name, attribute.value());
+    }
+  }
+  for (const pugi::xml_node child : node) {
+    if (child.type() == pugi::node_element) readSheetChild(state, sheet, child);
+  }
+}
+
+}  // namespace quorvel::formats

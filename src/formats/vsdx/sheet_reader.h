@@ -1,0 +1,26 @@
+// Reads a sheet with its cells, sections and rows from an element of a part.
+#pragma once
+
+#include "formats/package/xml_reading.h"
+#include "formats/vsdx/read_state.h"
+
+namespace quorvel::formats {
+
+/// The carried part of a sheet, made when missing. Only while the drawing is read.
+CarriedSheet& carriedOf(host::Sheet& sheet);
+
+/// Name and NameU; either stands in for the other.
+void readNames(pugi::xml_node node, std::string& name, std::string& universalName, CarriedName& carried);
+/// True when a writer that knows nothing would not give the names back as they were.
+bool needsCarrying(const CarriedName& names);
+
+/// Takes one attribute of a sheet's element; false when it is none that all sheets have.
+bool readStyleAttribute(const ReadState& state, host::Sheet& sheet, std::string_view name, std::string_view value);
+
+/// Takes a Cell, Section or unknown child into the sheet.
+void readSheetChild(ReadState& state, host::Sheet& sheet, pugi::xml_node child);
+
+/// A PageSheet, DocumentSheet or StyleSheet: attributes and all children.
+void readPlainSheet(ReadState& state, host::Sheet& sheet, pugi::xml_node node);
+
+}  // namespace quorvel::formats

@@ -1,0 +1,271 @@
+#include "formats/vsdx/sheet_writer.h"
+
+#include <algorithm>
+
+#include "formats/package/part_name.h"
+#include "formats/vsdx/cell_text.h"
+#include "formats/vsdx/names.h"
+#include "formats/vsdx/row_types.h"
+
+namespace quorvel::formats {
+namespace {
+
+using host::CellKey;
+using host::Row;
+using host::Section;
+using host::SectionNumber;
+
+void writeCellElement(XmlWriter& writer, const CellKey& key, const host::Cell& cell, const CarriedRow* row) {
+  const host::CellDefinition* definition = host::definitionOf(key);
+  const CarriedCell* carry = row ? row->find(key.column) : nullptr;
+  writer.start("Cell");
+  writer.attribute("N", carry && !carry->name.empty() ? std::string_view(carry->name) : host::columnName(key));
+  if (carry && stillReads(*carry, key, definition, cell)) {
+    if (carry->hasValue) writer.attribute("V", carry->value);
+    if (carry->hasUnit) writer.attribute("U", carry->unit);
+    if (carry->hasError) writer.attribute("E", carry->error);
+    if (carry->hasFormula) writer.attribute("F", carry->formula);
+  } else {
+    thread_local WrittenCell written;
+    writeCell(key, definition, cell, written);
+    writer.attribute("V", written.value);
+    if (!written.unit.empty()) writer.attribute("U", written.unit);
+    if (!written.error.empty()) writer.attribute("E", written.error);
+    if (written.hasFormula) writer.attribute("F", written.formula);
+  }
+  if (carry) {
+    writeAttributes(writer, carry->attributes);
+    writer.raw(carry->contents);
+  }
+  writer.end();
+}
+
+void writeCells(XmlWriter& writer, SectionNumber section, const Row& row) {
+  const CarriedRow* const carry = carried<CarriedRow>(row.extras);
+  for (const auto& [column, cell] : row.cells) writeCellElement(writer, {section, row.key, column}, cell, carry);
+}
+
+void writeRow(XmlWriter& writer, SectionNumber section, const Row& row) {
+  const CarriedRow* const carry = carried<CarriedRow>(row.extras);
+  writer.start("Row");
+  if (row.key.isNamed()) {
+    writer.attribute("N", host::spelling(row.name ? row.name : row.key.name()));
+  } else {
+    writer.attribute("IX", static_cast<long>(row.key.index()));
+  }
+  if (const std::string_view type = rowTypeName(row.type); !type.empty()) writer.attribute("T", type);
+  if (row.deleted) writer.attribute("Del", "1");
+  if (carry) writeAttributes(writer, carry->attributes);
+  writeCells(writer, section, row);
+  if (carry) writer.raw(carry->contents);
+  writer.end();
+}
+
+void writeSection(XmlWriter& writer, const Section& section) {
+  const CarriedSection* const carry = carried<CarriedSection>(section.extras);
+  const bool geometry = host::isGeometry(section.number);
+  writer.start("Section").attribute("N", host::fileNameOf(section.number));
+  if (geometry) writer.attribute("IX", static_cast<long>(section.number) - static_cast<long>(SectionNumber::Geometry));
+  if (section.deleted) writer.attribute("Del", "1");
+  if (carry) writeAttributes(writer, carry->attributes);
+  for (const Row& row : section.rows) {
+    if (geometry && row.key == host::RowKey::index(0)) writeCells(writer, section.number, row);
+  }
+  if (carry) writer.raw(carry->contents);
+  for (const Row& row : section.rows) {
+    if (!geometry || row.key != host::RowKey::index(0)) writeRow(writer, section.number, row);
+  }
+  writer.end();
+}
+
+void writeText(XmlWriter& writer, const host::Sheet& sheet, const CarriedSheet* carry) {
+  if (!sheet.text) return;
+  if (carry && !carry->text.empty() && carry->textRead == sheet.text) {
+    writer.raw(carry->text);
+    return;
+  }
+  writer.start("Text");
+  for (const host::TextPiece& piece : *sheet.text) {
+    switch (piece.kind) {
+      case host::TextPiece::Characters:
+        writer.text(piece.text);
+        break;
+      case host::TextPiece::CharacterRun:
+        writer.start("cp").attribute("IX", piece.index).end();
+        break;
+      case host::TextPiece::ParagraphRun:
+        writer.start("pp").attribute("IX", piece.index).end();
+        break;
+      case host::TextPiece::TabRun:
+        writer.start("tp").attribute("IX", piece.index).end();
+        break;
+      case host::TextPiece::Field:
+        writer.start("fld").attribute("IX", piece.index).text(piece.text).end();
+        break;
+    }
+  }
+  writer.end();
+}
+
+void writeForeign(XmlWriter& writer, PartContext& context, const host::ForeignData& picture) {
+  const CarriedForeign* const carry = carried<CarriedForeign>(picture.extras);
+  const PictureParts::Part& part = context.pictures.partOf(picture);
+  const std::string_view type = carry && !carry->relationshipType.empty() ? std::string_view(carry->relationshipType)
+                                : picture.type == "Object"                ? names::objectRelationship
+                                                                          : names::imageRelationship;
+  writer.start("ForeignData").attribute("ForeignType", picture.type);
+  if (!picture.compression.empty()) writer.attribute("CompressionType", picture.compression);
+  if (carry) writeAttributes(writer, carry->attributes);
+  writer.start("Rel").attribute("r:id", context.relationships.idFor(context.part, type, part.name)).end();
+  if (carry) writer.raw(carry->contents);
+  writer.end();
+}
+
+std::string_view typeName(host::SheetKind kind) {
+  switch (kind) {
+    case host::SheetKind::Group:
+      return "Group";
+    case host::SheetKind::Foreign:
+      return "Foreign";
+    case host::SheetKind::Guide:
+      return "Guide";
+    default:
+      return "Shape";
+  }
+}
+
+/// Members of the master that this instance no longer has. Without a word about them they would come back on opening.
+std::vector<int> missingMembers(const host::Store& store, const host::Sheet& shape, const CarriedSheet* carry) {
+  const host::Sheet* const prototype = store.sheet(shape.prototype);
+  std::vector<int> missing;
+  if (!prototype) return missing;
+  for (const host::SheetId member : prototype->children) {
+    const int number = store.sheet(member)->shapeId;
+    if (carry && std::ranges::find(carry->deletedMasterShapes, number) != carry->deletedMasterShapes.end()) continue;
+    const bool there = std::ranges::any_of(
+        shape.children, [&](host::SheetId child) { return store.sheet(child)->prototype == member; });
+    if (!there) missing.push_back(number);
+  }
+  return missing;
+}
+
+std::string_view contentTypeOf(std::string_view extension) {
+  static constexpr std::pair<std::string_view, std::string_view> types[] = {
+      {"png", "image/png"},   {"jpg", "image/jpeg"},   {"jpeg", "image/jpeg"}, {"gif", "image/gif"},
+      {"bmp", "image/bmp"},   {"tif", "image/tiff"},   {"tiff", "image/tiff"}, {"emf", "image/x-emf"},
+      {"wmf", "image/x-wmf"}, {"svg", "image/svg+xml"}};
+  const auto found = std::ranges::find(types, extension, &std::pair<std::string_view, std::string_view>::first);
+  return found == std::end(types) ? "application/octet-stream" : found->second;
+}
+
+}  // namespace
+
+const PictureParts::Part& PictureParts::partOf(const host::ForeignData& picture) {
+  if (const auto known = known_.find(&picture); known != known_.end()) return *known->second;
+  const CarriedForeign* const carry = carried<CarriedForeign>(picture.extras);
+  const std::string oldName = carry ? carry->part : std::string();
+  const auto [place, isNew] = parts_.try_emplace(oldName + "\n" + picture.extension + "\n" + picture.bytes);
+  Part& part = place->second;
+  if (isNew) {
+    part.picture = &picture;
+    part.contentType =
+        carry && !carry->contentType.empty() ? std::string_view(carry->contentType) : contentTypeOf(picture.extension);
+    part.name = oldName;
+    const std::string extension = picture.extension.empty() ? "bin" : picture.extension;
+    while (part.name.empty() || !taken_.insert(partKey(part.name)).second)
+      part.name = "/visio/media/image" + std::to_string(next_++) + "." + extension;
+    order_.push_back(&part);
+  }
+  known_.emplace(&picture, &part);
+  return part;
+}
+
+std::vector<const PictureParts::Part*> PictureParts::all() const { return order_; }
+
+void writeAttributes(XmlWriter& writer, const AttributeList& attributes) {
+  for (const auto& [name, value] : attributes) writer.attribute(name, value);
+}
+
+void writeNames(XmlWriter& writer, const CarriedName* carry, const std::string& name,
+                const std::string& universalName) {
+  const bool known = carry && carry->known;
+  const bool sameUniversal = known && carry->universalName == universalName;
+  const bool same = known && carry->name == name;
+  if (sameUniversal ? carry->hasUniversalName : !universalName.empty()) {
+    writer.attribute("NameU", universalName);
+    if (!sameUniversal) writer.attribute("IsCustomNameU", "1");
+  }
+  if (sameUniversal && !carry->isCustomUniversalName.empty())
+    writer.attribute("IsCustomNameU", carry->isCustomUniversalName);
+  if (same ? carry->hasName : !name.empty()) {
+    writer.attribute("Name", name);
+    if (!same) writer.attribute("IsCustomName", "1");
+  }
+  if (same && !carry->isCustomName.empty()) writer.attribute("IsCustomName", carry->isCustomName);
+}
+
+void writeSheetAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet) {
+  const auto style = [&](std::string_view name, host::SheetId id) {
+    if (const host::Sheet* const found = store.sheet(id)) writer.attribute(name, found->shapeId);
+  };
+  style("LineStyle", sheet.lineStyle);
+  style("FillStyle", sheet.fillStyle);
+  style("TextStyle", sheet.textStyle);
+  if (!sheet.uniqueId.empty()) writer.attribute("UniqueID", sheet.uniqueId);
+  if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras)) writeAttributes(writer, carry->attributes);
+}
+
+void writeSheetContents(XmlWriter& writer, const host::Sheet& sheet) {
+  if (const Section* const object = sheet.find(SectionNumber::Object)) {
+    for (const Row& row : object->rows) {
+      writeCells(writer, SectionNumber::Object, row);
+      if (const CarriedRow* const carry = carried<CarriedRow>(row.extras)) writer.raw(carry->contents);
+    }
+  }
+  if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras)) writer.raw(carry->contents);
+  for (const Section& section : sheet.sections) {
+    if (section.number != SectionNumber::Object) writeSection(writer, section);
+  }
+}
+
+void writeShape(XmlWriter& writer, PartContext& context, host::SheetId id) {
+  const host::Store& store = context.store;
+  const host::Sheet& shape = *store.sheet(id);
+  const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras);
+  writer.start("Shape").attribute("ID", shape.shapeId);
+  writeNames(writer, carry ? &carry->names : nullptr, shape.name, shape.universalName);
+  if (!carry || !carry->lacksType) writer.attribute("Type", typeName(shape.kind));
+  if (const host::Master* const master = store.master(shape.master)) {
+    writer.attribute("Master", master->fileId);
+    context.usedMasters.insert(master->id);
+  }
+  const host::Sheet* const prototype = store.sheet(shape.prototype);
+  if (prototype && (!shape.master || store.page(prototype->page)->master != shape.master))
+    writer.attribute("MasterShape", prototype->shapeId);
+  writeSheetAttributes(writer, store, shape);
+  writeSheetContents(writer, shape);
+
+  writeText(writer, shape, carry);
+  const std::string* const data[] = {&shape.data1, &shape.data2, &shape.data3};
+  for (int i = 0; i < 3; ++i) {
+    if (data[i]->empty() && !(carry && (carry->emptyData >> i & 1))) continue;
+    writer.start("Data" + std::to_string(i + 1)).text(*data[i]).end();
+  }
+  if (shape.foreign) writeForeign(writer, context, *shape.foreign);
+
+  const std::vector<int> missing = missingMembers(store, shape, carry);
+  const std::string_view deleted = carry ? std::string_view(carry->deletedMembers) : std::string_view();
+  if (!shape.children.empty() || !missing.empty() || !deleted.empty()) {
+    writer.start("Shapes");
+    for (const host::SheetId member : shape.children) writeShape(writer, context, member);
+    writer.raw(deleted);
+    for (const int number : missing) {
+      writer.start("Shape").attribute("ID", context.nextFreeShapeId++);
+      writer.attribute("Del", "1").attribute("MasterShape", number).end();
+    }
+    writer.end();
+  }
+  writer.end();
+}
+
+}  // namespace quorvel::formats

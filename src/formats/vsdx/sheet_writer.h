@@ -1,0 +1,59 @@
+// Writes sheets and shapes: only what a sheet holds itself, with what its file brought along.
+#pragma once
+
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "formats/package/relationships.h"
+#include "formats/package/xml_writing.h"
+#include "formats/vsdx/carried.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::formats {
+
+/// Pictures of all shapes, one part for each: equal pictures share a part, and a part keeps its name while it can.
+class PictureParts {
+ public:
+  /// `taken` are the keys of the part names that are in use.
+  explicit PictureParts(std::unordered_set<std::string>& taken) : taken_(taken) {}
+
+  struct Part {
+    std::string name, contentType;
+    const host::ForeignData* picture = nullptr;
+  };
+  const Part& partOf(const host::ForeignData& picture);
+  /// In the order of first use.
+  std::vector<const Part*> all() const;
+
+ private:
+  std::unordered_set<std::string>& taken_;
+  std::map<std::string, Part> parts_;  ///< by contents and old name
+  std::vector<const Part*> order_;
+  std::unordered_map<const host::ForeignData*, const Part*> known_;
+  int next_ = 1;
+};
+
+/// The page or master's part that is being written.
+struct PartContext {
+  const host::Store& store;
+  std::string part;
+  Relationships& relationships;
+  PictureParts& pictures;
+  int nextFreeShapeId = 1;
+  std::unordered_set<host::MasterId> usedMasters = {};
+};
+
+/// IsCustom… attributes and both names, as they were read while they are unchanged.
+void writeNames(XmlWriter& writer, const CarriedName* carry, const std::string& name, const std::string& universalName);
+void writeAttributes(XmlWriter& writer, const AttributeList& attributes);
+
+/// LineStyle, FillStyle, TextStyle, UniqueID and carried attributes.
+void writeSheetAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet);
+/// Cells, sections and carried elements.
+void writeSheetContents(XmlWriter& writer, const host::Sheet& sheet);
+
+void writeShape(XmlWriter& writer, PartContext& context, host::SheetId shape);
+
+}  // namespace quorvel::formats
