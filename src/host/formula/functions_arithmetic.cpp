@@ -72,7 +72,9 @@ Value modulus(Call& call) {
   const Value number = call.quantity(0);
   const double divisor = call.number(1);
   if (divisor == 0) return call.fail(ErrorCode::DivisionByZero);
-  const double rest = number.internal() - divisor * std::floor(settled(number.internal() / divisor));
+  const double quotient = settled(number.internal() / divisor);
+  double rest = quotient == std::floor(quotient) ? 0 : std::fmod(number.internal(), divisor);
+  if (rest != 0 && (rest < 0) != (divisor < 0)) rest += divisor;
   return withUnitOf(number, rest);
 }
 

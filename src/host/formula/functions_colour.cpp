@@ -108,7 +108,10 @@ Value towardEnd(Call& call, double direction) {
   double share = direction * (amount.unit() == Unit::Percent ? amount.internal() : amount.internal() / 100);
   share = std::clamp(share, -1.0, 1.0);
   hsl.luminosity += share > 0 ? (240 - hsl.luminosity) * share : hsl.luminosity * share;
-  return toValue(toRgb(hsl));
+  // Halves go down here: drawings hold 127 for white half way to black.
+  const Rgb rgb = toRgb(hsl);
+  const auto whole = [](double part) { return std::floor(part + 1e-6); };
+  return toValue({whole(rgb.red), whole(rgb.green), whole(rgb.blue)});
 }
 
 Value blend(Call& call) {

@@ -98,11 +98,12 @@ Value sector(Call& call) {
   return Value::number(sideways ? (x > 0 ? 1 : 3) : (y > 0 ? 2 : 4));
 }
 
-/// Curve data of a vertex is kept as the call with its arguments worked out.
-Value curveData(Call& call, std::string_view name) {
+/// Curve data of a vertex is kept as the call with its arguments worked out: first what describes the curve, then its
+/// points, each a group of numbers without blanks inside, as drawings store it.
+Value curveData(Call& call, std::string_view name, int heads, int groupSize) {
   std::string text = std::string(name) + "(";
   for (int i = 0; i < call.count(); ++i) {
-    if (i > 0) text += ", ";
+    if (i > 0) text += i > heads && (i - heads) % groupSize != 0 ? "," : ", ";
     text += roundedNumber(call.number(i));
   }
   return Value::text(text + ")");
@@ -128,8 +129,8 @@ constexpr FunctionRow rows[] = {
     {"INTERSECTX", [](Call& c) { return intersection(c, false); }},
     {"INTERSECTY", [](Call& c) { return intersection(c, true); }},
     {"RECTSECT", sector},
-    {"POLYLINE", [](Call& c) { return curveData(c, "POLYLINE"); }},
-    {"NURBS", [](Call& c) { return curveData(c, "NURBS"); }},
+    {"POLYLINE", [](Call& c) { return curveData(c, "POLYLINE", 2, 2); }},
+    {"NURBS", [](Call& c) { return curveData(c, "NURBS", 4, 4); }},
 };
 
 }  // namespace

@@ -27,7 +27,7 @@ struct NumberPlaces {
   int denominator = 0;
   bool simplify = false;
   bool nearest = false;  ///< of all denominators up to the largest
-  std::string blanks;  ///< between whole number and fraction
+  std::string blanks;    ///< between whole number and fraction
 };
 
 /// Reads "#/4", "#/#4" or "#/##" behind the numerator's places at `at`; false when no fraction stands there.

@@ -474,16 +474,18 @@ FormulaParser::Tree FormulaParser::reference(std::vector<NamePart> parts, Refere
   const std::size_t from = at_;
   if (at_ >= text_.size() || !isWordStart(text_[at_])) return {};
   const std::string_view name = readWord();
+  std::size_t end = at_;
   if (ahead('(')) {
     // "Sheet.5!SHEETREF()" means the sheet as a whole.
     ++at_;
     if (!equalWord(name, "SHEETREF") || !take(')')) return {};
+    end = at_;
   } else if (at_ < text_.size() && text_[at_] == '[') {
-    const auto end = text_.find(']', at_);
-    if (end == std::string_view::npos) return {};
-    at_ = end + 1;
+    const auto close = text_.find(']', at_);
+    if (close == std::string_view::npos) return {};
+    end = at_ = close + 1;
   }
-  reference.cellText = text_.substr(from, at_ - from);
+  reference.cellText = text_.substr(from, end - from);
   reference.cell = parseCellName(reference.cellText).or_(CellKey());
   formula_->references_.push_back(std::move(reference));
   return add({NodeKind::Reference, 0, 0, static_cast<std::uint32_t>(formula_->references_.size() - 1), 0}, 1);
