@@ -65,6 +65,7 @@ constexpr Alias aliases[] = {
     {SectionNumber::Connection, "C", "Type"},
     {SectionNumber::Property, "Ask", "Verify"},
     {SectionNumber::Control, "Tip", "Prompt"},
+    {SectionNumber::Layer, "Locked", "Lock"},
     {SectionNumber::Control, "Glue", "CanGlue"},
     {SectionNumber::Paragraph, "HAlign", "HorzAlign"},
     {SectionNumber::Paragraph, "BulletString", "BulletStr"},

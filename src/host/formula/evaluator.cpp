@@ -94,11 +94,6 @@ double Call::number(int argument, double otherwise) {
   return given(argument) ? quantity(argument).internal() : otherwise;
 }
 
-double Call::numberAsWritten(int argument) {
-  const Value value = quantity(argument);
-  return fromInternal(value.internal(), value.unit());
-}
-
 int Call::whole(int argument, int otherwise) {
   if (!given(argument)) return otherwise;
   const double wanted = number(argument);

@@ -32,8 +32,6 @@ class Call {
   Value quantity(int argument);
   /// In internal units.
   double number(int argument, double otherwise = 0);
-  /// The number in the unit that it is written in.
-  double numberAsWritten(int argument);
   int whole(int argument, int otherwise = 0);
   std::string text(int argument, std::string_view otherwise = {});
   bool truth(int argument, bool otherwise = false);
