@@ -13,8 +13,8 @@ namespace {
 namespace fs = std::filesystem;
 
 const DocumentFormat* formatFor(const Engine& engine, const std::string& fileName) {
-  for (const auto& format : engine.formats) {
-    if (format->handles(fileName)) return format.get();
+  for (const DocumentFormat* format : engine.formats) {
+    if (format->handles(fileName)) return format;
   }
   return nullptr;
 }

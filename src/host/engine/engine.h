@@ -33,7 +33,7 @@ class Outcome {
 
 struct EngineOptions {
   std::string version = "12.0";
-  std::vector<std::shared_ptr<const DocumentFormat>> formats;
+  std::vector<const DocumentFormat*> formats;  ///< borrowed; asked in this order
   const TextMetrics* textMetrics = nullptr;  ///< null: the table of widths
 };
 
@@ -42,7 +42,7 @@ class Engine {
   explicit Engine(EngineOptions options);
 
   const std::string version;
-  const std::vector<std::shared_ptr<const DocumentFormat>> formats;
+  const std::vector<const DocumentFormat*> formats;  ///< borrowed; asked in this order
   Store store;
   DependencyGraph graph{store};
   Recalculator recalculator{store, graph};

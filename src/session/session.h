@@ -1,0 +1,53 @@
+// One running Quorvel without a screen: the host in memory, its file formats and fonts, and the add-in connected to it.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "addin/dsr_visio_connect.h"
+#include "headless/headless_platform.h"
+#include "host/automation/in_memory_host.h"
+#include "render/text/text_metrics.h"
+
+namespace quorvel {
+
+struct SessionOptions {
+  std::string version = "12.0";
+  /// Empty: the install folder found at run time, see findInstallFolder.
+  std::string installFolder;
+  /// Empty: the user's own.
+  std::string configurationFolder;
+  /// False for a host that the add-in does not know of.
+  bool connectAddin = true;
+};
+
+class Session {
+ public:
+  explicit Session(SessionOptions options = {});
+  ~Session();
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  Application app() { return host_.app(); }
+  host::InMemoryHost& host() { return host_; }
+  host::Engine& engine() { return host_.engine(); }
+  HeadlessPlatform& platform() { return platform_; }
+  addin::dsrVisioConnect& addin() { return addin_; }
+
+  const std::string& installFolder() const { return installFolder_; }
+  std::string templatePath() const { return installFolder_ + "/Quorvel.vstx"; }
+  std::string stencilPath() const { return installFolder_ + "/Quorvel.vssx"; }
+
+ private:
+  std::string installFolder_;
+  render::PangoTextMetrics metrics_;
+  host::InMemoryHost host_;
+  HeadlessPlatform platform_;
+  addin::dsrVisioConnect addin_;
+};
+
+/// QUORVEL_HOME where it is set, else the folder "share/quorvel" or "data" that stands beside or above the program's own.
+/// Empty when there is none.
+std::string findInstallFolder();
+
+}  // namespace quorvel
