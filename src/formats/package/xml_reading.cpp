@@ -31,7 +31,7 @@ bool isDeeperThan(pugi::xml_node root, int limit) {
 
 }  // namespace
 
-std::string parseXml(pugi::xml_document& document, std::string& bytes) {
+std::string parseXml(pugi::xml_document& document, std::span<char> bytes) {
   const unsigned flags = pugi::parse_default | pugi::parse_ws_pcdata | pugi::parse_doctype;
   const pugi::xml_parse_result result = document.load_buffer_inplace(bytes.data(), bytes.size(), flags);
   if (result.status == pugi::status_no_document_element) return "it is empty";

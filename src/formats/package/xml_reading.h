@@ -2,6 +2,7 @@
 #pragma once
 
 #include <pugixml.hpp>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,7 +18,7 @@ inline constexpr int deepestElement = 512;
 
 /// Parses `bytes` in place (they must outlive the document and are scrambled). Empty when it went well; else what is
 /// wrong, fit for "part X is damaged: …".
-std::string parseXml(pugi::xml_document& document, std::string& bytes);
+std::string parseXml(pugi::xml_document& document, std::span<char> bytes);
 
 /// The name without its prefix. Prefixes are the writer's choice; in the parts that we read local names are
 /// unambiguous.

@@ -49,10 +49,15 @@ class DocumentReader {
   host::Document& document() { return *state_.store.document(state_.document); }
   CarriedPackage& package() { return *state_.carriedPackage; }
 
-  std::string load(const std::string& part, ParsedPart& parsed) {
+  std::string loadBytes(const std::string& part, std::string& bytes) {
     if (!state_.package.has(part)) return "is damaged: its part " + part + " is missing; " + std::string(getAgain);
-    if (!state_.package.read(part, parsed.bytes)) return damagedPart(part, "the bytes do not unpack");
+    if (!state_.package.read(part, bytes)) return damagedPart(part, "the bytes do not unpack");
     state_.taken.insert(partKey(part));
+    return {};
+  }
+
+  std::string load(const std::string& part, ParsedPart& parsed) {
+    if (std::string wrong = loadBytes(part, parsed.bytes); !wrong.empty()) return wrong;
     const std::string wrong = parseXml(parsed.document, parsed.bytes);
     return wrong.empty() ? std::string() : damagedPart(part, wrong);
   }
@@ -250,10 +255,10 @@ std::string DocumentReader::readPagePart(PageId pageId, pugi::xml_node entry, co
     carry.contents += rawXml(child);
   }
   if (std::string wrong = loadRelationships(carry.part, carry.relationships); !wrong.empty()) return wrong;
-  ParsedPart part;
-  if (std::string wrong = load(carry.part, part); !wrong.empty()) return wrong;
-  readContents(state_, pageId, carry, part.root());
-  return {};
+  std::string bytes;
+  if (std::string wrong = loadBytes(carry.part, bytes); !wrong.empty()) return wrong;
+  const std::string wrong = readContents(state_, pageId, carry, bytes);
+  return wrong.empty() ? std::string() : damagedPart(carry.part, wrong);
 }
 
 std::string DocumentReader::readMasters() {

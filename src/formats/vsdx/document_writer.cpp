@@ -255,7 +255,7 @@ DocumentWriter::Output DocumentWriter::contentsPart(const Page& page, const Carr
                                                     bool isMaster) {
   Output output{name, std::string(isMaster ? names::masterType : names::pageType), {}, {}};
   if (carry && package_ && carry->package.get() == package_) output.relationships = carry->relationships;
-  PartContext context{store_, name, output.relationships, pictures_, page.lastShapeId + 1};
+  PartContext context{store_, name, output.relationships, pictures_};
   XmlWriter writer;
   startRoot(writer, isMaster ? "MasterContents" : "PageContents", carry ? &carry->contentsAttributes : nullptr);
   if (!page.shapes.empty() || (carry && !carry->deletedShapes.empty())) {

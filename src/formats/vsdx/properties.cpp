@@ -125,13 +125,17 @@ bool load(pugi::xml_document& document, std::string& xml, const char* fresh) {
 void putTitles(pugi::xml_node root, const host::Store& store, const host::Document& document) {
   std::vector<std::string> titles;
   for (const host::PageId page : document.pages) titles.push_back(store.page(page)->name);
-  for (const host::MasterId master : document.masters) titles.push_back(store.master(master)->name);
+  for (const host::MasterId id : document.masters) {
+    const host::Master& master = *store.master(id);
+    titles.push_back(master.name.empty() ? "Master." + std::to_string(master.fileId) : master.name);
+  }
 
   std::vector<std::string> there;
   for (const pugi::xml_node entry : childNamed(childNamed(root, "TitlesOfParts"), "vector")) {
     if (entry.type() == pugi::node_element) there.push_back(innerText(entry));
   }
-  if (titles == there) return;
+  // Masters may be listed in another order than they stand in; that is no reason to write the list anew.
+  if (std::ranges::is_permutation(titles, there)) return;
 
   const std::string vt = prefixFor(root, "vt");
   for (const char* const name : {"HeadingPairs", "TitlesOfParts"}) {
@@ -199,6 +203,10 @@ std::string writeCoreProperties(const std::string& before, const host::DocumentP
 
 std::string writeApplicationProperties(const std::string& before, const host::Store& store,
                                        const host::Document& drawing) {
+  const host::DocumentProperties& properties = drawing.properties;
+  if (before.empty() && properties.templateName.empty() && properties.manager.empty() && properties.company.empty() &&
+      properties.hyperlinkBase.empty())
+    return {};
   std::string xml = before;
   pugi::xml_document document;
   if (!load(document, xml, newApplication)) return before;

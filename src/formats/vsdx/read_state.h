@@ -36,6 +36,7 @@ struct ReadState {
   std::unordered_map<int, host::SheetId> styles;
   std::unordered_map<int, host::MasterId> masters;
   std::vector<PendingLink> pending;
+  int madeMembers = 0;                    ///< members made for instances whose file left them out
   std::unordered_set<std::string> taken;  ///< keys of the parts whose contents stand in the engine's data
   /// Pictures by part and attributes: shapes that show the same picture share its bytes.
   std::map<std::string, std::shared_ptr<const host::ForeignData>> pictures;

@@ -1,9 +1,9 @@
 #include "formats/vsdx/shape_reader.h"
 
 #include <algorithm>
-#include <array>
 
 #include "formats/package/part_name.h"
+#include "formats/package/xml_splitting.h"
 #include "formats/vsdx/connect_text.h"
 #include "formats/vsdx/sheet_reader.h"
 
@@ -171,23 +171,49 @@ void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_
   }
 }
 
+/// Takes one child of a Shapes element.
+void readMember(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node child, int instanceMaster) {
+  if (child.type() != pugi::node_element) return;
+  if (localName(child) == "Shape" && !truth(child.attribute("Del").value())) {
+    readShape(state, source, parent, child, instanceMaster);
+    return;
+  }
+  if (!parent) {
+    source.shapesTail += rawXml(child);
+    return;
+  }
+  CarriedSheet& carry = carriedOf(*state.store.sheet(parent));
+  carry.deletedMembers += rawXml(child);
+  carry.deletedMasterShapes.push_back(wholeNumber(child.attribute("MasterShape").value(), -1));
+}
+
 void readShapes(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node shapes, int instanceMaster) {
-  for (const pugi::xml_node child : shapes) {
-    if (child.type() != pugi::node_element) continue;
-    if (localName(child) == "Shape" && !truth(child.attribute("Del").value())) {
-      readShape(state, source, parent, child, instanceMaster);
-      continue;
-    }
-    const int number = wholeNumber(child.attribute("ID").value(), 0);
-    host::Page& page = *state.store.page(source.page);
-    if (number > 0 && number < largestFileNumber) page.lastShapeId = std::max(page.lastShapeId, number);
-    if (!parent) {
-      source.shapesTail += rawXml(child);
-      continue;
-    }
-    CarriedSheet& carry = carriedOf(*state.store.sheet(parent));
-    carry.deletedMembers += rawXml(child);
-    carry.deletedMasterShapes.push_back(wholeNumber(child.attribute("MasterShape").value(), -1));
+  for (const pugi::xml_node child : shapes) readMember(state, source, parent, child, instanceMaster);
+}
+
+/// Parses and reads the top shapes of a large part one by one.
+std::string readPieces(ReadState& state, ShapeSource& source, std::string& bytes, const SplitList& list) {
+  pugi::xml_document piece;
+  for (const auto& [from, to] : list.children) {
+    if (std::string wrong = parseXml(piece, std::span(bytes.data() + from, to - from)); !wrong.empty()) return wrong;
+    readMember(state, source, {}, piece.document_element(), -1);
+  }
+  return {};
+}
+
+void readConnects(ReadState& state, host::PageId page, CarriedPage& carried, pugi::xml_node connects) {
+  for (const pugi::xml_node connect : connects) {
+    if (connect.type() != pugi::node_element) continue;
+    host::Connect read;
+    read.fromShape = wholeNumber(connect.attribute("FromSheet").value(), 0);
+    read.fromCell = connect.attribute("FromCell").value();
+    read.fromPart = wholeNumber(connect.attribute("FromPart").value(), 0);
+    read.toShape = wholeNumber(connect.attribute("ToSheet").value(), 0);
+    read.toCell = connect.attribute("ToCell").value();
+    read.toPart = wholeNumber(connect.attribute("ToPart").value(), 0);
+    const std::string raw = rawXml(connect);
+    if (const std::string written = connectText(read); written != raw) carried.connects.emplace(written, raw);
+    state.store.page(page)->connects.push_back(std::move(read));
   }
 }
 
@@ -200,36 +226,63 @@ bool leadsBack(const host::Store& store, SheetId start, SheetId sheet) {
   return false;
 }
 
+/// Makes the members that an instance's file passed over in silence: they are all the master's. Programs that write
+/// drawings with little effort leave them out.
+void addUnmentionedMembers(ReadState& state, SheetId rootId) {
+  host::Store& store = state.store;
+  if (store.sheet(store.sheet(rootId)->prototype)->children.empty()) return;
+  std::unordered_map<SheetId, SheetId> counterparts;
+  std::unordered_set<int> deleted;
+  for (const SheetId id : store.subtree(rootId)) {
+    const host::Sheet& member = *store.sheet(id);
+    if (member.prototype) counterparts.emplace(member.prototype, id);
+    if (const CarriedSheet* const carry = carried<CarriedSheet>(member.extras))
+      deleted.insert(carry->deletedMasterShapes.begin(), carry->deletedMasterShapes.end());
+  }
+  const host::PageId page = store.sheet(rootId)->page;
+  for (const SheetId id : store.subtree(store.sheet(rootId)->prototype)) {
+    const host::Sheet& original = *store.sheet(id);
+    const auto parent = counterparts.find(original.parent);
+    if (counterparts.contains(id) || deleted.contains(original.shapeId) || parent == counterparts.end()) continue;
+    // Masters within masters could otherwise multiply without end.
+    if (++state.madeMembers > 100'000) return;
+    const SheetId made = store.addShape(page, parent->second, original.kind);
+    store.sheet(made)->prototype = id;
+    counterparts.emplace(id, made);
+  }
+}
+
 }  // namespace
 
-void readContents(ReadState& state, host::PageId pageId, CarriedPage& carried, pugi::xml_node root) {
+std::string readContents(ReadState& state, host::PageId pageId, CarriedPage& carried, std::string& bytes) {
+  ShapeSource source{pageId, carried.relationships, {}};
+  // The tree of a part takes several times the room of its text.
+  constexpr std::size_t large = 1 << 20;
+  SplitList list;
+  const bool inPieces = bytes.size() > large && splitList(bytes, "Shapes", list);
+  std::string frame;
+  if (inPieces) {
+    frame = bytes.substr(0, list.begin) + bytes.substr(list.end);
+    if (std::string wrong = readPieces(state, source, bytes, list); !wrong.empty()) return wrong;
+  }
+  pugi::xml_document document;
+  if (std::string wrong = parseXml(document, inPieces ? frame : bytes); !wrong.empty()) return wrong;
+  const pugi::xml_node root = document.document_element();
   for (const pugi::xml_attribute attribute : root.attributes())
     carried.contentsAttributes.emplace_back(attribute.name(), attribute.value());
-  ShapeSource source{pageId, carried.relationships, {}};
   for (const pugi::xml_node child : root) {
     if (child.type() != pugi::node_element) continue;
     const std::string_view name = localName(child);
     if (name == "Shapes") {
       readShapes(state, source, {}, child, -1);
     } else if (name == "Connects") {
-      for (const pugi::xml_node connect : child) {
-        if (connect.type() != pugi::node_element) continue;
-        host::Connect read;
-        read.fromShape = wholeNumber(connect.attribute("FromSheet").value(), 0);
-        read.fromCell = connect.attribute("FromCell").value();
-        read.fromPart = wholeNumber(connect.attribute("FromPart").value(), 0);
-        read.toShape = wholeNumber(connect.attribute("ToSheet").value(), 0);
-        read.toCell = connect.attribute("ToCell").value();
-        read.toPart = wholeNumber(connect.attribute("ToPart").value(), 0);
-        const std::string raw = rawXml(connect);
-        if (const std::string written = connectText(read); written != raw) carried.connects.emplace(written, raw);
-        state.store.page(pageId)->connects.push_back(std::move(read));
-      }
+      readConnects(state, pageId, carried, child);
     } else {
       carried.contentsTail += rawXml(child);
     }
   }
   carried.deletedShapes = std::move(source.shapesTail);
+  return {};
 }
 
 void linkToMasters(ReadState& state) {
@@ -253,6 +306,10 @@ void linkToMasters(ReadState& state) {
     }
     if (!sheet.prototype && link.masterShape >= 0)
       carriedOf(sheet).attributes.emplace_back("MasterShape", std::to_string(link.masterShape));
+  }
+  for (const PendingLink& link : state.pending) {
+    const host::Sheet& sheet = *store.sheet(link.sheet);
+    if (sheet.master && sheet.prototype && link.masterShape < 0) addUnmentionedMembers(state, link.sheet);
   }
   state.pending.clear();
 }

@@ -6,8 +6,9 @@
 
 namespace quorvel::formats {
 
-/// Reads the root element of a page's or master's part into the page and its carried part.
-void readContents(ReadState& state, host::PageId page, CarriedPage& carried, pugi::xml_node root);
+/// Reads a page's or master's part into the page and its carried part. Empty when it went well; else what is wrong with
+/// the part. `bytes` are used up.
+std::string readContents(ReadState& state, host::PageId page, CarriedPage& carried, std::string& bytes);
 
 /// Ties the shapes read so far to their masters. What names no shape of a master stays an attribute that is carried.
 void linkToMasters(ReadState& state);

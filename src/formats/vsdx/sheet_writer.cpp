@@ -134,17 +134,23 @@ std::string_view typeName(host::SheetKind kind) {
   }
 }
 
-/// Members of the master that this instance no longer has. Without a word about them they would come back on opening.
-std::vector<int> missingMembers(const host::Store& store, const host::Sheet& shape, const CarriedSheet* carry) {
-  const host::Sheet* const prototype = store.sheet(shape.prototype);
+/// Shape numbers of the master's members that this instance no longer has. Without a word about them they would come
+/// back on opening. Members may have been regrouped within the instance, so that all of it is looked at.
+std::vector<int> missingMembers(const host::Store& store, const host::Sheet& root) {
   std::vector<int> missing;
-  if (!prototype) return missing;
-  for (const host::SheetId member : prototype->children) {
-    const int number = store.sheet(member)->shapeId;
-    if (carry && std::ranges::find(carry->deletedMasterShapes, number) != carry->deletedMasterShapes.end()) continue;
-    const bool there = std::ranges::any_of(
-        shape.children, [&](host::SheetId child) { return store.sheet(child)->prototype == member; });
-    if (!there) missing.push_back(number);
+  const host::Sheet* const prototype = store.sheet(root.prototype);
+  if (!root.master || !prototype || prototype->children.empty()) return missing;
+  std::unordered_set<host::SheetId> present;
+  std::unordered_set<int> saidDeleted;
+  for (const host::SheetId id : store.subtree(root.id)) {
+    const host::Sheet& member = *store.sheet(id);
+    present.insert(member.prototype);
+    if (const CarriedSheet* const carry = carried<CarriedSheet>(member.extras))
+      saidDeleted.insert(carry->deletedMasterShapes.begin(), carry->deletedMasterShapes.end());
+  }
+  for (const host::SheetId id : store.subtree(root.prototype)) {
+    const int number = store.sheet(id)->shapeId;
+    if (!present.contains(id) && !saidDeleted.contains(number)) missing.push_back(number);
   }
   return missing;
 }
@@ -253,14 +259,15 @@ void writeShape(XmlWriter& writer, PartContext& context, host::SheetId id) {
   }
   if (shape.foreign) writeForeign(writer, context, *shape.foreign);
 
-  const std::vector<int> missing = missingMembers(store, shape, carry);
+  const std::vector<int> missing = missingMembers(store, shape);
   const std::string_view deleted = carry ? std::string_view(carry->deletedMembers) : std::string_view();
   if (!shape.children.empty() || !missing.empty() || !deleted.empty()) {
     writer.start("Shapes");
     for (const host::SheetId member : shape.children) writeShape(writer, context, member);
     writer.raw(deleted);
     for (const int number : missing) {
-      writer.start("Shape").attribute("ID", context.nextFreeShapeId++);
+      // A deleted member has no number of its own; files say so by the largest one.
+      writer.start("Shape").attribute("ID", 4294967295L);
       writer.attribute("Del", "1").attribute("MasterShape", number).end();
     }
     writer.end();

@@ -41,7 +41,6 @@ struct PartContext {
   std::string part;
   Relationships& relationships;
   PictureParts& pictures;
-  int nextFreeShapeId = 1;
   std::unordered_set<host::MasterId> usedMasters = {};
 };
 
