@@ -49,52 +49,98 @@ Piece crowFoot() { return line({{0, 0.5}, {-1, 0}, {0, -0.5}}); }
 Head headOf(int number) {
   using enum Paint;
   switch (number) {
-    case 1: return {{line({{-0.6, 0.6}, {0, 0}, {-0.6, -0.6}})}, 0};
-    case 2: return {{triangle(Filled, 0.6, 0.6)}, 0.5};
-    case 3: return {{line({{-0.9, 0.45}, {0, 0}, {-0.9, -0.45}})}, 0};
-    case 4: return {{triangle(Filled, 1, 0.5)}, 0.9};
-    case 5: return {{barbed(Filled, 1, 0.5, 0.7)}, 0.65};
-    case 6: return {{polygon(Filled, {{0, 0}, {-1, 0.5}, {-1.15, 0.2}, {-1.2, 0}, {-1.15, -0.2}, {-1, -0.5}})}, 1};
-    case 7: return {{line({{-0.7, 0.25}, {0, 0}, {-0.7, -0.25}})}, 0};
-    case 8: return {{line({{-1, 0.5}, {-0.5, 0}, {-1, -0.5}}), line({{-0.7, 0.5}, {-0.2, 0}, {-0.7, -0.5}})}, 0};
-    case 9: return {{line({{-0.35, -0.5}, {0.35, 0.5}})}, 0};
-    case 10: return {{circle(Filled, 0, 0.4)}, 0.2};
-    case 11: return {{square(Filled, 0.35, 0.7)}, 0.2};
-    case 12: return {{line({{-1, 0.35}, {0, 0}, {-1, -0.35}})}, 0};
-    case 13: return {{triangle(Filled, 1.1, 0.37)}, 1};
-    case 14: return {{triangle(Hollow, 0.6, 0.6)}, 0.6};
-    case 15: return {{triangle(Hollow, 1.1, 0.37)}, 1.1};
-    case 16: return {{triangle(Hollow, 1, 0.5)}, 1};
-    case 17: return {{barbed(Hollow, 1, 0.5, 0.7)}, 0.7};
-    case 18: return {{polygon(Hollow, {{0, 0}, {-1, 0.5}, {-1.15, 0.2}, {-1.2, 0}, {-1.15, -0.2}, {-1, -0.5}})}, 1.2};
-    case 19: return {{triangle(Hollow, 0.8, 0.4), triangle(Hollow, 0.8, 0.4, -0.8)}, 1.6};
-    case 20: return {{circle(Hollow, 0, 0.4)}, 0.4};
-    case 21: return {{square(Hollow, 0.35, 0.7)}, 0.35};
-    case 22: return {{diamond(Hollow, 0, 1.2, 0.4)}, 1.2};
-    case 23: return {{line({{-0.35, 0.5}, {0.35, -0.5}})}, 0};
-    case 24: return {{bar(-0.5)}, 0};
-    case 25: return {{bar(-0.4), bar(-0.7)}, 0};
-    case 26: return {{bar(-0.4), circle(Hollow, -1, 0.35)}, 0};
-    case 27: return {{crowFoot(), bar(-1.2)}, 0};
-    case 28: return {{crowFoot()}, 0};
-    case 29: return {{crowFoot(), circle(Hollow, -1.35, 0.35)}, 0};
-    case 30: return {{bar(-0.4), circle(Hollow, -0.9, 0.35)}, 0};
-    case 31: return {{crowFoot(), bar(0)}, 0};
-    case 32: return {{crowFoot(), bar(-1), bar(-1.25)}, 0};
-    case 33: return {{polygon(Outline, {{0, 0.5}, {-1, 0}, {0, -0.5}})}, 0};
-    case 34: return {{circle(Hollow, -0.35, 0.35)}, 0.7};
-    case 35: return {{circle(Hollow, -0.35, 0.35), bar(-0.9)}, 0.7};
-    case 36: return {{circle(Hollow, -0.35, 0.35), bar(-0.9), bar(-1.15)}, 0.7};
-    case 37: return {{diamond(Filled, 0, 1.2, 0.4)}, 0.6};
-    case 38: return {{barbed(Filled, 1, 0.35, 0.75)}, 0.7};
-    case 39: return {{triangle(Filled, 0.8, 0.4), triangle(Filled, 0.8, 0.4, -0.8)}, 1.4};
-    case 40: return {{triangle(Hollow, 0.8, 0.4), triangle(Hollow, 0.8, 0.4, -0.8)}, 1.6};
-    case 41: return {{circle(Filled, -0.4, 0.4)}, 0.4};
-    case 42: return {{circle(Filled, 0, 0.3)}, 0.1};
-    case 43: return {{barbed(Filled, 1.2, 0.4, 0.9)}, 0.85};
-    case 44: return {{barbed(Filled, 0.9, 0.6, 0.5)}, 0.45};
-    case 45: return {{triangle(Filled, 1, 0.5), bar(-1.2)}, 0.9};
-    default: return {};
+    case 1:
+      return {{line({{-0.6, 0.6}, {0, 0}, {-0.6, -0.6}})}, 0};
+    case 2:
+      return {{triangle(Filled, 0.6, 0.6)}, 0.5};
+    case 3:
+      return {{line({{-0.9, 0.45}, {0, 0}, {-0.9, -0.45}})}, 0};
+    case 4:
+      return {{triangle(Filled, 1, 0.5)}, 0.9};
+    case 5:
+      return {{barbed(Filled, 1, 0.5, 0.7)}, 0.65};
+    case 6:
+      return {{polygon(Filled, {{0, 0}, {-1, 0.5}, {-1.15, 0.2}, {-1.2, 0}, {-1.15, -0.2}, {-1, -0.5}})}, 1};
+    case 7:
+      return {{line({{-0.7, 0.25}, {0, 0}, {-0.7, -0.25}})}, 0};
+    case 8:
+      return {{line({{-1, 0.5}, {-0.5, 0}, {-1, -0.5}}), line({{-0.7, 0.5}, {-0.2, 0}, {-0.7, -0.5}})}, 0};
+    case 9:
+      return {{line({{-0.35, -0.5}, {0.35, 0.5}})}, 0};
+    case 10:
+      return {{circle(Filled, 0, 0.4)}, 0.2};
+    case 11:
+      return {{square(Filled, 0.35, 0.7)}, 0.2};
+    case 12:
+      return {{line({{-1, 0.35}, {0, 0}, {-1, -0.35}})}, 0};
+    case 13:
+      return {{triangle(Filled, 1.1, 0.37)}, 1};
+    case 14:
+      return {{triangle(Hollow, 0.6, 0.6)}, 0.6};
+    case 15:
+      return {{triangle(Hollow, 1.1, 0.37)}, 1.1};
+    case 16:
+      return {{triangle(Hollow, 1, 0.5)}, 1};
+    case 17:
+      return {{barbed(Hollow, 1, 0.5, 0.7)}, 0.7};
+    case 18:
+      return {{polygon(Hollow, {{0, 0}, {-1, 0.5}, {-1.15, 0.2}, {-1.2, 0}, {-1.15, -0.2}, {-1, -0.5}})}, 1.2};
+    case 19:
+      return {{triangle(Hollow, 0.8, 0.4), triangle(Hollow, 0.8, 0.4, -0.8)}, 1.6};
+    case 20:
+      return {{circle(Hollow, 0, 0.4)}, 0.4};
+    case 21:
+      return {{square(Hollow, 0.35, 0.7)}, 0.35};
+    case 22:
+      return {{diamond(Hollow, 0, 1.2, 0.4)}, 1.2};
+    case 23:
+      return {{line({{-0.35, 0.5}, {0.35, -0.5}})}, 0};
+    case 24:
+      return {{bar(-0.5)}, 0};
+    case 25:
+      return {{bar(-0.4), bar(-0.7)}, 0};
+    case 26:
+      return {{bar(-0.4), circle(Hollow, -1, 0.35)}, 0};
+    case 27:
+      return {{crowFoot(), bar(-1.2)}, 0};
+    case 28:
+      return {{crowFoot()}, 0};
+    case 29:
+      return {{crowFoot(), circle(Hollow, -1.35, 0.35)}, 0};
+    case 30:
+      return {{bar(-0.4), circle(Hollow, -0.9, 0.35)}, 0};
+    case 31:
+      return {{crowFoot(), bar(0)}, 0};
+    case 32:
+      return {{crowFoot(), bar(-1), bar(-1.25)}, 0};
+    case 33:
+      return {{polygon(Outline, {{0, 0.5}, {-1, 0}, {0, -0.5}})}, 0};
+    case 34:
+      return {{circle(Hollow, -0.35, 0.35)}, 0.7};
+    case 35:
+      return {{circle(Hollow, -0.35, 0.35), bar(-0.9)}, 0.7};
+    case 36:
+      return {{circle(Hollow, -0.35, 0.35), bar(-0.9), bar(-1.15)}, 0.7};
+    case 37:
+      return {{diamond(Filled, 0, 1.2, 0.4)}, 0.6};
+    case 38:
+      return {{barbed(Filled, 1, 0.35, 0.75)}, 0.7};
+    case 39:
+      return {{triangle(Filled, 0.8, 0.4), triangle(Filled, 0.8, 0.4, -0.8)}, 1.4};
+    case 40:
+      return {{triangle(Hollow, 0.8, 0.4), triangle(Hollow, 0.8, 0.4, -0.8)}, 1.6};
+    case 41:
+      return {{circle(Filled, -0.4, 0.4)}, 0.4};
+    case 42:
+      return {{circle(Filled, 0, 0.3)}, 0.1};
+    case 43:
+      return {{barbed(Filled, 1.2, 0.4, 0.9)}, 0.85};
+    case 44:
+      return {{barbed(Filled, 0.9, 0.6, 0.5)}, 0.45};
+    case 45:
+      return {{triangle(Filled, 1, 0.5), bar(-1.2)}, 0.9};
+    default:
+      return {};
   }
 }
 
@@ -143,9 +189,9 @@ Point drawnBack(Point tip, Point towards, double by) {
 }  // namespace
 
 double arrowheadUnit(int size, double lineWidth) {
-  static constexpr double factors[] = {0.45, 0.65, 1, 1.4, 1.8, 2.6, 3.6};
+  static constexpr double factors[] = {0.45, 0.65, 1, 1.35, 1.7, 2.4, 3.2};
   // Heads grow with the line, but slower: thin lines keep heads that can be seen.
-  return factors[std::clamp(size, 0, 6)] * (5.5 + 2.2 * lineWidth);
+  return factors[std::clamp(size, 0, 6)] * (6.8 + 2.5 * lineWidth);
 }
 
 Path withArrowheads(const Path& path, const LineStyle& style, std::vector<PathItem>& heads) {

@@ -130,7 +130,8 @@ Scene buildMasterSheet(const host::Store& store, host::DocumentId id, const Scen
     const std::size_t from = scene.items.size();
     drawer.draw(masters[i]->contents, 0, scene);
     if (const Box box = drawnBounds(scene, from); !box.isEmpty()) {
-      const double scale = std::min({1.0, picture / std::max(box.width(), 1e-6), picture / std::max(box.height(), 1e-6)});
+      const double scale =
+          std::min({1.0, picture / std::max(box.width(), 1e-6), picture / std::max(box.height(), 1e-6)});
       moveItems(scene, from,
                 Matrix::translation(left + cell / 2, top + picture / 2) * Matrix::scaling(scale, scale) *
                     Matrix::translation(-(box.left + box.right) / 2, -(box.top + box.bottom) / 2));
@@ -138,7 +139,8 @@ Scene buildMasterSheet(const host::Store& store, host::DocumentId id, const Scen
     name.paragraphs = {{ParagraphFormat{}, {{masters[i]->name, 0}}}};
     TextItem text;
     text.layout = drawer.engine().layOut(name, cell - 8);
-    text.transform = Matrix::translation(left + 4, top + picture + (label - std::min(label, text.layout->height)) / 2 + 2);
+    text.transform =
+        Matrix::translation(left + 4, top + picture + (label - std::min(label, text.layout->height)) / 2 + 2);
     scene.items.emplace_back(std::move(text));
   }
   return scene;

@@ -14,9 +14,9 @@ class TextEngine;
 struct SceneOptions {
   /// The document's themes, see readTheme(); cells that stand in a theme are drawn plainly without one.
   std::vector<Theme> themes;
-  bool paperBackground = true;          ///< white paper; else nothing behind the shapes
+  bool paperBackground = true;  ///< white paper; else nothing behind the shapes
   bool withBackgroundPages = true;
-  TextEngine* textEngine = nullptr;     ///< null: one of its own; a caller that draws often keeps one
+  TextEngine* textEngine = nullptr;  ///< null: one of its own; a caller that draws often keeps one
 };
 
 /// The page with its background pages, or a master's contents. An empty scene for a page that is not there.

@@ -61,6 +61,7 @@ struct ObjectKeys {
   QUORVEL_OBJECT_KEY(QuickStyleFillMatrix);
   QUORVEL_OBJECT_KEY(QuickStyleFontMatrix);
   QUORVEL_OBJECT_KEY(QuickStyleType);
+  QUORVEL_OBJECT_KEY(QuickStyleVariation);
   QUORVEL_OBJECT_KEY(ThemeIndex);
   QUORVEL_OBJECT_KEY(ColorSchemeIndex);
   QUORVEL_OBJECT_KEY(EffectSchemeIndex);
@@ -93,7 +94,8 @@ struct ObjectKeys {
 
 /// Columns of rows. Those of Geometry stand on vertices and, for the switches, on the component row.
 struct ColumnKeys {
-#define QUORVEL_COLUMN_KEY(section, name) host::Column section##name = host::columnOrNew(host::SectionNumber::section, #name)
+#define QUORVEL_COLUMN_KEY(section, name) \
+  host::Column section##name = host::columnOrNew(host::SectionNumber::section, #name)
   QUORVEL_COLUMN_KEY(Geometry, NoFill);
   QUORVEL_COLUMN_KEY(Geometry, NoLine);
   QUORVEL_COLUMN_KEY(Geometry, NoShow);

@@ -8,8 +8,9 @@ namespace {
 
 /// The first entries of every document's colour table.
 constexpr std::uint32_t standardColours[] = {
-    0x000000, 0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF, 0x800000, 0x008000, 0x000080, 0x808000,
-    0x800080, 0x008080, 0xC0C0C0, 0xE6E6E6, 0xCDCDCD, 0xB3B3B3, 0x9A9A9A, 0x808080, 0x666666, 0x4D4D4D, 0x333333, 0x1A1A1A,
+    0x000000, 0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF,
+    0x800000, 0x008000, 0x000080, 0x808000, 0x800080, 0x008080, 0xC0C0C0, 0xE6E6E6,
+    0xCDCDCD, 0xB3B3B3, 0x9A9A9A, 0x808080, 0x666666, 0x4D4D4D, 0x333333, 0x1A1A1A,
 };
 
 }  // namespace
@@ -39,13 +40,8 @@ Maybe<std::uint32_t> colourOf(const host::Document& document, const host::Value&
   return {};
 }
 
-std::uint32_t mixed(std::uint32_t a, std::uint32_t b, double shareOfB) {
-  std::uint32_t result = 0;
-  for (int shift = 16; shift >= 0; shift -= 8) {
-    const double from = a >> shift & 255, to = b >> shift & 255;
-    result = result << 8 | static_cast<std::uint32_t>(std::lround(from + (to - from) * shareOfB));
-  }
-  return result;
+double luminance(std::uint32_t rgb) {
+  return (0.299 * (rgb >> 16 & 255) + 0.587 * (rgb >> 8 & 255) + 0.114 * (rgb & 255)) / 255;
 }
 
 }  // namespace quorvel::render

@@ -8,9 +8,10 @@
 
 namespace quorvel::render {
 
-/// 0xRRGGBB of a colour cell: a number into the document's colour table, "#RRGGBB", or a colour value. Nothing for a themed
-/// cell, an unknown number and other text.
+/// 0xRRGGBB of a colour cell: a number into the document's colour table, "#RRGGBB", or a colour value. Nothing for a
+/// themed cell, an unknown number and other text.
 Maybe<std::uint32_t> colourOf(const host::Document& document, const host::Value& value);
-std::uint32_t mixed(std::uint32_t a, std::uint32_t b, double shareOfB);
+/// 0 for black to 1 for white.
+double luminance(std::uint32_t rgb);
 
 }  // namespace quorvel::render

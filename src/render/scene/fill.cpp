@@ -31,18 +31,46 @@ bool namedGradient(int pattern, FillStyle& style) {
     style.stops = {fore, back};
   };
   switch (pattern) {
-    case 25: linear(0, false); return true;
-    case 26: linear(0, true); return true;
-    case 27: linear(180, false); return true;
-    case 28: linear(270, false); return true;
-    case 29: linear(90, true); return true;
-    case 30: linear(90, false); return true;
-    case 31: case 36: radial(0, 1); return true;
-    case 32: case 37: radial(1, 1); return true;
-    case 33: case 38: radial(0, 0); return true;
-    case 34: case 39: radial(1, 0); return true;
-    case 35: case 40: radial(0.5, 0.5); return true;
-    default: return false;
+    case 25:
+      linear(0, false);
+      return true;
+    case 26:
+      linear(0, true);
+      return true;
+    case 27:
+      linear(180, false);
+      return true;
+    case 28:
+      linear(270, false);
+      return true;
+    case 29:
+      linear(90, true);
+      return true;
+    case 30:
+      linear(90, false);
+      return true;
+    case 31:
+    case 36:
+      radial(0, 1);
+      return true;
+    case 32:
+    case 37:
+      radial(1, 1);
+      return true;
+    case 33:
+    case 38:
+      radial(0, 0);
+      return true;
+    case 34:
+    case 39:
+      radial(1, 0);
+      return true;
+    case 35:
+    case 40:
+      radial(0.5, 0.5);
+      return true;
+    default:
+      return false;
   }
 }
 
@@ -71,12 +99,14 @@ void ownGradient(const PageContext& page, const ShapeCells& cells, FillStyle& st
   const ObjectKeys& keys = objectKeys();
   const ColumnKeys& columns = columnKeys();
   for (const host::RowView& row : host::rowsOf(page.store, cells.sheet(), host::SectionNumber::FillGradient)) {
-    const auto at = [&](host::Column column) { return host::CellKey{host::SectionNumber::FillGradient, row.key, column}; };
+    const auto at = [&](host::Column column) {
+      return host::CellKey{host::SectionNumber::FillGradient, row.key, column};
+    };
     const Maybe<std::uint32_t> rgb = colourOf(page.document, cells.value(at(columns.FillGradientGradientStopColor)));
     if (!rgb) continue;
     const double opacity = 1 - std::clamp(cells.number(at(columns.FillGradientGradientStopColorTrans)), 0.0, 1.0);
-    style.stops.push_back({std::clamp(cells.number(at(columns.FillGradientGradientStopPosition)), 0.0, 1.0),
-                           {*rgb, opacity}});
+    style.stops.push_back(
+        {std::clamp(cells.number(at(columns.FillGradientGradientStopPosition)), 0.0, 1.0), {*rgb, opacity}});
   }
   std::stable_sort(style.stops.begin(), style.stops.end(),
                    [](const GradientStop& a, const GradientStop& b) { return a.offset < b.offset; });
@@ -91,8 +121,8 @@ void ownGradient(const PageContext& page, const ShapeCells& cells, FillStyle& st
     return;
   }
   // 1 to 7 spread in circles, 8 to 12 in rectangles, from a corner, the middle of a side or the centre.
-  static constexpr Point foci[] = {{1, 0},   {0, 0},   {0.5, 0.5}, {0.5, 0}, {0.5, 1}, {1, 1}, {0, 1},
-                                   {1, 0},   {0, 0},   {0.5, 0.5}, {1, 1},   {0, 1},   {0.5, 0.5}};
+  static constexpr Point foci[] = {{1, 0}, {0, 0}, {0.5, 0.5}, {0.5, 0}, {0.5, 1}, {1, 1},    {0, 1},
+                                   {1, 0}, {0, 0}, {0.5, 0.5}, {1, 1},   {0, 1},   {0.5, 0.5}};
   style.kind = FillStyle::Radial;
   style.focus = foci[std::clamp(direction - 1, 0, int(std::size(foci)) - 1)];
 }

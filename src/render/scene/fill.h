@@ -15,8 +15,8 @@ struct FillStyle {
   Colour fore, back;
   int pattern = 1;
   std::vector<GradientStop> stops;
-  double angle = 0;         ///< Linear: direction in which the colours change, radians counterclockwise from the right
-  Point focus{0.5, 0.5};    ///< Radial: the centre as shares of the shape's width and height, from its lower left corner
+  double angle = 0;       ///< Linear: direction in which the colours change, radians counterclockwise from the right
+  Point focus{0.5, 0.5};  ///< Radial: the centre as shares of the shape's width and height, from its lower left corner
   bool turnsWithShape = true;
 };
 

@@ -24,8 +24,8 @@ void appendArc(Path& path, const Matrix& map, double from, double sweep, Point e
   }
 }
 
-/// The arc of an ellipse from the current point through `through` to `end`; its longer axis lies at `angle` and is `ratio`
-/// times the shorter one. A straight line when the three points lie on one.
+/// The arc of an ellipse from the current point through `through` to `end`; its longer axis lies at `angle` and is
+/// `ratio` times the shorter one. A straight line when the three points lie on one.
 void ellipticalArcTo(Path& path, Point end, Point through, double angle, double ratio) {
   const Point start = path.current();
   if (!(ratio > 1e-9)) ratio = 1;
@@ -45,7 +45,8 @@ void ellipticalArcTo(Path& path, Point end, Point through, double angle, double 
   // Counterclockwise exactly when the middle point lies to the right of the chord.
   if (cross > 0 && sweep <= 0) sweep += 2 * pi;
   if (cross < 0 && sweep >= 0) sweep -= 2 * pi;
-  appendArc(path, stretch * Matrix::translation(centre.x, centre.y) * Matrix::scaling(radius, radius), from, sweep, end);
+  appendArc(path, stretch * Matrix::translation(centre.x, centre.y) * Matrix::scaling(radius, radius), from, sweep,
+            end);
 }
 
 void arcTo(Path& path, Point end, double bow) {
@@ -155,7 +156,8 @@ void appendSpline(Path& path, const std::vector<Point>& points, const std::vecto
         path.lineTo(end);
         continue;
       }
-      const Point leaving = (pointAt(from + tiny) - start) * (1 / tiny), arriving = (end - pointAt(to - tiny)) * (1 / tiny);
+      const Point leaving = (pointAt(from + tiny) - start) * (1 / tiny),
+                  arriving = (end - pointAt(to - tiny)) * (1 / tiny);
       path.curveTo(start + leaving * (step / 3), end - arriving * (step / 3), end);
     }
   }
@@ -314,7 +316,8 @@ std::vector<GeometrySection> geometryOf(const ShapeCells& cells, double width, d
       const auto number = [&](host::Column column) { return cells.number({section, view.key, column}); };
       row.x = number(columns.GeometryX);
       row.y = number(columns.GeometryY);
-      if (row.tag == GeometryTag::LineTo || row.tag == GeometryTag::MoveTo || row.tag == GeometryTag::RelLineTo) continue;
+      if (row.tag == GeometryTag::LineTo || row.tag == GeometryTag::MoveTo || row.tag == GeometryTag::RelLineTo)
+        continue;
       const host::CellKey list{section, view.key,
                                row.tag == GeometryTag::PolylineTo ? columns.GeometryA : columns.GeometryE};
       if (row.tag == GeometryTag::PolylineTo || row.tag == GeometryTag::NurbsTo) {

@@ -34,7 +34,7 @@ enum class GeometryTag : std::uint8_t {
 struct GeometryRow {
   GeometryTag tag = GeometryTag::MoveTo;
   double x = 0, y = 0, a = 0, b = 0, c = 0, d = 0;
-  std::string list;  ///< NurbsTo and PolylineTo: "NURBS(…)", "POLYLINE(…)"
+  std::string list = {};  ///< NurbsTo and PolylineTo: "NURBS(…)", "POLYLINE(…)"
 };
 
 /// The path of one section in the shape's own coordinates. Open ends that meet are closed when `closeMeetingEnds`.
@@ -50,8 +50,8 @@ struct GeometrySection {
 /// All sections of the shape that are shown.
 std::vector<GeometrySection> geometryOf(const ShapeCells& cells, double width, double height);
 
-/// A B-spline in cubic pieces, appended from the path's current point. `points` include the first one, `knots` must count
-/// points + degree + 1 in rising order; anything else gives straight lines through the points.
+/// A B-spline in cubic pieces, appended from the path's current point. `points` include the first one, `knots` must
+/// count points + degree + 1 in rising order; anything else gives straight lines through the points.
 void appendSpline(Path& path, const std::vector<Point>& points, const std::vector<double>& weights,
                   const std::vector<double>& knots, int degree);
 

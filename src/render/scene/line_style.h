@@ -8,10 +8,10 @@
 namespace quorvel::render {
 
 struct LineStyle {
-  Stroke stroke;                        ///< invisible when the shape has no line
-  double rounding = 0;                  ///< inches of the drawing
-  int beginArrow = 0, endArrow = 0;     ///< 0: none
-  int beginSize = 2, endSize = 2;       ///< 0 very small to 6 colossal
+  Stroke stroke;                     ///< invisible when the shape has no line
+  double rounding = 0;               ///< inches of the drawing
+  int beginArrow = 0, endArrow = 0;  ///< 0: none
+  int beginSize = 2, endSize = 2;    ///< 0 very small to 6 colossal
 };
 
 LineStyle lineStyleOf(const PageContext& page, const ShapeCells& cells);

@@ -12,10 +12,10 @@ struct PageContext {
   const host::Store& store;
   const host::Document& document;
   host::SheetId pageSheet;
-  const Theme* theme = nullptr;       ///< null: none known
+  const Theme* theme = nullptr;  ///< null: none known
   int variationColour = 0, variationStyle = 0;
-  double scale = 72;                  ///< points on paper for an inch of the drawing
-  std::vector<bool> layerVisible;     ///< by layer index
+  double scale = 72;               ///< points on paper for an inch of the drawing
+  std::vector<bool> layerVisible;  ///< by layer index
 
   PageContext(const host::Store& of, const host::Page& page, const std::vector<Theme>& themes);
 };

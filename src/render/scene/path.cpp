@@ -27,8 +27,8 @@ Matrix Matrix::rotation(double radians) {
 }
 
 Matrix Matrix::operator*(const Matrix& inner) const {
-  return {a * inner.a + c * inner.b,     b * inner.a + d * inner.b,     a * inner.c + c * inner.d,
-          b * inner.c + d * inner.d,     a * inner.e + c * inner.f + e, b * inner.e + d * inner.f + f};
+  return {a * inner.a + c * inner.b, b * inner.a + d * inner.b,     a * inner.c + c * inner.d,
+          b * inner.c + d * inner.d, a * inner.e + c * inner.f + e, b * inner.e + d * inner.f + f};
 }
 
 void Path::moveTo(Point p) {

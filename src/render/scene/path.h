@@ -73,8 +73,6 @@ class Path {
 
 /// The subpaths one by one, each with its MoveTo.
 std::vector<Path> subpathsOf(const Path& path);
-inline bool isClosed(const Path& subpath) {
-  return !subpath.isEmpty() && subpath.verbs().back() == PathVerb::Close;
-}
+inline bool isClosed(const Path& subpath) { return !subpath.isEmpty() && subpath.verbs().back() == PathVerb::Close; }
 
 }  // namespace quorvel::render

@@ -1,6 +1,6 @@
-// The picture of a page as every backend draws it: paths with fills and strokes, laid-out text, images and links, in the
-// order of painting. Resolution independent: all lengths are points (1/72 inch), x to the right and y downward from the top
-// left corner of the page.
+// The picture of a page as every backend draws it: paths with fills and strokes, laid-out text, images and links, in
+// the order of painting. Resolution independent: all lengths are points (1/72 inch), x to the right and y downward from
+// the top left corner of the page.
 #pragma once
 
 #include <cstdint>
@@ -49,7 +49,7 @@ enum class LineCap : std::uint8_t { Round, Butt, Square };
 struct Stroke {
   bool visible = false;
   Colour colour;
-  double width = 0;            ///< never 0 when visible
+  double width = 0;  ///< never 0 when visible
   LineCap cap = LineCap::Round;
   std::vector<double> dashes;  ///< dash and gap by turns; empty: solid
   friend bool operator==(const Stroke&, const Stroke&) = default;
@@ -66,16 +66,17 @@ struct TextStyle {
   std::string family;  ///< the face that is drawn and was measured
   double size = 12;
   Colour colour;
-  bool bold = false, italic = false, underline = false, doubleUnderline = false, strikethrough = false, smallCaps = false;
+  bool bold = false, italic = false, underline = false, doubleUnderline = false, strikethrough = false,
+       smallCaps = false;
   double letterSpacing = 0;
   friend bool operator==(const TextStyle&, const TextStyle&) = default;
 };
 
 /// Glyphs of one style on one line. Positions are of the layout, see TextItem::transform.
 struct TextRun {
-  std::string text;    ///< UTF-8, without line ends
-  int style = 0;       ///< into TextLayout::styles
-  double x = 0;        ///< left end
+  std::string text;  ///< UTF-8, without line ends
+  int style = 0;     ///< into TextLayout::styles
+  double x = 0;      ///< left end
   double baseline = 0;
   double width = 0;
   bool stretched = false;  ///< its blanks were widened to fill a justified line
@@ -100,10 +101,10 @@ struct TextItem {
 };
 
 struct ImageItem {
-  std::string mediaType;                    ///< "image/png", "image/jpeg", "image/gif", "image/bmp", "image/tiff"
+  std::string mediaType;  ///< "image/png", "image/jpeg", "image/gif", "image/bmp", "image/tiff"
   std::shared_ptr<const std::string> bytes;
-  Matrix transform;                         ///< from the unit square, (0, 0) its top left corner, to the page
-  Path clip;                                ///< empty: none
+  Matrix transform;  ///< from the unit square, (0, 0) its top left corner, to the page
+  Path clip;         ///< empty: none
   double opacity = 1;
 };
 
@@ -112,7 +113,7 @@ struct ShapeBegin {
   host::SheetId shape;
   int shapeId = 0;
   std::string name;
-  std::string link;       ///< address with its sub-address; empty: none
+  std::string link;  ///< address with its sub-address; empty: none
   std::string linkTitle;
 };
 struct ShapeEnd {};

@@ -169,7 +169,8 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
   // The unit square's top edge is the picture's upper one.
   item.transform = toPage * Matrix{width, 0, 0, -height, x, y + height};
   const double slack = 1e-3 * std::max(frame.width, frame.height);
-  const bool inside = x >= -slack && y >= -slack && x + width <= frame.width + slack && y + height <= frame.height + slack;
+  const bool inside =
+      x >= -slack && y >= -slack && x + width <= frame.width + slack && y + height <= frame.height + slack;
   if (!inside) item.clip = cornersOf(toPage, 0, 0, frame.width, frame.height);
   item.opacity = 1 - std::clamp(cells.number(keys.Transparency), 0.0, 1.0);
   scene_.items.emplace_back(std::move(item));
@@ -183,14 +184,16 @@ void ShapeBuilder::addText(const ShapeCells& cells, const ShapeFrame& frame, con
 
   const double scale = toPage.scale();
   if (!(scale > 0)) return;
-  const double width = cells.heldNumber(keys.TxtWidth, frame.width), height = cells.heldNumber(keys.TxtHeight, frame.height);
+  const double width = cells.heldNumber(keys.TxtWidth, frame.width),
+               height = cells.heldNumber(keys.TxtHeight, frame.height);
   const double pinX = cells.heldNumber(keys.TxtPinX, frame.width / 2);
   const double pinY = cells.heldNumber(keys.TxtPinY, frame.height / 2);
   const double localX = cells.heldNumber(keys.TxtLocPinX, width / 2);
   const double localY = cells.heldNumber(keys.TxtLocPinY, height / 2);
   const Matrix block = toPage * Matrix::translation(pinX, pinY) * Matrix::rotation(cells.number(keys.TxtAngle)) *
                        Matrix::translation(-localX, -localY);
-  // From here on in points, y downward from the block's top left corner. Margins and type do not follow the drawing's scale.
+  // From here on in points, y downward from the block's top left corner. Margins and type do not follow the drawing's
+  // scale.
   const double blockWidth = width * scale, blockHeight = height * scale;
   Matrix toScene = block * Matrix{1 / scale, 0, 0, -1 / scale, 0, height};
   if (toScene.determinant() < 0) {

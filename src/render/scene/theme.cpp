@@ -51,7 +51,8 @@ void fromHsl(const Hsl& hsl, double (&rgb)[3]) {
 std::uint32_t Theme::quickColour(int number, int variation) const {
   if (number >= 100 && number <= 106 && !variationColours.empty()) {
     const std::size_t at = variation >= 0 && variation < int(variationColours.size()) ? std::size_t(variation) : 0;
-    return variationColours[at][std::size_t(number - 100)];
+    const VariationColours& own = variationColours[at];
+    return own.colours[own.monotone ? 0 : std::size_t(number - 100)];
   }
   if (number == 0) return colours[0];
   if (number == 1) return colours[1];
@@ -61,9 +62,10 @@ std::uint32_t Theme::quickColour(int number, int variation) const {
 }
 
 std::uint32_t Theme::resolve(const ThemeColour& colour, std::uint32_t placeholder, double* opacity) const {
-  const std::uint32_t base = colour.base == ThemeColour::Fixed    ? colour.rgb
-                             : colour.base == ThemeColour::Scheme ? colours[std::size_t(std::clamp(colour.scheme, 0, 11))]
-                                                                  : placeholder;
+  const std::uint32_t base = colour.base == ThemeColour::Fixed ? colour.rgb
+                             : colour.base == ThemeColour::Scheme
+                                 ? colours[std::size_t(std::clamp(colour.scheme, 0, 11))]
+                                 : placeholder;
   double rgb[3] = {(base >> 16 & 255) / 255.0, (base >> 8 & 255) / 255.0, (base & 255) / 255.0};
   for (const auto& [change, amount] : colour.changes) {
     switch (change) {

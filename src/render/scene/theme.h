@@ -35,7 +35,7 @@ struct ThemeLine {
   ThemeColour colour;
   double weight = 0.75;  ///< points
   int pattern = 1;
-  double rounding = 0;   ///< inches
+  double rounding = 0;  ///< inches
   int beginArrow = 0, endArrow = 0, beginSize = 2, endSize = 2;
 };
 
@@ -50,7 +50,11 @@ struct Theme {
                                         0xA5A5A5, 0xFFC000, 0x4472C4, 0x70AD47, 0x0563C1, 0x954F72};
   std::uint32_t background = 0xFFFFFF;
   int schemeNumber = 0;  ///< what the page's scheme cells name it by; 0: unnumbered
-  std::vector<std::array<std::uint32_t, 7>> variationColours;
+  struct VariationColours {
+    std::array<std::uint32_t, 7> colours{};
+    bool monotone = false;  ///< every shape takes the first
+  };
+  std::vector<VariationColours> variationColours;
   struct VariationStyle {
     int fill = 1, line = 1, effect = 1, font = 1;  ///< 1-based
   };
@@ -60,8 +64,8 @@ struct Theme {
   std::vector<ThemeFont> fonts, connectorFonts;
   std::string fontFamily;
 
-  /// The colour that a quick style's colour number names: 0 dark 1, 1 light 1, 2 to 7 the accents, 8 the background, 100 to
-  /// 106 the colours of the variation.
+  /// The colour that a quick style's colour number names: 0 dark 1, 1 light 1, 2 to 7 the accents, 8 the background,
+  /// 100 to 106 the colours of the variation.
   std::uint32_t quickColour(int number, int variation) const;
   /// Opacity comes back through `opacity` when given.
   std::uint32_t resolve(const ThemeColour& colour, std::uint32_t placeholder, double* opacity = nullptr) const;

@@ -57,7 +57,7 @@ class Reader {
     } else if (name == "schemeID") {
       if (inside("clrScheme")) theme.schemeNumber = number("schemeEnum", 0);
     } else if (name == "variationClrScheme") {
-      theme.variationColours.push_back({});
+      theme.variationColours.push_back({{}, attribute("monotone") == "1" || attribute("monotone") == "true"});
     } else if (name == "latin" && inside("minorFont")) {
       if (theme.fontFamily.empty()) theme.fontFamily = attribute("typeface");
     } else if (parent == "fillStyleLst") {
@@ -137,11 +137,12 @@ class Reader {
     const std::uint32_t plain = theme.resolve(colour_, 0);
     if (parent.starts_with("varColor") && !theme.variationColours.empty()) {
       const int index = parent.back() - '1';
-      if (index >= 0 && index < 7) theme.variationColours.back()[std::size_t(index)] = plain;
+      if (index >= 0 && index < 7) theme.variationColours.back().colours[std::size_t(index)] = plain;
     } else if (parent == "bkgnd") {
       theme.background = plain;
     } else if (inside("fillStyleLst")) {
-      if (!theme.fills.empty() && !inside("fmtConnectorScheme")) theme.fills.back().stops.push_back({parent == "gs" ? offset_ : 0, colour_});
+      if (!theme.fills.empty() && !inside("fmtConnectorScheme"))
+        theme.fills.back().stops.push_back({parent == "gs" ? offset_ : 0, colour_});
     } else if (inside("lnStyleLst")) {
       std::vector<ThemeLine>& lines = inside("fmtConnectorScheme") ? theme.connectorLines : theme.lines;
       if (!lines.empty()) lines.back().colour = colour_;

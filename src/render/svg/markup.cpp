@@ -63,7 +63,8 @@ void appendBase64(std::string& out, std::string_view bytes) {
   out.reserve(out.size() + bytes.size() * 4 / 3 + 4);
   for (std::size_t i = 0; i < bytes.size(); i += 3) {
     unsigned group = 0;
-    for (std::size_t j = 0; j < 3; ++j) group = group << 8 | (i + j < bytes.size() ? (unsigned char)(bytes[i + j]) : 0u);
+    for (std::size_t j = 0; j < 3; ++j)
+      group = group << 8 | (i + j < bytes.size() ? (unsigned char)(bytes[i + j]) : 0u);
     for (std::size_t j = 0; j < 4; ++j) out += i + j <= bytes.size() ? digits[group >> (18 - 6 * j) & 63] : '=';
   }
 }

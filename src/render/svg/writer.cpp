@@ -18,8 +18,9 @@ class Writer {
   explicit Writer(const Scene& scene) : scene_(scene) {}
 
   std::string write() {
-    out_ += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "
-            "xmlns:xlink=\"http://www.w3.org/1999/xlink\" version=\"1.1\"";
+    out_ +=
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "
+        "xmlns:xlink=\"http://www.w3.org/1999/xlink\" version=\"1.1\"";
     attribute("width", scene_.width);
     out_.insert(out_.size() - 1, "pt");
     attribute("height", scene_.height);

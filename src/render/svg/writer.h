@@ -7,8 +7,8 @@
 
 namespace quorvel::render {
 
-/// A whole document. One unit is a point. Shapes are groups with their number and name as data-shape and data-name; text
-/// stays text that can be searched and copied; links are followed unless they would run a script.
+/// A whole document. One unit is a point. Shapes are groups with their number and name as data-shape and data-name;
+/// text stays text that can be searched and copied; links are followed unless they would run a script.
 std::string writeSvg(const Scene& scene);
 
 }  // namespace quorvel::render

@@ -6,8 +6,8 @@
 
 namespace quorvel::render {
 
-/// The installed family that is drawn for `family`: itself when it is there, else one of the same widths or at least the
-/// same kind. Never empty.
+/// The installed family that is drawn for `family`: itself when it is there, else one of the same widths or at least
+/// the same kind. Never empty.
 std::string installedFamily(std::string_view family);
 
 /// Families for a viewer on another machine, best first, ending in a generic one: those of the same widths as `family`.

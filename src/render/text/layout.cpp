@@ -97,8 +97,8 @@ struct TextEngine::Pango {
   void setParagraph(const StyledText& text, const Paragraph& paragraph, double width, TextLayout& result, double& top);
 };
 
-void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& paragraph, double width, TextLayout& result,
-                                     double& top) {
+void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& paragraph, double width,
+                                     TextLayout& result, double& top) {
   const ParagraphFormat& format = paragraph.format;
   std::string characters;
   PangoAttrList* attributes = pango_attr_list_new();
@@ -124,14 +124,23 @@ void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& pa
   pango_layout_set_attributes(layout, attributes);
   pango_attr_list_unref(attributes);
   pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
-  // A first line further left than the others hangs: the block then begins where the first line does.
-  const double hanging = std::max(0.0, -format.indentFirst), firstIndent = std::max(0.0, format.indentFirst);
-  const double left = format.indentLeft - hanging;
+  // A first line further left than the others hangs: the block then begins where the first line does. A bullet stands
+  // in the hanging part, or before the first line where none is, and the first line's text follows it.
+  const double hanging = std::max(0.0, -format.indentFirst);
+  const int firstFormat = paragraph.spans.empty() ? 0 : paragraph.spans.front().format;
+  const double typeSize = text.formats[std::size_t(firstFormat)].style.size;
+  const bool bulleted = !format.bullet.empty();
+  const double bulletWidth =
+      bulleted ? std::max(hanging, (format.bulletSize > 0 ? format.bulletSize : typeSize) * 0.7) : 0;
+  const double left = format.indentLeft - (bulleted ? 0 : hanging);
+  const double firstIndent =
+      bulleted ? std::max(0.0, format.indentFirst) + bulletWidth - hanging : std::max(0.0, format.indentFirst);
+  const double otherIndent = bulleted ? 0 : hanging;
   double available = -1;
   if (width >= 0) {
     available = std::max(1.0, width - left - format.indentRight);
     pango_layout_set_width(layout, int(available * unitsPerPoint));
-    pango_layout_set_indent(layout, int(format.indentFirst * unitsPerPoint));
+    pango_layout_set_indent(layout, int((firstIndent - otherIndent) * unitsPerPoint));
     pango_layout_set_justify(layout, format.alignment == ParagraphFormat::Justified);
   }
   PangoTabArray* tabs = pango_tab_array_new(1, FALSE);
@@ -172,31 +181,21 @@ void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& pa
                   : format.lineSpacing > 0 ? format.lineSpacing
                                            : heights.ascent + heights.descent;
     const double baseline = top + (line.height - heights.ascent - heights.descent) / 2 + heights.ascent;
-    const double indent = first ? firstIndent : hanging;
-    double bulletWidth = 0;
-    TextRun bullet;
-    if (first && !format.bullet.empty()) {
-      bullet.text = format.bullet;
-      bullet.style = paragraph.spans.empty() ? 0 : paragraph.spans.front().format;
-      bullet.width = text.formats[std::size_t(bullet.style)].style.size * 0.6;
-      bulletWidth = std::max(hanging, bullet.width);
-      if (available >= 0 && bulletWidth + line.width > available) bulletWidth = std::max(0.0, available - line.width);
-    }
-    const double room = available < 0 ? 0 : std::max(0.0, available - indent - line.width - bulletWidth);
+    const double indent = first ? firstIndent : otherIndent;
+    const double room = std::max(0.0, available - indent - line.width);
     const double share = format.alignment == ParagraphFormat::Centre  ? 0.5
                          : format.alignment == ParagraphFormat::Right ? 1
                                                                       : 0;
-    line.left = left + indent + (available < 0 ? 0 : room * share);
+    line.left = left + indent + room * share;
     for (TextRun& run : line.runs) {
-      run.x += line.left + bulletWidth;
+      run.x += line.left;
       run.baseline += baseline;
       run.stretched = format.alignment == ParagraphFormat::Justified && at->next;
     }
-    if (bulletWidth > 0) {
-      bullet.x = line.left;
-      bullet.baseline = baseline;
-      line.runs.insert(line.runs.begin(), bullet);
+    if (bulleted && first) {
+      line.left -= bulletWidth;
       line.width += bulletWidth;
+      line.runs.insert(line.runs.begin(), {format.bullet, firstFormat, line.left, baseline, bulletWidth, false});
     }
     top += line.height;
     result.width = std::max(result.width, line.left + line.width + format.indentRight);

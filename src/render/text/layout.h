@@ -11,7 +11,8 @@
 
 namespace quorvel::render {
 
-/// Lays out and remembers what it laid out, so that ten thousand equal labels cost one. Not for use by two threads at once.
+/// Lays out and remembers what it laid out, so that ten thousand equal labels cost one. Not for use by two threads at
+/// once.
 class TextEngine {
  public:
   TextEngine();

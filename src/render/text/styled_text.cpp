@@ -173,17 +173,27 @@ class Reader {
     const std::vector<ThemeFont>& fonts = connector ? page_.theme->connectorFonts : page_.theme->fonts;
     const int given = cells_.integer(keys.QuickStyleFontMatrix, 100);
     const int matrix = connector && given >= 100 ? 1 : quickStyleIndex(page_, given, &Theme::VariationStyle::font);
-    const std::uint32_t own = page_.theme->quickColour(cells_.integer(keys.QuickStyleFontColor, 100), page_.variationColour);
+    const std::uint32_t own =
+        page_.theme->quickColour(cells_.integer(keys.QuickStyleFontColor, 100), page_.variationColour);
     if (matrix < 1 || matrix > int(fonts.size())) return nullptr;
     const ThemeFont& font = fonts[std::size_t(matrix - 1)];
     rgb = page_.theme->resolve(font.colour, own);
+    // Text without a fill behind it stands on the page, and must be told from it.
+    constexpr int varyText = 2;
+    constexpr double readable = 1.0 / 6;
+    if (cells_.integer(keys.QuickStyleVariation) & varyText) {
+      const double page = luminance(page_.theme->background);
+      for (std::uint32_t other : {own, page_.theme->colours[0], page_.theme->colours[1]})
+        if (std::abs(luminance(rgb) - page) < readable) rgb = other;
+    }
     return &font;
   }
 
   ParagraphFormat paragraphFormat() const {
     const ColumnKeys& columns = columnKeys();
     const auto at = [&](host::Column column) {
-      return host::CellKey{SectionNumber::Paragraph, host::RowKey::index(std::uint32_t(std::max(paragraph_, 0))), column};
+      return host::CellKey{SectionNumber::Paragraph, host::RowKey::index(std::uint32_t(std::max(paragraph_, 0))),
+                           column};
     };
     ParagraphFormat format;
     format.indentFirst = cells_.number(at(columns.ParagraphIndFirst)) * 72;
@@ -231,16 +241,18 @@ std::string StyledText::key() const {
   for (const CharacterFormat& format : formats) {
     const TextStyle& style = format.style;
     key += style.family;
-    for (double number : {style.size, double(style.colour.rgb), style.colour.opacity, style.letterSpacing}) put(key, number);
-    for (bool flag : {style.bold, style.italic, style.underline, style.doubleUnderline, style.strikethrough, style.smallCaps})
+    for (double number : {style.size, double(style.colour.rgb), style.colour.opacity, style.letterSpacing})
+      put(key, number);
+    for (bool flag :
+         {style.bold, style.italic, style.underline, style.doubleUnderline, style.strikethrough, style.smallCaps})
       key += flag ? '1' : '0';
     key += char('0' + format.position);
   }
   put(key, tabStop);
   for (const Paragraph& paragraph : paragraphs) {
     const ParagraphFormat& format = paragraph.format;
-    for (double number : {format.indentFirst, format.indentLeft, format.indentRight, format.lineSpacing, format.spaceBefore,
-                          format.spaceAfter, format.bulletSize, double(format.alignment)})
+    for (double number : {format.indentFirst, format.indentLeft, format.indentRight, format.lineSpacing,
+                          format.spaceBefore, format.spaceAfter, format.bulletSize, double(format.alignment)})
       put(key, number);
     key += format.bullet;
     for (const TextSpan& span : paragraph.spans) {

@@ -21,7 +21,7 @@ struct ParagraphFormat {
   double indentFirst = 0, indentLeft = 0, indentRight = 0;  ///< points
   double lineSpacing = -1.2;  ///< negative: multiple of the type size; else points; 0: the face's own
   double spaceBefore = 0, spaceAfter = 0;
-  std::string bullet;  ///< empty: none
+  std::string bullet;     ///< empty: none
   double bulletSize = 0;  ///< points; 0: as the text
 };
 

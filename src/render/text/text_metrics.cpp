@@ -14,7 +14,8 @@ struct PangoTextMetrics::State {
 PangoTextMetrics::PangoTextMetrics() : state_(std::make_unique<State>()) {}
 PangoTextMetrics::~PangoTextMetrics() = default;
 
-host::TextMetrics::Size PangoTextMetrics::measure(const host::Store& store, host::SheetId shape, double maxWidth) const {
+host::TextMetrics::Size PangoTextMetrics::measure(const host::Store& store, host::SheetId shape,
+                                                  double maxWidth) const {
   const host::Sheet* sheet = store.sheet(shape);
   const host::Page* page = sheet ? store.page(sheet->page) : nullptr;
   if (!page) return {};

@@ -1,0 +1,113 @@
+// Scenes as SVG.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "render/drawing.h"
+#include "render/svg/writer.h"
+
+namespace quorvel::render {
+namespace {
+
+/// What fonts decide, and pictures, are left out, so that the text is the same on every machine.
+std::string normalForm(std::string svg) {
+  svg = std::regex_replace(svg, std::regex("(<text[^>]*) transform=\"[^\"]*\""), "$1");
+  svg = std::regex_replace(svg, std::regex("<tspan x=\"[^\"]*\" y=\"[^\"]*\""), "<tspan");
+  svg = std::regex_replace(svg, std::regex(" font-family=\"[^\"]*\""), "");
+  svg = std::regex_replace(svg, std::regex("base64,[^\"]*"), "base64,");
+  // The paper behind a label is as large as its lines.
+  return std::regex_replace(svg, std::regex("<path d=\"[^\"]*\" transform=\"[^\"]*\""), "<path");
+}
+
+void expectFile(const std::string& name, const std::string& actual) {
+  const std::string path = std::string(QUORVEL_SOURCE_FOLDER) + "/tests/data/svg/" + name;
+  std::ostringstream expected;
+  expected << std::ifstream(path).rdbuf();
+  if (expected.str() == actual) return;
+  std::ofstream(name + ".actual") << actual;
+  ADD_FAILURE() << name << " differs; what was drawn is in " << name << ".actual in the current folder";
+}
+
+TEST(Svg, OrderHandlingInNormalForm) {
+  Drawing drawing;
+  const auto check = drawing.addRectangle(1, 2, 1, 0.5);
+  drawing.store.sheet(check)->name = "AB01 <check>";
+  drawing.set(check, "Rounding", 0.1);
+  drawing.set(check, "FillForegnd", "#DDEEFF");
+  drawing.setText(check, "Check & confirm");
+  drawing.set(check, "Hyperlink.Row_1.Address", "plans/order \"A\".html");
+  drawing.set(check, "Hyperlink.Row_1.Description", "The plan");
+  const auto group = drawing.addShape(3, 2, 1, 0.5, {}, host::SheetKind::Group);
+  const auto ship = drawing.addRectangle(0.5, 0.25, 1, 0.5, group);
+  drawing.set(ship, "FillPattern", 3);
+  const auto graded = drawing.addRectangle(3, 0.5, 1, 0.5);
+  drawing.set(graded, "FillPattern", 25);
+  drawing.set(graded, "LinePattern", 2);
+  const auto link = drawing.addShape(2, 2, 1, 0.2);
+  drawing.addGeometry(link, 1, {{0, 0.1}, {1, 0.1}});
+  drawing.set(link, "EndArrow", 4);
+  drawing.set(link, "TextBkgnd", "#FFFFFF");
+  drawing.setText(link, "yes");
+  for (int i = 0; i < 2; ++i) {
+    const auto picture = drawing.addShape(1 + i, 0.5, 0.5, 0.5, {}, host::SheetKind::Foreign);
+    drawing.store.sheet(picture)->foreign =
+        std::make_shared<host::ForeignData>(host::ForeignData{"Bitmap", "PNG", "png", "\x89PNG picture", {}});
+    if (i == 0) continue;
+    drawing.store.sheet(picture)->foreign = drawing.store.sheet(host::SheetId{picture.value - 1})->foreign;
+    drawing.set(picture, "ImgWidth", 1);
+    drawing.set(picture, "ImgHeight", 1);
+  }
+  expectFile("order_handling.svg", normalForm(writeSvg(drawing.scene())));
+}
+
+TEST(Svg, LinksThatRunScriptsAreNotWritten) {
+  for (const char* address :
+       {"javascript:alert(1)", " JavaScript :x", "java\tscript:x", "data:text/html,x", "vbscript:x"})
+    EXPECT_EQ(svg::safeLink(address), "") << address;
+  EXPECT_EQ(svg::safeLink("https://example.org/a b?c=d:e"), "https://example.org/a%20b?c=d:e");
+  EXPECT_EQ(svg::safeLink("#Page-2"), "#Page-2");
+}
+
+TEST(Svg, NumbersAndTextSurvive) {
+  const auto number = [](double value, int digits) {
+    std::string text;
+    svg::appendNumber(text, value, digits);
+    return text;
+  };
+  EXPECT_EQ(number(0.5, 3), "0.5");
+  EXPECT_EQ(number(-0.0001, 3), "0");
+  EXPECT_EQ(number(100, 0), "100");
+  EXPECT_EQ(number(1e300 * 1e300, 3), "0");
+  std::string escaped;
+  svg::appendEscaped(escaped, "a<b & \"ü\"\x01\xFF");
+  EXPECT_EQ(escaped, "a&lt;b &amp; &quot;ü&quot;\xEF\xBF\xBD");
+  std::string base64;
+  for (const char* bytes : {"", "f", "fo", "foo", "foob"}) svg::appendBase64(base64, bytes), base64 += '|';
+  EXPECT_EQ(base64, "|Zg==|Zm8=|Zm9v|Zm9vYg==|");
+}
+
+TEST(Svg, MasterSheetShowsEveryMasterWithItsName) {
+  Drawing drawing;
+  for (const char* name : {"Task", "Task Link"}) {
+    const auto master = drawing.store.addMaster(drawing.document, name);
+    drawing.page = drawing.store.master(master)->contents;
+    drawing.addRectangle(40, 30, 80, 60);
+  }
+  const auto hidden = drawing.store.addMaster(drawing.document, "Hidden");
+  drawing.store.master(hidden)->hidden = true;
+  const Scene scene = buildMasterSheet(drawing.store, drawing.document);
+  EXPECT_EQ(itemsOf<TextItem>(scene).size(), 2u);
+  const auto paths = itemsOf<PathItem>(scene);
+  ASSERT_EQ(paths.size(), 2u);
+  for (const PathItem* path : paths) {
+    const Box box = path->path.bounds();
+    EXPECT_TRUE(box.left >= 0 && box.right <= scene.width && box.bottom <= scene.height) << "made smaller to fit";
+  }
+  EXPECT_LT(paths[0]->path.bounds().right, paths[1]->path.bounds().left);
+  EXPECT_TRUE(buildMasterSheet(drawing.store, {}).items.empty());
+}
+
+}  // namespace
+}  // namespace quorvel::render
