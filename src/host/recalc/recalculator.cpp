@@ -187,11 +187,13 @@ void Recalculator::Run::evaluateNode(std::uint32_t number, int depth) {
       return true;
     });
     value = evaluate(*found.formula->formula, context);
+    if (context.readUnknown()) value = {};
     if (context.closed()) value = Value::error(ErrorCode::Circle);
     nodes[number].evaluating = false;
   } else {
     SheetContext context(owner.store_, *owner.metrics_, found.formulaSheet, cell);
     value = evaluate(*found.formula->formula, context);
+    if (context.readUnknown()) value = {};
   }
   if (!value) return;
   setIfChanged(number, fitToCell(owner.store_, cell, *value));
@@ -225,7 +227,8 @@ Maybe<Value> Recalculator::evaluateNow(const CellAddress& cell) {
   ++evaluations_;
   SheetContext context(store_, *metrics_, found.formulaSheet, cell);
   const Maybe<Value> value = evaluate(*found.formula->formula, context);
-  return value ? Maybe<Value>(fitToCell(store_, cell, *value)) : Maybe<Value>();
+  if (!value || context.readUnknown()) return {};
+  return fitToCell(store_, cell, *value);
 }
 
 }  // namespace quorvel::host

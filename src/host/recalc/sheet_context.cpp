@@ -44,7 +44,10 @@ Value SheetContext::valueOf(const Reference& reference) {
   const SheetId target = resolve(&reference);
   if (!target || !reference.cell || !cellExists(store_, target, reference.cell, false))
     return Value::error(ErrorCode::Reference);
-  return cellValue(store_, target, reference.cell);
+  Value value = cellValue(store_, target, reference.cell);
+  // Files write "Themed" where the theme decides.
+  readUnknown_ |= value.isText() && value.textView() == "Themed";
+  return value;
 }
 
 double SheetContext::measureText(const TextMetricsRequest& request) {
@@ -117,7 +120,7 @@ Maybe<Value> SheetContext::property(std::string_view name) {
   if (is("NAME")) return text(store_.shapeName(*sheet));
   if (is("MASTERNAME")) {
     const Master* master = store_.master(store_.masterOf(cell_.sheet));
-    return text(master ? std::string_view(master->name) : std::string_view());
+    return text(master ? std::string_view(master->name) : std::string_view("<no master>"));
   }
   if (page && is("PAGENAME")) return text(page->name);
   if (page && is("PAGENUMBER")) {

@@ -22,6 +22,9 @@ class SheetContext : public EvaluationContext {
   Maybe<Value> property(std::string_view name) override;
   Value lastValue() override;
 
+  /// A theme's value was read that the file does not spell out: whatever was computed from it is worth nothing.
+  bool readUnknown() const { return readUnknown_; }
+
  protected:
   SheetId resolve(const Reference* reference) const;
 
@@ -29,6 +32,7 @@ class SheetContext : public EvaluationContext {
   const TextMetrics& metrics_;
   SheetId definition_;
   CellAddress cell_;
+  bool readUnknown_ = false;
 };
 
 }  // namespace quorvel::host

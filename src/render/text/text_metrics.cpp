@@ -2,9 +2,18 @@
 
 #include <mutex>
 
+#include "host/cells/cell_table.h"
+#include "host/sheet/inheritance.h"
 #include "render/text/layout.h"
 
 namespace quorvel::render {
+
+namespace {
+
+constexpr double lineSpacing = 1.2;         ///< line height for one unit of character size
+constexpr double defaultSize = 12.0 / 72.0;  ///< inches
+
+}  // namespace
 
 struct PangoTextMetrics::State {
   std::mutex mutex;
@@ -21,7 +30,13 @@ host::TextMetrics::Size PangoTextMetrics::measure(const host::Store& store, host
   if (!page) return {};
   const PageContext context(store, *page, {});
   const StyledText text = styledTextOf(context, ShapeCells(store, shape));
-  if (text.paragraphs.empty()) return {};
+  if (text.paragraphs.empty()) {
+    // An empty text is still one line high; boxes that grow with their text count on it.
+    static const host::CellKey size{host::SectionNumber::Character, host::RowKey::index(0),
+                                    host::columnOf(host::SectionNumber::Character, "Size").or_(0)};
+    const double inches = host::cellNumber(store, shape, size);
+    return {0, lineSpacing * (inches > 0 ? inches : defaultSize)};
+  }
   const std::lock_guard lock(state_->mutex);
   const std::shared_ptr<const TextLayout> layout = state_->engine.layOut(text, maxWidth < 0 ? -1 : maxWidth * 72);
   return {layout->width / 72, layout->height / 72};

@@ -12,7 +12,7 @@ class PangoTextMetrics : public host::TextMetrics {
  public:
   PangoTextMetrics();
   ~PangoTextMetrics() override;
-  /// Zero for a shape without text.
+  /// A shape without text is one line high.
   Size measure(const host::Store& store, host::SheetId shape, double maxWidth) const override;
 
  private:
