@@ -39,6 +39,7 @@ class Normalizer {
     std::string text = indent + node.name();
     std::map<std::string, std::string> attributes;
     for (const pugi::xml_attribute attribute : node.attributes()) {
+      if (std::string_view(attribute.name()).starts_with("xmlns")) continue;  // declarations say nothing of their own
       std::string value = attribute.value();
       if (std::string_view(attribute.name()) == "r:id") {
         const Relationship* const found = relationships_.withId(value);

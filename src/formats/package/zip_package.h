@@ -15,7 +15,7 @@ struct PackageLimits {
   std::uint64_t partBytes = 1ull << 30;         ///< of one part, unpacked
   std::uint64_t totalBytes = 3ull << 29;        ///< of all parts together, unpacked
   std::uint64_t unboundedRatioBytes = 4 << 20;  ///< a part below this may be packed as tightly as it likes
-  std::uint64_t ratio = 400;                    ///< largest share of unpacked to packed bytes of a larger part
+  std::uint64_t ratio = 200;                    ///< largest share of unpacked to packed bytes of a larger part
 };
 
 /// An open package. Parts are unpacked when they are asked for, so that only one of the large ones is in memory.

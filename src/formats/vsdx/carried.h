@@ -58,7 +58,8 @@ struct CarriedName {
 struct CarriedSheet : host::Extras {
   CarriedName names;
   AttributeList attributes;
-  std::string contents;                  ///< raw XML of elements that we don't know
+  std::string contents;                  ///< raw XML of elements that we don't know, before the text …
+  std::string tail;                      ///< … and behind it
   std::string deletedMembers;            ///< raw XML of the members that this instance's file says are deleted
   std::vector<int> deletedMasterShapes;  ///< their numbers in the master
   std::string text;                      ///< the Text element as written, kept where writing it anew would differ

@@ -42,6 +42,10 @@ void writeEntryAttributes(XmlWriter& writer, const CarriedPage* carry,
   }
 }
 
+bool isEmpty(const host::Sheet& sheet) {
+  return sheet.sections.empty() && !sheet.extras && !sheet.lineStyle && !sheet.fillStyle && !sheet.textStyle;
+}
+
 class DocumentWriter {
  public:
   DocumentWriter(const Store& store, const Document& document, const names::FileKind& kind)
@@ -228,15 +232,18 @@ DocumentWriter::Output DocumentWriter::documentPart() {
   writer.end();
   const host::Sheet& sheet = *store_.sheet(document_.sheet);
   const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
-  writer.start("DocumentSheet");
-  if (carry && carry->names.known) {
-    writeNames(writer, &carry->names, sheet.name, sheet.universalName);
-  } else if (!carry_) {
-    writer.attribute("NameU", "TheDoc").attribute("Name", "TheDoc");
+  const bool named = carry && carry->names.known;
+  if (named || !carry_ || !isEmpty(sheet)) {
+    writer.start("DocumentSheet");
+    if (named) {
+      writeNames(writer, &carry->names, sheet.name, sheet.universalName);
+    } else if (!carry_) {
+      writer.attribute("NameU", "TheDoc").attribute("Name", "TheDoc");
+    }
+    writeSheetAttributes(writer, store_, sheet);
+    writeSheetContents(writer, sheet);
+    writer.end();
   }
-  writeSheetAttributes(writer, store_, sheet);
-  writeSheetContents(writer, sheet);
-  writer.end();
   if (carry_) writer.raw(carry_->contents);
   output.bytes = writer.end().take();
   return output;
@@ -244,7 +251,7 @@ DocumentWriter::Output DocumentWriter::documentPart() {
 
 void DocumentWriter::writePageSheet(XmlWriter& writer, const Page& page) const {
   const host::Sheet& sheet = *store_.sheet(page.sheet);
-  if (sheet.sections.empty() && !sheet.extras && !sheet.lineStyle && !sheet.fillStyle && !sheet.textStyle) return;
+  if (isEmpty(sheet)) return;
   writer.start("PageSheet");
   writeSheetAttributes(writer, store_, sheet);
   writeSheetContents(writer, sheet);

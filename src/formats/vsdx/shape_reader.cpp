@@ -154,9 +154,11 @@ void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_
   readNames(node, sheet.name, sheet.universalName, names);
   if (needsCarrying(names)) carriedOf(sheet).names = std::move(names);
 
+  bool behindText = false;
   for (const pugi::xml_node child : node) {
     if (child.type() != pugi::node_element) continue;
     const std::string_view element = localName(child);
+    behindText = behindText || element == "Text" || element.starts_with("Data") || element == "ForeignData";
     if (element == "Shapes") {
       readShapes(state, source, id, child, membersMaster);
     } else if (element == "Text" && !sheet.text) {
@@ -165,6 +167,8 @@ void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_
       readData(sheet, element.back() - '1', child);
     } else if (element == "ForeignData" && !sheet.foreign && readForeign(state, source, sheet, child)) {
       continue;
+    } else if (behindText && element != "Cell" && element != "Section") {
+      carriedOf(sheet).tail += rawXml(child);
     } else {
       readSheetChild(state, sheet, child);
     }

@@ -258,6 +258,7 @@ void writeShape(XmlWriter& writer, PartContext& context, host::SheetId id) {
     writer.start("Data" + std::to_string(i + 1)).text(*data[i]).end();
   }
   if (shape.foreign) writeForeign(writer, context, *shape.foreign);
+  if (carry) writer.raw(carry->tail);
 
   const std::vector<int> missing = missingMembers(store, shape);
   const std::string_view deleted = carry ? std::string_view(carry->deletedMembers) : std::string_view();

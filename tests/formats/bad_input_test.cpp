@@ -1,0 +1,168 @@
+// Files that are no drawings or mean harm: one sentence, an untouched store, nothing written.
+#include <gtest/gtest.h>
+
+#include "base/text.h"
+#include "formats/drawing_files.h"
+#include "formats/formats.h"
+
+namespace quorvel::formats::testing {
+namespace {
+
+std::string replaced(std::string text, const std::string& part, const std::string& by) {
+  const std::size_t at = text.find(part);
+  EXPECT_NE(at, std::string::npos) << part;
+  return text.replace(at, part.size(), by);
+}
+
+/// Opens the bytes as a drawing; the error, after checking that it is one sentence and the store is as it was.
+std::string errorOf(const std::string& bytes, const std::string& name = "map.vsdx") {
+  TemporaryFolder folder;
+  const std::string file = folder.file(name);
+  writeFile(file, bytes);
+  host::Store store;
+  const host::OpenResult result = formatFor(file)->open(store, file);
+  EXPECT_FALSE(result.document);
+  EXPECT_TRUE(store.documents().empty());
+  EXPECT_TRUE(result.error.starts_with(file + " ")) << result.error;
+  EXPECT_TRUE(result.error.ends_with(".")) << result.error;
+  EXPECT_EQ(result.error.find('\n'), std::string::npos);
+  EXPECT_NE(result.error.find("; "), std::string::npos) << "no advice: " << result.error;
+  EXPECT_EQ(folder.count(), 1u);
+  return result.error;
+}
+
+TEST(BadInput, SaysWhatTheFileIsInstead) {
+  const std::string compound = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1" + std::string(600, '\0');
+  std::string encrypted = compound;
+  for (const char c : std::string("EncryptedPackage")) encrypted += {c, '\0'};
+  const std::string drawing = zipOf(plainParts());
+  const struct {
+    std::string bytes, name, expected;
+  } cases[] = {
+      {"", "map.vsdx", "is empty"},
+      {"Dear reader", "map.vsdx", "no zip package"},
+      {compound, "map.vsdx", "old binary format"},
+      {compound, "map.vsd", "old binary format"},
+      {encrypted, "map.vsdx", "is encrypted"},
+      {"<?xml version='1.0'?><VisioDocument/>", "map.vsdx", "older release"},
+      {"<?xml version='1.0'?><VisioDocument/>", "map.vdx", "older release"},
+      {zipOf({{"readme.txt", "hello"}}), "map.vsdx", "without a drawing"},
+      {zipOf({{"[Content_Types].xml", plainParts()["[Content_Types].xml"]}}), "map.vsdx", "without a drawing"},
+      {drawing.substr(0, drawing.size() - 1), "map.vsdx", "cut short"},
+      {drawing.substr(0, drawing.size() / 2), "map.vsdx", "cut short"},
+      {drawing.substr(0, 40), "map.vsdx", "cut short"},
+  };
+  for (const auto& one : cases)
+    EXPECT_NE(errorOf(one.bytes, one.name).find(one.expected), std::string::npos) << one.expected;
+
+  host::Store store;
+  EXPECT_NE(formatFor("nowhere.vsdx")->open(store, "nowhere.vsdx").error.find("does not exist"), std::string::npos);
+  EXPECT_NE(formatFor("a.vsdx")->open(store, std::filesystem::temp_directory_path().string()).error.find("is a folder"),
+            std::string::npos);
+}
+
+TEST(BadInput, RefusesDamagedAndHarmfulPackages) {
+  const auto changed = [](const std::string& part, const std::string& text) {
+    Parts parts = plainParts();
+    parts[part] = text;
+    return zipOf(parts);
+  };
+  Parts withoutPage = plainParts();
+  withoutPage.erase("visio/pages/page1.xml");
+  Parts outside = plainParts();
+  outside["../../outside.xml"] = "<a/>";
+  Parts entity = plainParts();
+  entity["visio/document.xml"] =
+      "<!DOCTYPE a [<!ENTITY x SYSTEM 'file:///etc/passwd'>]><VisioDocument>&x;</VisioDocument>";
+  Parts pageOutside = plainParts();
+  pageOutside["visio/pages/_rels/pages.xml.rels"] =
+      replaced(pageOutside["visio/pages/_rels/pages.xml.rels"], "page1.xml", "../../../../etc/passwd");
+  std::string deep;
+  for (int i = 0; i < 100'000; ++i) deep += "<a>";
+  for (int i = 0; i < 100'000; ++i) deep += "</a>";
+  std::string groups;
+  for (int i = 0; i < 5'000; ++i) groups += "<Shape><Shapes>";
+  for (int i = 0; i < 5'000; ++i) groups += "</Shapes></Shape>";
+  Parts tooDeep = plainParts();
+  setPage(tooDeep, "<Shapes>" + groups + "</Shapes>");
+
+  const struct {
+    std::string bytes, expected;
+  } cases[] = {
+      {zipOf(withoutPage), "page1.xml is missing"},
+      {zipOf(outside), "outside of itself"},
+      {zipOf(entity), "document type"},
+      {zipOf(pageOutside), "leads to no part"},
+      {changed("visio/document.xml", "<VisioDocument"), "not well-formed"},
+      {changed("visio/pages/page1.xml", "<PageContents>" + deep + "</PageContents>"), "too deep"},
+      {zipOf(tooDeep), "too deep"},
+      {changed("docProps/thumbnail.emf", std::string(64u << 20, '\0')), "far more than a drawing needs"},
+  };
+  for (const auto& one : cases) EXPECT_NE(errorOf(one.bytes).find(one.expected), std::string::npos) << one.expected;
+}
+
+/// Whatever single byte is wrong, the file opens or is refused; it never takes the program down.
+TEST(BadInput, SurvivesAnyFlippedByteAndAnyCut) {
+  const std::string drawing = readFile(sampleFile("connectors.vsdx"));
+  TemporaryFolder folder;
+  const std::string file = folder.file("map.vsdx");
+  for (std::size_t at = 0; at < drawing.size(); at += 311) {
+    std::string bytes = drawing;
+    bytes[at] = static_cast<char>(bytes[at] ^ 0x41);
+    writeFile(file, bytes);
+    host::Store store;
+    const host::OpenResult result = formatFor(file)->open(store, file);
+    EXPECT_NE(result.error.empty(), !result.document);
+    writeFile(file, drawing.substr(0, at));
+    EXPECT_FALSE(formatFor(file)->open(store, file).error.empty());
+  }
+}
+
+/// Links that would never come to an end are cut when the file is read, so that nobody who follows them hangs.
+TEST(BadInput, CutsRingsOfStylesMastersAndBackgrounds) {
+  Parts parts = partsWithMaster("<Shapes><Shape ID='1' Type='Shape' Master='2'/></Shapes>");
+  parts["visio/document.xml"] =
+      replaced(parts["visio/document.xml"], "<StyleSheet ID='0' NameU='No Style' Name='No Style'/>",
+               "<StyleSheet ID='0' Name='a' LineStyle='1'/><StyleSheet ID='1' Name='b' LineStyle='0' FillStyle='1'/>");
+  parts["visio/pages/pages.xml"] =
+      replaced(parts["visio/pages/pages.xml"], "<Page ID='0'", "<Page ID='0' BackPage='0' Background='1'");
+  setPage(parts, "<Shapes><Shape ID='1' Master='2'/><Shape ID='1'/><Shape ID='-4'/><Shape ID='4294967295'/></Shapes>");
+  TemporaryFolder folder;
+  const std::string file = folder.file("map.vsdx");
+  writeFile(file, zipOf(parts));
+  host::Store store;
+  const host::OpenResult result = formatFor(file)->open(store, file);
+  ASSERT_TRUE(result.document) << result.error;
+  const host::Document& document = *store.document(result.document);
+  const auto follow = [&](host::SheetId at, host::SheetId host::Sheet::*link) {
+    int steps = 0;
+    for (; at && steps < 10; at = store.sheet(at)->*link) ++steps;
+    return steps;
+  };
+  for (const host::SheetId style : document.styles) {
+    EXPECT_LT(follow(style, &host::Sheet::lineStyle), 10);
+    EXPECT_LT(follow(style, &host::Sheet::fillStyle), 10);
+  }
+  const host::Page& page = *store.page(document.pages.front());
+  EXPECT_FALSE(page.backPage);
+  ASSERT_EQ(page.shapes.size(), 4u);
+  EXPECT_LT(follow(page.shapes.front(), &host::Sheet::prototype), 10);
+  EXPECT_EQ(page.byShapeId.size(), 4u) << "shapes of one number get numbers of their own";
+}
+
+TEST(BadInput, BoundsAreThoseOfTheLimits) {
+  TemporaryFolder folder;
+  const std::string file = folder.file("map.vsdx");
+  writeFile(file, zipOf(plainParts()));
+  for (const PackageLimits& limits :
+       {PackageLimits{.entries = 3}, PackageLimits{.partBytes = 100}, PackageLimits{.totalBytes = 1000},
+        PackageLimits{.unboundedRatioBytes = 10, .ratio = 1}}) {
+    ZipPackage package;
+    EXPECT_FALSE(package.open(file, limits).empty());
+  }
+  ZipPackage package;
+  EXPECT_EQ(package.open(file), "");
+}
+
+}  // namespace
+}  // namespace quorvel::formats::testing
