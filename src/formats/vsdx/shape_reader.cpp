@@ -5,6 +5,7 @@
 #include "formats/package/part_name.h"
 #include "formats/package/xml_splitting.h"
 #include "formats/vsdx/connect_text.h"
+#include "formats/vsdx/repeated_text.h"
 #include "formats/vsdx/sheet_reader.h"
 
 namespace quorvel::formats {
@@ -312,8 +313,9 @@ void linkToMasters(ReadState& state) {
       carriedOf(sheet).attributes.emplace_back("MasterShape", std::to_string(link.masterShape));
   }
   for (const PendingLink& link : state.pending) {
-    const host::Sheet& sheet = *store.sheet(link.sheet);
+    host::Sheet& sheet = *store.sheet(link.sheet);
     if (sheet.master && sheet.prototype && link.masterShape < 0) addUnmentionedMembers(state, link.sheet);
+    inheritRepeatedText(store, sheet);
   }
   state.pending.clear();
 }

@@ -5,7 +5,10 @@
 #include "formats/package/part_name.h"
 #include "formats/vsdx/cell_text.h"
 #include "formats/vsdx/names.h"
+#include "formats/vsdx/repeated_text.h"
 #include "formats/vsdx/row_types.h"
+#include "host/sheet/inheritance.h"
+#include "host/text/text.h"
 
 namespace quorvel::formats {
 namespace {
@@ -78,14 +81,17 @@ void writeSection(XmlWriter& writer, const Section& section) {
   writer.end();
 }
 
-void writeText(XmlWriter& writer, const host::Sheet& sheet, const CarriedSheet* carry) {
-  if (!sheet.text) return;
-  if (carry && !carry->text.empty() && carry->textRead == sheet.text) {
+void writeText(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet, const CarriedSheet* carry) {
+  const host::TextBody* const body = sheet.text                       ? sheet.text.get()
+                                     : showsOtherFields(store, sheet) ? host::textOf(store, sheet.id)
+                                                                      : nullptr;
+  if (!body) return;
+  if (sheet.text && carry && !carry->text.empty() && carry->textRead == sheet.text) {
     writer.raw(carry->text);
     return;
   }
   writer.start("Text");
-  for (const host::TextPiece& piece : *sheet.text) {
+  for (const host::TextPiece& piece : *body) {
     switch (piece.kind) {
       case host::TextPiece::Characters:
         writer.text(piece.text);
@@ -100,7 +106,10 @@ void writeText(XmlWriter& writer, const host::Sheet& sheet, const CarriedSheet* 
         writer.start("tp").attribute("IX", piece.index).end();
         break;
       case host::TextPiece::Field:
-        writer.start("fld").attribute("IX", piece.index).text(piece.text).end();
+        // What a field showed in the file it came from stands until the field changes.
+        writer.start("fld").attribute("IX", piece.index);
+        writer.text(sheet.text && !piece.text.empty() ? piece.text : host::fieldText(store, sheet.id, piece.index))
+            .end();
         break;
     }
   }
@@ -251,7 +260,7 @@ void writeShape(XmlWriter& writer, PartContext& context, host::SheetId id) {
   writeSheetAttributes(writer, store, shape);
   writeSheetContents(writer, shape);
 
-  writeText(writer, shape, carry);
+  writeText(writer, store, shape, carry);
   const std::string* const data[] = {&shape.data1, &shape.data2, &shape.data3};
   for (int i = 0; i < 3; ++i) {
     if (data[i]->empty() && !(carry && (carry->emptyData >> i & 1))) continue;
