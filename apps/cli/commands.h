@@ -1,0 +1,33 @@
+// The subcommands, each in the source named for it. They give the exit code and write to standard output and error.
+#pragma once
+
+#include <string>
+
+namespace quorvel::cli {
+
+struct NewOptions {
+  std::string map;
+  bool force = false;  ///< replaces a file that is there
+};
+int runNew(const NewOptions& options);
+
+struct InfoOptions {
+  std::string file;
+  bool json = false;
+};
+int runInfo(const InfoOptions& options);
+
+struct ExportOptions {
+  std::string file;
+  std::string output;
+  std::string page;  ///< empty: all foreground pages
+};
+int runExport(const ExportOptions& options);
+
+struct SampleOptions {
+  std::string map;
+  bool force = false;
+};
+int runSample(const SampleOptions& options);
+
+}  // namespace quorvel::cli

@@ -1,0 +1,13 @@
+// The themes that a drawing's file brings.
+#pragma once
+
+#include <vector>
+
+#include "host/sheet/store.h"
+#include "render/scene/theme.h"
+
+namespace quorvel::cli {
+
+std::vector<render::Theme> themesOf(const host::Document& document);
+
+}  // namespace quorvel::cli

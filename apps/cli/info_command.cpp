@@ -1,0 +1,19 @@
+// `quorvel info`: what a drawing holds.
+#include <iostream>
+
+#include "cli/commands.h"
+#include "cli/exit_codes.h"
+#include "cli/info_text.h"
+#include "cli/open_drawing.h"
+
+namespace quorvel::cli {
+
+int runInfo(const InfoOptions& options) {
+  const OpenedDrawing drawing = openDrawing(options.file);
+  if (!drawing.error.empty()) return fail(drawing.error);
+  const report::MapSummary summary = report::summarize(drawing.store(), drawing.document);
+  std::cout << (options.json ? infoJson(summary, options.file) : infoText(summary, options.file));
+  return exitDone;
+}
+
+}  // namespace quorvel::cli

@@ -1,0 +1,95 @@
+#include "cli/info_text.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "cli/duration_text.h"
+#include "cli/text_table.h"
+
+namespace quorvel::cli {
+namespace {
+
+using report::PageSummary;
+
+std::string counted(std::size_t count, const std::string& noun) {
+  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+void appendCount(std::string& line, std::size_t count, const std::string& noun) {
+  if (count > 0) line += (line.empty() ? "" : ", ") + counted(count, noun);
+}
+
+std::string joined(const std::vector<std::string>& pieces) {
+  std::string text;
+  for (const std::string& piece : pieces) text += (text.empty() ? "" : ", ") + piece;
+  return text;
+}
+
+/// An end of a link that is glued to nothing.
+std::string endOf(const std::string& name) { return name.empty() ? "(loose)" : name; }
+
+std::string addressOf(const report::HyperlinkSummary& link) {
+  return link.address + (link.address.empty() || link.subAddress.empty() ? "" : "#") + link.subAddress;
+}
+
+std::string taskTable(const PageSummary& page) {
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& task : page.tasks) {
+    rows.push_back({task.id, task.description, task.responsibleRole, joined(task.supportingRoles),
+                    durationText(task.completionTime), task.frequency, task.linkedTask});
+  }
+  return tableText(
+      {{"Task"}, {"Description", 36}, {"Responsible"}, {"Supporting", 28}, {"Time"}, {"Frequency", 16}, {"Opens"}},
+      rows, 2);
+}
+
+std::string linkTable(const PageSummary& page) {
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& link : page.links)
+    rows.push_back({endOf(link.from), endOf(link.to), link.description, durationText(link.time)});
+  return tableText({{"From"}, {"To"}, {"Task Link", 48}, {"Time"}}, rows, 2);
+}
+
+std::string connectorTable(const PageSummary& page) {
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& connector : page.connectors)
+    rows.push_back({connector.shownId, connector.target.empty() ? "(nowhere)" : connector.target});
+  return tableText({{"Connector"}, {"Goes on at", 80}}, rows, 2);
+}
+
+std::string hyperlinkTable(const PageSummary& page) {
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& link : page.hyperlinks) rows.push_back({link.on, addressOf(link), link.description});
+  return tableText({{"Hyperlink on"}, {"Leads to", 48}, {"Description", 44}}, rows, 2);
+}
+
+std::string pageText(const PageSummary& page) {
+  std::string counts;
+  appendCount(counts, page.tasks.size(), "Task");
+  appendCount(counts, page.links.size(), "Task Link");
+  appendCount(counts, page.connectors.size(), "Process Connector");
+  if (counts.empty()) counts = counted(std::size_t(page.shapeCount), "shape");
+  std::string text = "\n" + page.name + (page.background ? " (background)" : "") + ": " + counts + "\n";
+  for (const std::string& table : {taskTable(page), linkTable(page), connectorTable(page), hyperlinkTable(page)})
+    if (!table.empty()) text += "\n" + table;
+  return text;
+}
+
+}  // namespace
+
+std::string infoText(const report::MapSummary& summary, const std::string& file) {
+  std::string text = file + "\n";
+  if (!summary.title.empty()) text += "  Title     " + summary.title + "\n";
+  text += std::string("  Kind      ") + (summary.isProcessMap ? "process map" : "drawing") + ", " +
+          counted(summary.pages.size(), "page") + "\n";
+  if (!summary.templateName.empty()) text += "  Based on  " + summary.templateName + "\n";
+  if (!summary.masters.empty()) {
+    std::vector<std::vector<std::string>> rows{{"Masters ", joined(summary.masters)}};
+    const std::string masters = tableText({{""}, {"", 100}}, rows, 2);
+    text += masters.substr(masters.find('\n') + 1);
+  }
+  for (const PageSummary& page : summary.pages) text += pageText(page);
+  return text;
+}
+
+}  // namespace quorvel::cli

@@ -1,0 +1,61 @@
+// The command `quorvel`: reads the command line and hands over to a subcommand.
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <iostream>
+
+#include "cli/commands.h"
+#include "cli/exit_codes.h"
+
+namespace {
+
+constexpr const char* exportHelp =
+    R"(Without --page all foreground pages are drawn: the first one to OUT.svg, the others
+beside it, each with its number and name behind OUT ("OUT-2 Credit check.svg").
+A stencil is drawn as one sheet of its masters. Prints the name of each file written.)";
+
+constexpr const char* footer = R"(A drawing is a .vsdx, .vssx or .vstx file.
+Exit code: 0 done, 2 the command line was not understood, 3 a file could not be read or written.)";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace quorvel::cli;
+  CLI::App program{"Makes, reads and draws process maps.", "quorvel"};
+  program.set_version_flag("--version", "quorvel " QUORVEL_VERSION);
+  program.footer(footer);
+  program.require_subcommand(1);
+  std::function<int()> run;
+
+  NewOptions forNew;
+  CLI::App* command = program.add_subcommand("new", "Make a new process map from the template.");
+  command->add_option("MAP", forNew.map, "The file to make, such as orders.vsdx")->required();
+  command->add_flag("--force", forNew.force, "Replace the file if it exists");
+  command->callback([&] { run = [&] { return runNew(forNew); }; });
+
+  InfoOptions forInfo;
+  command = program.add_subcommand("info", "Say what a drawing holds: pages, Tasks, links, connectors, hyperlinks.");
+  command->add_option("FILE", forInfo.file, "The drawing")->required();
+  command->add_flag("--json", forInfo.json, "For programs");
+  command->callback([&] { run = [&] { return runInfo(forInfo); }; });
+
+  ExportOptions forExport;
+  command = program.add_subcommand("export", "Draw a drawing's pages as SVG.");
+  command->footer(exportHelp);
+  command->add_option("FILE", forExport.file, "The drawing")->required();
+  command->add_option("-o,--output", forExport.output, "The file to write, OUT.svg")->required();
+  command->add_option("--page", forExport.page, "Only the page of this name");
+  command->callback([&] { run = [&] { return runExport(forExport); }; });
+
+  SampleOptions forSample;
+  command = program.add_subcommand("sample", "Make the sample map \"Order handling\".");
+  command->add_option("MAP", forSample.map, "The file to make")->required();
+  command->add_flag("--force", forSample.force, "Replace the file if it exists");
+  command->callback([&] { run = [&] { return runSample(forSample); }; });
+
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return program.exit(error) == 0 ? exitDone : exitUsage;
+  }
+  return run();
+}

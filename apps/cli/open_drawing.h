@@ -1,0 +1,31 @@
+// Opening a drawing only to look at it: the add-in is not told, so that nothing in it changes.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "session/session.h"
+
+namespace quorvel::cli {
+
+struct OpenedDrawing {
+  std::unique_ptr<Session> session;
+  host::DocumentId document;
+  std::string error;  ///< empty, or one sentence; then there is no document
+
+  const host::Store& store() const { return session->engine().store; }
+};
+
+OpenedDrawing openDrawing(const std::string& file);
+
+/// A new map from the template, as a user makes one: the add-in prepares it. The handle is null on an error.
+Document newMap(Session& session, std::string& error);
+/// Saves the map. Empty, or one sentence.
+std::string saveMap(Session& session, const Document& map, const std::string& file);
+/// Empty when `file` may be written, else one sentence.
+std::string refuseToOverwrite(const std::string& file, bool force);
+
+/// Prints the sentence on standard error.
+int fail(const std::string& sentence);
+
+}  // namespace quorvel::cli

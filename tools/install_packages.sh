@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Installs what is missing to build and test, or the packages that are named; says and does nothing when all are there.
+set -euo pipefail
+
+packages=("$@")
+if [[ ${#packages[@]} -eq 0 ]]; then
+  packages=(
+    cmake ninja-build g++ ccache pkg-config
+    libpugixml-dev libzip-dev libcairo2-dev libpango1.0-dev
+    libcli11-dev nlohmann-json3-dev
+    libgtest-dev libbenchmark-dev
+    fonts-liberation fonts-dejavu-core fontconfig
+  )
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+  if [[ $(dpkg-query -W -f '${Status}' "$package" 2>/dev/null) != "install ok installed" ]]; then
+    missing+=("$package")
+  fi
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+echo "Installing ${missing[*]}"
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then as_root=(sudo); fi
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
