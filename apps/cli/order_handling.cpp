@@ -6,7 +6,7 @@ namespace {
 
 // Where the pins stand on a letter page across, in inches. Under each Task there is room for its details, and the
 // drawings end above the logo and the legend. A branch stands further right than what it leaves, so that its bend
-// passes beside the text of the straight link.
+// passes beside the text of the straight link; its link is dropped first, so that this text lies over it.
 constexpr double first = 1.4, second = 4.1, third = 6.8, fourth = 9.5, branchThird = 7.55, branchFourth = 9.75;
 constexpr double upper = 6.35, lower = 3.55;
 
@@ -82,8 +82,8 @@ SamplePage orderPage() {
       .links =
           {
               {"OH01", "OH02", "Order"},
-              {"OH02", "OH03", "Approved"},
               {"OH02", "OH04", "Refused"},
+              {"OH02", "OH03", "Approved"},
               {"OH03", ">SH01", "Confirmed order"},
               {"OH04", "OH05", "Refusal"},
               {"OH06", "OH07", "Invoice"},
@@ -135,8 +135,8 @@ SamplePage creditPage() {
       .links =
           {
               {"CR01", "CR02", "Balance"},
-              {"CR02", "CR03", "Below limit"},
               {"CR02", "CR04", "Above limit"},
+              {"CR02", "CR03", "Below limit"},
               {"CR03", ">OH03", "Released"},
               {"CR04", ">approved", "Approved"},
               {"CR04", ">OH04", "Refused"},
@@ -193,8 +193,8 @@ SamplePage shippingPage() {
       .links =
           {
               {"SH01", "SH02", "Goods"},
-              {"SH02", "SH03", "Complete"},
               {"SH02", "SH04", "Goods missing"},
+              {"SH02", "SH03", "Complete"},
               {"SH03", ">OH06", "Delivery note"},
               {"SH04", "SH05", "Delay"},
           },
