@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "render/scene/metafile.h"
+
 namespace quorvel::render {
 namespace {
 
@@ -37,7 +39,7 @@ std::string withBitmapHeader(const std::string& bytes) {
 Picture pictureOf(const host::ForeignData& foreign) {
   const std::string& bytes = foreign.bytes;
   const auto startsWith = [&](std::string_view magic) { return bytes.compare(0, magic.size(), magic) == 0; };
-  const auto given = [&](const char* type) { return Picture{type, std::make_shared<std::string>(bytes)}; };
+  const auto given = [&](const char* type) { return Picture{type, std::make_shared<std::string>(bytes), {}}; };
   // The content tells more reliably than what the file says about it.
   if (startsWith("\x89PNG")) return given("image/png");
   if (startsWith("\xFF\xD8\xFF")) return given("image/jpeg");
@@ -46,8 +48,8 @@ Picture pictureOf(const host::ForeignData& foreign) {
   if (startsWith(std::string_view("II*\0", 4)) || startsWith(std::string_view("MM\0*", 4))) return given("image/tiff");
   if (foreign.type == "Bitmap" || foreign.compression == "DIB")
     if (std::string file = withBitmapHeader(bytes); !file.empty())
-      return {"image/bmp", std::make_shared<std::string>(std::move(file))};
-  return {};
+      return {"image/bmp", std::make_shared<std::string>(std::move(file)), {}};
+  return {{}, nullptr, metafilePaths(bytes)};
 }
 
 }  // namespace quorvel::render

@@ -152,7 +152,7 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
   const auto [known, isNew] = pictures_.try_emplace(foreign);
   if (isNew) known->second = pictureOf(*foreign);
   const Picture& picture = known->second;
-  if (!picture.bytes) {
+  if (!picture.bytes && picture.paths.empty()) {
     // A picture that we cannot show still takes its place.
     PathItem box{cornersOf(toPage, 0, 0, frame.width, frame.height), Colour{0xF2F2F2, 1}, {}};
     box.stroke = {true, {0xA0A0A0, 1}, 0.5, LineCap::Butt, {}};
@@ -163,11 +163,21 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
   double width = cells.heldNumber(keys.ImgWidth, frame.width), height = cells.heldNumber(keys.ImgHeight, frame.height);
   if (width <= 0) width = frame.width;
   if (height <= 0) height = frame.height;
+  // The unit square's top edge is the picture's upper one.
+  const Matrix place = toPage * Matrix{width, 0, 0, -height, x, y + height};
+  if (!picture.bytes) {
+    for (const PathItem& path : picture.paths) {
+      PathItem item = path;
+      item.path.transform(place);
+      if (item.stroke.visible) item.stroke.width = std::max(item.stroke.width * place.scale(), 0.24);
+      scene_.items.emplace_back(std::move(item));
+    }
+    return;
+  }
   ImageItem item;
   item.mediaType = picture.mediaType;
   item.bytes = picture.bytes;
-  // The unit square's top edge is the picture's upper one.
-  item.transform = toPage * Matrix{width, 0, 0, -height, x, y + height};
+  item.transform = place;
   const double slack = 1e-3 * std::max(frame.width, frame.height);
   const bool inside =
       x >= -slack && y >= -slack && x + width <= frame.width + slack && y + height <= frame.height + slack;

@@ -271,7 +271,7 @@ class Writer {
   void add(const TextItem& item) {
     const TextLayout& layout = *item.layout;
     if (item.background.opacity > 0) {
-      out_ += "<path d=\"";
+      out_ += "<path class=\"paper\" d=\"";
       Path box;
       for (const TextLine& line : layout.lines)
         if (!line.runs.empty()) box.addRectangle(line.left, line.top, line.left + line.width, line.top + line.height);

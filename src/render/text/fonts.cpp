@@ -9,6 +9,13 @@
 
 #include "base/text.h"
 
+#ifdef __SANITIZE_ADDRESS__
+// The font configuration library keeps what it read until the process ends, and the leak checker cannot see who holds
+// it.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
+#endif
+
 namespace quorvel::render {
 namespace {
 

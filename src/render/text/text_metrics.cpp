@@ -10,7 +10,7 @@ namespace quorvel::render {
 
 namespace {
 
-constexpr double lineSpacing = 1.2;         ///< line height for one unit of character size
+constexpr double lineSpacing = 1.2;          ///< line height for one unit of character size
 constexpr double defaultSize = 12.0 / 72.0;  ///< inches
 
 }  // namespace
