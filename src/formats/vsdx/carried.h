@@ -1,5 +1,6 @@
 // What a drawing's file keeps that the engine's data has no place for, carried beside the objects so that a save gives
-// it back. Everything here is optional: an object made by the engine has none of it.
+// it back. Everything here is optional: an object made by the engine has none of it. Members that begin with `older`
+// are XML in the vocabulary of the single-file format of older releases; only that format writes them back.
 #pragma once
 
 #include <map>
@@ -27,12 +28,15 @@ struct CarriedCell {
   bool formulaIsBroken = false;
   AttributeList attributes;  ///< that we don't know
   std::string contents;      ///< raw XML
+  std::string older;         ///< the whole element; also for one that only says "inherited" and stands for no cell
 };
 
 struct CarriedRow : host::Extras {
   AttributeList attributes;
   std::vector<CarriedCell> cells;
   std::string contents;  ///< raw XML of children that are no cells, and of cells that could not be taken in
+  AttributeList olderAttributes;
+  std::string olderContents;
 
   const CarriedCell* find(host::Column column) const {
     for (const CarriedCell& cell : cells) {
@@ -45,6 +49,7 @@ struct CarriedRow : host::Extras {
 struct CarriedSection : host::Extras {
   AttributeList attributes;
   std::string contents;
+  std::string olderContents;
 };
 
 /// A name that the file left to its default is not written back as long as nobody changed it.
@@ -66,6 +71,7 @@ struct CarriedSheet : host::Extras {
   std::shared_ptr<const host::TextBody> textRead;  ///< what it was read as
   unsigned emptyData = 0;                          ///< bit n: the element Data<n+1> stands there empty
   bool lacksType = false;                          ///< the Type is the master's
+  std::string olderContents;
 };
 
 struct CarriedForeign : host::Extras {
@@ -74,6 +80,7 @@ struct CarriedForeign : host::Extras {
   std::string part;  ///< the part that held the bytes
   std::string relationshipType;
   std::string contentType;
+  bool olderLacksHeader = false;  ///< the older file held the bitmap without the header that bitmap files begin with
 };
 
 /// A part that nobody here understands.
@@ -104,6 +111,7 @@ struct CarriedPage : host::Extras {
   std::string contentsTail;                     ///< raw XML behind shapes and connects
   std::map<std::string, std::string> connects;  ///< our writing of a connect to the file's, where they differ
   std::string deletedShapes;
+  std::string olderContents;
 };
 
 struct CarriedDocument : host::Extras {
@@ -115,10 +123,13 @@ struct CarriedDocument : host::Extras {
   std::string contents;  ///< elements of the document part that we don't know
   std::string mastersTail, pagesTail;
   std::string core, application, custom;  ///< the property parts
+  AttributeList olderAttributes;
+  std::map<std::string, std::string> olderElements;  ///< by name; under "" those of other namespaces
 };
 
 struct CarriedFont : host::Extras {
   AttributeList attributes;
+  int olderNumber = -1;  ///< what cells of an older file call it
 };
 
 template <class T>

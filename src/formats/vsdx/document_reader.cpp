@@ -1,9 +1,9 @@
 #include "formats/vsdx/document_reader.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "formats/package/part_name.h"
+#include "formats/vsdx/document_elements.h"
 #include "formats/vsdx/names.h"
 #include "formats/vsdx/properties.h"
 #include "formats/vsdx/shape_reader.h"
@@ -75,14 +75,10 @@ class DocumentReader {
   std::string openPackage();
   std::string readProperties();
   std::string readDocumentPart();
-  void readSettings(pugi::xml_node node);
-  void readColours(pugi::xml_node node);
-  void readStyles(pugi::xml_node node);
   std::string readMasters();
   std::string readPages();
   std::string readPagePart(PageId page, pugi::xml_node entry, const Relationships& list, std::string_view listPart,
                            CarriedPage& carry);
-  void resolveBackPages(const std::vector<std::pair<PageId, int>>& wanted);
   std::string keepOtherParts();
 
   ReadState state_;
@@ -139,80 +135,19 @@ std::string DocumentReader::readProperties() {
   return {};
 }
 
-void DocumentReader::readSettings(pugi::xml_node node) {
-  carried_->settings = rawXml(node);
-  static constexpr std::pair<std::string_view, int> protections[] = {
-      {"ProtectStyles", 1}, {"ProtectShapes", 2}, {"ProtectMasters", 4}, {"ProtectBkgnds", 8}};
-  for (const auto& [name, bit] : protections) {
-    if (truth(innerText(childNamed(node, name)))) document().protection |= bit;
-  }
-}
-
-void DocumentReader::readColours(pugi::xml_node node) {
-  for (const pugi::xml_node entry : node) {
-    const std::string_view text = entry.attribute("RGB").value();
-    const int index = wholeNumber(entry.attribute("IX").value(), -1);
-    std::uint32_t rgb = 0;
-    if (index < 0 || text.size() != 7 || text.front() != '#') continue;
-    if (std::from_chars(text.data() + 1, text.data() + 7, rgb, 16).ptr == text.data() + 7)
-      document().colours[index] = rgb;
-  }
-  carried_->colours = rawXml(node);
-  carried_->coloursRead = document().colours;
-}
-
-void DocumentReader::readStyles(pugi::xml_node node) {
-  std::vector<std::pair<SheetId, pugi::xml_node>> made;
-  for (const pugi::xml_node entry : node) {
-    const int number = wholeNumber(entry.attribute("ID").value(), -1);
-    if (localName(entry) != "StyleSheet" || number < 0 || number > largestFileNumber || state_.styles.contains(number))
-      continue;
-    const SheetId id = state_.store.addStyle(state_.document, number, {});
-    host::Sheet& style = *state_.store.sheet(id);
-    style.sections.clear();
-    CarriedName names;
-    readNames(entry, style.name, style.universalName, names);
-    carriedOf(style).names = std::move(names);
-    state_.styles.emplace(number, id);
-    made.emplace_back(id, entry);
-  }
-  // The engine's own first style stays in front unless the file brings one of that number at another place.
-  std::vector<SheetId>& order = document().styles;
-  std::erase_if(
-      order, [&](SheetId id) { return std::ranges::find(made, id, &decltype(made)::value_type::first) != made.end(); });
-  for (const auto& [id, entry] : made) order.push_back(id);
-  for (const auto& [id, entry] : made) readPlainSheet(state_, *state_.store.sheet(id), entry);
-
-  // Inheritance follows these links to their end, so a file must not close them to a ring.
-  for (const auto link : {&host::Sheet::lineStyle, &host::Sheet::fillStyle, &host::Sheet::textStyle}) {
-    for (const auto& [id, entry] : made) {
-      std::size_t steps = 0;
-      for (SheetId at = id; at && steps <= made.size(); at = state_.store.sheet(at)->*link) ++steps;
-      if (steps > made.size()) state_.store.sheet(id)->*link = {};
-    }
-  }
-}
-
 std::string DocumentReader::readDocumentPart() {
   ParsedPart part;
   if (std::string wrong = load(package().documentPart, part); !wrong.empty()) return wrong;
   if (localName(part.root()) != "VisioDocument") return damagedPart(package().documentPart, "the drawing is missing");
   keepAttributes(part.root(), carried_->documentAttributes);
-  if (const pugi::xml_node styles = childNamed(part.root(), "StyleSheets")) readStyles(styles);
+  if (const pugi::xml_node styles = childNamed(part.root(), "StyleSheets")) readStyles(state_, styles, readPlainSheet);
   for (const pugi::xml_node child : part.root()) {
     if (child.type() != pugi::node_element) continue;
     const std::string_view name = localName(child);
     if (name == "DocumentSettings") {
-      readSettings(child);
-      for (const auto& [attribute, style] : {std::pair("DefaultLineStyle", &host::Document::defaultLineStyle),
-                                             std::pair("DefaultFillStyle", &host::Document::defaultFillStyle),
-                                             std::pair("DefaultTextStyle", &host::Document::defaultTextStyle),
-                                             std::pair("DefaultGuideStyle", &host::Document::defaultGuideStyle)}) {
-        const auto found = state_.styles.find(wholeNumber(child.attribute(attribute).value(), -1));
-        if (found != state_.styles.end()) document().*style = found->second;
-      }
+      readSettings(state_, *carried_, child);
     } else if (name == "Colors") {
-      readColours(child);
+      readColours(state_, *carried_, child);
     } else if (name == "FaceNames") {
       for (const pugi::xml_node face : child) {
         if (localName(face) != "FaceName") continue;
@@ -346,19 +281,8 @@ std::string DocumentReader::readPages() {
     page.extras = std::move(carry);
     linkToMasters(state_);
   }
-  resolveBackPages(backPages);
+  resolveBackPages(state_, backPages);
   return {};
-}
-
-void DocumentReader::resolveBackPages(const std::vector<std::pair<PageId, int>>& wanted) {
-  for (const auto& [id, number] : wanted) {
-    for (const PageId candidate : document().pages) {
-      if (state_.store.page(candidate)->fileId != number) continue;
-      bool ring = false;
-      for (PageId at = candidate; at && !ring; at = state_.store.page(at)->backPage) ring = at == id;
-      if (!ring) state_.store.page(id)->backPage = candidate;
-    }
-  }
 }
 
 std::string DocumentReader::keepOtherParts() {

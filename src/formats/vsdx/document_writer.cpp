@@ -5,6 +5,7 @@
 #include "formats/package/part_name.h"
 #include "formats/package/xml_reading.h"
 #include "formats/vsdx/connect_text.h"
+#include "formats/vsdx/document_elements.h"
 #include "formats/vsdx/properties.h"
 #include "formats/vsdx/sheet_writer.h"
 
@@ -23,23 +24,6 @@ constexpr std::string_view signatureTypes = "application/vnd.openxmlformats-pack
 bool mayBeKept(const CarriedPart& part, const names::FileKind& kind) {
   if (part.contentType.starts_with(signatureTypes)) return false;
   return kind.holdsMacros || !part.contentType.starts_with(macroType);
-}
-
-/// Attributes as they were read, but with what the engine says now; what the file left to its default stays out of it.
-void writeEntryAttributes(XmlWriter& writer, const CarriedPage* carry,
-                          std::initializer_list<std::pair<std::string_view, std::string_view>> current) {
-  static const AttributeList none;
-  const AttributeList& before = carry ? carry->attributes : none;
-  for (const auto& [name, value] : current) {
-    const auto found = std::ranges::find(before, name, &AttributeList::value_type::first);
-    if (found == before.end() && !value.empty() && value != "0") writer.attribute(name, value);
-  }
-  for (const auto& [name, value] : before) {
-    const auto now = std::ranges::find(current, name, &std::pair<std::string_view, std::string_view>::first);
-    const bool same = now == current.end() || now->second == value || (now->second == "1" && value == "true") ||
-                      (now->second == "0" && value == "false");
-    writer.attribute(name, same ? std::string_view(value) : now->second);
-  }
 }
 
 bool isEmpty(const host::Sheet& sheet) {
@@ -67,8 +51,6 @@ class DocumentWriter {
   const CarriedPage* carriedPage(const host::ExtrasPtr& extras) const;
 
   Output documentPart();
-  std::string settingsXml() const;
-  void writeColours(XmlWriter& writer) const;
   Output mastersPart();
   Output pagesPart();
   Output contentsPart(const Page& page, const CarriedPage* carry, const std::string& name, bool isMaster);
@@ -151,64 +133,12 @@ void DocumentWriter::startRoot(XmlWriter& writer, std::string_view element, cons
   }
 }
 
-std::string DocumentWriter::settingsXml() const {
-  std::string xml = carry_ ? carry_->settings : std::string();
-  if (xml.empty()) {
-    xml =
-        "<DocumentSettings TopPage=\"0\" DefaultTextStyle=\"0\" DefaultLineStyle=\"0\" DefaultFillStyle=\"0\" "
-        "DefaultGuideStyle=\"0\"><GlueSettings>9</GlueSettings><SnapSettings>295</SnapSettings>"
-        "<SnapExtensions>34</SnapExtensions><SnapAngles/><DynamicGridEnabled>1</DynamicGridEnabled>"
-        "<ProtectStyles>0</ProtectStyles><ProtectShapes>0</ProtectShapes><ProtectMasters>0</ProtectMasters>"
-        "<ProtectBkgnds>0</ProtectBkgnds></DocumentSettings>";
-  }
-  pugi::xml_document parsed;
-  if (!parseXml(parsed, xml).empty()) return {};
-  pugi::xml_node root = parsed.document_element();
-  for (const auto& [name, style] : {std::pair("DefaultTextStyle", document_.defaultTextStyle),
-                                    std::pair("DefaultLineStyle", document_.defaultLineStyle),
-                                    std::pair("DefaultFillStyle", document_.defaultFillStyle),
-                                    std::pair("DefaultGuideStyle", document_.defaultGuideStyle)}) {
-    const host::Sheet* const sheet = store_.sheet(style);
-    if (!sheet) continue;
-    pugi::xml_attribute attribute = root.attribute(name);
-    // An attribute that the file left out says style 0.
-    if (attribute ? wholeNumber(attribute.value(), -1) != sheet->shapeId : sheet->shapeId != 0) {
-      if (!attribute) attribute = root.append_attribute(name);
-      attribute = sheet->shapeId;
-    }
-  }
-  for (const auto& [name, bit] : {std::pair("ProtectStyles", 1), std::pair("ProtectShapes", 2),
-                                  std::pair("ProtectMasters", 4), std::pair("ProtectBkgnds", 8)}) {
-    pugi::xml_node element = childNamed(root, name);
-    const bool wanted = (document_.protection & bit) != 0;
-    if (truth(innerText(element)) == wanted) continue;
-    if (!element) element = root.append_child(name);
-    element.text().set(wanted ? 1 : 0);
-  }
-  return rawXml(root);
-}
-
-void DocumentWriter::writeColours(XmlWriter& writer) const {
-  if (carry_ && carry_->coloursRead == document_.colours) {
-    writer.raw(carry_->colours);
-    return;
-  }
-  if (document_.colours.empty()) return;
-  writer.start("Colors");
-  for (const auto& [index, rgb] : document_.colours) {
-    char text[16];
-    std::snprintf(text, sizeof text, "#%06X", static_cast<unsigned>(rgb) & 0xFFFFFFu);
-    writer.start("ColorEntry").attribute("IX", index).attribute("RGB", text).end();
-  }
-  writer.end();
-}
-
 DocumentWriter::Output DocumentWriter::documentPart() {
   Output output{documentPart_, std::string(kind_.contentType), {}, package_ ? package_->document : Relationships()};
   XmlWriter writer;
   startRoot(writer, "VisioDocument", carry_ ? &carry_->documentAttributes : nullptr);
-  writer.raw(settingsXml());
-  writeColours(writer);
+  writer.raw(settingsXml(store_, document_));
+  writeColours(writer, document_);
   if (!document_.fonts.empty()) {
     writer.start("FaceNames");
     for (const host::FontFace& font : document_.fonts) {
@@ -271,15 +201,7 @@ DocumentWriter::Output DocumentWriter::contentsPart(const Page& page, const Carr
     if (carry) writer.raw(carry->deletedShapes);
     writer.end();
   }
-  if (!page.connects.empty()) {
-    writer.start("Connects");
-    for (const host::Connect& connect : page.connects) {
-      const std::string text = connectText(connect);
-      const auto asRead = carry ? carry->connects.find(text) : std::map<std::string, std::string>::const_iterator();
-      writer.raw(carry && asRead != carry->connects.end() ? asRead->second : text);
-    }
-    writer.end();
-  }
+  writeConnects(writer, page, carry);
   if (carry) writer.raw(carry->contentsTail);
   output.bytes = writer.end().take();
   for (const host::MasterId master : document_.masters) {

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <memory>
+#include <pugixml.hpp>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -42,11 +43,22 @@ struct ReadState {
   std::map<std::string, std::shared_ptr<const host::ForeignData>> pictures;
 };
 
-/// The part in which the shape at hand stands.
+struct ShapeSource;
+
+/// How a format says what shapes hold; their nesting, text and links to masters are said the same way in both.
+struct ShapeVocabulary {
+  /// Takes a child of the sheet that is neither text nor data nor members. `behindText`: one of those stood before it.
+  void (*readChild)(ReadState& state, host::Sheet& sheet, pugi::xml_node child, bool behindText);
+  /// Takes in a picture; false when the element holds none.
+  bool (*readPicture)(ReadState& state, const ShapeSource& source, host::Sheet& sheet, pugi::xml_node node);
+};
+
+/// Where the shape at hand stands.
 struct ShapeSource {
   host::PageId page;
   const Relationships& relationships;
-  std::string shapesTail;  ///< collects deleted and unknown elements among the top shapes
+  const ShapeVocabulary& vocabulary;
+  std::string shapesTail = {};  ///< collects deleted and unknown elements among the top shapes
 };
 
 }  // namespace quorvel::formats

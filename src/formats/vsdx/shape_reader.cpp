@@ -82,7 +82,7 @@ void readData(host::Sheet& sheet, int number, pugi::xml_node node) {
 }
 
 /// Takes in the picture that the element points to; false when it points to none.
-bool readForeign(ReadState& state, const ShapeSource& source, host::Sheet& sheet, pugi::xml_node node) {
+bool readPicture(ReadState& state, const ShapeSource& source, host::Sheet& sheet, pugi::xml_node node) {
   const char* const id = attributeNamed(childNamed(node, "Rel"), "id");
   const Relationship* const relationship = id ? source.relationships.withId(id) : nullptr;
   if (!relationship || relationship->part.empty() || !state.package.has(relationship->part)) return false;
@@ -120,7 +120,16 @@ bool readForeign(ReadState& state, const ShapeSource& source, host::Sheet& sheet
   return true;
 }
 
-void readShapes(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node shapes, int instanceMaster);
+void readOtherChild(ReadState& state, host::Sheet& sheet, pugi::xml_node child, bool behindText) {
+  const std::string_view element = localName(child);
+  if (behindText && element != "Cell" && element != "Section") {
+    carriedOf(sheet).tail += rawXml(child);
+  } else {
+    readSheetChild(state, sheet, child);
+  }
+}
+
+constexpr ShapeVocabulary vocabulary{readOtherChild, readPicture};
 
 void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node node, int instanceMaster) {
   const std::string_view type = node.attribute("Type").value();
@@ -166,12 +175,11 @@ void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_
       readTextElement(sheet, child);
     } else if (element == "Data1" || element == "Data2" || element == "Data3") {
       readData(sheet, element.back() - '1', child);
-    } else if (element == "ForeignData" && !sheet.foreign && readForeign(state, source, sheet, child)) {
+    } else if (element == "ForeignData" && !sheet.foreign &&
+               source.vocabulary.readPicture(state, source, sheet, child)) {
       continue;
-    } else if (behindText && element != "Cell" && element != "Section") {
-      carriedOf(sheet).tail += rawXml(child);
     } else {
-      readSheetChild(state, sheet, child);
+      source.vocabulary.readChild(state, sheet, child, behindText);
     }
   }
 }
@@ -192,10 +200,6 @@ void readMember(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml
   carry.deletedMasterShapes.push_back(wholeNumber(child.attribute("MasterShape").value(), -1));
 }
 
-void readShapes(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node shapes, int instanceMaster) {
-  for (const pugi::xml_node child : shapes) readMember(state, source, parent, child, instanceMaster);
-}
-
 /// Parses and reads the top shapes of a large part one by one.
 std::string readPieces(ReadState& state, ShapeSource& source, std::string& bytes, const SplitList& list) {
   pugi::xml_document piece;
@@ -204,22 +208,6 @@ std::string readPieces(ReadState& state, ShapeSource& source, std::string& bytes
     readMember(state, source, {}, piece.document_element(), -1);
   }
   return {};
-}
-
-void readConnects(ReadState& state, host::PageId page, CarriedPage& carried, pugi::xml_node connects) {
-  for (const pugi::xml_node connect : connects) {
-    if (connect.type() != pugi::node_element) continue;
-    host::Connect read;
-    read.fromShape = wholeNumber(connect.attribute("FromSheet").value(), 0);
-    read.fromCell = connect.attribute("FromCell").value();
-    read.fromPart = wholeNumber(connect.attribute("FromPart").value(), 0);
-    read.toShape = wholeNumber(connect.attribute("ToSheet").value(), 0);
-    read.toCell = connect.attribute("ToCell").value();
-    read.toPart = wholeNumber(connect.attribute("ToPart").value(), 0);
-    const std::string raw = rawXml(connect);
-    if (const std::string written = connectText(read); written != raw) carried.connects.emplace(written, raw);
-    state.store.page(page)->connects.push_back(std::move(read));
-  }
 }
 
 /// Following masters from `start` must come to an end, and not by way of `sheet`.
@@ -259,8 +247,28 @@ void addUnmentionedMembers(ReadState& state, SheetId rootId) {
 
 }  // namespace
 
+void readShapes(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_node shapes, int instanceMaster) {
+  for (const pugi::xml_node child : shapes) readMember(state, source, parent, child, instanceMaster);
+}
+
+void readConnects(ReadState& state, host::PageId page, CarriedPage& carried, pugi::xml_node connects) {
+  for (const pugi::xml_node connect : connects) {
+    if (connect.type() != pugi::node_element) continue;
+    host::Connect read;
+    read.fromShape = wholeNumber(connect.attribute("FromSheet").value(), 0);
+    read.fromCell = connect.attribute("FromCell").value();
+    read.fromPart = wholeNumber(connect.attribute("FromPart").value(), 0);
+    read.toShape = wholeNumber(connect.attribute("ToSheet").value(), 0);
+    read.toCell = connect.attribute("ToCell").value();
+    read.toPart = wholeNumber(connect.attribute("ToPart").value(), 0);
+    const std::string raw = rawXml(connect);
+    if (const std::string written = connectText(read); written != raw) carried.connects.emplace(written, raw);
+    state.store.page(page)->connects.push_back(std::move(read));
+  }
+}
+
 std::string readContents(ReadState& state, host::PageId pageId, CarriedPage& carried, std::string& bytes) {
-  ShapeSource source{pageId, carried.relationships, {}};
+  ShapeSource source{pageId, carried.relationships, vocabulary};
   // The tree of a part takes several times the room of its text.
   constexpr std::size_t large = 1 << 20;
   SplitList list;

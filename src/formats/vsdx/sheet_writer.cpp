@@ -18,31 +18,6 @@ using host::Row;
 using host::Section;
 using host::SectionNumber;
 
-void writeCellElement(XmlWriter& writer, const CellKey& key, const host::Cell& cell, const CarriedRow* row) {
-  const host::CellDefinition* definition = host::definitionOf(key);
-  const CarriedCell* carry = row ? row->find(key.column) : nullptr;
-  writer.start("Cell");
-  writer.attribute("N", carry && !carry->name.empty() ? std::string_view(carry->name) : host::columnName(key));
-  if (carry && stillReads(*carry, key, definition, cell)) {
-    if (carry->hasValue) writer.attribute("V", carry->value);
-    if (carry->hasUnit) writer.attribute("U", carry->unit);
-    if (carry->hasError) writer.attribute("E", carry->error);
-    if (carry->hasFormula) writer.attribute("F", carry->formula);
-  } else {
-    thread_local WrittenCell written;
-    writeCell(key, definition, cell, written);
-    writer.attribute("V", written.value);
-    if (!written.unit.empty()) writer.attribute("U", written.unit);
-    if (!written.error.empty()) writer.attribute("E", written.error);
-    if (written.hasFormula) writer.attribute("F", written.formula);
-  }
-  if (carry) {
-    writeAttributes(writer, carry->attributes);
-    writer.raw(carry->contents);
-  }
-  writer.end();
-}
-
 void writeCells(XmlWriter& writer, SectionNumber section, const Row& row) {
   const CarriedRow* const carry = carried<CarriedRow>(row.extras);
   for (const auto& [column, cell] : row.cells) writeCellElement(writer, {section, row.key, column}, cell, carry);
@@ -61,23 +36,6 @@ void writeRow(XmlWriter& writer, SectionNumber section, const Row& row) {
   if (carry) writeAttributes(writer, carry->attributes);
   writeCells(writer, section, row);
   if (carry) writer.raw(carry->contents);
-  writer.end();
-}
-
-void writeSection(XmlWriter& writer, const Section& section) {
-  const CarriedSection* const carry = carried<CarriedSection>(section.extras);
-  const bool geometry = host::isGeometry(section.number);
-  writer.start("Section").attribute("N", host::fileNameOf(section.number));
-  if (geometry) writer.attribute("IX", static_cast<long>(section.number) - static_cast<long>(SectionNumber::Geometry));
-  if (section.deleted) writer.attribute("Del", "1");
-  if (carry) writeAttributes(writer, carry->attributes);
-  for (const Row& row : section.rows) {
-    if (geometry && row.key == host::RowKey::index(0)) writeCells(writer, section.number, row);
-  }
-  if (carry) writer.raw(carry->contents);
-  for (const Row& row : section.rows) {
-    if (!geometry || row.key != host::RowKey::index(0)) writeRow(writer, section.number, row);
-  }
   writer.end();
 }
 
@@ -130,6 +88,29 @@ void writeForeign(XmlWriter& writer, PartContext& context, const host::ForeignDa
   writer.end();
 }
 
+class PackageDialect : public ShapeDialect {
+ public:
+  explicit PackageDialect(PartContext& context) : context_(context) {}
+  void names(XmlWriter& writer, const host::Sheet& shape) override {
+    const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras);
+    writeNames(writer, carry ? &carry->names : nullptr, shape.name, shape.universalName);
+  }
+  void attributes(XmlWriter& writer, const host::Sheet& shape) override {
+    writeSheetAttributes(writer, context_.store, shape);
+  }
+  void contents(XmlWriter& writer, const host::Sheet& shape) override { writeSheetContents(writer, shape); }
+  void picture(XmlWriter& writer, const host::ForeignData& picture) override {
+    writeForeign(writer, context_, picture);
+  }
+  void tail(XmlWriter& writer, const host::Sheet& shape) override {
+    if (const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras)) writer.raw(carry->tail);
+  }
+  void uses(host::MasterId master) override { context_.usedMasters.insert(master); }
+
+ private:
+  PartContext& context_;
+};
+
 std::string_view typeName(host::SheetKind kind) {
   switch (kind) {
     case host::SheetKind::Group:
@@ -175,6 +156,31 @@ std::string_view contentTypeOf(std::string_view extension) {
 
 }  // namespace
 
+void writeCellElement(XmlWriter& writer, const CellKey& key, const host::Cell& cell, const CarriedRow* row) {
+  const host::CellDefinition* definition = host::definitionOf(key);
+  const CarriedCell* carry = row ? row->find(key.column) : nullptr;
+  writer.start("Cell");
+  writer.attribute("N", carry && !carry->name.empty() ? std::string_view(carry->name) : host::columnName(key));
+  if (carry && stillReads(*carry, key, definition, cell)) {
+    if (carry->hasValue) writer.attribute("V", carry->value);
+    if (carry->hasUnit) writer.attribute("U", carry->unit);
+    if (carry->hasError) writer.attribute("E", carry->error);
+    if (carry->hasFormula) writer.attribute("F", carry->formula);
+  } else {
+    thread_local WrittenCell written;
+    writeCell(key, definition, cell, written);
+    writer.attribute("V", written.value);
+    if (!written.unit.empty()) writer.attribute("U", written.unit);
+    if (!written.error.empty()) writer.attribute("E", written.error);
+    if (written.hasFormula) writer.attribute("F", written.formula);
+  }
+  if (carry) {
+    writeAttributes(writer, carry->attributes);
+    writer.raw(carry->contents);
+  }
+  writer.end();
+}
+
 const PictureParts::Part& PictureParts::partOf(const host::ForeignData& picture) {
   if (const auto known = known_.find(&picture); known != known_.end()) return *known->second;
   const CarriedForeign* const carry = carried<CarriedForeign>(picture.extras);
@@ -219,15 +225,36 @@ void writeNames(XmlWriter& writer, const CarriedName* carry, const std::string& 
   if (same && !carry->isCustomName.empty()) writer.attribute("IsCustomName", carry->isCustomName);
 }
 
-void writeSheetAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet) {
+void writeStyleAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet) {
   const auto style = [&](std::string_view name, host::SheetId id) {
     if (const host::Sheet* const found = store.sheet(id)) writer.attribute(name, found->shapeId);
   };
   style("LineStyle", sheet.lineStyle);
   style("FillStyle", sheet.fillStyle);
   style("TextStyle", sheet.textStyle);
+}
+
+void writeSheetAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet) {
+  writeStyleAttributes(writer, store, sheet);
   if (!sheet.uniqueId.empty()) writer.attribute("UniqueID", sheet.uniqueId);
   if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras)) writeAttributes(writer, carry->attributes);
+}
+
+void writeSection(XmlWriter& writer, const Section& section) {
+  const CarriedSection* const carry = carried<CarriedSection>(section.extras);
+  const bool geometry = host::isGeometry(section.number);
+  writer.start("Section").attribute("N", host::fileNameOf(section.number));
+  if (geometry) writer.attribute("IX", static_cast<long>(section.number) - static_cast<long>(SectionNumber::Geometry));
+  if (section.deleted) writer.attribute("Del", "1");
+  if (carry) writeAttributes(writer, carry->attributes);
+  for (const Row& row : section.rows) {
+    if (geometry && row.key == host::RowKey::index(0)) writeCells(writer, section.number, row);
+  }
+  if (carry) writer.raw(carry->contents);
+  for (const Row& row : section.rows) {
+    if (!geometry || row.key != host::RowKey::index(0)) writeRow(writer, section.number, row);
+  }
+  writer.end();
 }
 
 void writeSheetContents(XmlWriter& writer, const host::Sheet& sheet) {
@@ -243,22 +270,21 @@ void writeSheetContents(XmlWriter& writer, const host::Sheet& sheet) {
   }
 }
 
-void writeShape(XmlWriter& writer, PartContext& context, host::SheetId id) {
-  const host::Store& store = context.store;
+void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId id, ShapeDialect& dialect) {
   const host::Sheet& shape = *store.sheet(id);
   const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras);
   writer.start("Shape").attribute("ID", shape.shapeId);
-  writeNames(writer, carry ? &carry->names : nullptr, shape.name, shape.universalName);
+  dialect.names(writer, shape);
   if (!carry || !carry->lacksType) writer.attribute("Type", typeName(shape.kind));
   if (const host::Master* const master = store.master(shape.master)) {
     writer.attribute("Master", master->fileId);
-    context.usedMasters.insert(master->id);
+    dialect.uses(master->id);
   }
   const host::Sheet* const prototype = store.sheet(shape.prototype);
   if (prototype && (!shape.master || store.page(prototype->page)->master != shape.master))
     writer.attribute("MasterShape", prototype->shapeId);
-  writeSheetAttributes(writer, store, shape);
-  writeSheetContents(writer, shape);
+  dialect.attributes(writer, shape);
+  dialect.contents(writer, shape);
 
   writeText(writer, store, shape, carry);
   const std::string* const data[] = {&shape.data1, &shape.data2, &shape.data3};
@@ -266,14 +292,14 @@ void writeShape(XmlWriter& writer, PartContext& context, host::SheetId id) {
     if (data[i]->empty() && !(carry && (carry->emptyData >> i & 1))) continue;
     writer.start("Data" + std::to_string(i + 1)).text(*data[i]).end();
   }
-  if (shape.foreign) writeForeign(writer, context, *shape.foreign);
-  if (carry) writer.raw(carry->tail);
+  if (shape.foreign) dialect.picture(writer, *shape.foreign);
+  dialect.tail(writer, shape);
 
   const std::vector<int> missing = missingMembers(store, shape);
   const std::string_view deleted = carry ? std::string_view(carry->deletedMembers) : std::string_view();
   if (!shape.children.empty() || !missing.empty() || !deleted.empty()) {
     writer.start("Shapes");
-    for (const host::SheetId member : shape.children) writeShape(writer, context, member);
+    for (const host::SheetId member : shape.children) writeShape(writer, store, member, dialect);
     writer.raw(deleted);
     for (const int number : missing) {
       // A deleted member has no number of its own; files say so by the largest one.
@@ -283,6 +309,11 @@ void writeShape(XmlWriter& writer, PartContext& context, host::SheetId id) {
     writer.end();
   }
   writer.end();
+}
+
+void writeShape(XmlWriter& writer, PartContext& context, host::SheetId shape) {
+  PackageDialect dialect(context);
+  writeShape(writer, context.store, shape, dialect);
 }
 
 }  // namespace quorvel::formats

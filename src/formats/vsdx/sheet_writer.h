@@ -48,11 +48,31 @@ struct PartContext {
 void writeNames(XmlWriter& writer, const CarriedName* carry, const std::string& name, const std::string& universalName);
 void writeAttributes(XmlWriter& writer, const AttributeList& attributes);
 
+void writeStyleAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet);
 /// LineStyle, FillStyle, TextStyle, UniqueID and carried attributes.
 void writeSheetAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet);
 /// Cells, sections and carried elements.
 void writeSheetContents(XmlWriter& writer, const host::Sheet& sheet);
 
+void writeSection(XmlWriter& writer, const host::Section& section);
+/// One Cell element. `row` is what its row carries; may be null.
+void writeCellElement(XmlWriter& writer, const host::CellKey& key, const host::Cell& cell, const CarriedRow* row);
+
 void writeShape(XmlWriter& writer, PartContext& context, host::SheetId shape);
+
+/// What a format says in its own way about a shape; nesting, text and links to masters are said the same way in both.
+class ShapeDialect {
+ public:
+  virtual ~ShapeDialect() = default;
+  virtual void names(XmlWriter& writer, const host::Sheet& shape) = 0;
+  /// Attributes other than ID, names, type and masters.
+  virtual void attributes(XmlWriter& writer, const host::Sheet& shape) = 0;
+  virtual void contents(XmlWriter& writer, const host::Sheet& shape) = 0;
+  virtual void picture(XmlWriter& writer, const host::ForeignData& picture) = 0;
+  /// Between text, data and picture, and the members.
+  virtual void tail(XmlWriter& writer, const host::Sheet& shape) = 0;
+  virtual void uses(host::MasterId) {}
+};
+void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId shape, ShapeDialect& dialect);
 
 }  // namespace quorvel::formats

@@ -1,0 +1,32 @@
+// Elements of documents and pages that read the same in packages and in the single-file format of older releases.
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "formats/package/xml_reading.h"
+#include "formats/package/xml_writing.h"
+#include "formats/vsdx/read_state.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::formats {
+
+/// Takes in a DocumentSettings element; the style sheets are read before.
+void readSettings(ReadState& state, CarriedDocument& carry, pugi::xml_node node);
+void readColours(ReadState& state, CarriedDocument& carry, pugi::xml_node node);
+/// Takes in the style sheets; `readSheet` reads the attributes and contents of one.
+void readStyles(ReadState& state, pugi::xml_node node, void (*readSheet)(ReadState&, host::Sheet&, pugi::xml_node));
+/// Ties pages to the background pages of these file IDs, but closes no ring.
+void resolveBackPages(ReadState& state, const std::vector<std::pair<host::PageId, int>>& wanted);
+
+/// The DocumentSettings element: as it was read, with what has changed since.
+std::string settingsXml(const host::Store& store, const host::Document& document);
+void writeColours(XmlWriter& writer, const host::Document& document);
+
+/// Attributes as they were read, but with what the engine says now; what the file left to its default stays out of it.
+void writeEntryAttributes(XmlWriter& writer, const CarriedPage* carry,
+                          std::initializer_list<std::pair<std::string_view, std::string_view>> current);
+void writeConnects(XmlWriter& writer, const host::Page& page, const CarriedPage* carry);
+
+}  // namespace quorvel::formats
