@@ -18,9 +18,6 @@ using host::Unit;
 using host::Value;
 using host::ValueKind;
 
-constexpr std::string_view noFormulaText = "No Formula";
-constexpr std::string_view inheritedText = "Inh";
-
 Maybe<double> parseNumber(std::string_view text) {
   text = trimmed(text);
   if (text.starts_with('+')) text.remove_prefix(1);

@@ -22,6 +22,9 @@ struct WrittenCell {
   bool hasFormula = false;
 };
 
+inline constexpr std::string_view noFormulaText = "No Formula";
+inline constexpr std::string_view inheritedText = "Inh";
+
 /// Reads a value in internal units.
 host::Value readValue(const host::CellKey& key, const host::CellDefinition* definition, const CellAttributes& text);
 

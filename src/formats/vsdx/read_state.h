@@ -43,6 +43,13 @@ struct ReadState {
   std::map<std::string, std::shared_ptr<const host::ForeignData>> pictures;
 };
 
+/// What is carried beside an object, made when missing. Only for objects of the drawing that is being read.
+template <class T>
+T& extrasOf(host::ExtrasPtr& extras) {
+  if (!extras) extras = std::make_shared<T>();
+  return const_cast<T&>(static_cast<const T&>(*extras));
+}
+
 struct ShapeSource;
 
 /// How a format says what shapes hold; their nesting, text and links to masters are said the same way in both.

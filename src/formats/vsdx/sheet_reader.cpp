@@ -19,12 +19,6 @@ constexpr int largestRowIndex = 1'000'000;
 constexpr int lastGeometryIndex =
     static_cast<int>(SectionNumber::LastGeometry) - static_cast<int>(SectionNumber::Geometry);
 
-template <class T>
-T& extrasOf(host::ExtrasPtr& extras) {
-  if (!extras) extras = std::make_shared<T>();
-  return const_cast<T&>(static_cast<const T&>(*extras));
-}
-
 /// Reads the cell into `cell`. What our writing of it would not give back is carried with its row.
 void readCellElement(ReadState& state, pugi::xml_node node, const CellKey& key, host::Cell& cell,
                      host::ExtrasPtr& rowExtras) {
@@ -252,7 +246,7 @@ void readSheetChild(ReadState& state, host::Sheet& sheet, pugi::xml_node child) 
   }
 }
 
-void readPlainSheet(ReadState& state, host::Sheet& sheet, pugi::xml_node node) {
+void readSheetAttributes(ReadState& state, host::Sheet& sheet, pugi::xml_node node) {
   static constexpr std::string_view known[] = {"ID", "Name", "NameU", "IsCustomName", "IsCustomNameU"};
   for (const pugi::xml_attribute attribute : node.attributes()) {
     const std::string_view name = attribute.name();
@@ -263,6 +257,10 @@ void readPlainSheet(ReadState& state, host::Sheet& sheet, pugi::xml_node node) {
       carriedOf(sheet).attributes.emplace_back(name, attribute.value());
     }
   }
+}
+
+void readPlainSheet(ReadState& state, host::Sheet& sheet, pugi::xml_node node) {
+  readSheetAttributes(state, sheet, node);
   for (const pugi::xml_node child : node) {
     if (child.type() == pugi::node_element) readSheetChild(state, sheet, child);
   }

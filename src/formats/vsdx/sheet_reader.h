@@ -20,6 +20,9 @@ bool readStyleAttribute(const ReadState& state, host::Sheet& sheet, std::string_
 /// Takes a Cell, Section or unknown child into the sheet.
 void readSheetChild(ReadState& state, host::Sheet& sheet, pugi::xml_node child);
 
+/// Styles, UniqueID and unknown attributes of a sheet that is no shape.
+void readSheetAttributes(ReadState& state, host::Sheet& sheet, pugi::xml_node node);
+
 /// A PageSheet, DocumentSheet or StyleSheet: attributes and all children.
 void readPlainSheet(ReadState& state, host::Sheet& sheet, pugi::xml_node node);
 
