@@ -9,7 +9,7 @@ if [[ ${#packages[@]} -eq 0 ]]; then
     libpugixml-dev libzip-dev libcairo2-dev libpango1.0-dev
     libcli11-dev nlohmann-json3-dev
     libgtest-dev libbenchmark-dev
-    fonts-liberation fonts-dejavu-core fontconfig
+    fonts-liberation fonts-crosextra-carlito fonts-dejavu-core fontconfig
   )
 fi
 
