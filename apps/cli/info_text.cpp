@@ -21,7 +21,8 @@ void appendCount(std::string& line, std::size_t count, const std::string& noun) 
 
 std::string joined(const std::vector<std::string>& pieces) {
   std::string text;
-  for (const std::string& piece : pieces) text += (text.empty() ? "" : ", ") + piece;
+  for (const std::string& piece : pieces)
+    if (!piece.empty()) text += (text.empty() ? "" : ", ") + piece;
   return text;
 }
 
@@ -84,8 +85,8 @@ std::string infoText(const report::MapSummary& summary, const std::string& file)
           counted(summary.pages.size(), "page") + "\n";
   if (!summary.templateName.empty()) text += "  Based on  " + summary.templateName + "\n";
   if (!summary.masters.empty()) {
-    std::vector<std::vector<std::string>> rows{{"Masters ", joined(summary.masters)}};
-    const std::string masters = tableText({{""}, {"", 100}}, rows, 2);
+    std::vector<std::vector<std::string>> rows{{"Masters", joined(summary.masters)}};
+    const std::string masters = tableText({{"Based on"}, {"", 100}}, rows, 2);  // as wide as the labels above
     text += masters.substr(masters.find('\n') + 1);
   }
   for (const PageSummary& page : summary.pages) text += pageText(page);
