@@ -58,6 +58,9 @@ bool InMemoryHost::putRow(const ObjectRef& object, Member member, const Argument
 
 Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arguments arguments) {
   const Store& store = engine_.store;
+  const bool exists = cellExists(store, cell.sheet, cell.key, false);
+  // The first field of an empty text can be written and knows its place, though there is nothing to read yet.
+  if (!exists && !isFieldToBe(engine_, cell)) return refuse("the cell is gone");
   switch (member) {
     case Member::Cell_Shape:
       return Variant(refTo(ObjectKind::Shape, cell.sheet.value));
@@ -70,10 +73,7 @@ Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arg
     default:
       break;
   }
-  if (!cellExists(store, cell.sheet, cell.key, false)) {
-    // The first field of an empty text reads as nothing, though it can be written.
-    return refuse("the cell does not exist");
-  }
+  if (!exists) return refuse("the cell does not exist");
   switch (member) {
     case Member::Cell_Row:
       if (cell.key.section == SectionNumber::Object) return Variant(std::int64_t{cell.key.row.index()});

@@ -84,7 +84,7 @@ Maybe<Variant> InMemoryHost::getCommandBars(const ObjectRef& object, Member memb
 }
 
 bool InMemoryHost::putCommandBars(const ObjectRef& object, Member member, const Argument& value) {
-  const Maybe<double> number = numberOf(value);
+  const Maybe<int> number = integerOf(value);
   const Maybe<std::string_view> text = textOfArgument(value);
   if (Bar* bar = object.kind == ObjectKind::CommandBar ? engine_.bars.bar(object.id) : nullptr) {
     int Bar::*field = member == Member::CommandBar_Height      ? &Bar::height
@@ -96,7 +96,7 @@ bool InMemoryHost::putCommandBars(const ObjectRef& object, Member member, const 
                       : member == Member::CommandBar_Protection ? &Bar::protection
                                                                 : nullptr;
     if (field && number) {
-      bar->*field = static_cast<int>(*number);
+      bar->*field = *number;
       return true;
     }
     if (member == Member::CommandBar_Visible && number) {
@@ -124,7 +124,7 @@ bool InMemoryHost::putCommandBars(const ObjectRef& object, Member member, const 
       return true;
     }
     if (member == Member::CommandBarControl_State && number && !control->isMenu) {
-      control->state = static_cast<int>(*number);
+      control->state = *number;
       return true;
     }
   }

@@ -150,7 +150,7 @@ Maybe<Variant> InMemoryHost::getDocument(DocumentId id, Member member) {
 
 bool InMemoryHost::putDocument(DocumentId id, Member member, Arguments indices, const Argument& value) {
   Document& document = *engine_.store.document(id);
-  const Maybe<double> number = numberOf(value);
+  const Maybe<int> number = integerOf(value);
   if (member == Member::Document_Saved && number) {
     document.saved = *number != 0;
     return true;
@@ -161,7 +161,7 @@ bool InMemoryHost::putDocument(DocumentId id, Member member, Arguments indices, 
       refuse("the password is wrong");
       return false;
     }
-    document.protection = static_cast<int>(*number);
+    document.protection = *number;
     document.protectionPassword = document.protection ? std::string(password.or_("")) : std::string();
     return true;
   }

@@ -1,19 +1,41 @@
 #include "host/automation/in_memory_host.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace quorvel::host {
 namespace {
 
 constexpr std::size_t keptRefusals = 1000;
 
+/// Counts puts and actions inside puts and actions, which handlers of events make. Writes have a bound of their own, which
+/// is met first; this one ends an endless exchange of shapes, rows or selections.
+class Nesting {
+ public:
+  explicit Nesting(int& depth) : depth_(depth) { ++depth_; }
+  ~Nesting() { --depth_; }
+  Nesting(const Nesting&) = delete;
+  Nesting& operator=(const Nesting&) = delete;
+  bool tooDeep() const { return depth_ > Engine::deepestWrite + 1; }
+
+ private:
+  int& depth_;
+};
+
 }  // namespace
 
 Maybe<double> numberOf(const Argument& value) {
-  if (const auto* number = std::get_if<double>(&value)) return *number;
+  if (const auto* number = std::get_if<double>(&value)) return std::isfinite(*number) ? Maybe<double>(*number) : std::nullopt;
   if (const auto* whole = std::get_if<std::int64_t>(&value)) return static_cast<double>(*whole);
   if (const auto* truth = std::get_if<bool>(&value)) return *truth ? 1.0 : 0.0;
   return {};
+}
+
+Maybe<int> integerOf(const Argument& value) {
+  const Maybe<double> number = numberOf(value);
+  if (!number || std::fabs(*number) > std::numeric_limits<int>::max()) return {};
+  return static_cast<int>(*number);
 }
 
 Maybe<std::string_view> textOfArgument(const Argument& value) {
@@ -26,8 +48,7 @@ Maybe<double> numberAt(Arguments arguments, std::size_t place) {
 }
 
 Maybe<int> integerAt(Arguments arguments, std::size_t place) {
-  const Maybe<double> number = numberAt(arguments, place);
-  return number ? Maybe<int>(static_cast<int>(*number)) : Maybe<int>();
+  return place < arguments.size() ? integerOf(arguments[place]) : Maybe<int>();
 }
 
 Maybe<std::string_view> textAt(Arguments arguments, std::size_t place) {
@@ -149,11 +170,14 @@ Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Argumen
 bool InMemoryHost::put(const ObjectRef& object, Member member, Arguments indices, const Argument& value) {
   const ObjectRef outer = std::exchange(current_, object);
   const Member outerMember = std::exchange(currentMember_, member);
+  const Nesting nesting(nesting_);
   bool done = false;
   if (infoOf(member).object != object.kind) {
     refuse("the object has no such member");
   } else if (!alive(object)) {
     refuse("the object is gone");
+  } else if (nesting.tooDeep()) {
+    refuse("calls inside calls are nested too deeply");
   } else {
     switch (object.kind) {
       case ObjectKind::Document:
@@ -173,9 +197,9 @@ bool InMemoryHost::put(const ObjectRef& object, Member member, Arguments indices
         break;
       case ObjectKind::Selection: {
         SelectionSnapshot* snapshot = engine_.selections.find(object.id);
-        const Maybe<double> mode = numberOf(value);
+        const Maybe<int> mode = integerOf(value);
         if (snapshot && mode) {
-          snapshot->iterationMode = static_cast<int>(*mode);
+          snapshot->iterationMode = *mode;
           done = true;
         } else {
           refuse("the selection is gone or the mode is no number");
@@ -217,11 +241,14 @@ bool InMemoryHost::put(const ObjectRef& object, Member member, Arguments indices
 Maybe<Variant> InMemoryHost::call(const ObjectRef& object, Member member, Arguments arguments) {
   const ObjectRef outer = std::exchange(current_, object);
   const Member outerMember = std::exchange(currentMember_, member);
+  const Nesting nesting(nesting_);
   Maybe<Variant> value;
   if (infoOf(member).object != object.kind) {
     value = refuse("the object has no such member");
   } else if (!alive(object)) {
     value = refuse("the object is gone");
+  } else if (nesting.tooDeep()) {
+    value = refuse("calls inside calls are nested too deeply");
   } else {
     switch (object.kind) {
       case ObjectKind::Application:

@@ -85,6 +85,7 @@ class InMemoryHost : public Backend {
   std::size_t refusalCount_ = 0;
   ObjectRef current_;
   Member currentMember_{};
+  int nesting_ = 0;
   int lastMarker_ = 0;
 };
 
@@ -96,7 +97,8 @@ Maybe<int> integerAt(Arguments arguments, std::size_t place);
 Maybe<double> numberAt(Arguments arguments, std::size_t place);
 Maybe<std::string_view> textAt(Arguments arguments, std::size_t place);
 Maybe<ObjectRef> referenceAt(Arguments arguments, std::size_t place, ObjectKind kind);
-Maybe<double> numberOf(const Argument& value);
+Maybe<double> numberOf(const Argument& value);  ///< finite ones only
+Maybe<int> integerOf(const Argument& value);    ///< cut; nothing outside the range of int
 Maybe<std::string_view> textOfArgument(const Argument& value);
 
 }  // namespace quorvel::host

@@ -151,9 +151,8 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
 
 bool InMemoryHost::putShape(SheetId id, Member member, Arguments indices, const Argument& value) {
   if (member == Member::Shape_RowType) {
-    const Maybe<double> tag = numberOf(value);
     return settle(setRowType(engine_, id, integerAt(indices, 0).or_(0), integerAt(indices, 1).or_(-1),
-                             static_cast<int>(tag.or_(-1))));
+                             integerOf(value).or_(-1)));
   }
   const Maybe<std::string_view> text = textOfArgument(value);
   if (!text) {
