@@ -188,7 +188,9 @@ MasterId localMaster(Engine& engine, DocumentId document, MasterId masterId) {
   for (const MasterId candidate : store.document(document)->masters) {
     const Master& other = *store.master(candidate);
     const bool sameSource = (!wanted->uniqueId.empty() && wanted->uniqueId == other.uniqueId) ||
-                            (!wanted->baseId.empty() && wanted->baseId == other.baseId);
+                            (!wanted->baseId.empty() && wanted->baseId == other.baseId) ||
+                            // Masters that some programs write bear no IDs; they go by their name alone.
+                            (wanted->uniqueId.empty() && wanted->baseId.empty());
     if (sameSource && equalIgnoringCase(other.universalName, wanted->universalName)) return candidate;
   }
   return copyMaster(engine, document, masterId);
@@ -281,11 +283,7 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
       connect.toShape = copyOf(connect.toShape);
       if (connect.fromShape && connect.toShape) connects.push_back(std::move(connect));
     }
-    if (!connects.empty()) {
-      engine.edit.setPageFields(page, [&](PageFields& fields) {
-        fields.connects.insert(fields.connects.end(), connects.begin(), connects.end());
-      });
-    }
+    for (Connect& connect : connects) engine.edit.addConnect(page, std::move(connect));
   }
   for (const SheetId root : roots) {
     Sheet& sheet = *store.sheet(root);
@@ -293,6 +291,7 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
         (sheet.master ? store.master(sheet.master)->name : std::string("Sheet")) + "." + std::to_string(sheet.shapeId);
     for (const SheetId member : store.subtree(root)) engine.graph.addSheet(member);
     engine.edit.shapeAdded(root);
+    takeLayersOfPage(engine, root, store.sheet(shapes.front())->page);
   }
   std::vector<CellAddress> changed;
   if (dx != 0 || dy != 0) {

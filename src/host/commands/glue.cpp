@@ -91,12 +91,11 @@ Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target
   connect.toShape = engine.store.sheet(target.sheet)->shapeId;
   connect.toCell = point.cell;
   connect.toPart = point.part;
-  engine.edit.setPageFields(engine.store.sheet(end.sheet)->page, [&](PageFields& fields) {
-    std::erase_if(fields.connects, [&](const Connect& old) {
-      return old.fromShape == connect.fromShape && old.fromCell == connect.fromCell;
-    });
-    fields.connects.push_back(connect);
+  const PageId page = engine.store.sheet(end.sheet)->page;
+  engine.edit.removeConnects(page, [&](const Connect& old) {
+    return old.fromShape == connect.fromShape && old.fromCell == connect.fromCell;
   });
+  engine.edit.addConnect(page, std::move(connect));
   scope.commit();
   return Outcome::done();
 }

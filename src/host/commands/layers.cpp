@@ -122,4 +122,30 @@ void takeLayersOfMaster(Engine& engine, SheetId instance, MasterId masterId) {
   }
 }
 
+void takeLayersOfPage(Engine& engine, SheetId copy, PageId source) {
+  const Store& store = engine.store;
+  const PageId page = store.sheet(copy)->page;
+  if (page == source) return;
+  const auto ownLayer = [&](int layer) {
+    const std::string name = layerName(store, source, layer);
+    int own = layerNamed(store, page, name);
+    if (own >= 0 || !addLayer(engine, page, name, own)) return own;
+    // What the layer hid there it hides here.
+    const Row* row = store.sheet(store.page(source)->sheet)->find(SectionNumber::Layer, layerCell(layer, "Name").row);
+    if (!row) return own;
+    for (const auto& [column, cell] : std::vector(row->cells)) {
+      engine.edit.setCell({store.page(page)->sheet, {SectionNumber::Layer, layerCell(own, "Name").row, column}}, cell);
+    }
+    return own;
+  };
+  for (const SheetId each : store.subtree(copy)) {
+    const std::vector<int> there = layersOf(store, each);
+    std::vector<int> here;
+    for (const int layer : there) {
+      if (const int own = ownLayer(layer); own >= 0) here.push_back(own);
+    }
+    if (here != there) writeMembership(engine, each, std::move(here));
+  }
+}
+
 }  // namespace quorvel::host

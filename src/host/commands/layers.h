@@ -22,5 +22,7 @@ Outcome setLayerMembership(Engine& engine, SheetId shape, int layer, bool member
 
 /// Puts a new instance on the page's layers of the names that its master stands on; missing layers are made.
 void takeLayersOfMaster(Engine& engine, SheetId instance, MasterId master);
+/// A shape copied from the page `source` stands on the layers of those names on its own page, made when missing.
+void takeLayersOfPage(Engine& engine, SheetId copy, PageId source);
 
 }  // namespace quorvel::host

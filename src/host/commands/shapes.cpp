@@ -56,7 +56,8 @@ SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind) {
   shape.lineStyle = document.defaultLineStyle;
   shape.fillStyle = document.defaultFillStyle;
   shape.textStyle = document.defaultTextStyle;
-  if (parent && engine.store.sheet(parent)->kind == SheetKind::Shape) engine.store.sheet(parent)->kind = SheetKind::Group;
+  if (parent && engine.store.sheet(parent)->kind == SheetKind::Shape)
+    engine.edit.setFields(parent, [](SheetFields& fields) { fields.kind = SheetKind::Group; });
   return id;
 }
 
@@ -232,15 +233,8 @@ Outcome deleteShape(Engine& engine, SheetId id) {
     std::vector<int> going;
     for (const SheetId each : engine.store.subtree(id)) going.push_back(engine.store.sheet(each)->shapeId);
     const auto goes = [&](int shapeId) { return std::find(going.begin(), going.end(), shapeId) != going.end(); };
-    const PageId page = still->page;
-    const auto& connects = engine.store.page(page)->connects;
-    if (std::any_of(connects.begin(), connects.end(),
-                    [&](const Connect& connect) { return goes(connect.fromShape) || goes(connect.toShape); })) {
-      engine.edit.setPageFields(page, [&](PageFields& fields) {
-        std::erase_if(fields.connects,
-                      [&](const Connect& connect) { return goes(connect.fromShape) || goes(connect.toShape); });
-      });
-    }
+    engine.edit.removeConnects(
+        still->page, [&](const Connect& connect) { return goes(connect.fromShape) || goes(connect.toShape); });
     engine.edit.removeShape(id);
   }
   scope.commit();

@@ -13,7 +13,7 @@ void Editor::commit(Exchange exchange) {
 
 std::unique_ptr<SheetFields> Editor::fieldsOf(SheetId id) const {
   const Sheet& sheet = *store_.sheet(id);
-  return std::make_unique<SheetFields>(SheetFields{sheet.name, sheet.universalName, sheet.data1, sheet.data2, sheet.data3,
+  return std::make_unique<SheetFields>(SheetFields{sheet.kind, sheet.name, sheet.universalName, sheet.data1, sheet.data2, sheet.data3,
                                                    sheet.text, sheet.foreign, sheet.lineStyle, sheet.fillStyle,
                                                    sheet.textStyle});
 }
@@ -21,10 +21,27 @@ std::unique_ptr<SheetFields> Editor::fieldsOf(SheetId id) const {
 std::unique_ptr<PageFields> Editor::fieldsOf(PageId id) const {
   const Page& page = *store_.page(id);
   return std::make_unique<PageFields>(
-      PageFields{page.name, page.universalName, page.background, page.backPage, page.connects});
+      PageFields{page.name, page.universalName, page.background, page.backPage});
+}
+
+/// Text pieces remember what each field showed last; what a changed field showed is no longer true.
+void Editor::forgetShown(const CellAddress& cell) {
+  const Sheet& sheet = *store_.sheet(cell.sheet);
+  if (cell.key.section != SectionNumber::TextField || !sheet.text) return;
+  const auto shown = [&](const TextPiece& piece) {
+    return piece.kind == TextPiece::Field && !piece.text.empty() &&
+           RowKey::index(static_cast<std::uint32_t>(piece.index)) == cell.key.row;
+  };
+  if (std::none_of(sheet.text->begin(), sheet.text->end(), shown)) return;
+  TextBody body = *sheet.text;
+  for (TextPiece& piece : body) {
+    if (shown(piece)) piece.text.clear();
+  }
+  setFields(cell.sheet, [&](SheetFields& fields) { fields.text = std::make_shared<const TextBody>(std::move(body)); });
 }
 
 void Editor::setCell(const CellAddress& cell, std::optional<Cell> content) {
+  forgetShown(cell);
   const Sheet& sheet = *store_.sheet(cell.sheet);
   if (!sheet.find(cell.key.section, cell.key.row)) {
     if (!content) return;
@@ -76,6 +93,11 @@ void Editor::setRowHead(SheetId sheet, SectionNumber section, std::size_t place,
 
 void Editor::replaceSection(SheetId sheet, SectionNumber number, std::optional<Section> content) {
   commit(SectionExchange{sheet, number, std::move(content)});
+}
+
+void Editor::addConnect(PageId page, Connect connect) {
+  const std::size_t last = store_.page(page)->connects.size();
+  commit(ConnectExchange{page, last, std::move(connect)});
 }
 
 void Editor::shapeAdded(SheetId root) { log_.add(SubtreeExchange{root, 0, {}}); }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include "host/undo/undo_log.h"
 
@@ -33,6 +34,15 @@ class Editor {
     change(*fields);
     commit(PageFieldsExchange{page, std::move(fields)});
   }
+  void addConnect(PageId page, Connect connect);
+  /// All whose shapes and cells `goes` names.
+  template <class Goes>
+  void removeConnects(PageId page, Goes goes) {
+    const auto& connects = std::as_const(store_).page(page)->connects;
+    for (std::size_t i = connects.size(); i-- > 0;) {
+      if (goes(connects[i])) commit(ConnectExchange{page, i, std::nullopt});
+    }
+  }
   /// Tells the log of a shape or page that was just made.
   void shapeAdded(SheetId root);
   void pageAdded(PageId page);
@@ -42,6 +52,7 @@ class Editor {
 
  private:
   void commit(Exchange exchange);
+  void forgetShown(const CellAddress& cell);
   std::unique_ptr<SheetFields> fieldsOf(SheetId sheet) const;
   std::unique_ptr<PageFields> fieldsOf(PageId page) const;
 

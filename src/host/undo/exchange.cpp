@@ -89,6 +89,7 @@ struct Apply {
     Sheet* sheet = store.sheet(exchange.sheet);
     if (!sheet) return;
     SheetFields& held = *exchange.held;
+    std::swap(sheet->kind, held.kind);
     std::swap(sheet->name, held.name);
     std::swap(sheet->universalName, held.universalName);
     std::swap(sheet->data1, held.data1);
@@ -148,7 +149,21 @@ struct Apply {
     std::swap(page->universalName, held.universalName);
     std::swap(page->background, held.background);
     std::swap(page->backPage, held.backPage);
-    std::swap(page->connects, held.connects);
+  }
+
+  void operator()(ConnectExchange& exchange) const {
+    Page* page = store.page(exchange.page);
+    if (!page) return;
+    auto& connects = page->connects;
+    if (exchange.held) {
+      exchange.place = std::min(exchange.place, connects.size());
+      connects.insert(connects.begin() + static_cast<std::ptrdiff_t>(exchange.place), std::move(*exchange.held));
+      exchange.held.reset();
+    } else if (exchange.place < connects.size()) {
+      const auto connect = connects.begin() + static_cast<std::ptrdiff_t>(exchange.place);
+      exchange.held = std::move(*connect);
+      connects.erase(connect);
+    }
   }
 };
 

@@ -46,6 +46,7 @@ struct SectionExchange {
 
 /// The parts of a sheet that are no cells.
 struct SheetFields {
+  SheetKind kind = SheetKind::Shape;
   std::string name, universalName, data1, data2, data3;
   std::shared_ptr<const TextBody> text;
   std::shared_ptr<const ForeignData> foreign;
@@ -78,15 +79,21 @@ struct PageFields {
   std::string name, universalName;
   bool background = false;
   PageId backPage;
-  std::vector<Connect> connects;
 };
 struct PageFieldsExchange {
   PageId page;
   std::unique_ptr<PageFields> held;
 };
 
+/// A glued end at a place of the page's list; nothing: none there. One at a time, because a map has as many as links.
+struct ConnectExchange {
+  PageId page;
+  std::size_t place = 0;
+  std::optional<Connect> held;
+};
+
 using Exchange = std::variant<CellExchange, RowExchange, RowHeadExchange, SectionExchange, SheetFieldsExchange,
-                              SubtreeExchange, OrderExchange, PageExchange, PageFieldsExchange>;
+                              SubtreeExchange, OrderExchange, PageExchange, PageFieldsExchange, ConnectExchange>;
 
 /// Swaps; an entry whose object is gone does nothing.
 void apply(Exchange& exchange, Store& store, DependencyGraph& graph);
