@@ -129,7 +129,7 @@ void firstDropOfTask(dsrVisioConnect& connect, const Shape& task) {
   lockBoxes(task);
   drawCover(task);
   addTimeValue(task);
-  if (TaskCount(connect, "Page") == 1 && !askTaskIdSuggestion(connect)) {
+  if (isOnlyTaskOnPage(connect) && !askTaskIdSuggestion(connect)) {
     task.Delete();
     return;
   }

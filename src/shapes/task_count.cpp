@@ -15,4 +15,14 @@ int TaskCount(const dsrVisioConnect& connect, std::string_view scope) {
       std::ranges::count_if(shapes, [](const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }));
 }
 
+bool isOnlyTaskOnPage(const dsrVisioConnect& connect) {
+  const Shapes shapes = connect.gvsoApp.ActivePage().Shapes();
+  int found = 0;
+  for (int i = shapes.Count().or_(0); i > 0 && found < 2; --i) {
+    const Shape shape = shapes.Item(i);
+    found += IsTask(shape) && isTopLevel(shape);
+  }
+  return found == 1;
+}
+
 }  // namespace quorvel::addin

@@ -11,4 +11,8 @@ namespace quorvel::addin {
 /// groups are not counted.
 int TaskCount(const dsrVisioConnect& connect, std::string_view scope);
 
+/// Is there exactly one Task on the active page? As TaskCount, but ends at the second one: a drop must not cost more
+/// on a page of many Tasks.
+bool isOnlyTaskOnPage(const dsrVisioConnect& connect);
+
 }  // namespace quorvel::addin
