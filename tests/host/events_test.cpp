@@ -1,0 +1,248 @@
+// What listeners hear, in which order, and that they may do anything while they hear it.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "host/host_fixture.h"
+
+namespace quorvel {
+namespace {
+
+using Heard = std::vector<std::string>;
+
+class Events : public HostTest {};
+
+/// A listener that does one thing at each cell change.
+class Doing : public ApplicationEvents {
+ public:
+  std::function<void()> act;
+  int heard = 0;
+  void CellChanged(Cell) override {
+    ++heard;
+    if (act) act();
+  }
+};
+
+TEST_F(Events, AWriteTellsItsFormulaThenItsValueThenItsDependents) {
+  const Shape a = rectangle(), b = rectangle();
+  const Cell x = user(a, "x", "1");
+  user(a, "y", "User.x+1");
+  user(b, "z", at(a, "User.y") + "+1");
+  user(b, "calm", at(a, "User.x") + "*0");
+  Recorder recorder(running);
+  // Everything stands before anybody hears of it.
+  recorder.onCellChanged = [&](const Cell&) { EXPECT_EQ(b.Cells("User.z").Result(0), 7.0); };
+  ASSERT_TRUE(x.SetFormula("5"));
+  EXPECT_EQ(recorder.take(), (Heard{"FormulaChanged Sheet.1 User.x", "CellChanged Sheet.1 User.x",
+                                    "CellChanged Sheet.1 User.y", "CellChanged Sheet.2 User.z"}));
+  recorder.onCellChanged = nullptr;
+
+  // A new formula of the same value is no new value; the same formula is nothing at all.
+  ASSERT_TRUE(x.SetFormula("2+3"));
+  EXPECT_EQ(recorder.take(), Heard{"FormulaChanged Sheet.1 User.x"});
+  ASSERT_TRUE(x.SetFormula("= 2+3"));
+  ASSERT_TRUE(a.Cells("User.y").FormulaForce("User.x+1"));
+  EXPECT_EQ(recorder.take(), Heard{});
+  ASSERT_TRUE(x.SetResult(0, 5.0));
+  EXPECT_EQ(recorder.take(), Heard{"FormulaChanged Sheet.1 User.x"});
+  ASSERT_TRUE(x.SetResult(0, 5.0));
+  EXPECT_EQ(recorder.take(), Heard{});
+}
+
+TEST_F(Events, AChangeOfKindOrUnitIsAChangeOfValue) {
+  const Shape shape = rectangle();
+  const Cell time = user(shape, "time", "\"2 eh.\"");
+  Recorder recorder(running);
+  const Heard both{"FormulaChanged Sheet.1 User.time", "CellChanged Sheet.1 User.time"};
+  for (const char* formula : {"2", "2 eh.", "120 em.", "2 in", "TRUE", "\"TRUE\""}) {
+    ASSERT_TRUE(time.SetFormula(formula));
+    EXPECT_EQ(recorder.take(), both) << formula;
+  }
+}
+
+TEST_F(Events, ANewRowIsToldAndAGoingOneIsNot) {
+  const Shape shape = rectangle();
+  Recorder recorder(running);
+  shape.AddNamedRow(visio::sectionUser, "x", 0);
+  EXPECT_EQ(recorder.take(), Heard{"CellChanged Sheet.1 User.x"});
+  shape.DeleteRow(visio::sectionUser, 0);
+  EXPECT_EQ(recorder.take(), Heard{});
+}
+
+TEST_F(Events, ADropSelectsBeforeItTells) {
+  const host::MasterId master = addMaster("Box", [](host::Sheet&, host::Sheet&) {});
+  Recorder recorder(running);
+  Shape selected;
+  recorder.onShapeAdded = [&](const Shape&) { selected = app.ActiveWindow().Selection().Item(1); };
+  const Shape dropped = drop(master);
+  EXPECT_EQ(recorder.take(), (Heard{"SelectionChanged", "ShapeAdded Sheet.1"}));
+  EXPECT_EQ(selected, dropped);
+
+  recorder.onShapeAdded = [](const Shape& shape) { shape.Delete(); };
+  EXPECT_FALSE(drop(master));
+  EXPECT_EQ(page.Shapes().Count(), 1);
+}
+
+TEST_F(Events, ACopyMadeWhileAShapeGoesArrivesWhenItsHandlerIsDone) {
+  const Shape shape = rectangle();
+  Recorder recorder(running);
+  Shape copy;
+  recorder.onBeforeShapeDelete = [&](const Shape& going) { copy = going.Duplicate(); };
+  ASSERT_TRUE(shape.Delete());
+  EXPECT_EQ(recorder.take(), (Heard{"BeforeShapeDelete Sheet.1", "(handled)", "ShapeAdded Sheet.2"}));
+  EXPECT_TRUE(copy.Name());
+  EXPECT_FALSE(shape.Name());
+  EXPECT_EQ(page.Shapes().Count(), 1);
+
+  // A handler that deletes the shape itself takes the command's work away, not its footing.
+  recorder.onBeforeShapeDelete = [&](const Shape& going) {
+    recorder.onBeforeShapeDelete = nullptr;
+    going.Delete();
+  };
+  EXPECT_TRUE(copy.Delete());
+  EXPECT_EQ(page.Shapes().Count(), 0);
+}
+
+TEST_F(Events, MembersOfAGroupComeAndGoWithIt) {
+  const host::MasterId master = addMaster("Box", [](host::Sheet&, host::Sheet&) {});
+  const Shape group = drop(master);
+  ASSERT_TRUE(group.Shapes().Item(1).Cells("LockDelete").SetFormula("1"));
+  Recorder recorder(running);
+  const Shape copy = group.Duplicate();
+  EXPECT_EQ(recorder.take(), Heard{"ShapeAdded Sheet.3"});
+  ASSERT_TRUE(copy.Delete());
+  EXPECT_EQ(recorder.take(), (Heard{"BeforeShapeDelete Sheet.3", "(handled)"}));
+}
+
+TEST_F(Events, PagesTellOfNameAndKindOnly) {
+  Recorder recorder(running);
+  const Page added = document.Pages().Add();
+  EXPECT_EQ(recorder.take(), Heard{"PageAdded Page-2"});
+  ASSERT_TRUE(added.SetName("Orders"));
+  ASSERT_TRUE(added.SetName("Orders"));
+  ASSERT_TRUE(added.SetBackground(true));
+  ASSERT_TRUE(added.SetBackground(true));
+  ASSERT_TRUE(page.SetBackPage(added));
+  EXPECT_EQ(recorder.take(), (Heard{"PageChanged Orders", "PageChanged Orders"}));
+  added.DrawRectangle(0, 0, 1, 1);
+  recorder.take();
+  ASSERT_TRUE(added.Delete());
+  EXPECT_EQ(recorder.take(), Heard{});
+  EXPECT_FALSE(page.BackPage());
+}
+
+class ListenerHazards : public Events {
+ protected:
+  const Cell x = user(rectangle(), "x", "0");
+  void change() { ASSERT_TRUE(x.SetResult(0, ++value)); }
+  double value = 0;
+  Doing first, second, third;
+};
+
+TEST_F(ListenerHazards, OneRemovesItself) {
+  for (Doing* each : {&first, &second}) running.advise(*each);
+  first.act = [&] { running.unadvise(first); };
+  change();
+  change();
+  EXPECT_EQ(first.heard, 1);
+  EXPECT_EQ(second.heard, 2);
+}
+
+TEST_F(ListenerHazards, OneRemovesAnother) {
+  for (Doing* each : {&first, &second, &third}) running.advise(*each);
+  first.act = [&] { running.unadvise(second); };
+  change();
+  EXPECT_EQ(second.heard, 0);
+  EXPECT_EQ(third.heard, 1);
+}
+
+TEST_F(ListenerHazards, OneIsAddedWhileTheOthersHear) {
+  running.advise(first);
+  first.act = [&] { running.advise(second); };
+  change();
+  EXPECT_EQ(second.heard, 0);
+  change();
+  EXPECT_EQ(second.heard, 1);
+}
+
+TEST_F(ListenerHazards, OneWritesWhatItListensTo) {
+  running.advise(first);
+  running.advise(second);
+  first.act = [&] {
+    if (x.Result(0) < 3.0) change();
+  };
+  change();
+  EXPECT_EQ(first.heard, 3);
+  EXPECT_EQ(second.heard, 3);
+  EXPECT_EQ(x.Result(0), 3.0);
+}
+
+TEST_F(ListenerHazards, OneDiesWhileItHears) {
+  auto mortal = std::make_unique<Doing>();
+  running.advise(*mortal);
+  running.advise(second);
+  std::function<void()> die = [&] {
+    running.unadvise(*mortal);
+    mortal.reset();
+  };
+  first.act = [&] { die(); };
+  running.unadvise(*mortal);
+  running.advise(first);
+  running.advise(*mortal);
+  change();
+  EXPECT_FALSE(mortal);
+  EXPECT_EQ(second.heard, 1);
+}
+
+TEST_F(Events, AnEndlessExchangeIsRefusedAtItsDepthAndKeepsWhatStands) {
+  const Shape shape = rectangle();
+  const Cell count = user(shape, "count", "0");
+  const Cell twice = user(shape, "twice", "User.count*2");
+  int accepted = 0, refused = 0;
+  Recorder recorder(running);
+  recorder.onCellChanged = [&](const Cell& cell) {
+    if (!(cell == count)) return;
+    (count.SetResult(0, count.Result(0).or_(0) + 1) ? accepted : refused)++;
+  };
+  ASSERT_TRUE(count.SetFormula("1"));
+  EXPECT_EQ(refused, 1);
+  EXPECT_EQ(accepted, host::Engine::deepestWrite - 1);
+  EXPECT_EQ(count.Result(0), double(host::Engine::deepestWrite));
+  EXPECT_EQ(twice.Result(0), 2.0 * host::Engine::deepestWrite);
+  EXPECT_NE(running.refusals().back().reason.find("nested"), std::string::npos);
+
+  recorder.onCellChanged = nullptr;
+  ASSERT_TRUE(count.SetFormula("7"));
+  EXPECT_EQ(twice.Result(0), 14.0);
+  ASSERT_TRUE(app.Undo());
+  ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(count.Result(0), 0.0);
+}
+
+TEST_F(Events, ShapesThatAddShapesEndToo) {
+  // Each arrival makes another shape: no cell is written, so nothing but the depth can end it.
+  Recorder recorder(running);
+  recorder.onShapeAdded = [&](const Shape&) { page.DrawRectangle(0, 0, 1, 1); };
+  rectangle();
+  EXPECT_LE(page.Shapes().Count(), 2 * host::Engine::deepestWrite);
+}
+
+TEST_F(Events, AHandlerMayDeleteTheShapeWhoseCellItHears) {
+  const Shape a = rectangle(), b = rectangle();
+  const Cell x = user(a, "x", "0");
+  user(a, "y", "User.x+1");
+  const Cell z = user(b, "z", at(a, "User.x") + "+1");
+  Recorder recorder(running);
+  recorder.onCellChanged = [&](const Cell& cell) {
+    if (cell == x) a.Delete();
+  };
+  EXPECT_TRUE(x.SetFormula("1"));
+  EXPECT_FALSE(x.Result(0));
+  EXPECT_EQ(recorder.take().back(), "CellChanged Sheet.2 User.z");
+  ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(x.Result(0), 0.0);
+  EXPECT_EQ(z.Result(0), 1.0);
+}
+
+}  // namespace
+}  // namespace quorvel

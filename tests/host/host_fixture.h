@@ -1,0 +1,120 @@
+// A host with one empty drawing, short ways to make cells, and a listener that writes down what it hears.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/automation/in_memory_host.h"
+#include "host/cells/cell_name.h"
+#include "host/cells/cell_table.h"
+
+namespace quorvel {
+
+class HostTest : public testing::Test {
+ protected:
+  host::InMemoryHost running;
+  Application app = running.app();
+  Document document = app.Documents().Add("");
+  Page page = document.Pages().Item(1);
+
+  host::Engine& engine() { return running.engine(); }
+  static host::SheetId sheetOf(const Shape& shape) { return host::SheetId{shape.ref().id}; }
+  Shape rectangle() { return page.DrawRectangle(1, 1, 2, 2); }
+  /// The cell User.`name`, made when missing, with the formula.
+  static Cell user(const Shape& shape, std::string_view name, const std::string& formula) {
+    const std::string cell = "User." + std::string(name);
+    if (!(shape.CellExists(cell, 1) == true)) shape.AddNamedRow(visio::sectionUser, name, 0);
+    EXPECT_TRUE(shape.Cells(cell).FormulaForce(formula)) << cell << " = " << formula;
+    return shape.Cells(cell);
+  }
+  /// As a formula that stands on another shape names it.
+  static std::string at(const Shape& shape, std::string_view cell) {
+    return shape.NameID().or_("") + "!" + std::string(cell);
+  }
+
+  /// A master of one group with one member. `fill` gives their cells, as a file would.
+  host::MasterId addMaster(const std::string& name,
+                           const std::function<void(host::Sheet& group, host::Sheet& member)>& fill) {
+    host::Store& store = engine().store;
+    const host::DocumentId id{document.ref().id};
+    const host::MasterId master = store.addMaster(id, name);
+    const host::PageId contents = store.master(master)->contents;
+    const host::SheetId group = store.addShape(contents, {}, host::SheetKind::Group);
+    const host::SheetId member = store.addShape(contents, group, host::SheetKind::Shape);
+    for (const host::SheetId sheet : {group, member}) {
+      set(*store.sheet(sheet), "Width", "2 in");
+      set(*store.sheet(sheet), "Height", "1 in");
+      set(*store.sheet(sheet), "PinX", "1 in");
+      set(*store.sheet(sheet), "PinY", "0.5 in");
+      set(*store.sheet(sheet), "LocPinX", "Width*0.5", 1);
+      set(*store.sheet(sheet), "LocPinY", "Height*0.5", 0.5);
+    }
+    fill(*store.sheet(group), *store.sheet(member));
+    engine().graph.addSheet(store.page(contents)->sheet);
+    engine().graph.addSheet(group);
+    engine().graph.addSheet(member);
+    return master;
+  }
+  /// A cell as a file gives it: formula and last value. A constant formula brings its own value.
+  void set(host::Sheet& sheet, std::string_view cellName, std::string_view formula, double value = 0) {
+    const Maybe<host::CellKey> key = host::parseCellName(cellName);
+    ASSERT_TRUE(key) << cellName;
+    host::Cell& cell = sheet.local(*key);
+    cell.formula = engine().store.formulas().get(formula);
+    ASSERT_TRUE(cell.formula) << formula;
+    const bool isLength = host::definitionOf(*key)->units == host::CellUnits::Length;
+    cell.value = cell.formula->constant()
+                     ? *cell.formula->constant()
+                     : host::Value::number(value, isLength ? host::Unit::Inches : host::Unit::None);
+  }
+
+  Shape drop(host::MasterId master, double x = 2, double y = 2) {
+    return page.Drop(Master(&running, {ObjectKind::Master, master.value, 0}), x, y);
+  }
+};
+
+/// Writes down events as "CellChanged Sheet.1 User.a".
+class Recorder : public ApplicationEvents {
+ public:
+  explicit Recorder(Backend& backend) : backend_(backend) { backend_.advise(*this); }
+  ~Recorder() override { backend_.unadvise(*this); }
+  Recorder(const Recorder&) = delete;
+  Recorder& operator=(const Recorder&) = delete;
+
+  std::vector<std::string> heard;
+  std::vector<std::string> take() { return std::exchange(heard, {}); }
+
+  // What a test does inside an event, after it was written down.
+  std::function<void(Cell)> onCellChanged;
+  std::function<void(Shape)> onShapeAdded, onBeforeShapeDelete;
+
+  void CellChanged(Cell cell) override {
+    note("CellChanged", cell);
+    if (onCellChanged) onCellChanged(cell);
+  }
+  void FormulaChanged(Cell cell) override { note("FormulaChanged", cell); }
+  void ShapeAdded(Shape shape) override {
+    heard.push_back("ShapeAdded " + shape.NameID().or_("?"));
+    if (onShapeAdded) onShapeAdded(shape);
+  }
+  void BeforeShapeDelete(Shape shape) override {
+    heard.push_back("BeforeShapeDelete " + shape.NameID().or_("?"));
+    if (onBeforeShapeDelete) onBeforeShapeDelete(shape);
+    heard.push_back("(handled)");
+  }
+  void SelectionChanged(Window) override { heard.push_back("SelectionChanged"); }
+  void TextChanged(Shape shape) override { heard.push_back("TextChanged " + shape.NameID().or_("?")); }
+  void PageAdded(Page page) override { heard.push_back("PageAdded " + page.Name().or_("?")); }
+  void PageChanged(Page page) override { heard.push_back("PageChanged " + page.Name().or_("?")); }
+
+ private:
+  void note(const char* event, const Cell& cell) {
+    heard.push_back(std::string(event) + " " + cell.Shape().NameID().or_("?") + " " + cell.Name().or_("?"));
+  }
+  Backend& backend_;
+};
+
+}  // namespace quorvel

@@ -1,0 +1,337 @@
+// What drawings and their logic rely on at the published surface: names, rows, guards, locks, fields, selections,
+// copies.
+#include <gtest/gtest.h>
+
+#include "host/host_fixture.h"
+
+namespace quorvel {
+namespace {
+
+class Surface : public HostTest {
+ protected:
+  Master box = Master(&running, {ObjectKind::Master,
+                                 addMaster("Box",
+                                           [this](host::Sheet& group, host::Sheet& member) {
+                                             set(group, "User.inherited", "3");
+                                             set(group, "Prop.Label", "\"box\"");
+                                             const std::string id = std::to_string(group.shapeId);
+                                             set(member, "User.ofGroup", "Sheet." + id + " !User.inherited+1", 4);
+                                           })
+                                     .value,
+                                 0});
+  Shape dropBox(const Page& where) { return where.Drop(box, 2, 2); }
+};
+
+TEST_F(Surface, NamesOfShapes) {
+  const Shape a = rectangle(), b = rectangle();
+  ASSERT_TRUE(a.SetName("A01"));
+  EXPECT_TRUE(b.SetName("A01")) << "while tasks are renumbered two bear one name";
+  EXPECT_EQ(page.Shapes().Item("a01"), a) << "the first in the stack";
+  EXPECT_FALSE(a.SetName(""));
+  EXPECT_EQ(a.Name(), "A01");
+
+  // A copy never takes its source's name along: links to the source would follow it.
+  EXPECT_EQ(a.Duplicate().Name(), "Sheet.3");
+  const Shape dropped = dropBox(page);
+  EXPECT_EQ(dropped.Name(), "Box.4");
+  dropped.SetName("A02");
+  EXPECT_EQ(dropped.Duplicate().Name(), "Box.6");
+  app.ActiveWindow().DeselectAll();
+  app.ActiveWindow().Select(a, visio::select);
+  ASSERT_TRUE(app.ActiveWindow().Selection().Copy());
+  ASSERT_TRUE(page.Paste());
+  EXPECT_EQ(app.ActiveWindow().Selection().Item(1).Name(), "Sheet.8");
+}
+
+TEST_F(Surface, NamesOfPages) {
+  const Page second = document.Pages().Add();
+  EXPECT_FALSE(second.SetName("page-1"));
+  EXPECT_FALSE(second.SetName(" "));
+  EXPECT_TRUE(second.SetName("Orders"));
+  EXPECT_TRUE(second.SetName("ORDERS")) << "its own name in another case";
+  EXPECT_EQ(document.Pages().Item("orders"), second);
+  EXPECT_FALSE(second.SetBackPage(page)) << "a foreground page is no background";
+  second.SetBackground(true);
+  EXPECT_TRUE(page.SetBackPage(second));
+  EXPECT_FALSE(second.SetBackPage(second));
+  EXPECT_TRUE(second.Delete());
+  EXPECT_FALSE(page.Delete()) << "the last page";
+}
+
+TEST_F(Surface, RowsOfTheMasterAreThereButNotLocal) {
+  const Shape shape = dropBox(page);
+  EXPECT_EQ(shape.CellExists("user.INHERITED", 0), true);
+  EXPECT_EQ(shape.CellExists("User.inherited", 1), false);
+  EXPECT_EQ(shape.CellExists("User.missing", 0), false);
+  EXPECT_FALSE(shape.Cells("User.missing"));
+  EXPECT_EQ(shape.Cells("User.inherited.Value").Name(), "User.inherited");
+
+  // A row of the master's name makes it local; one that is local already refuses, in any letter case.
+  EXPECT_TRUE(shape.AddNamedRow(visio::sectionUser, "Inherited", 0));
+  EXPECT_EQ(shape.CellExists("User.inherited", 1), true);
+  EXPECT_FALSE(shape.AddNamedRow(visio::sectionUser, "inherited", 0));
+  EXPECT_EQ(shape.RowCount(visio::sectionUser), 1);
+  EXPECT_FALSE(shape.AddNamedRow(visio::sectionUser, "no name", 0));
+  EXPECT_FALSE(shape.AddNamedRow(visio::sectionUser, "", 0));
+
+  // Deleting one hides the master's too, until it is made again.
+  ASSERT_TRUE(shape.DeleteRow(visio::sectionUser, 0));
+  EXPECT_FALSE(shape.Cells("User.inherited"));
+  EXPECT_EQ(dropBox(page).Cells("User.inherited").Result(0), 3.0);
+  EXPECT_TRUE(shape.AddNamedRow(visio::sectionUser, "inherited", 0));
+  EXPECT_TRUE(shape.Cells("User.inherited"));
+}
+
+TEST_F(Surface, CollectionsCountFromOneButHyperlinksFromZero) {
+  const Shape shape = rectangle();
+  const Hyperlink first = shape.AddHyperlink(), second = shape.Hyperlinks().Add();
+  ASSERT_TRUE(first.SetAddress("one") && second.SetAddress("say \"two\""));
+  EXPECT_EQ(shape.Hyperlinks().Item(0).Address(), "one");
+  EXPECT_EQ(shape.Hyperlinks().Item(1).Address(), "say \"two\"");
+  EXPECT_FALSE(shape.Hyperlinks().Item(2));
+  ASSERT_TRUE(first.Delete());
+  EXPECT_EQ(shape.Hyperlinks().Item(0).Address(), "say \"two\"");
+  EXPECT_EQ(second.Address(), "say \"two\"");
+  EXPECT_FALSE(first.Address());
+  ASSERT_TRUE(shape.DeleteSection(visio::sectionHyperlink));
+  EXPECT_EQ(shape.Hyperlinks().Count(), 0);
+
+  const Layer layer = page.Layers().Add("Visible");
+  EXPECT_EQ(page.Layers().Add("visible"), layer);
+  layer.Add(shape, 1);
+  for (const int index : {0, 2}) {
+    EXPECT_FALSE(page.Shapes().Item(index));
+    EXPECT_FALSE(document.Pages().Item(index));
+    EXPECT_FALSE(app.Documents().Item(index));
+    EXPECT_FALSE(shape.Layer(index));
+    EXPECT_FALSE(page.Layers().Item(index));
+  }
+  EXPECT_EQ(shape.Layer(1).Name(), "Visible");
+  EXPECT_EQ(page.Shapes().Item(1), shape);
+}
+
+TEST_F(Surface, OnlyAGuardStopsAWrite) {
+  const Shape shape = rectangle();
+  const Cell cell = user(shape, "x", "= GUARD( 2+1 )");
+  EXPECT_EQ(cell.Formula(), "GUARD( 2+1 )");
+  EXPECT_FALSE(cell.SetFormula("5"));
+  EXPECT_FALSE(cell.SetResult(0, 5.0));
+  EXPECT_FALSE(cell.SetResultIU(5.0));
+  EXPECT_EQ(cell.Result(0), 3.0);
+  EXPECT_TRUE(cell.ResultForce(0, 6.0));
+  EXPECT_EQ(cell.Formula(), "6");
+  EXPECT_FALSE(cell.FormulaForce("2 +* 3"));
+  EXPECT_EQ(cell.Formula(), "6") << "broken text leaves the cell";
+  EXPECT_TRUE(cell.SetFormula("=No Formula"));
+  EXPECT_EQ(cell.Formula(), "");
+
+  // Locks stop a user's commands, not writes to cells.
+  for (const char* lock : {"LockWidth", "LockTextEdit", "LockFormat", "LockMoveX"}) shape.Cells(lock).SetFormula("1");
+  EXPECT_TRUE(shape.Cells("Width").SetResult(visio::unitsInches, 3.0));
+  EXPECT_TRUE(shape.Cells("PinX").SetResult(visio::unitsInches, 3.0));
+  EXPECT_TRUE(shape.SetText("typed by code"));
+  EXPECT_FALSE(shape.BeginTextEdit());
+  shape.Cells("LockTextEdit").SetFormula("0");
+  EXPECT_TRUE(shape.BeginTextEdit());
+  EXPECT_TRUE(shape.EndTextEdit("typed by hand"));
+  EXPECT_EQ(shape.Text(), "typed by hand");
+}
+
+TEST_F(Surface, ALockAgainstDeletionHoldsForTheShapeAndNotForItsGroup) {
+  const Shape group = dropBox(page), member = group.Shapes().Item(1);
+  ASSERT_TRUE(member.Cells("LockDelete").SetFormula("1"));
+  EXPECT_FALSE(member.Delete());
+  EXPECT_TRUE(member.Name());
+  EXPECT_TRUE(group.Delete());
+  EXPECT_FALSE(member.Name());
+
+  const Shape locked = rectangle(), open = rectangle();
+  locked.Cells("LockDelete").SetFormula("1");
+  const Window window = app.ActiveWindow();
+  for (const Shape& shape : {locked, open}) window.Select(shape, visio::select);
+  EXPECT_FALSE(window.Selection().Delete()) << "not all of it";
+  EXPECT_TRUE(locked.Name());
+  EXPECT_FALSE(open.Name());
+}
+
+TEST_F(Surface, FieldsStandInTextOrder) {
+  const Shape shape = rectangle();
+  user(shape, "word", "\"world\"");
+  // Where there is neither text nor field the first field can be written, and becomes the text.
+  EXPECT_EQ(shape.CellExists("Fields.Value[1]", 1), false);
+  ASSERT_TRUE(shape.Cells("Fields.Value[1]").FormulaForce("User.word"));
+  EXPECT_EQ(shape.Text(), "world");
+  EXPECT_EQ(shape.CellExists("Fields.Value", 1), true);
+
+  // A new field stands first and becomes row 1.
+  ASSERT_TRUE(shape.Characters().AddCustomField("\"hello \"", 0));
+  EXPECT_EQ(shape.Text(), "hello world");
+  EXPECT_EQ(shape.Cells("Fields.Value[2]").Formula(), "User.word");
+  ASSERT_TRUE(shape.Characters().AddCustomField("", 0));
+  ASSERT_TRUE(shape.Cells("Fields.Value[1]").FormulaForce("\"oh, \""));
+  EXPECT_EQ(shape.Characters().Text(), "oh, hello world");
+  shape.Cells("Fields.Format[3]").FormulaForce("\"'the '@\"");
+  EXPECT_EQ(shape.Text(), "oh, hello the world");
+
+  // Text that is put replaces the fields; behind text no field can be written.
+  ASSERT_TRUE(shape.SetText("plain"));
+  EXPECT_FALSE(shape.Cells("Fields.Value[1]").FormulaForce("User.word"));
+  EXPECT_EQ(shape.Text(), "plain");
+  EXPECT_EQ(shape.RowCount(8), 0);
+
+  // What was shown and is typed again leaves the field alone.
+  ASSERT_TRUE(shape.SetText(""));
+  ASSERT_TRUE(shape.Cells("Fields.Value[1]").FormulaForce("User.word"));
+  ASSERT_TRUE(shape.EndTextEdit("world"));
+  EXPECT_EQ(shape.CellExists("Fields.Value[1]", 1), true);
+}
+
+TEST_F(Surface, ASelectionIsWalkedInItsMode) {
+  const Shape group = dropBox(page), member = group.Shapes().Item(1), other = rectangle();
+  const Window window = app.ActiveWindow();
+  window.DeselectAll();
+  for (const Shape& shape : {other, group, member}) ASSERT_TRUE(window.Select(shape, visio::select));
+  const Selection selection = window.Selection();
+  EXPECT_EQ(selection.all(), (std::vector<Shape>{other, group}));
+  ASSERT_TRUE(selection.SetIterationMode(visio::selectModeSkipSuper));
+  EXPECT_EQ(selection.all(), (std::vector<Shape>{other, member}));
+
+  // What was handed out stays as it was; a shape that went keeps its place.
+  window.Select(other, visio::deselect);
+  EXPECT_EQ(selection.Count(), 2);
+  EXPECT_EQ(window.Selection().Count(), 1);
+  other.Delete();
+  EXPECT_EQ(selection.Count(), 2);
+  EXPECT_FALSE(selection.Item(1).Name());
+  EXPECT_FALSE(window.Select(other, visio::select));
+  EXPECT_FALSE(window.Select(document.Pages().Add().DrawRectangle(0, 0, 1, 1), 99));
+}
+
+TEST_F(Surface, ReferencesInsideACopyMeanTheCopy) {
+  const Shape source = dropBox(page), member = source.Shapes().Item(1);
+  const std::string outside = at(rectangle(), "Width");
+  ASSERT_TRUE(member.Cells("User.ofGroup").SetFormula("Sheet." + std::to_string(*source.ID()) + "!User.inherited+1"));
+  user(member, "beyond", outside);
+  const auto reads = [](const Shape& copy) {
+    const std::string group = copy.NameID().or_("?");
+    const Shape inner = copy.Shapes().Item(1);
+    EXPECT_NE(inner.Cells("User.ofGroup").Formula().or_("").find(group), std::string::npos)
+        << inner.Cells("User.ofGroup").Formula().or_("(none)") << " in " << group;
+    EXPECT_TRUE(copy.Cells("User.inherited").FormulaForce("41"));
+    EXPECT_EQ(inner.Cells("User.ofGroup").Result(0), 42.0) << group;
+  };
+  EXPECT_EQ(dropBox(page).Shapes().Item(1).Cells("User.ofGroup").Formula(), "Sheet.4 !User.inherited+1");
+  reads(dropBox(page));
+
+  const Shape duplicate = source.Duplicate();
+  reads(duplicate);
+  EXPECT_EQ(duplicate.Shapes().Item(1).Cells("User.beyond").Formula(), outside)
+      << "what is not copied keeps its meaning";
+  EXPECT_EQ(member.Cells("User.ofGroup").Result(0), 4.0) << "the source is untouched";
+
+  const Window window = app.ActiveWindow();
+  window.DeselectAll();
+  window.Select(source, visio::select);
+  ASSERT_TRUE(window.Selection().Copy());
+  const Page second = document.Pages().Add();
+  second.DrawRectangle(0, 0, 1, 1);
+  ASSERT_TRUE(second.Paste());
+  reads(second.Shapes().Item(2));
+  EXPECT_EQ(second.Shapes().Item(2).Master().Name(), "Box");
+
+  const Document other = app.Documents().Add("");
+  const Page there = other.Pages().Item(1);
+  for (int i = 0; i < 5; ++i) there.DrawRectangle(0, 0, 1, 1);
+  ASSERT_TRUE(there.Paste());
+  reads(there.Shapes().Item(6));
+  EXPECT_EQ(other.Masters().Count(), 1) << "the master came along";
+  ASSERT_TRUE(there.Paste());
+  EXPECT_EQ(other.Masters().Count(), 1) << "once";
+}
+
+TEST_F(Surface, ACopyStandsOnTheLayersOfItsNewPage) {
+  const Shape shape = rectangle();
+  page.Layers().Add("First");
+  page.Layers().Add("Details").Add(shape, 1);
+  app.ActiveWindow().Select(shape, visio::select);
+  ASSERT_TRUE(app.ActiveWindow().Selection().Copy());
+  const Page second = document.Pages().Add();
+  second.Layers().Add("Other");
+  ASSERT_TRUE(second.Paste());
+  const Shape copy = second.Shapes().Item(1);
+  ASSERT_EQ(copy.LayerCount(), 1);
+  EXPECT_EQ(copy.Layer(1).Name(), "Details");
+}
+
+TEST_F(Surface, Durations) {
+  const Shape shape = rectangle();
+  const Cell time = user(shape, "TimeValue", "\"0 em.\"");
+  shape.AddNamedRow(visio::sectionProp, "Time_Units", 0);
+  shape.Cells("Prop.Time_Units").SetFormula("\"Minutes\"");
+  shape.AddNamedRow(visio::sectionProp, "Completion", 0);
+  const Cell shown = shape.Cells("Prop.Completion");
+  const std::string formula =
+      "=  FORMATEX(User.TimeValue,\"#.##### u\",,IF(STRSAME(Prop.Time_Units,\"Seconds\"),\"es.\","
+      "IF(STRSAME(Prop.Time_Units,\"Minutes\"),\"em.\",IF(STRSAME(Prop.Time_Units,\"Hours\"),\"eh.\","
+      "IF(STRSAME(Prop.Time_Units,\"Days\"),\"ed.\",\"ew.\")))))";
+  ASSERT_TRUE(shown.FormulaForce(formula));
+  EXPECT_EQ(time.ResultStr(0), "0 em.");
+  EXPECT_EQ(shown.ResultIU(), 0.0);
+
+  const struct {
+    const char *written, *units, *shown;
+    double days;
+  } cases[] = {
+      {"5em", "Minutes", "5 em.", 5 / 1440.0},   {"5 em.", "Seconds", "300 es.", 5 / 1440.0},
+      {"\"2 eh.\"", "Hours", "2 eh.", 2 / 24.0}, {"2 eh.", "Minutes", "120 em.", 2 / 24.0},
+      {"1.5 ed.", "Days", "1.5 ed.", 1.5},       {"2 ew", "Weeks", "2 ew.", 14},
+  };
+  for (const auto& c : cases) {
+    ASSERT_TRUE(time.FormulaForce(c.written)) << c.written;
+    shape.Cells("Prop.Time_Units").SetFormula("\"" + std::string(c.units) + "\"");
+    EXPECT_EQ(shown.ResultStr(0), c.shown) << c.written;
+    EXPECT_NEAR(shown.ResultIU().or_(-1), c.days, 1e-9) << c.written;
+  }
+
+  // A bare number in a duration property is a duration too; its text always ends in blank, two letters and a point.
+  ASSERT_TRUE(shape.Cells("Prop.Completion.Type").SetFormula("6"));
+  ASSERT_TRUE(shown.FormulaForce("2"));
+  EXPECT_EQ(shown.ResultStr(0), "2 ed.");
+  EXPECT_EQ(shown.Formula(), "2");
+}
+
+TEST_F(Surface, AGluedEndFollowsItsShape) {
+  const Shape from = page.DrawRectangle(0, 0, 2, 2), to = page.DrawRectangle(6, 0, 8, 2);
+  const Shape line = page.DrawLine(3, 3, 4, 4);
+  ASSERT_TRUE(line.Cells("BeginX").GlueTo(from.Cells("PinX")));
+  ASSERT_TRUE(line.Cells("EndX").GlueTo(to.Cells("PinX")));
+  EXPECT_EQ(line.Cells("BeginX").Result(visio::unitsInches), 1.0);
+  EXPECT_EQ(line.Cells("EndX").Result(visio::unitsInches), 7.0);
+  ASSERT_TRUE(to.Cells("PinX").SetResult(visio::unitsInches, 11.0));
+  ASSERT_TRUE(to.Cells("PinY").SetResult(visio::unitsInches, 5.0));
+  EXPECT_EQ(line.Cells("EndX").Result(visio::unitsInches), 11.0);
+  EXPECT_EQ(line.Cells("EndY").Result(visio::unitsInches), 5.0);
+  EXPECT_EQ(line.Cells("PinX").Result(visio::unitsInches), 6.0);
+
+  EXPECT_FALSE(line.Cells("EndX").GlueTo(line.Cells("PinX")));
+  EXPECT_FALSE(from.Cells("PinX").GlueTo(to.Cells("PinX")));
+  EXPECT_FALSE(line.Cells("EndX").GlueTo(document.Pages().Add().DrawRectangle(0, 0, 1, 1).Cells("PinX")));
+  ASSERT_TRUE(to.Delete());
+  EXPECT_TRUE(line.Cells("EndX"));
+  ASSERT_TRUE(app.Undo());
+  ASSERT_TRUE(to.Cells("PinX").SetResult(visio::unitsInches, 9.0));
+  EXPECT_EQ(line.Cells("EndX").Result(visio::unitsInches), 9.0);
+}
+
+TEST_F(Surface, MembersAnswerTheMasterTheyCameWith) {
+  const Shape group = dropBox(page);
+  EXPECT_EQ(group.Shapes().Item(1).Master().Name(), "Box");
+  EXPECT_FALSE(group.DrawRectangle(0, 0, 1, 1).Master());
+  EXPECT_FALSE(rectangle().Master());
+  EXPECT_EQ(group.Shapes().Item(1).ContainingShape(), group);
+  EXPECT_EQ(group.ContainingShape(), page.PageSheet());
+  EXPECT_FALSE(group.Parent());
+}
+
+}  // namespace
+}  // namespace quorvel
