@@ -1,0 +1,101 @@
+// A host that refuses one call on purpose: it stands between the add-in and a real host, counts the calls, and refuses
+// the n-th.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "model/host_model.h"
+
+namespace quorvel {
+
+class RefusingBackend : public Backend {
+ public:
+  /// `refused` counts from 1; 0 refuses nothing.
+  RefusingBackend(Backend& inner, std::size_t refused) : inner_(inner), refused_(refused), forwarder_(*this) {
+    inner_.advise(forwarder_);
+  }
+  ~RefusingBackend() override { inner_.unadvise(forwarder_); }
+  RefusingBackend(const RefusingBackend&) = delete;
+  RefusingBackend& operator=(const RefusingBackend&) = delete;
+
+  std::size_t calls() const { return calls_; }
+
+  Maybe<Variant> get(const ObjectRef& object, Member member, Arguments arguments) override {
+    if (refuses()) return {};
+    return inner_.get(object, member, arguments);
+  }
+  bool put(const ObjectRef& object, Member member, Arguments indices, const Argument& value) override {
+    return !refuses() && inner_.put(object, member, indices, value);
+  }
+  Maybe<Variant> call(const ObjectRef& object, Member member, Arguments arguments) override {
+    if (refuses()) return {};
+    return inner_.call(object, member, arguments);
+  }
+  ObjectRef application() const override { return inner_.application(); }
+  void advise(ApplicationEvents& listener) override { listeners_.push_back(&listener); }
+  void unadvise(ApplicationEvents& listener) override { std::erase(listeners_, &listener); }
+  std::vector<Refusal> refusals() const override { return inner_.refusals(); }
+  std::size_t refusalCount() const override { return inner_.refusalCount(); }
+
+ private:
+  bool refuses() { return ++calls_ == refused_; }
+
+  /// Hears the real host and tells on with handles that lead through the wrapper.
+  class Forwarder : public ApplicationEvents {
+   public:
+    explicit Forwarder(RefusingBackend& outer) : outer_(outer) {}
+
+    void DocumentCreated(Document d) override { tell(&ApplicationEvents::DocumentCreated, d); }
+    void DocumentOpened(Document d) override { tell(&ApplicationEvents::DocumentOpened, d); }
+    void BeforeDocumentSave(Document d) override { tell(&ApplicationEvents::BeforeDocumentSave, d); }
+    void BeforeDocumentSaveAs(Document d) override { tell(&ApplicationEvents::BeforeDocumentSaveAs, d); }
+    void DocumentSaved(Document d) override { tell(&ApplicationEvents::DocumentSaved, d); }
+    void DocumentSavedAs(Document d) override { tell(&ApplicationEvents::DocumentSavedAs, d); }
+    void BeforeDocumentClose(Document d) override { tell(&ApplicationEvents::BeforeDocumentClose, d); }
+    void PageAdded(Page p) override { tell(&ApplicationEvents::PageAdded, p); }
+    void PageChanged(Page p) override { tell(&ApplicationEvents::PageChanged, p); }
+    void ShapeAdded(Shape s) override { tell(&ApplicationEvents::ShapeAdded, s); }
+    void BeforeShapeDelete(Shape s) override { tell(&ApplicationEvents::BeforeShapeDelete, s); }
+    void BeforeShapeTextEdit(Shape s) override { tell(&ApplicationEvents::BeforeShapeTextEdit, s); }
+    void ShapeExitedTextEdit(Shape s) override { tell(&ApplicationEvents::ShapeExitedTextEdit, s); }
+    void TextChanged(Shape s) override { tell(&ApplicationEvents::TextChanged, s); }
+    void CellChanged(Cell c) override { tell(&ApplicationEvents::CellChanged, c); }
+    void FormulaChanged(Cell c) override { tell(&ApplicationEvents::FormulaChanged, c); }
+    void SelectionChanged(Window w) override { tell(&ApplicationEvents::SelectionChanged, w); }
+    void WindowActivated(Window w) override { tell(&ApplicationEvents::WindowActivated, w); }
+    void AppActivated(Application a) override { tell(&ApplicationEvents::AppActivated, a); }
+    void BeforeModal(Application a) override { tell(&ApplicationEvents::BeforeModal, a); }
+    void AfterModal(Application a) override { tell(&ApplicationEvents::AfterModal, a); }
+    void EnterScope(int n, std::string_view d) override { tell(&ApplicationEvents::EnterScope, n, d); }
+    void ExitScope(int n, std::string_view d) override { tell(&ApplicationEvents::ExitScope, n, d); }
+    void MarkerEvent(int n, std::string_view c) override { tell(&ApplicationEvents::MarkerEvent, n, c); }
+    void MouseDown(int b, int s, double x, double y) override { tell(&ApplicationEvents::MouseDown, b, s, x, y); }
+    void MouseMove(int b, int s, double x, double y) override { tell(&ApplicationEvents::MouseMove, b, s, x, y); }
+    void Click(CommandBarButton b) override { tell(&ApplicationEvents::Click, b); }
+
+   private:
+    template <class Object>
+    requires std::derived_from<Object, Handle> Object through(const Object& object)
+    const { return Object(&outer_, object.ref()); }
+    template <class Value>
+    Value through(const Value& value) const {
+      return value;
+    }
+    template <class... Parameters>
+    void tell(void (ApplicationEvents::*event)(Parameters...), const Parameters&... parameters) {
+      const std::vector<ApplicationEvents*> snapshot = outer_.listeners_;
+      for (ApplicationEvents* listener : snapshot) (listener->*event)(through(parameters)...);
+    }
+    RefusingBackend& outer_;
+  };
+
+  Backend& inner_;
+  std::size_t refused_;
+  std::size_t calls_ = 0;
+  std::vector<ApplicationEvents*> listeners_;
+  Forwarder forwarder_;
+};
+
+}  // namespace quorvel
