@@ -45,7 +45,9 @@ Parts everything() {
       "<Section N='Geometry' IX='0'><Cell N='NoFill' V='0'/>"
       "<Row T='RelMoveTo' IX='1'><Cell N='X' V='0'/><Cell N='Y' V='0'/></Row>"
       "<Row T='RelLineTo' IX='2'><Cell N='X' V='1'/><Cell N='Y' V='0'/></Row></Section>"
-      "<Text>Task</Text><Shapes><Shape ID='6' Type='Shape'><Cell N='PinX' V='0.5' F='Sheet.5!Width*0.5'/></Shape>"
+      "<Section N='Field'><Row IX='0'><Cell N='Value' V='x' U='STR'/></Row></Section>"
+      "<Text>Task <fld IX='0'>x</fld></Text><Shapes><Shape ID='6' Type='Shape'><Cell N='PinX' V='0.5' "
+      "F='Sheet.5!Width*0.5'/></Shape>"
       "<Shape ID='7' Type='Shape'><Text>band</Text></Shape></Shapes></Shape></Shapes>");
   std::string& document = parts["visio/document.xml"];
   document.insert(document.find("<StyleSheets>"),
@@ -94,6 +96,9 @@ Parts everything() {
       "<Rel r:id='rId9'/></ForeignData></Shape>"
       "<Shape ID='15' Type='Foreign'><ForeignData ForeignType='Bitmap' CompressionType='PNG' ExtentX='1'>"
       "<Rel r:id='rId9'/></ForeignData></Shape>"
+      "<Shape ID='20' Type='Group' Master='2'><Section N='Field'><Row IX='0'><Cell N='Value' V='y' U='STR'/></Row>"
+      "</Section><Shapes><Shape ID='21' Type='Shape' MasterShape='6'/>"
+      "<Shape ID='22' Type='Shape' MasterShape='7'/></Shapes></Shape>"
       "<Shape ID='16' Type='Guide'><Text>a<unknown/>b</Text><Mystery a='1'/></Shape></Shapes>"
       "<Connects><Connect FromSheet='14' FromCell='BeginX' FromPart='9' ToSheet='12' ToCell='PinX' ToPart='3'/>"
       "<Connect FromSheet='15' ToSheet='12' FromCell='EndX'/></Connects>");

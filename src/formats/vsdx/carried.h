@@ -70,7 +70,9 @@ struct CarriedSheet : host::Extras {
   std::string text;                      ///< the Text element as written, kept where writing it anew would differ
   std::shared_ptr<const host::TextBody> textRead;  ///< what it was read as
   unsigned emptyData = 0;                          ///< bit n: the element Data<n+1> stands there empty
-  bool lacksType = false;                          ///< the Type is the master's
+  bool lacksText = false;         ///< the file left the Text element out although its fields show something else than
+  std::string fieldsWithoutText;  ///< the master's; what they showed then
+  bool lacksType = false;         ///< the Type is the master's
   std::string olderContents;
 };
 

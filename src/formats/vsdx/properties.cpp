@@ -122,7 +122,8 @@ bool load(pugi::xml_document& document, std::string& xml, const char* fresh) {
 }
 
 /// Names of pages and masters as the part lists them.
-void putTitles(pugi::xml_node root, const host::Store& store, const host::Document& document) {
+void putTitles(pugi::xml_node root, bool isNew, const host::Store& store, const host::Document& document) {
+  if (!isNew && !childNamed(root, "TitlesOfParts")) return;
   std::vector<std::string> titles;
   for (const host::PageId page : document.pages) titles.push_back(store.page(page)->name);
   for (const host::MasterId id : document.masters) {
@@ -215,7 +216,7 @@ std::string writeApplicationProperties(const std::string& before, const host::St
   if (lastStep(innerText(childNamed(root, "Template"))) != drawing.properties.templateName)
     putProperty(root, {"Template", nullptr}, drawing.properties.templateName);
   for (const Property& property : applicationProperties) putProperty(root, property, drawing.properties.*property.text);
-  putTitles(root, store, drawing);
+  putTitles(root, before.empty(), store, drawing);
   return printed(document);
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "formats/vsdx/carried.h"
+#include "formats/vsdx/sheet_reader.h"
 #include "host/sheet/inheritance.h"
 #include "host/text/text.h"
 
@@ -12,9 +13,24 @@ namespace quorvel::formats {
 using host::TextBody;
 using host::TextPiece;
 
+namespace {
+
+/// What all fields of the inherited text show, one behind the other.
+std::string shownFields(const host::Store& store, const host::Sheet& sheet) {
+  std::string shown;
+  for (const TextPiece& piece : *host::textOf(store, sheet.prototype)) {
+    if (piece.kind == TextPiece::Field) shown.append(host::fieldText(store, sheet.id, piece.index)).append("\n");
+  }
+  return shown;
+}
+
+}  // namespace
+
 bool showsOtherFields(const host::Store& store, const host::Sheet& sheet) {
   if (sheet.text || !sheet.prototype || !sheet.find(host::SectionNumber::TextField)) return false;
   const TextBody* const body = host::textOf(store, sheet.prototype);
+  const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
+  if (body && carry && carry->lacksText && carry->fieldsWithoutText == shownFields(store, sheet)) return false;
   return body && std::any_of(body->begin(), body->end(), [&](const TextPiece& piece) {
            return piece.kind == TextPiece::Field &&
                   host::fieldText(store, sheet.id, piece.index) != host::fieldText(store, sheet.prototype, piece.index);
@@ -22,6 +38,10 @@ bool showsOtherFields(const host::Store& store, const host::Sheet& sheet) {
 }
 
 void inheritRepeatedText(host::Store& store, host::Sheet& sheet) {
+  if (showsOtherFields(store, sheet)) {
+    carriedOf(sheet).lacksText = true;
+    carriedOf(sheet).fieldsWithoutText = shownFields(store, sheet);
+  }
   if (!sheet.text || !sheet.prototype) return;
   if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras); carry && !carry->text.empty()) return;
   const TextBody* const inherited = host::textOf(store, sheet.prototype);
