@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "base/text.h"
+#include "host/cells/cell_table.h"
 
 namespace quorvel::host {
 namespace {
@@ -58,7 +59,17 @@ DocumentOutcome read(Engine& engine, const std::string& fileName) {
   return {Outcome::done(), result.document};
 }
 
-/// LISTSEP, file names and the like are taken afresh for this machine; the rest stands as the file has it.
+/// A page without a size is a file that other programs refuse.
+void setLetterSize(Store& store, SheetId page) {
+  const auto set = [&](std::string_view name, double inches) {
+    store.sheet(page)->local(objectCell(name)).value = Value::number(inches, Unit::Inches);
+  };
+  set("PageWidth", 8.5);
+  set("PageHeight", 11);
+  set("PageScale", 1);
+  set("DrawingScale", 1);
+}
+
 void activate(Engine& engine, DocumentId document, bool hidden) {
   if (hidden) return;
   engine.addWindow(document);
@@ -78,7 +89,7 @@ DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
   const std::string name = drawingName(engine);
   if (templateFile.empty()) {
     id = engine.store.addDocument(name);
-    engine.store.addPage(id, "Page-1");
+    setLetterSize(engine.store, engine.store.page(engine.store.addPage(id, "Page-1"))->sheet);
     engine.graph.addDocument(id);
   } else {
     const DocumentOutcome opened = read(engine, templateFile);
