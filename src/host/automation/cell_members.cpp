@@ -12,9 +12,7 @@
 namespace quorvel::host {
 namespace {
 
-std::uint64_t rowPart(SectionNumber section, RowKey row) {
-  return (std::uint64_t(section) << 32) | row.packed();
-}
+std::uint64_t rowPart(SectionNumber section, RowKey row) { return (std::uint64_t(section) << 32) | row.packed(); }
 
 std::string rowNameOf(const Store& store, const CellAddress& cell) {
   if (!cell.key.row.isNamed()) return {};

@@ -87,7 +87,7 @@ bool InMemoryHost::putCommandBars(const ObjectRef& object, Member member, const 
   const Maybe<int> number = integerOf(value);
   const Maybe<std::string_view> text = textOfArgument(value);
   if (Bar* bar = object.kind == ObjectKind::CommandBar ? engine_.bars.bar(object.id) : nullptr) {
-    int Bar::*field = member == Member::CommandBar_Height      ? &Bar::height
+    int Bar::*field = member == Member::CommandBar_Height       ? &Bar::height
                       : member == Member::CommandBar_Left       ? &Bar::left
                       : member == Member::CommandBar_Position   ? &Bar::position
                       : member == Member::CommandBar_RowIndex   ? &Bar::rowIndex

@@ -68,7 +68,8 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
       const DocumentId document = engine_.activeDocument();
       const bool undo = member == Member::Application_Undo;
       const bool moved = document && (undo ? engine_.undo.undo(document) : engine_.undo.redo(document));
-      if (!moved) return refuse(engine_.undo.isOpen() ? "a scope is open" : undo ? "nothing to undo" : "nothing to redo");
+      if (!moved)
+        return refuse(engine_.undo.isOpen() ? "a scope is open" : undo ? "nothing to undo" : "nothing to redo");
       engine_.store.document(document)->saved = false;
       engine_.forgetTheGone();
       return Variant(std::monostate());

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t keptRefusals = 1000;
 
-/// Counts puts and actions inside puts and actions, which handlers of events make. Writes have a bound of their own, which
-/// is met first; this one ends an endless exchange of shapes, rows or selections.
+/// Counts puts and actions inside puts and actions, which handlers of events make. Writes have a bound of their own,
+/// which is met first; this one ends an endless exchange of shapes, rows or selections.
 class Nesting {
  public:
   explicit Nesting(int& depth) : depth_(depth) { ++depth_; }
@@ -26,7 +26,8 @@ class Nesting {
 }  // namespace
 
 Maybe<double> numberOf(const Argument& value) {
-  if (const auto* number = std::get_if<double>(&value)) return std::isfinite(*number) ? Maybe<double>(*number) : std::nullopt;
+  if (const auto* number = std::get_if<double>(&value))
+    return std::isfinite(*number) ? Maybe<double>(*number) : std::nullopt;
   if (const auto* whole = std::get_if<std::int64_t>(&value)) return static_cast<double>(*whole);
   if (const auto* truth = std::get_if<bool>(&value)) return *truth ? 1.0 : 0.0;
   return {};
@@ -96,201 +97,144 @@ bool InMemoryHost::alive(const ObjectRef& object) const {
   }
 }
 
-Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Arguments arguments) {
-  const ObjectRef outer = std::exchange(current_, object);
-  const Member outerMember = std::exchange(currentMember_, member);
-  Maybe<Variant> value;
-  if (infoOf(member).object != object.kind) {
-    value = refuse("the object has no such member");
-  } else if (!alive(object)) {
-    value = refuse("the object is gone");
-  } else {
-    switch (object.kind) {
-      case ObjectKind::Application:
-        value = getApplication(member);
-        break;
-      case ObjectKind::Documents:
-        value = getDocuments(member, arguments);
-        break;
-      case ObjectKind::Document:
-        value = getDocument(DocumentId{object.id}, member);
-        break;
-      case ObjectKind::Pages:
-        value = getPages(DocumentId{object.id}, member, arguments);
-        break;
-      case ObjectKind::Masters:
-        value = getMasters(DocumentId{object.id}, member, arguments);
-        break;
-      case ObjectKind::Master:
-        value = Variant(engine_.store.master(MasterId{object.id})->name);
-        break;
-      case ObjectKind::Page:
-        value = getPage(PageId{object.id}, member);
-        break;
-      case ObjectKind::Shapes:
-        value = getShapes(object, member, arguments);
-        break;
-      case ObjectKind::Shape:
-        value = getShape(SheetId{object.id}, member, arguments);
-        break;
-      case ObjectKind::Characters:
-        value = getShape(SheetId{object.id}, Member::Shape_Text, arguments);
-        break;
-      case ObjectKind::Section:
-      case ObjectKind::Row:
-        value = getSectionOrRow(object, member, arguments);
-        break;
-      case ObjectKind::Cell:
-        value = getCell({SheetId{object.id}, CellKey::fromPacked(object.part)}, member, arguments);
-        break;
-      case ObjectKind::Selection:
-        value = getSelection(object, member, arguments);
-        break;
-      case ObjectKind::Window:
-        value = getWindow(WindowId{object.id}, member);
-        break;
-      case ObjectKind::Layers:
-      case ObjectKind::Layer:
-        value = getLayers(object, member, arguments);
-        break;
-      case ObjectKind::Hyperlinks:
-      case ObjectKind::Hyperlink:
-        value = getHyperlinks(object, member, arguments);
-        break;
-      default:
-        value = getCommandBars(object, member, arguments);
-        break;
-    }
+/// The call at hand, whose name a refusal bears; calls nest through handlers of events.
+class InMemoryHost::Current {
+ public:
+  Current(InMemoryHost& host, const ObjectRef& object, Member member)
+      : host_(host),
+        object_(std::exchange(host.current_, object)),
+        member_(std::exchange(host.currentMember_, member)) {}
+  ~Current() {
+    host_.current_ = object_;
+    host_.currentMember_ = member_;
   }
-  current_ = outer;
-  currentMember_ = outerMember;
-  return value;
+  Current(const Current&) = delete;
+  Current& operator=(const Current&) = delete;
+
+ private:
+  InMemoryHost& host_;
+  ObjectRef object_;
+  Member member_;
+};
+
+bool InMemoryHost::admits(const ObjectRef& object, Member member) {
+  if (infoOf(member).object != object.kind) {
+    refuse("the object has no such member");
+    return false;
+  }
+  if (!alive(object)) {
+    refuse("the object is gone");
+    return false;
+  }
+  return true;
+}
+
+Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Arguments arguments) {
+  const Current current(*this, object, member);
+  if (!admits(object, member)) return {};
+  switch (object.kind) {
+    case ObjectKind::Application:
+      return getApplication(member);
+    case ObjectKind::Documents:
+      return getDocuments(member, arguments);
+    case ObjectKind::Document:
+      return getDocument(DocumentId{object.id}, member);
+    case ObjectKind::Pages:
+      return getPages(DocumentId{object.id}, member, arguments);
+    case ObjectKind::Masters:
+      return getMasters(DocumentId{object.id}, member, arguments);
+    case ObjectKind::Master:
+      return Variant(engine_.store.master(MasterId{object.id})->name);
+    case ObjectKind::Page:
+      return getPage(PageId{object.id}, member);
+    case ObjectKind::Shapes:
+      return getShapes(object, member, arguments);
+    case ObjectKind::Shape:
+      return getShape(SheetId{object.id}, member, arguments);
+    case ObjectKind::Characters:
+      return getShape(SheetId{object.id}, Member::Shape_Text, arguments);
+    case ObjectKind::Section:
+    case ObjectKind::Row:
+      return getSectionOrRow(object, member, arguments);
+    case ObjectKind::Cell:
+      return getCell({SheetId{object.id}, CellKey::fromPacked(object.part)}, member, arguments);
+    case ObjectKind::Selection:
+      return getSelection(object, member, arguments);
+    case ObjectKind::Window:
+      return getWindow(WindowId{object.id}, member);
+    case ObjectKind::Layers:
+    case ObjectKind::Layer:
+      return getLayers(object, member, arguments);
+    case ObjectKind::Hyperlinks:
+    case ObjectKind::Hyperlink:
+      return getHyperlinks(object, member, arguments);
+    default:
+      return getCommandBars(object, member, arguments);
+  }
 }
 
 bool InMemoryHost::put(const ObjectRef& object, Member member, Arguments indices, const Argument& value) {
-  const ObjectRef outer = std::exchange(current_, object);
-  const Member outerMember = std::exchange(currentMember_, member);
+  const Current current(*this, object, member);
   const Nesting nesting(nesting_);
-  bool done = false;
-  if (infoOf(member).object != object.kind) {
-    refuse("the object has no such member");
-  } else if (!alive(object)) {
-    refuse("the object is gone");
-  } else if (nesting.tooDeep()) {
+  if (!admits(object, member)) return false;
+  if (nesting.tooDeep()) {
     refuse("calls inside calls are nested too deeply");
-  } else {
-    switch (object.kind) {
-      case ObjectKind::Document:
-        done = putDocument(DocumentId{object.id}, member, indices, value);
-        break;
-      case ObjectKind::Page:
-        done = putPage(PageId{object.id}, member, value);
-        break;
-      case ObjectKind::Shape:
-        done = putShape(SheetId{object.id}, member, indices, value);
-        break;
-      case ObjectKind::Row:
-        done = putRow(object, member, value);
-        break;
-      case ObjectKind::Cell:
-        done = putCell({SheetId{object.id}, CellKey::fromPacked(object.part)}, member, indices, value);
-        break;
-      case ObjectKind::Selection: {
-        SelectionSnapshot* snapshot = engine_.selections.find(object.id);
-        const Maybe<int> mode = integerOf(value);
-        if (snapshot && mode) {
-          snapshot->iterationMode = *mode;
-          done = true;
-        } else {
-          refuse("the selection is gone or the mode is no number");
-        }
-        break;
-      }
-      case ObjectKind::Window: {
-        const auto* page = std::get_if<ObjectRef>(&value);
-        const Page* shown = page && page->kind == ObjectKind::Page ? engine_.store.page(PageId{page->id}) : nullptr;
-        if (shown && shown->document == engine_.window(WindowId{object.id})->document && !shown->master) {
-          WindowState* window = engine_.window(WindowId{object.id});
-          if (window->page != shown->id) {
-            window->page = shown->id;
-            window->selection.clear();
-            window->selectionObject = 0;
-            const WindowId id = window->id;
-            const UndoLog::Suspension suspension(engine_.undo);
-            engine_.events.raise([&](ApplicationEvents& listener) { listener.SelectionChanged(engine_.handle(id)); });
-          }
-          done = true;
-        } else {
-          refuse("the page is no page of the window's document");
-        }
-        break;
-      }
-      case ObjectKind::Hyperlink:
-        done = putHyperlink(object, member, value);
-        break;
-      default:
-        done = putCommandBars(object, member, value);
-        break;
-    }
+    return false;
   }
-  current_ = outer;
-  currentMember_ = outerMember;
-  return done;
+  switch (object.kind) {
+    case ObjectKind::Document:
+      return putDocument(DocumentId{object.id}, member, indices, value);
+    case ObjectKind::Page:
+      return putPage(PageId{object.id}, member, value);
+    case ObjectKind::Shape:
+      return putShape(SheetId{object.id}, member, indices, value);
+    case ObjectKind::Row:
+      return putRow(object, member, value);
+    case ObjectKind::Cell:
+      return putCell({SheetId{object.id}, CellKey::fromPacked(object.part)}, member, indices, value);
+    case ObjectKind::Selection:
+      return putSelection(object, value);
+    case ObjectKind::Window:
+      return putWindow(WindowId{object.id}, value);
+    case ObjectKind::Hyperlink:
+      return putHyperlink(object, member, value);
+    default:
+      return putCommandBars(object, member, value);
+  }
 }
 
 Maybe<Variant> InMemoryHost::call(const ObjectRef& object, Member member, Arguments arguments) {
-  const ObjectRef outer = std::exchange(current_, object);
-  const Member outerMember = std::exchange(currentMember_, member);
+  const Current current(*this, object, member);
   const Nesting nesting(nesting_);
-  Maybe<Variant> value;
-  if (infoOf(member).object != object.kind) {
-    value = refuse("the object has no such member");
-  } else if (!alive(object)) {
-    value = refuse("the object is gone");
-  } else if (nesting.tooDeep()) {
-    value = refuse("calls inside calls are nested too deeply");
-  } else {
-    switch (object.kind) {
-      case ObjectKind::Application:
-        value = callApplication(member, arguments);
-        break;
-      case ObjectKind::Documents:
-        value = callDocuments(member, arguments);
-        break;
-      case ObjectKind::Document:
-      case ObjectKind::Pages:
-        value = callDocument(DocumentId{object.id}, member, arguments);
-        break;
-      case ObjectKind::Page:
-        value = callPage(PageId{object.id}, member, arguments);
-        break;
-      case ObjectKind::Shape:
-      case ObjectKind::Characters:
-      case ObjectKind::Cell:
-        value = callShape(SheetId{object.id}, member, arguments);
-        break;
-      case ObjectKind::Selection:
-        value = callSelection(object, member);
-        break;
-      case ObjectKind::Window:
-        value = callWindow(WindowId{object.id}, member, arguments);
-        break;
-      case ObjectKind::Layers:
-      case ObjectKind::Layer:
-        value = callLayers(object, member, arguments);
-        break;
-      case ObjectKind::Hyperlinks:
-      case ObjectKind::Hyperlink:
-        value = callHyperlinks(object, member);
-        break;
-      default:
-        value = callCommandBars(object, member, arguments);
-        break;
-    }
+  if (!admits(object, member)) return {};
+  if (nesting.tooDeep()) return refuse("calls inside calls are nested too deeply");
+  switch (object.kind) {
+    case ObjectKind::Application:
+      return callApplication(member, arguments);
+    case ObjectKind::Documents:
+      return callDocuments(member, arguments);
+    case ObjectKind::Document:
+    case ObjectKind::Pages:
+      return callDocument(DocumentId{object.id}, member, arguments);
+    case ObjectKind::Page:
+      return callPage(PageId{object.id}, member, arguments);
+    case ObjectKind::Shape:
+    case ObjectKind::Characters:
+    case ObjectKind::Cell:
+      return callShape(SheetId{object.id}, member, arguments);
+    case ObjectKind::Selection:
+      return callSelection(object, member);
+    case ObjectKind::Window:
+      return callWindow(WindowId{object.id}, member, arguments);
+    case ObjectKind::Layers:
+    case ObjectKind::Layer:
+      return callLayers(object, member, arguments);
+    case ObjectKind::Hyperlinks:
+    case ObjectKind::Hyperlink:
+      return callHyperlinks(object, member);
+    default:
+      return callCommandBars(object, member, arguments);
   }
-  current_ = outer;
-  currentMember_ = outerMember;
-  return value;
 }
 
 std::nullopt_t InMemoryHost::refuse(std::string reason) {

@@ -34,7 +34,8 @@ class InMemoryHost : public Backend {
   void endModal();
 
  private:
-  // One pair for each kind of object, in the source named for it. They give nothing for a refusal, having called refuse().
+  // One pair for each kind of object, in the source named for it. They give nothing for a refusal, having called
+  // refuse().
   Maybe<Variant> getApplication(Member member);
   Maybe<Variant> callApplication(Member member, Arguments arguments);
   Maybe<Variant> getDocuments(Member member, Arguments arguments);
@@ -57,7 +58,9 @@ class InMemoryHost : public Backend {
   bool putCell(const CellAddress& cell, Member member, Arguments indices, const Argument& value);
   Maybe<Variant> getSelection(const ObjectRef& object, Member member, Arguments arguments);
   Maybe<Variant> callSelection(const ObjectRef& object, Member member);
+  bool putSelection(const ObjectRef& object, const Argument& value);
   Maybe<Variant> getWindow(WindowId id, Member member);
+  bool putWindow(WindowId id, const Argument& page);
   Maybe<Variant> callWindow(WindowId id, Member member, Arguments arguments);
   Maybe<Variant> getLayers(const ObjectRef& object, Member member, Arguments arguments);
   Maybe<Variant> callLayers(const ObjectRef& object, Member member, Arguments arguments);
@@ -68,6 +71,9 @@ class InMemoryHost : public Backend {
   bool putCommandBars(const ObjectRef& object, Member member, const Argument& value);
   Maybe<Variant> callCommandBars(const ObjectRef& object, Member member, Arguments arguments);
 
+  class Current;
+  /// Refuses a member that the object lacks and an object that is gone.
+  bool admits(const ObjectRef& object, Member member);
   /// The document, page and shape at hand still live; a page that is out of its document counts as gone.
   bool alive(const ObjectRef& object) const;
   /// Shapes of the snapshot as its iteration mode lists them.

@@ -36,7 +36,8 @@ Maybe<Variant> InMemoryHost::getShapes(const ObjectRef& object, Member member, A
     }
     case Member::Shapes_ItemFromID: {
       const Page* home = page ? page : store.page(store.sheet(SheetId{object.id})->page);
-      const auto shape = home ? home->byShapeId.find(integerAt(arguments, 0).or_(0)) : decltype(home->byShapeId.end()){};
+      const auto shape =
+          home ? home->byShapeId.find(integerAt(arguments, 0).or_(0)) : decltype(home->byShapeId.end()){};
       if (!home || shape == home->byShapeId.end()) return refuse("no shape of this ID");
       return found(shape->second);
     }
@@ -99,7 +100,8 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
     case Member::Shape_CellsU:
       return cellNamed(id, textAt(arguments, 0).or_(""), member);
     case Member::Shape_CellsSRC: {
-      const Maybe<int> section = integerAt(arguments, 0), row = integerAt(arguments, 1), column = integerAt(arguments, 2);
+      const Maybe<int> section = integerAt(arguments, 0), row = integerAt(arguments, 1),
+                       column = integerAt(arguments, 2);
       if (!section || !row || !column || *section < 1 || *section > 249 || *column < 0) return refuse("no such cell");
       const auto number = static_cast<SectionNumber>(*section);
       CellKey key{number, RowKey::index(static_cast<std::uint32_t>(std::max(0, *row))), static_cast<Column>(*column)};
@@ -151,8 +153,8 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
 
 bool InMemoryHost::putShape(SheetId id, Member member, Arguments indices, const Argument& value) {
   if (member == Member::Shape_RowType) {
-    return settle(setRowType(engine_, id, integerAt(indices, 0).or_(0), integerAt(indices, 1).or_(-1),
-                             integerOf(value).or_(-1)));
+    return settle(
+        setRowType(engine_, id, integerAt(indices, 0).or_(0), integerAt(indices, 1).or_(-1), integerOf(value).or_(-1)));
   }
   const Maybe<std::string_view> text = textOfArgument(value);
   if (!text) {
@@ -221,7 +223,8 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
                                                     : drawRectangle(engine_, page, id, at[0], at[1], at[2], at[3]));
     }
     case Member::Shape_Import:
-      return shape(importPicture(engine_, engine_.store.sheet(id)->page, id, std::string(textAt(arguments, 0).or_(""))));
+      return shape(
+          importPicture(engine_, engine_.store.sheet(id)->page, id, std::string(textAt(arguments, 0).or_(""))));
     case Member::Shape_Duplicate:
       return shape(duplicateShape(engine_, id));
     case Member::Shape_Delete:

@@ -71,6 +71,28 @@ Maybe<Variant> InMemoryHost::callSelection(const ObjectRef& object, Member membe
   return all ? Maybe<Variant>(Variant(std::monostate())) : Maybe<Variant>();
 }
 
+bool InMemoryHost::putSelection(const ObjectRef& object, const Argument& value) {
+  SelectionSnapshot* snapshot = engine_.selections.find(object.id);
+  const Maybe<int> mode = integerOf(value);
+  if (!snapshot || !mode) {
+    refuse("the selection is gone or the mode is no number");
+    return false;
+  }
+  snapshot->iterationMode = *mode;
+  return true;
+}
+
+bool InMemoryHost::putWindow(WindowId id, const Argument& value) {
+  const auto* page = std::get_if<ObjectRef>(&value);
+  const Page* shown = page && page->kind == ObjectKind::Page ? engine_.store.page(PageId{page->id}) : nullptr;
+  if (!shown || shown->master || shown->document != engine_.window(id)->document) {
+    refuse("the page is no page of the window's document");
+    return false;
+  }
+  showPage(engine_, id, shown->id);
+  return true;
+}
+
 Maybe<Variant> InMemoryHost::getWindow(WindowId id, Member member) {
   WindowState& window = *engine_.window(id);
   switch (member) {
@@ -147,7 +169,8 @@ Maybe<Variant> InMemoryHost::getLayers(const ObjectRef& object, Member member, A
     return refuse("the layer is gone");
   if (member == Member::Layer_Name) return Variant(layerName(engine_.store, page, layer));
   const int column = integerAt(arguments, 0).or_(-1);
-  const CellKey key{SectionNumber::Layer, RowKey::index(static_cast<std::uint32_t>(layer)), static_cast<Column>(column)};
+  const CellKey key{SectionNumber::Layer, RowKey::index(static_cast<std::uint32_t>(layer)),
+                    static_cast<Column>(column)};
   const SheetId sheet = engine_.store.page(page)->sheet;
   if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuse("no such column");
   return Variant(refTo(ObjectKind::Cell, sheet.value, key.packed()));

@@ -99,21 +99,29 @@ std::size_t placeInStack(const Engine& engine, SheetId shape) {
 
 }  // namespace
 
-void setSelection(Engine& engine, WindowId id, std::vector<SheetId> shapes) {
-  WindowState* window = engine.window(id);
-  if (!window || window->selection == shapes) return;
-  window->selection = std::move(shapes);
-  window->selectionObject = 0;
+namespace {
+
+void replaceSelection(Engine& engine, WindowState& window, std::vector<SheetId> shapes) {
+  window.selection = std::move(shapes);
+  window.selectionObject = 0;
+  const WindowId id = window.id;
   // What handlers mark on selecting is no step of the user's.
   const UndoLog::Suspension suspension(engine.undo);
   engine.events.raise([&](ApplicationEvents& listener) { listener.SelectionChanged(engine.handle(id)); });
+}
+
+}  // namespace
+
+void setSelection(Engine& engine, WindowId id, std::vector<SheetId> shapes) {
+  WindowState* window = engine.window(id);
+  if (window && window->selection != shapes) replaceSelection(engine, *window, std::move(shapes));
 }
 
 void showPage(Engine& engine, WindowId id, PageId page) {
   WindowState* window = engine.window(id);
   if (!window || window->page == page) return;
   window->page = page;
-  setSelection(engine, id, {});
+  replaceSelection(engine, *window, {});
 }
 
 ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y) {
