@@ -16,8 +16,8 @@ class Maybe {
   Maybe() = default;
   Maybe(std::nullopt_t) {}
   template <class U = T>
-    requires(std::convertible_to<U, T> && !std::same_as<std::remove_cvref_t<U>, Maybe>)
-  Maybe(U&& value) : value_(T(std::forward<U>(value))) {}
+  requires(std::convertible_to<U, T> && !std::same_as<std::remove_cvref_t<U>, Maybe>) Maybe(U&& value)
+      : value_(T(std::forward<U>(value))) {}
 
   explicit operator bool() const { return value_.has_value(); }
   bool has() const { return value_.has_value(); }
@@ -31,17 +31,29 @@ class Maybe {
   T or_(T other) && { return value_ ? std::move(*value_) : std::move(other); }
 
   template <class U>
-  friend bool operator==(const Maybe& a, const U& b) { return a.value_ && *a.value_ == b; }
+  friend bool operator==(const Maybe& a, const U& b) {
+    return a.value_ && *a.value_ == b;
+  }
   template <class U>
-  friend bool operator!=(const Maybe& a, const U& b) { return a.value_ && !(*a.value_ == b); }
+  friend bool operator!=(const Maybe& a, const U& b) {
+    return a.value_ && !(*a.value_ == b);
+  }
   template <class U>
-  friend bool operator<(const Maybe& a, const U& b) { return a.value_ && *a.value_ < b; }
+  friend bool operator<(const Maybe& a, const U& b) {
+    return a.value_ && *a.value_ < b;
+  }
   template <class U>
-  friend bool operator>(const Maybe& a, const U& b) { return a.value_ && b < *a.value_; }
+  friend bool operator>(const Maybe& a, const U& b) {
+    return a.value_ && b < *a.value_;
+  }
   template <class U>
-  friend bool operator<=(const Maybe& a, const U& b) { return a.value_ && !(b < *a.value_); }
+  friend bool operator<=(const Maybe& a, const U& b) {
+    return a.value_ && !(b < *a.value_);
+  }
   template <class U>
-  friend bool operator>=(const Maybe& a, const U& b) { return a.value_ && !(*a.value_ < b); }
+  friend bool operator>=(const Maybe& a, const U& b) {
+    return a.value_ && !(*a.value_ < b);
+  }
 
  private:
   std::optional<T> value_;

@@ -20,7 +20,5 @@ struct StrongId {
 
 template <class Tag>
 struct std::hash<quorvel::StrongId<Tag>> {
-  std::size_t operator()(quorvel::StrongId<Tag> id) const noexcept {
-    return std::hash<std::uint32_t>{}(id.value);
-  }
+  std::size_t operator()(quorvel::StrongId<Tag> id) const noexcept { return std::hash<std::uint32_t>{}(id.value); }
 };

@@ -22,8 +22,8 @@ class DocumentFormat {
   virtual bool handles(std::string_view fileName) const = 0;
   /// On an error the store is as it was.
   virtual OpenResult open(Store& store, const std::string& fileName) const = 0;
-  /// Writes beside the file, flushes and renames, so that what is there is never endangered. Empty when it went well, else
-  /// one sentence.
+  /// Writes beside the file, flushes and renames, so that what is there is never endangered. Empty when it went well,
+  /// else one sentence.
   virtual std::string save(const Store& store, DocumentId document, const std::string& fileName) const = 0;
 };
 

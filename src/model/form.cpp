@@ -55,9 +55,9 @@ std::size_t Control::addRow(std::vector<std::string> columns) {
   if (columns.empty()) columns.emplace_back();
   auto place = rows_.end();
   if (sorted) {
-    place = std::upper_bound(rows_.begin(), rows_.end(), columns.front(), [](const std::string& text, const ListRow& row) {
-      return compareIgnoringCase(text, row.text()) < 0;
-    });
+    place = std::upper_bound(
+        rows_.begin(), rows_.end(), columns.front(),
+        [](const std::string& text, const ListRow& row) { return compareIgnoringCase(text, row.text()) < 0; });
   }
   place = rows_.insert(place, ListRow{std::move(columns), false, {}});
   const auto index = static_cast<std::size_t>(place - rows_.begin());

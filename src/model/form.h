@@ -1,5 +1,5 @@
-// Dialogs as data: a form owns controls, a toolkit renders any form with one piece of code, and a script drives the same
-// form by control name. No dialog exists twice.
+// Dialogs as data: a form owns controls, a toolkit renders any form with one piece of code, and a script drives the
+// same form by control name. No dialog exists twice.
 #pragma once
 
 #include <functional>

@@ -67,8 +67,8 @@ bool Handle::call(Member member, std::initializer_list<Argument> arguments) cons
 
 ObjectRef Handle::reference(Member member, std::initializer_list<Argument> arguments, bool isCall) const {
   if (!backend_) return {};
-  const Maybe<Variant> value = isCall ? backend_->call(object_, member, list(arguments))
-                                      : backend_->get(object_, member, list(arguments));
+  const Maybe<Variant> value =
+      isCall ? backend_->call(object_, member, list(arguments)) : backend_->get(object_, member, list(arguments));
   const auto* found = value ? std::get_if<ObjectRef>(&*value) : nullptr;
   return found ? *found : ObjectRef{};
 }

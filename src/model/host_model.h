@@ -1,9 +1,9 @@
 // The host's object model as the add-in sees it: small values that may be null, under the host's published names.
 //
-// Every call may fail and says so by its value: a reader gives Maybe<T>, a navigator a handle that may be null, a put or
-// an action bool. Nothing throws, a call on a null handle fails, and a refused call leaves the host as it was. A handle
-// keeps nothing alive: one to a deleted object is as good as null. Positions are inches, y upward, measured from the
-// lower left corner of the page or group; angles are degrees only where a units code says so.
+// Every call may fail and says so by its value: a reader gives Maybe<T>, a navigator a handle that may be null, a put
+// or an action bool. Nothing throws, a call on a null handle fails, and a refused call leaves the host as it was. A
+// handle keeps nothing alive: one to a deleted object is as good as null. Positions are inches, y upward, measured from
+// the lower left corner of the page or group; angles are degrees only where a units code says so.
 #pragma once
 
 #include <cstdint>
@@ -49,7 +49,8 @@ inline constexpr int sectionProp = 243;
 inline constexpr int sectionHyperlink = 244;
 inline constexpr int rowLast = -2;
 inline constexpr int tagComponent = 137, tagMoveTo = 138, tagLineTo = 139, tagArcTo = 140, tagEllipticalArcTo = 144;
-inline constexpr int columnPropFormat = 3, columnPropInvisible = 6, columnHyperlinkInvisible = 8, columnLayerVisible = 4;
+inline constexpr int columnPropFormat = 3, columnPropInvisible = 6, columnHyperlinkInvisible = 8,
+                     columnLayerVisible = 4;
 inline constexpr int unitsNone = 0, unitsInches = 65, unitsPoints = 50;
 inline constexpr int selectModeSkipSuper = 256;
 inline constexpr int windowDrawing = 1, windowPage = 128;
@@ -98,7 +99,6 @@ class Handle {
   Backend* backend_ = nullptr;
   ObjectRef object_;
 };
-
 
 class Application : public Handle {
  public:
@@ -204,8 +204,8 @@ class Page : public Handle {
   Shape DrawLine(double x1, double y1, double x2, double y2) const;
   /// Imports a picture (PNG, JPEG, GIF, BMP), its pin in the middle of the page. Fails when the file can't be read.
   Shape Import(const Maybe<std::string>& fileName) const;
-  /// Places an instance of the master with its pin at x, y, inside one undo step with all that handlers do. The handle is
-  /// null when a handler removed the shape.
+  /// Places an instance of the master with its pin at x, y, inside one undo step with all that handlers do. The handle
+  /// is null when a handler removed the shape.
   Shape Drop(const Master& master, double x, double y) const;
   bool Paste() const { return call(Member::Page_Paste); }
   bool Delete() const { return call(Member::Page_Delete); }
@@ -357,8 +357,8 @@ class Cell : public Handle {
   /// The same, also on a guarded cell.
   bool FormulaForce(const Maybe<std::string>& formula) const { return putText(Member::Cell_FormulaForce, formula); }
   bool FormulaForceU(const Maybe<std::string>& formula) const { return putText(Member::Cell_FormulaForceU, formula); }
-  /// In the published units code: 0 as it stands (internal units), 65 inches, 50 points. Fails for text that reads as no
-  /// quantity.
+  /// In the published units code: 0 as it stands (internal units), 65 inches, 50 points. Fails for text that reads as
+  /// no quantity.
   Maybe<double> Result(int units) const { return number(Member::Cell_Result, {std::int64_t(units)}); }
   bool SetResult(int units, Maybe<double> value) const;
   bool ResultForce(int units, Maybe<double> value) const;
@@ -571,8 +571,8 @@ class CommandBarControl : public Handle {
 };
 using CommandBarButton = CommandBarControl;
 
-/// What the host tells its listener, each inside the call that caused it. A handler may call the host, delete the object
-/// at hand or open a dialog.
+/// What the host tells its listener, each inside the call that caused it. A handler may call the host, delete the
+/// object at hand or open a dialog.
 class ApplicationEvents {
  public:
   virtual ~ApplicationEvents() = default;

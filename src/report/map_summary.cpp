@@ -106,8 +106,7 @@ class Reader {
   }
 
   std::string hyperlinkText(SheetId sheet, RowKey row, std::string_view column) const {
-    return cellText(store_, sheet,
-                    {SectionNumber::Hyperlink, row, columnOf(SectionNumber::Hyperlink, column).or_(0)});
+    return cellText(store_, sheet, {SectionNumber::Hyperlink, row, columnOf(SectionNumber::Hyperlink, column).or_(0)});
   }
 
   void addHyperlinks(SheetId sheet, SheetId top, std::vector<HyperlinkSummary>& out) const {

@@ -18,7 +18,8 @@ struct TaskSummary {
 struct LinkSummary {
   int shapeId = 0;
   std::string description, time;
-  std::string from, to;  ///< what the ends are glued to: a Task's ID, a connector's shown ID, or a shape's name; empty: loose
+  std::string from,
+      to;  ///< what the ends are glued to: a Task's ID, a connector's shown ID, or a shape's name; empty: loose
 };
 
 struct ConnectorSummary {

@@ -46,8 +46,8 @@ class Session {
   addin::dsrVisioConnect addin_;
 };
 
-/// QUORVEL_HOME where it is set, else the folder "share/quorvel" or "data" that stands beside or above the program's own.
-/// Empty when there is none.
+/// QUORVEL_HOME where it is set, else the folder "share/quorvel" or "data" that stands beside or above the program's
+/// own. Empty when there is none.
 std::string findInstallFolder();
 
 }  // namespace quorvel

@@ -1,5 +1,5 @@
-// Evaluates every formula of a drawing afresh and compares with the values that the file holds: how far the engine computes as
-// the drawing's maker meant. Prints a line for each file and, with --list, each cell that differs.
+// Evaluates every formula of a drawing afresh and compares with the values that the file holds: how far the engine
+// computes as the drawing's maker meant. Prints a line for each file and, with --list, each cell that differs.
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -18,7 +18,8 @@ namespace quorvel::host {
 namespace {
 
 struct Count {
-  std::size_t formulas = 0, agree = 0, lacking = 0;  ///< lacking: a function that we don't have, so the file's value stands
+  std::size_t formulas = 0, agree = 0,
+              lacking = 0;  ///< lacking: a function that we don't have, so the file's value stands
 };
 
 bool agrees(const Value& ours, const Value& file) {
@@ -31,7 +32,8 @@ bool agrees(const Value& ours, const Value& file) {
 
 class Recompute {
  public:
-  Recompute(Store& store, const TextMetrics& metrics, bool list) : store_(store), graph_(store), recalculator_(store, graph_), list_(list) {
+  Recompute(Store& store, const TextMetrics& metrics, bool list)
+      : store_(store), graph_(store), recalculator_(store, graph_), list_(list) {
     recalculator_.setTextMetrics(metrics);
   }
 
@@ -109,12 +111,14 @@ int main(int argc, char** argv) {
       continue;
     }
     const Count count = Recompute(store, metrics, list).document(opened.document);
-    std::printf("%-60s %7zu formulas, %7zu agree (%.2f %%), %5zu with a function that is lacking\n", argv[i], count.formulas,
-                count.agree, count.formulas ? 100.0 * count.agree / count.formulas : 100.0, count.lacking);
+    std::printf("%-60s %7zu formulas, %7zu agree (%.2f %%), %5zu with a function that is lacking\n", argv[i],
+                count.formulas, count.agree, count.formulas ? 100.0 * count.agree / count.formulas : 100.0,
+                count.lacking);
     total.formulas += count.formulas;
     total.agree += count.agree;
     total.lacking += count.lacking;
   }
-  std::printf("%-60s %7zu formulas, %7zu agree (%.2f %%), %5zu with a function that is lacking\n", "all", total.formulas,
-              total.agree, total.formulas ? 100.0 * total.agree / total.formulas : 100.0, total.lacking);
+  std::printf("%-60s %7zu formulas, %7zu agree (%.2f %%), %5zu with a function that is lacking\n", "all",
+              total.formulas, total.agree, total.formulas ? 100.0 * total.agree / total.formulas : 100.0,
+              total.lacking);
 }

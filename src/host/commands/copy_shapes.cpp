@@ -29,7 +29,8 @@ SheetId localStyle(Store& store, DocumentId document, SheetId styleId) {
   const std::string name = style->name;
   if (const SheetId known = store.styleNamed(document, name)) return known;
   int number = 0;
-  for (const SheetId other : store.document(document)->styles) number = std::max(number, store.sheet(other)->shapeId + 1);
+  for (const SheetId other : store.document(document)->styles)
+    number = std::max(number, store.sheet(other)->shapeId + 1);
   const SheetId made = store.addStyle(document, number, name);
   store.sheet(made)->sections = store.sheet(styleId)->sections;
   const auto parent = [&](SheetId Sheet::*member) {
@@ -89,7 +90,8 @@ SheetId copyTree(Store& store, SheetId from, PageId page, SheetId parent, SheetM
   const SheetId to = store.addShape(page, parent, store.sheet(from)->kind);
   copies[from] = to;
   copyContent(store, from, to);
-  for (const SheetId child : std::vector<SheetId>(store.sheet(from)->children)) copyTree(store, child, page, to, copies);
+  for (const SheetId child : std::vector<SheetId>(store.sheet(from)->children))
+    copyTree(store, child, page, to, copies);
   return to;
 }
 

@@ -52,7 +52,8 @@ DocumentOutcome refusedDocument(std::string reason) { return {Outcome::refused(s
 DocumentOutcome read(Engine& engine, const std::string& fileName) {
   const DocumentFormat* format = formatFor(engine, fileName);
   if (!format)
-    return refusedDocument("\"" + fileName + "\" is not a kind of drawing that can be read; a .vsdx, .vssx or .vstx file can.");
+    return refusedDocument("\"" + fileName +
+                           "\" is not a kind of drawing that can be read; a .vsdx, .vssx or .vstx file can.");
   const OpenResult result = format->open(engine.store, fileName);
   if (!result.document) return refusedDocument(result.error);
   engine.graph.addDocument(result.document);
@@ -142,7 +143,8 @@ DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool r
 Outcome writeCopy(Engine& engine, DocumentId id, const std::string& fileName) {
   const DocumentFormat* format = formatFor(engine, fileName);
   if (!format)
-    return Outcome::refused("\"" + fileName + "\" is not a kind of drawing that can be written; use .vsdx, .vssx or .vstx.");
+    return Outcome::refused("\"" + fileName +
+                            "\" is not a kind of drawing that can be written; use .vsdx, .vssx or .vstx.");
   const std::string error = format->save(engine.store, id, fileName);
   return error.empty() ? Outcome::done() : Outcome::refused(error);
 }
@@ -155,7 +157,8 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
   if (!saveAs && document->readOnly) return Outcome::refused("the document was opened for reading only");
   const std::string target = saveAs ? fileName : document->path + document->name;
   if (!formatFor(engine, target))
-    return Outcome::refused("\"" + target + "\" is not a kind of drawing that can be written; use .vsdx, .vssx or .vstx.");
+    return Outcome::refused("\"" + target +
+                            "\" is not a kind of drawing that can be written; use .vsdx, .vssx or .vstx.");
   const UndoLog::Suspension housekeeping(engine.undo);
   engine.events.raise([&](ApplicationEvents& listener) {
     saveAs ? listener.BeforeDocumentSaveAs(engine.handle(id)) : listener.BeforeDocumentSave(engine.handle(id));

@@ -12,7 +12,8 @@ struct DocumentOutcome {
   DocumentId document;
 };
 
-/// A drawing based on the template (empty: a bare drawing with one page). DocumentCreated is told, with the drawing active.
+/// A drawing based on the template (empty: a bare drawing with one page). DocumentCreated is told, with the drawing
+/// active.
 DocumentOutcome newDocument(Engine& engine, const std::string& templateFile);
 /// The document at hand when the file is open already. DocumentOpened is told.
 DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool readOnly, bool hidden, bool asCopy);

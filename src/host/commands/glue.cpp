@@ -78,8 +78,10 @@ Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target
   CommandScope scope(engine, from->document, "Glue");
   const std::string sheet = "Sheet." + std::to_string(to->shapeId) + "!";
   const std::string formula = "PAR(PNT(" + sheet + point.x + "," + sheet + point.y + "))";
-  if (Outcome written = writeFormula(engine, {end.sheet, begin ? beginX : endX}, formula, true); !written) return written;
-  if (Outcome written = writeFormula(engine, {end.sheet, begin ? beginY : endY}, formula, true); !written) return written;
+  if (Outcome written = writeFormula(engine, {end.sheet, begin ? beginX : endX}, formula, true); !written)
+    return written;
+  if (Outcome written = writeFormula(engine, {end.sheet, begin ? beginY : endY}, formula, true); !written)
+    return written;
   if (!engine.store.sheet(end.sheet) || !engine.store.sheet(target.sheet)) {
     scope.commit();
     return Outcome::done();
@@ -92,9 +94,8 @@ Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target
   connect.toCell = point.cell;
   connect.toPart = point.part;
   const PageId page = engine.store.sheet(end.sheet)->page;
-  engine.edit.removeConnects(page, [&](const Connect& old) {
-    return old.fromShape == connect.fromShape && old.fromCell == connect.fromCell;
-  });
+  engine.edit.removeConnects(
+      page, [&](const Connect& old) { return old.fromShape == connect.fromShape && old.fromCell == connect.fromCell; });
   engine.edit.addConnect(page, std::move(connect));
   scope.commit();
   return Outcome::done();

@@ -5,9 +5,9 @@
 
 namespace quorvel::host {
 
-/// `end` is BeginX, BeginY, EndX or EndY of a 1-D shape; `target` a cell of a Connections row, or any cell of the object section
-/// of a shape on the same page, which glues to that shape's connection point nearest to the other end (its pin when it has
-/// none). Refused for everything else.
+/// `end` is BeginX, BeginY, EndX or EndY of a 1-D shape; `target` a cell of a Connections row, or any cell of the
+/// object section of a shape on the same page, which glues to that shape's connection point nearest to the other end
+/// (its pin when it has none). Refused for everything else.
 Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target);
 
 }  // namespace quorvel::host

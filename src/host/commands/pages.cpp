@@ -109,7 +109,8 @@ Outcome setBackPage(Engine& engine, PageId id, PageId background) {
   // A background may have a background of its own, but not itself at any depth.
   for (PageId at = background; at; at = engine.store.page(at)->backPage) {
     if (at == id) return Outcome::refused("a page can't be its own background");
-    if (!engine.store.page(at) || !engine.store.page(at)->background) return Outcome::refused("the page is no background");
+    if (!engine.store.page(at) || !engine.store.page(at)->background)
+      return Outcome::refused("the page is no background");
   }
   CommandScope scope(engine, page->document, "Background");
   engine.edit.setPageFields(id, [&](PageFields& fields) { fields.backPage = background; });

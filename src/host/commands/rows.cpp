@@ -166,10 +166,10 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   const RowKey key = row.key;
   std::size_t where = 0;
   if (const Section* held = sheet->find(section)) {
-    const auto behind = key.isNamed() ? held->rows.end()
-                                      : std::find_if(held->rows.begin(), held->rows.end(), [&](const Row& other) {
-                                          return !other.key.isNamed() && other.key.index() > key.index();
-                                        });
+    const auto behind =
+        key.isNamed() ? held->rows.end() : std::find_if(held->rows.begin(), held->rows.end(), [&](const Row& other) {
+          return !other.key.isNamed() && other.key.index() > key.index();
+        });
     where = static_cast<std::size_t>(behind - held->rows.begin());
   }
   engine.edit.insertRow(id, section, where, std::move(row));
@@ -250,7 +250,8 @@ Outcome setRowType(Engine& engine, SheetId id, int number, int place, int tag) {
   if (!sheet || !isGeometry(section)) return Outcome::refused("only Geometry rows have a type");
   const Maybe<RowView> row = rowAt(engine.store, id, section, place);
   if (!row || place == 0) return Outcome::refused("no such row");
-  if (!((tag >= 138 && tag <= 144) || (tag >= 165 && tag <= 166) || (tag >= 193 && tag <= 195) || (tag >= 236 && tag <= 240)))
+  if (!((tag >= 138 && tag <= 144) || (tag >= 165 && tag <= 166) || (tag >= 193 && tag <= 195) ||
+        (tag >= 236 && tag <= 240)))
     return Outcome::refused("no such kind of row");
   CommandScope scope(engine, sheet->document, "Row type");
   if (!sheet->find(section, row->key)) {

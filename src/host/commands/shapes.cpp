@@ -28,7 +28,8 @@ class Maker {
   }
   void number(std::string_view name, double value) { set(objectCell(name), Value::number(value), {}); }
   void geometryFlag(std::string_view name, bool on) {
-    set({SectionNumber::Geometry, RowKey::index(0), columnOf(SectionNumber::Geometry, name).or_(0)}, Value::boolean(on), {});
+    set({SectionNumber::Geometry, RowKey::index(0), columnOf(SectionNumber::Geometry, name).or_(0)}, Value::boolean(on),
+        {});
   }
   void vertex(std::uint32_t row, std::uint8_t tag, double x, std::string_view xFormula, double y,
               std::string_view yFormula) {
@@ -236,7 +237,8 @@ Outcome deleteShape(Engine& engine, SheetId id) {
   static const CellKey lock = objectCell("LockDelete");
   if (cellNumber(engine.store, id, lock) != 0) return Outcome::refused("the shape is locked against deletion");
   CommandScope scope(engine, shape->document, "Delete");
-  engine.events.raiseHoldingArrivals([&](ApplicationEvents& listener) { listener.BeforeShapeDelete(engine.handle(id)); });
+  engine.events.raiseHoldingArrivals(
+      [&](ApplicationEvents& listener) { listener.BeforeShapeDelete(engine.handle(id)); });
   if (const Sheet* still = engine.store.sheet(id)) {
     std::vector<int> going;
     for (const SheetId each : engine.store.subtree(id)) going.push_back(engine.store.sheet(each)->shapeId);
@@ -277,7 +279,8 @@ Outcome applyStyle(Engine& engine, SheetId id, std::string_view name) {
   const SheetId style = engine.store.styleNamed(shape->document, name);
   if (!style) return Outcome::refused("the document has no such style");
   CommandScope scope(engine, shape->document, "Style");
-  engine.edit.setFields(id, [&](SheetFields& fields) { fields.lineStyle = fields.fillStyle = fields.textStyle = style; });
+  engine.edit.setFields(id,
+                        [&](SheetFields& fields) { fields.lineStyle = fields.fillStyle = fields.textStyle = style; });
   scope.commit();
   return Outcome::done();
 }

@@ -14,8 +14,8 @@ struct ShapeOutcome {
   SheetId shape;
 };
 
-/// Drops an instance. It is selected (where the page is shown) and SelectionChanged is told before ShapeAdded, so that a
-/// handler finds the new shape in the selection. One undo step with all that handlers do.
+/// Drops an instance. It is selected (where the page is shown) and SelectionChanged is told before ShapeAdded, so that
+/// a handler finds the new shape in the selection. One undo step with all that handlers do.
 ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y);
 /// In local inches of the group, or the page when `parent` is null.
 ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2);

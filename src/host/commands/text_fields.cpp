@@ -18,8 +18,8 @@ CellKey fieldCell(std::uint32_t index, std::string_view column) {
 }
 
 void replaceText(Engine& engine, SheetId shape, TextBody body) {
-  engine.edit.setFields(
-      shape, [&](SheetFields& fields) { fields.text = std::make_shared<const TextBody>(std::move(body)); });
+  engine.edit.setFields(shape,
+                        [&](SheetFields& fields) { fields.text = std::make_shared<const TextBody>(std::move(body)); });
 }
 
 void tellTextChanged(Engine& engine, SheetId shape) {

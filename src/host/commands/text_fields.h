@@ -10,8 +10,8 @@ namespace quorvel::host {
 /// Replaces the text by plain characters; its fields go.
 Outcome setText(Engine& engine, SheetId shape, std::string_view text);
 
-/// Inserts a field at the start of the text, so that it becomes the first row. An empty formula makes a field whose formula is
-/// set afterwards.
+/// Inserts a field at the start of the text, so that it becomes the first row. An empty formula makes a field whose
+/// formula is set afterwards.
 Outcome addCustomField(Engine& engine, SheetId shape, std::string_view formula, int format);
 
 /// True for Fields.Value[1] of a shape that has neither a field nor text: writing it makes the field.

@@ -105,7 +105,8 @@ Outcome writeResult(Engine& engine, const CellAddress& cell, int unitsCode, doub
     const CellDefinition* definition = definitionOf(cell.key);
     if (definition && definition->units == CellUnits::Length) content.value = Value::number(number, Unit::Inches);
     if (definition && definition->units == CellUnits::Angle) content.value = Value::number(number, Unit::Degrees);
-    if (!definition || definition->units == CellUnits::Number) content.value = fitToCell(engine.store, cell, content.value);
+    if (!definition || definition->units == CellUnits::Number)
+      content.value = fitToCell(engine.store, cell, content.value);
   } else {
     const auto unit = static_cast<Unit>(unitsCode);
     content.value = Value::number(toInternal(number, unit), unit);

@@ -9,7 +9,8 @@ CommandBarSet::CommandBarSet(std::string_view version) {
     std::string_view release;
     int insert, hyperlink, tools, reports;
   };
-  static constexpr Menus releases[] = {{"10", 30005, 8, 30007, 6}, {"11", 30005, 10, 30007, 11}, {"12", 30005, 6, 50244, 8}};
+  static constexpr Menus releases[] = {
+      {"10", 30005, 8, 30007, 6}, {"11", 30005, 10, 30007, 11}, {"12", 30005, 6, 50244, 8}};
   for (const Menus& menus : releases) {
     if (!version.starts_with(menus.release)) continue;
     const auto menu = [&](const char* caption, int command, const char* item, int itemCommand) {

@@ -10,7 +10,8 @@ Engine::Engine(EngineOptions options)
 }
 
 WindowState* Engine::window(WindowId id) {
-  const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const auto& window) { return window.id == id; });
+  const auto found =
+      std::find_if(windows_.begin(), windows_.end(), [&](const auto& window) { return window.id == id; });
   return found == windows_.end() ? nullptr : &*found;
 }
 
@@ -36,7 +37,8 @@ void Engine::removeWindow(DocumentId document) {
 }
 
 void Engine::bringToFront(WindowId id) {
-  const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const auto& window) { return window.id == id; });
+  const auto found =
+      std::find_if(windows_.begin(), windows_.end(), [&](const auto& window) { return window.id == id; });
   if (found != windows_.end()) std::rotate(found, found + 1, windows_.end());
 }
 
@@ -56,7 +58,8 @@ void Engine::forgetTheGone() {
 
 std::vector<CellAddress> Engine::recalculate(const std::vector<CellAddress>& seeds,
                                              const std::vector<CellAddress>& changed) {
-  return recalculator.run(seeds, changed, [this](const CellAddress& cell, const Value& value) { edit.setValue(cell, value); });
+  return recalculator.run(seeds, changed,
+                          [this](const CellAddress& cell, const Value& value) { edit.setValue(cell, value); });
 }
 
 void Engine::recalculateAndTell(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed) {

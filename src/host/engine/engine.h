@@ -1,5 +1,5 @@
-// One running host: its documents, its undo log, its windows, and who listens. Commands work on it; the automation surface and
-// an editor call the commands.
+// One running host: its documents, its undo log, its windows, and who listens. Commands work on it; the automation
+// surface and an editor call the commands.
 #pragma once
 
 #include <memory>
@@ -34,7 +34,7 @@ class Outcome {
 struct EngineOptions {
   std::string version = "12.0";
   std::vector<const DocumentFormat*> formats;  ///< borrowed; asked in this order
-  const TextMetrics* textMetrics = nullptr;  ///< null: the table of widths
+  const TextMetrics* textMetrics = nullptr;    ///< null: the table of widths
 };
 
 class Engine {

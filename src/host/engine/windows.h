@@ -16,8 +16,8 @@ struct WindowState {
   WindowId id;
   DocumentId document;
   PageId page;
-  int type = 1, subType = 128;     ///< a drawing window that shows a page
-  std::vector<SheetId> selection;  ///< in order of selecting
+  int type = 1, subType = 128;        ///< a drawing window that shows a page
+  std::vector<SheetId> selection;     ///< in order of selecting
   std::uint32_t selectionObject = 0;  ///< the snapshot that stands for the present selection; 0: none made yet
 };
 

@@ -1,5 +1,5 @@
-// Tells listeners what happened, inside the call that caused it. Listeners are called from a snapshot; one that is withdrawn
-// on the way hears nothing more, one that is added hears of the next event.
+// Tells listeners what happened, inside the call that caused it. Listeners are called from a snapshot; one that is
+// withdrawn on the way hears nothing more, one that is added hears of the next event.
 #pragma once
 
 #include <algorithm>

@@ -22,6 +22,7 @@ inline constexpr CellKey transformKey{SectionNumber::Other, RowKey::index(1), 1}
 template <>
 struct std::hash<quorvel::host::CellAddress> {
   std::size_t operator()(const quorvel::host::CellAddress& address) const noexcept {
-    return std::hash<quorvel::host::CellKey>{}(address.key) ^ (std::size_t(address.sheet.value) * 0x9E3779B97F4A7C15ull);
+    return std::hash<quorvel::host::CellKey>{}(address.key) ^
+           (std::size_t(address.sheet.value) * 0x9E3779B97F4A7C15ull);
   }
 };

@@ -11,8 +11,8 @@ namespace quorvel::host {
 namespace {
 
 bool movesShape(const CellKey& key) {
-  static const CellKey keys[] = {objectCell("PinX"),    objectCell("PinY"),  objectCell("LocPinX"), objectCell("LocPinY"),
-                                 objectCell("Angle"),   objectCell("FlipX"), objectCell("FlipY")};
+  static const CellKey keys[] = {objectCell("PinX"),  objectCell("PinY"),  objectCell("LocPinX"), objectCell("LocPinY"),
+                                 objectCell("Angle"), objectCell("FlipX"), objectCell("FlipY")};
   return key.section == SectionNumber::Object && std::find(std::begin(keys), std::end(keys), key) != std::end(keys);
 }
 
@@ -128,7 +128,8 @@ void DependencyGraph::addTransformEdges(SheetId id, const CellAddress& dependent
 }
 
 void DependencyGraph::addFormula(const CellAddress& cell, const Formula& formula) {
-  if (formula.references().empty() && !formula.readsText() && !formula.isVolatile() && !formula.readsTransforms()) return;
+  if (formula.references().empty() && !formula.readsText() && !formula.isVolatile() && !formula.readsTransforms())
+    return;
   bool placed = formula.isVolatile();
   for (const Reference& reference : formula.references()) {
     placed |= reference.scope == ReferenceScope::ThePage;
@@ -179,7 +180,8 @@ void DependencyGraph::appendInherited(const CellAddress& cell, std::vector<CellA
     appendLive({at, cell.key}, definitions);
     for (const CellAddress& definition : definitions) {
       const SheetId here = counterpartOf(store_, cell.sheet, definition.sheet);
-      if (here && findCell(store_, here, definition.key).formulaSheet == definition.sheet) out.push_back({here, definition.key});
+      if (here && findCell(store_, here, definition.key).formulaSheet == definition.sheet)
+        out.push_back({here, definition.key});
     }
     const Sheet* prototype = store_.sheet(at);
     at = prototype ? prototype->prototype : SheetId{};

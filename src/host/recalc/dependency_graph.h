@@ -1,5 +1,5 @@
-// Which cells follow which. Edges are kept where formulas are written; an instance's inherited formulas use the edges of its
-// master, carried over to the instance's own members, so that ten thousand instances add none.
+// Which cells follow which. Edges are kept where formulas are written; an instance's inherited formulas use the edges
+// of its master, carried over to the instance's own members, so that ten thousand instances add none.
 #pragma once
 
 #include <memory>
@@ -26,8 +26,8 @@ class DependencyGraph {
 
   /// Appends the cells whose formulas read `cell`, each at the sheet whose value it is. The order is that of writing.
   void dependentsOf(const CellAddress& cell, std::vector<CellAddress>& out) const;
-  /// Formulas of the master that depend on where an instance stands (ThePage!, page and shape names): a new instance must
-  /// evaluate them afresh.
+  /// Formulas of the master that depend on where an instance stands (ThePage!, page and shape names): a new instance
+  /// must evaluate them afresh.
   const std::vector<CellAddress>* placeDependent(MasterId master) const;
 
  private:
@@ -39,11 +39,12 @@ class DependencyGraph {
   SheetId targetOf(const CellAddress& cell, const struct Reference& reference) const;
   void appendLive(const CellAddress& cell, std::vector<CellAddress>& out) const;
   void appendInherited(const CellAddress& cell, std::vector<CellAddress>& out) const;
-  void appendToInstances(MasterId master, const CellAddress& masterCell, PageId onPage, std::vector<CellAddress>& out) const;
+  void appendToInstances(MasterId master, const CellAddress& masterCell, PageId onPage,
+                         std::vector<CellAddress>& out) const;
   bool stillReads(const CellAddress& dependent, SheetId sheet, const CellKey& key) const;
 
   const Store& store_;
-  mutable std::vector<std::unique_ptr<SheetEdges>> edges_;  ///< by sheet number
+  mutable std::vector<std::unique_ptr<SheetEdges>> edges_;             ///< by sheet number
   mutable std::unordered_map<MasterId, std::set<SheetId>> instances_;  ///< roots, oldest first
   std::unordered_map<MasterId, std::vector<CellAddress>> placeDependent_;
 };

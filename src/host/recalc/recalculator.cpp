@@ -43,7 +43,8 @@ struct Recalculator::Run {
   struct Node {
     CellAddress cell;
     std::vector<std::uint32_t> dependents;
-    std::uint32_t index = 0, low = 0, circle = 0;  ///< circle: number of the set of cells that read each other, 0 for none
+    std::uint32_t index = 0, low = 0,
+                  circle = 0;  ///< circle: number of the set of cells that read each other, 0 for none
     State state = State::New;
     bool dirty = false, done = false, evaluating = false, changed = false;
   };
@@ -137,12 +138,13 @@ struct Recalculator::Run {
 
 namespace {
 
-/// Inside a circle, what is read is brought up to date first; only a cell that is read while it is being evaluated is truly
-/// in a circle. A branch of IF that is not taken is never read.
+/// Inside a circle, what is read is brought up to date first; only a cell that is read while it is being evaluated is
+/// truly in a circle. A branch of IF that is not taken is never read.
 class CircleContext : public SheetContext {
  public:
   using Visit = std::function<bool(const CellAddress&)>;
-  CircleContext(const Store& store, const TextMetrics& metrics, SheetId definition, const CellAddress& cell, Visit visit)
+  CircleContext(const Store& store, const TextMetrics& metrics, SheetId definition, const CellAddress& cell,
+                Visit visit)
       : SheetContext(store, metrics, definition, cell), visit_(std::move(visit)) {}
 
   Value valueOf(const Reference& reference) override {
@@ -169,7 +171,8 @@ void Recalculator::Run::evaluateNode(std::uint32_t number, int depth) {
   const CellAddress cell = nodes[number].cell;
   const FoundCell found = findCell(owner.store_, cell.sheet, cell.key);
   if (!found.formula || !found.formula->formula) {
-    // An inherited constant whose master changed, or the text that TEXTWIDTH reads: nothing to evaluate, but readers go on.
+    // An inherited constant whose master changed, or the text that TEXTWIDTH reads: nothing to evaluate, but readers go
+    // on.
     nodes[number].changed = true;
     markDependents(number);
     return;

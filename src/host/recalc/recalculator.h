@@ -1,5 +1,5 @@
-// Brings values up to date after writes. Cannot fail: a circle is an error value, an unchanged value stops there, and the run
-// says what changed. Cost follows the dependents, not the drawing.
+// Brings values up to date after writes. Cannot fail: a circle is an error value, an unchanged value stops there, and
+// the run says what changed. Cost follows the dependents, not the drawing.
 #pragma once
 
 #include <functional>
@@ -15,7 +15,8 @@ namespace quorvel::host {
 
 class Recalculator {
  public:
-  /// `setValue` stores a new value in a cell (as its own, or beside an inherited formula) and keeps what was there for undo.
+  /// `setValue` stores a new value in a cell (as its own, or beside an inherited formula) and keeps what was there for
+  /// undo.
   using SetValue = std::function<void(const CellAddress&, const Value&)>;
 
   Recalculator(Store& store, DependencyGraph& graph) : store_(store), graph_(graph) {}
@@ -23,9 +24,9 @@ class Recalculator {
   void setTextMetrics(const TextMetrics& metrics) { metrics_ = &metrics; }
   const TextMetrics& textMetrics() const { return *metrics_; }
 
-  /// Evaluates the seeds whose formulas are to be taken afresh, then all that follows from them and from `changed` (cells
-  /// whose value was set already). Gives the cells whose value changed in the run, in order of evaluation; `changed` not
-  /// among them.
+  /// Evaluates the seeds whose formulas are to be taken afresh, then all that follows from them and from `changed`
+  /// (cells whose value was set already). Gives the cells whose value changed in the run, in order of evaluation;
+  /// `changed` not among them.
   std::vector<CellAddress> run(std::span<const CellAddress> seeds, std::span<const CellAddress> changed,
                                const SetValue& setValue);
 

@@ -51,8 +51,8 @@ Value SheetContext::valueOf(const Reference& reference) {
 }
 
 double SheetContext::measureText(const TextMetricsRequest& request) {
-  static const CellKey left = objectCell("LeftMargin"), right = objectCell("RightMargin"), top = objectCell("TopMargin"),
-                       bottom = objectCell("BottomMargin");
+  static const CellKey left = objectCell("LeftMargin"), right = objectCell("RightMargin"),
+                       top = objectCell("TopMargin"), bottom = objectCell("BottomMargin");
   const auto margin = [&](const CellKey& key) { return cellNumber(store_, cell_.sheet, key); };
   const double sides = margin(left) + margin(right);
   const double wrapAt = request.maxWidth < 0 ? -1 : std::max(0.0, request.maxWidth - sides);

@@ -1,4 +1,5 @@
-// Numbers that name the engine's objects. Never used twice in one process run of a store, so that a stale one finds nothing.
+// Numbers that name the engine's objects. Never used twice in one process run of a store, so that a stale one finds
+// nothing.
 #pragma once
 
 #include "base/strong_id.h"

@@ -19,13 +19,16 @@ SheetId styleOf(const Store& store, SheetId id, SheetId Sheet::*member) {
 }
 
 SheetId Sheet::*memberFor(StyleSource source) {
-  return source == StyleSource::Line ? &Sheet::lineStyle : source == StyleSource::Fill ? &Sheet::fillStyle : &Sheet::textStyle;
+  return source == StyleSource::Line   ? &Sheet::lineStyle
+         : source == StyleSource::Fill ? &Sheet::fillStyle
+                                       : &Sheet::textStyle;
 }
 
 /// Sections that style sheets hold have one row there, the first.
 bool standsInStyles(SectionNumber section) {
-  return section == SectionNumber::Object || section == SectionNumber::Character || section == SectionNumber::Paragraph ||
-         section == SectionNumber::Tab || section == SectionNumber::FillGradient || section == SectionNumber::LineGradient;
+  return section == SectionNumber::Object || section == SectionNumber::Character ||
+         section == SectionNumber::Paragraph || section == SectionNumber::Tab ||
+         section == SectionNumber::FillGradient || section == SectionNumber::LineGradient;
 }
 
 void take(FoundCell& found, const Cell* cell, SheetId sheet) {
@@ -132,7 +135,8 @@ std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number
     if (!section || section->deleted) continue;
     const bool local = *at == id;
     for (const Row& row : section->rows) {
-      const auto known = std::find_if(rows.begin(), rows.end(), [&](const RowView& view) { return view.key == row.key; });
+      const auto known =
+          std::find_if(rows.begin(), rows.end(), [&](const RowView& view) { return view.key == row.key; });
       if (row.deleted) {
         if (known != rows.end()) rows.erase(known);
       } else if (known != rows.end()) {
@@ -175,7 +179,9 @@ std::vector<SectionNumber> sectionsOf(const Store& store, SheetId id) {
     const Sheet* sheet = store.sheet(id);
     if (!sheet) break;
     for (const Section& section : sheet->sections) {
-      const auto contains = [&](const auto& list) { return std::find(list.begin(), list.end(), section.number) != list.end(); };
+      const auto contains = [&](const auto& list) {
+        return std::find(list.begin(), list.end(), section.number) != list.end();
+      };
       if (contains(present) || contains(gone)) continue;
       (section.deleted ? gone : present).push_back(section.number);
     }
@@ -220,7 +226,8 @@ SheetId counterpartOf(const Store& store, SheetId context, SheetId prototype) {
     const SheetId at = waiting.back();
     waiting.pop_back();
     if (inherits(at)) return at;
-    if (const Sheet* sheet = store.sheet(at)) waiting.insert(waiting.end(), sheet->children.begin(), sheet->children.end());
+    if (const Sheet* sheet = store.sheet(at))
+      waiting.insert(waiting.end(), sheet->children.begin(), sheet->children.end());
   }
   return {};
 }

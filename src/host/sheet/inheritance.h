@@ -22,8 +22,8 @@ Value cellValue(const Store& store, SheetId sheet, const CellKey& key);
 double cellNumber(const Store& store, SheetId sheet, const CellKey& key);
 std::string cellText(const Store& store, SheetId sheet, const CellKey& key);
 
-/// True when the cell can be read or written here: known cells of the object section always (page cells on pages only …),
-/// cells of rows when the row exists, here or inherited. `localOnly`: inherited rows do not count.
+/// True when the cell can be read or written here: known cells of the object section always (page cells on pages only
+/// …), cells of rows when the row exists, here or inherited. `localOnly`: inherited rows do not count.
 bool cellExists(const Store& store, SheetId sheet, const CellKey& key, bool localOnly);
 
 /// One effective row of a section: inherited rows first, in the master's order, then the sheet's own.
@@ -45,8 +45,8 @@ SheetId lineStyleOf(const Store& store, SheetId sheet);
 SheetId fillStyleOf(const Store& store, SheetId sheet);
 SheetId textStyleOf(const Store& store, SheetId sheet);
 
-/// The member of `context`'s instance that inherits from the master's sheet `prototype` (at any depth of inheritance); null
-/// when it has none.
+/// The member of `context`'s instance that inherits from the master's sheet `prototype` (at any depth of inheritance);
+/// null when it has none.
 SheetId counterpartOf(const Store& store, SheetId context, SheetId prototype);
 /// The sheet that "Sheet.<shapeId>" means in a formula that stands on `definition` and is evaluated for `context`.
 SheetId resolveShapeId(const Store& store, SheetId definition, SheetId context, int shapeId);

@@ -67,8 +67,9 @@ const Section* Sheet::find(SectionNumber number) const {
 Section* Sheet::find(SectionNumber number) { return const_cast<Section*>(std::as_const(*this).find(number)); }
 
 Section& Sheet::section(SectionNumber number) {
-  const auto place = std::lower_bound(sections.begin(), sections.end(), number,
-                                      [](const Section& section, SectionNumber wanted) { return section.number < wanted; });
+  const auto place =
+      std::lower_bound(sections.begin(), sections.end(), number,
+                       [](const Section& section, SectionNumber wanted) { return section.number < wanted; });
   if (place != sections.end() && place->number == number) return *place;
   Section made;
   made.number = number;
@@ -93,8 +94,9 @@ Cell& Sheet::local(const CellKey& key) {
   if (!row) {
     auto place = home.rows.end();
     if (orderedByIndex(key.row)) {
-      place = std::find_if(home.rows.begin(), home.rows.end(),
-                           [&](const Row& other) { return !other.key.isNamed() && other.key.index() > key.row.index(); });
+      place = std::find_if(home.rows.begin(), home.rows.end(), [&](const Row& other) {
+        return !other.key.isNamed() && other.key.index() > key.row.index();
+      });
     }
     Row made;
     made.key = key.row;

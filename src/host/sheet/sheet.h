@@ -14,7 +14,8 @@
 
 namespace quorvel::host {
 
-/// What a file format keeps beside an object so that a save gives back what we don't understand. The engine only carries it.
+/// What a file format keeps beside an object so that a save gives back what we don't understand. The engine only
+/// carries it.
 struct Extras {
   virtual ~Extras() = default;
 };
@@ -43,9 +44,9 @@ std::string formulaText(const Cell& cell);
 /// Cells of a row, sorted by column.
 struct Row {
   RowKey key;
-  Atom name;                ///< the name in the case of its creation; null for indexed rows
-  std::uint8_t type = 0;    ///< Geometry: the published row tag (138 MoveTo, 139 LineTo …); else 0
-  bool deleted = false;     ///< hides the master's row of the same key
+  Atom name;              ///< the name in the case of its creation; null for indexed rows
+  std::uint8_t type = 0;  ///< Geometry: the published row tag (138 MoveTo, 139 LineTo …); else 0
+  bool deleted = false;   ///< hides the master's row of the same key
   std::vector<std::pair<Column, Cell>> cells;
   ExtrasPtr extras;
 
@@ -55,8 +56,8 @@ struct Row {
 
 struct Section {
   SectionNumber number = SectionNumber::None;
-  bool deleted = false;     ///< hides the master's section
-  std::vector<Row> rows;    ///< in order; Geometry's component row, when held, is the one with key index 0
+  bool deleted = false;   ///< hides the master's section
+  std::vector<Row> rows;  ///< in order; Geometry's component row, when held, is the one with key index 0
   ExtrasPtr extras;
 
   const Row* find(RowKey key) const;
@@ -65,8 +66,8 @@ struct Section {
 
 enum class SheetKind : std::uint8_t { Document, Page, Style, Shape, Group, Foreign, Guide };
 
-/// A piece of a shape's text. Runs refer to rows of the Character, Paragraph and Tab sections by index, and hold until the
-/// next run of their kind; a field shows row `index` of the TextField section.
+/// A piece of a shape's text. Runs refer to rows of the Character, Paragraph and Tab sections by index, and hold until
+/// the next run of their kind; a field shows row `index` of the TextField section.
 struct TextPiece {
   enum Kind : std::uint8_t { Characters, CharacterRun, ParagraphRun, TabRun, Field };
   Kind kind = Characters;
@@ -88,14 +89,14 @@ struct Sheet {
   SheetId id;
   SheetKind kind = SheetKind::Shape;
   DocumentId document;
-  PageId page;              ///< the page, or the master's contents, that it stands on; null for document sheet and styles
-  int shapeId = 0;          ///< unique on the page; a style's ID; 0 for page and document sheets
-  std::string name;         ///< empty: the default name, see shapeName()
+  PageId page;       ///< the page, or the master's contents, that it stands on; null for document sheet and styles
+  int shapeId = 0;   ///< unique on the page; a style's ID; 0 for page and document sheets
+  std::string name;  ///< empty: the default name, see shapeName()
   std::string universalName;
-  SheetId parent;           ///< the group; null at the top of the page
-  std::vector<SheetId> children;  ///< members in stacking order
-  MasterId master;          ///< of an instance's root; members answer their root's
-  SheetId prototype;        ///< the master's sheet from which this one inherits; null for drawn shapes
+  SheetId parent;                           ///< the group; null at the top of the page
+  std::vector<SheetId> children;            ///< members in stacking order
+  MasterId master;                          ///< of an instance's root; members answer their root's
+  SheetId prototype;                        ///< the master's sheet from which this one inherits; null for drawn shapes
   SheetId lineStyle, fillStyle, textStyle;  ///< style sheets; null: the prototype's
   std::string data1, data2, data3;
   std::string uniqueId;

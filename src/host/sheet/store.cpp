@@ -177,7 +177,8 @@ void Store::putSubtree(std::vector<std::unique_ptr<Sheet>> in, std::size_t where
 
 SheetId Store::styleNamed(DocumentId id, std::string_view name) const {
   for (const SheetId style : document(id)->styles) {
-    if (equalIgnoringCase(sheet(style)->name, name) || equalIgnoringCase(sheet(style)->universalName, name)) return style;
+    if (equalIgnoringCase(sheet(style)->name, name) || equalIgnoringCase(sheet(style)->universalName, name))
+      return style;
   }
   return {};
 }

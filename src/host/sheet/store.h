@@ -1,5 +1,5 @@
-// All documents of one application: pages, masters, styles and sheets by number. Plain data without events or undo; file
-// formats fill it directly, everybody else changes it through host/commands.
+// All documents of one application: pages, masters, styles and sheets by number. Plain data without events or undo;
+// file formats fill it directly, everybody else changes it through host/commands.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ struct Connect {
   std::string fromCell;  ///< "BeginX", "EndX", …
   int fromPart = 0;
   int toShape = 0;
-  std::string toCell;    ///< "PinX", "Connections.X1", …
+  std::string toCell;  ///< "PinX", "Connections.X1", …
   int toPart = 0;
 };
 
@@ -30,16 +30,16 @@ struct Connect {
 struct Page {
   PageId id;
   DocumentId document;
-  int fileId = 0;              ///< the file's page ID
+  int fileId = 0;  ///< the file's page ID
   std::string name, universalName;
   bool background = false;
-  PageId backPage;             ///< null: none
+  PageId backPage;  ///< null: none
   SheetId sheet;
   std::vector<SheetId> shapes;  ///< top level, in stacking order
   std::unordered_map<int, SheetId> byShapeId;
   int lastShapeId = 0;
   std::vector<Connect> connects;
-  MasterId master;             ///< set when these are a master's contents
+  MasterId master;  ///< set when these are a master's contents
   ExtrasPtr extras;
 };
 
@@ -62,15 +62,15 @@ struct FontFace {
 
 struct DocumentProperties {
   std::string title, subject, creator, manager, company, category, keywords, description, hyperlinkBase;
-  std::string templateName;                 ///< file name only
+  std::string templateName;                                     ///< file name only
   std::string timeCreated, timeSaved, timeEdited, timePrinted;  ///< ISO 8601, UTC; empty: never
   std::map<std::string, std::string> custom;
 };
 
 struct Document {
   DocumentId id;
-  std::string name;   ///< file name with extension, or the default name
-  std::string path;   ///< folder with trailing separator; empty: never saved
+  std::string name;  ///< file name with extension, or the default name
+  std::string path;  ///< folder with trailing separator; empty: never saved
   bool isStencil = false;
   bool readOnly = false;
   bool saved = true;
@@ -80,7 +80,7 @@ struct Document {
   SheetId sheet;
   std::vector<PageId> pages;
   std::vector<MasterId> masters;
-  std::vector<SheetId> styles;   ///< Sheet::shapeId is the style's ID
+  std::vector<SheetId> styles;  ///< Sheet::shapeId is the style's ID
   SheetId defaultLineStyle, defaultFillStyle, defaultTextStyle, defaultGuideStyle;
   std::map<int, std::uint32_t> colours;  ///< the file's own colour entries, index to 0xRRGGBB
   std::vector<FontFace> fonts;           ///< by font number where cells hold numbers (older files)

@@ -8,14 +8,18 @@
 namespace quorvel::host {
 
 Matrix Matrix::after(const Matrix& inner) const {
-  return {a * inner.a + c * inner.b,     b * inner.a + d * inner.b,     a * inner.c + c * inner.d,
-          b * inner.c + d * inner.d,     a * inner.e + c * inner.f + e, b * inner.e + d * inner.f + f};
+  return {a * inner.a + c * inner.b, b * inner.a + d * inner.b,     a * inner.c + c * inner.d,
+          b * inner.c + d * inner.d, a * inner.e + c * inner.f + e, b * inner.e + d * inner.f + f};
 }
 
 Matrix Matrix::inverse() const {
   const double determinant = a * d - b * c;
   if (std::fabs(determinant) < 1e-300) return {};
-  return {d / determinant,  -b / determinant, -c / determinant, a / determinant, (c * f - d * e) / determinant,
+  return {d / determinant,
+          -b / determinant,
+          -c / determinant,
+          a / determinant,
+          (c * f - d * e) / determinant,
           (b * e - a * f) / determinant};
 }
 

@@ -17,11 +17,12 @@ CellKey fieldCell(int index, std::string_view column) {
 }
 
 /// Advance widths of the printable ASCII characters of a common sans-serif face, in thousandths of the size.
-constexpr int asciiWidths[95] = {
-    278, 278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333, 278, 278, 556, 556, 556, 556, 556, 556, 556, 556,
-    556, 556, 278, 278, 584, 584, 584, 556, 1015, 667, 667, 722, 722, 667, 611, 778, 722, 278, 500, 667, 556, 833, 722, 778,
-    667, 778, 722, 667, 611, 722, 667, 944, 667, 667, 611, 278, 278, 278, 469, 556, 333, 556, 556, 500, 556, 556, 278, 556,
-    556, 222, 222, 500, 222, 833, 556, 556, 556, 556, 333, 500, 278, 556, 500, 722, 500, 500, 500, 334, 260, 334, 584};
+constexpr int asciiWidths[95] = {278,  278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333, 278, 278,
+                                 556,  556, 556, 556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556,
+                                 1015, 667, 667, 722, 722, 667, 611, 778, 722, 278, 500, 667, 556, 833, 722, 778,
+                                 667,  778, 722, 667, 611, 722, 667, 944, 667, 667, 611, 278, 278, 278, 469, 556,
+                                 333,  556, 556, 500, 556, 556, 278, 556, 556, 222, 222, 500, 222, 833, 556, 556,
+                                 556,  556, 333, 500, 278, 556, 500, 722, 500, 500, 500, 334, 260, 334, 584};
 
 double widthOf(char32_t c) {
   if (c >= 32 && c < 127) return asciiWidths[c - 32] / 1000.0;
@@ -87,7 +88,8 @@ std::string shownText(const Store& store, SheetId sheet) {
       text += piece.text;
     } else if (piece.kind == TextPiece::Field) {
       // A field whose row is gone keeps the text that it last showed.
-      text += rowExists(store, sheet, SectionNumber::TextField, RowKey::index(static_cast<std::uint32_t>(piece.index)), false)
+      text += rowExists(store, sheet, SectionNumber::TextField, RowKey::index(static_cast<std::uint32_t>(piece.index)),
+                        false)
                   ? fieldText(store, sheet, piece.index)
                   : piece.text;
     }

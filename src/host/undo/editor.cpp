@@ -13,15 +13,14 @@ void Editor::commit(Exchange exchange) {
 
 std::unique_ptr<SheetFields> Editor::fieldsOf(SheetId id) const {
   const Sheet& sheet = *store_.sheet(id);
-  return std::make_unique<SheetFields>(SheetFields{sheet.kind, sheet.name, sheet.universalName, sheet.data1, sheet.data2, sheet.data3,
-                                                   sheet.text, sheet.foreign, sheet.lineStyle, sheet.fillStyle,
-                                                   sheet.textStyle});
+  return std::make_unique<SheetFields>(SheetFields{sheet.kind, sheet.name, sheet.universalName, sheet.data1,
+                                                   sheet.data2, sheet.data3, sheet.text, sheet.foreign, sheet.lineStyle,
+                                                   sheet.fillStyle, sheet.textStyle});
 }
 
 std::unique_ptr<PageFields> Editor::fieldsOf(PageId id) const {
   const Page& page = *store_.page(id);
-  return std::make_unique<PageFields>(
-      PageFields{page.name, page.universalName, page.background, page.backPage});
+  return std::make_unique<PageFields>(PageFields{page.name, page.universalName, page.background, page.backPage});
 }
 
 /// Text pieces remember what each field showed last; what a changed field showed is no longer true.
@@ -57,10 +56,10 @@ void Editor::setCell(const CellAddress& cell, std::optional<Cell> content) {
     std::size_t place = 0;
     if (const Section* section = sheet.find(cell.key.section)) {
       const auto& rows = section->rows;
-      const auto before = row.key.isNamed() ? rows.end()
-                                            : std::find_if(rows.begin(), rows.end(), [&](const Row& other) {
-                                                return !other.key.isNamed() && other.key.index() > row.key.index();
-                                              });
+      const auto before =
+          row.key.isNamed() ? rows.end() : std::find_if(rows.begin(), rows.end(), [&](const Row& other) {
+            return !other.key.isNamed() && other.key.index() > row.key.index();
+          });
       place = static_cast<std::size_t>(before - rows.begin());
     }
     insertRow(cell.sheet, cell.key.section, place, std::move(row));

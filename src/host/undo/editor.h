@@ -1,5 +1,5 @@
-// The only hands that change a drawing: each function applies one exchange and gives it to the undo log. They cannot fail;
-// commands check first.
+// The only hands that change a drawing: each function applies one exchange and gives it to the undo log. They cannot
+// fail; commands check first.
 #pragma once
 
 #include <optional>

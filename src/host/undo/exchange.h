@@ -1,5 +1,5 @@
-// Changes as exchanges: an entry holds what the document does not, and applying it swaps the two, so that redo is the same
-// act as undo. Entries name things by number.
+// Changes as exchanges: an entry holds what the document does not, and applying it swaps the two, so that redo is the
+// same act as undo. Entries name things by number.
 #pragma once
 
 #include <cstddef>

@@ -46,7 +46,8 @@ void UndoLog::takeBack(std::vector<Exchange>& entries, std::size_t from) {
 
 bool UndoLog::move(std::vector<Step>& from, std::vector<Step>& to, DocumentId document) {
   if (isOpen()) return false;
-  const auto last = std::find_if(from.rbegin(), from.rend(), [&](const Step& step) { return step.document == document; });
+  const auto last =
+      std::find_if(from.rbegin(), from.rend(), [&](const Step& step) { return step.document == document; });
   if (last == from.rend()) return false;
   Step step = std::move(*last);
   from.erase(std::next(last).base());
