@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "host/sheet/store.h"
-#include "render/scene/theme.h"
+#include "render/cells/theme.h"
 
 namespace quorvel::cli {
 

@@ -10,7 +10,7 @@
 #include "cli/exit_codes.h"
 #include "cli/open_drawing.h"
 #include "formats/package/atomic_file.h"
-#include "render/scene/build_scene.h"
+#include "render/build/build_scene.h"
 #include "render/svg/writer.h"
 
 namespace quorvel::cli {

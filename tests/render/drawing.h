@@ -7,8 +7,8 @@
 
 #include "host/cells/cell_name.h"
 #include "host/sheet/store.h"
-#include "render/scene/build_scene.h"
-#include "render/scene/geometry_path.h"
+#include "render/build/build_scene.h"
+#include "render/build/geometry_path.h"
 #include "render/svg/markup.h"
 
 namespace quorvel::render {

@@ -1,9 +1,9 @@
 // Pictures that shapes carry.
 #include <gtest/gtest.h>
 
+#include "render/build/image.h"
+#include "render/build/metafile.h"
 #include "render/drawing.h"
-#include "render/scene/image.h"
-#include "render/scene/metafile.h"
 
 namespace quorvel::render {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <numbers>
 
+#include "render/build/arrowheads.h"
+#include "render/build/line_style.h"
 #include "render/drawing.h"
-#include "render/scene/arrowheads.h"
-#include "render/scene/line_style.h"
 
 namespace quorvel::render {
 namespace {

@@ -1,9 +1,9 @@
 // Colours, fills, lines, shadows and themes.
 #include <gtest/gtest.h>
 
-#include "render/drawing.h"
 #include "render/scene/hatch.h"
-#include "render/scene/line_style.h"
+#include "render/build/line_style.h"
+#include "render/drawing.h"
 
 namespace quorvel::render {
 namespace {

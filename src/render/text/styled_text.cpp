@@ -7,8 +7,8 @@
 
 #include "base/text.h"
 #include "host/text/text.h"
-#include "render/scene/colours.h"
-#include "render/scene/fill.h"
+#include "render/cells/colours.h"
+#include "render/cells/fill.h"
 #include "render/text/fonts.h"
 
 namespace quorvel::render {

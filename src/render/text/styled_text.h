@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "render/scene/page_context.h"
+#include "render/cells/page_context.h"
+#include "render/cells/shape_cells.h"
 #include "render/scene/scene.h"
-#include "render/scene/shape_cells.h"
 
 namespace quorvel::render {
 

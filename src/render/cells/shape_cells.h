@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/sheet/inheritance.h"
-#include "render/scene/cell_keys.h"
+#include "render/cells/cell_keys.h"
 
 namespace quorvel::render {
 

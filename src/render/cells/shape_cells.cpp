@@ -1,4 +1,4 @@
-#include "render/scene/shape_cells.h"
+#include "render/cells/shape_cells.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
-#include "render/scene/line_style.h"
+#include "render/build/line_style.h"
 
 #include <algorithm>
 #include <span>
 
-#include "render/scene/colours.h"
-#include "render/scene/fill.h"
+#include "render/cells/colours.h"
+#include "render/cells/fill.h"
 
 namespace quorvel::render {
 namespace {

@@ -1,4 +1,4 @@
-#include "render/scene/cell_keys.h"
+#include "render/cells/cell_keys.h"
 
 namespace quorvel::render {
 

@@ -1,9 +1,9 @@
-#include "render/scene/image.h"
+#include "render/build/image.h"
 
 #include <cstdint>
 #include <cstring>
 
-#include "render/scene/metafile.h"
+#include "render/build/metafile.h"
 
 namespace quorvel::render {
 namespace {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "render/cells/shape_cells.h"
 #include "render/scene/path.h"
-#include "render/scene/shape_cells.h"
 
 namespace quorvel::render {
 

@@ -1,4 +1,4 @@
-#include "render/scene/arrowheads.h"
+#include "render/build/arrowheads.h"
 
 #include <algorithm>
 #include <array>

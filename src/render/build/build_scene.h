@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "host/sheet/store.h"
+#include "render/cells/theme.h"
 #include "render/scene/scene.h"
-#include "render/scene/theme.h"
 
 namespace quorvel::render {
 

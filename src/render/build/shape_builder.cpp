@@ -1,15 +1,15 @@
-#include "render/scene/shape_builder.h"
+#include "render/build/shape_builder.h"
 
 #include <algorithm>
 #include <charconv>
 
 #include "base/text.h"
-#include "render/scene/arrowheads.h"
-#include "render/scene/colours.h"
-#include "render/scene/fill.h"
-#include "render/scene/geometry_path.h"
-#include "render/scene/image.h"
-#include "render/scene/line_style.h"
+#include "render/build/arrowheads.h"
+#include "render/build/geometry_path.h"
+#include "render/build/image.h"
+#include "render/build/line_style.h"
+#include "render/cells/colours.h"
+#include "render/cells/fill.h"
 
 namespace quorvel::render {
 namespace {

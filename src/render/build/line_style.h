@@ -1,9 +1,9 @@
 // A shape's line from its cells.
 #pragma once
 
-#include "render/scene/page_context.h"
+#include "render/cells/page_context.h"
+#include "render/cells/shape_cells.h"
 #include "render/scene/scene.h"
-#include "render/scene/shape_cells.h"
 
 namespace quorvel::render {
 

@@ -1,6 +1,6 @@
-#include "render/scene/page_context.h"
+#include "render/cells/page_context.h"
 
-#include "render/scene/shape_cells.h"
+#include "render/cells/shape_cells.h"
 
 namespace quorvel::render {
 namespace {

@@ -1,4 +1,4 @@
-#include "render/scene/geometry_path.h"
+#include "render/build/geometry_path.h"
 
 #include <algorithm>
 #include <charconv>

@@ -3,10 +3,10 @@
 
 #include <unordered_map>
 
-#include "render/scene/image.h"
-#include "render/scene/page_context.h"
+#include "render/build/image.h"
+#include "render/cells/page_context.h"
+#include "render/cells/shape_cells.h"
 #include "render/scene/scene.h"
-#include "render/scene/shape_cells.h"
 #include "render/text/layout.h"
 
 namespace quorvel::render {

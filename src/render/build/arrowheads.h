@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "render/scene/line_style.h"
+#include "render/build/line_style.h"
 #include "render/scene/scene.h"
 
 namespace quorvel::render {

@@ -1,9 +1,9 @@
-#include "render/scene/build_scene.h"
+#include "render/build/build_scene.h"
 
 #include <algorithm>
 #include <memory>
 
-#include "render/scene/shape_builder.h"
+#include "render/build/shape_builder.h"
 #include "render/text/fonts.h"
 
 namespace quorvel::render {

@@ -1,9 +1,9 @@
-#include "render/scene/fill.h"
+#include "render/cells/fill.h"
 
 #include <algorithm>
 #include <numbers>
 
-#include "render/scene/colours.h"
+#include "render/cells/colours.h"
 
 namespace quorvel::render {
 namespace {

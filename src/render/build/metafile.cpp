@@ -1,4 +1,4 @@
-#include "render/scene/metafile.h"
+#include "render/build/metafile.h"
 
 #include <algorithm>
 #include <cstring>

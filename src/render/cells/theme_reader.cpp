@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "base/text.h"
-#include "render/scene/theme.h"
+#include "render/cells/theme.h"
 
 namespace quorvel::render {
 namespace {

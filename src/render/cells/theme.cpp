@@ -1,4 +1,4 @@
-#include "render/scene/theme.h"
+#include "render/cells/theme.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "render/scene/colours.h"
+#include "render/cells/colours.h"
 
 #include <charconv>
 #include <cmath>
