@@ -1,5 +1,6 @@
 #include "formats/formats.h"
 
+#include "formats/vdx/vdx_format.h"
 #include "formats/vsdx/old_format.h"
 #include "formats/vsdx/vsdx_format.h"
 
@@ -7,8 +8,9 @@ namespace quorvel::formats {
 
 const std::vector<const host::DocumentFormat*>& allFormats() {
   static const VsdxFormat vsdx;
+  static const VdxFormat vdx;
   static const OldFormat old;
-  static const std::vector<const host::DocumentFormat*> formats{&vsdx, &old};
+  static const std::vector<const host::DocumentFormat*> formats{&vsdx, &vdx, &old};
   return formats;
 }
 

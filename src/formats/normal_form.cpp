@@ -1,7 +1,9 @@
 #include "formats/normal_form.h"
 
 #include <algorithm>
+#include <fstream>
 #include <map>
+#include <sstream>
 #include <vector>
 
 #include "base/text.h"
@@ -17,8 +19,8 @@ namespace {
 
 class Normalizer {
  public:
-  Normalizer(const Relationships& relationships, const NormalFormOptions& options)
-      : relationships_(relationships), options_(options) {}
+  Normalizer(const Relationships& relationships, const NormalFormOptions& options, bool isSingleFile = false)
+      : relationships_(relationships), options_(options), isSingleFile_(isSingleFile) {}
 
   std::string part(pugi::xml_node root) { return element(root, 1); }
 
@@ -29,9 +31,30 @@ class Normalizer {
     if ((name == "Shapes" || name == "Connects" || name == "PageSheet") && !node.first_child() &&
         !node.first_attribute())
       return true;
+    if (isSingleFile_ && isInSheet(node) && !node.first_child() && !node.first_attribute()) return true;
     if (!options_.withoutTimes) return false;
+    if (isSingleFile_ && (name == "TimeSaved" || name == "TimeEdited")) return true;
     return name == "modified" ||
            (name == "property" && std::string_view(node.attribute("name").value()) == "TimeEdited");
+  }
+
+  static bool isSheet(pugi::xml_node node) {
+    const std::string_view name = localName(node);
+    return name == "Shape" || name == "PageSheet" || name == "StyleSheet" || name == "DocumentSheet";
+  }
+  /// One of the elements that group cells.
+  static bool isInSheet(pugi::xml_node node) {
+    static constexpr std::string_view others[] = {"Text", "Shapes", "ForeignData", "Data1", "Data2", "Data3"};
+    return isSheet(node.parent()) && std::ranges::find(others, localName(node)) == std::end(others);
+  }
+  static bool isBase64(pugi::xml_node node) {
+    static constexpr std::string_view names[] = {"ForeignData", "Icon", "PreviewPicture", "VBProjectData",
+                                                 "EmailRoutingData"};
+    return std::ranges::find(names, localName(node)) != std::end(names);
+  }
+  bool isCell(pugi::xml_node parent, pugi::xml_node child) const {
+    const std::string_view name = localName(child);
+    return name == "Cell" || name == "Trigger" || (isSingleFile_ && isInSheet(parent) && !child.attribute("IX"));
   }
 
   std::string element(pugi::xml_node node, int depth) {
@@ -39,7 +62,10 @@ class Normalizer {
     std::string text = indent + node.name();
     std::map<std::string, std::string> attributes;
     for (const pugi::xml_attribute attribute : node.attributes()) {
-      if (std::string_view(attribute.name()).starts_with("xmlns")) continue;  // declarations say nothing of their own
+      const std::string_view called = attribute.name();
+      if (called.starts_with("xmlns")) continue;  // declarations say nothing of their own
+      // That nobody has changed the file since its program wrote it; layout of the text.
+      if (isSingleFile_ && depth == 1 && (called == "key" || called == "start" || called == "xml:space")) continue;
       std::string value = attribute.value();
       if (std::string_view(attribute.name()) == "r:id") {
         const Relationship* const found = relationships_.withId(value);
@@ -57,13 +83,20 @@ class Normalizer {
     // Only text among elements keeps its place: the order of cells means nothing, that of everything else is kept.
     const bool mixed = localName(node) == "Text";
     std::vector<std::string> cells, others;
+    std::vector<std::pair<std::string_view, std::string>> named;
+    const bool byName = isSingleFile_ && (isSheet(node) || localName(node) == "DocumentProperties");
     for (const pugi::xml_node child : node) {
       if (child.type() == pugi::node_element) {
         if (isLeftOut(child)) continue;
-        (localName(child) == "Cell" || localName(child) == "Trigger" ? cells : others)
-            .push_back(element(child, depth + 1));
+        if (byName) {
+          named.emplace_back(child.name(), element(child, depth + 1));
+        } else {
+          (isCell(node, child) ? cells : others).push_back(element(child, depth + 1));
+        }
       } else if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
-        const std::string_view value = child.value();
+        std::string value = child.value();
+        if (isSingleFile_ && isBase64(node))
+          std::erase_if(value, [](char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; });
         if (!mixed && trimmed(value).empty()) continue;
         std::string line = indent + " ";
         appendEscaped(line, value, true);
@@ -72,6 +105,8 @@ class Normalizer {
     }
     std::ranges::sort(cells);
     if (!mixed) sortSections(others);
+    std::ranges::stable_sort(named, {}, &std::pair<std::string_view, std::string>::first);
+    for (const auto& [name, one] : named) text += one;
     for (const std::string& one : cells) text += one;
     for (const std::string& one : others) text += one;
     return text;
@@ -86,6 +121,7 @@ class Normalizer {
 
   const Relationships& relationships_;
   const NormalFormOptions& options_;
+  const bool isSingleFile_;
 };
 
 std::string checksum(const std::string& bytes) {
@@ -94,11 +130,21 @@ std::string checksum(const std::string& bytes) {
   return std::to_string(hash);
 }
 
+Maybe<std::string> normalFormOfSingleFile(const std::string& fileName, const NormalFormOptions& options) {
+  std::ifstream file(fileName, std::ios::binary);
+  std::stringstream text;
+  text << file.rdbuf();
+  std::string bytes = std::move(text).str();
+  pugi::xml_document document;
+  if (!file || !parseXml(document, bytes).empty()) return {};
+  return "part /\n" + Normalizer(Relationships(), options, true).part(document.document_element());
+}
+
 }  // namespace
 
 Maybe<std::string> normalForm(const std::string& fileName, const NormalFormOptions& options) {
   ZipPackage package;
-  if (!package.open(fileName).empty()) return {};
+  if (!package.open(fileName).empty()) return normalFormOfSingleFile(fileName, options);
   ContentTypes types;
   std::string bytes;
   if (!package.read("/[Content_Types].xml", bytes) || !types.parse(bytes).empty()) return {};

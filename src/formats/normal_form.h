@@ -1,4 +1,4 @@
-// A drawing's package as text in which two files that mean the same read the same, for comparing before and after a
+// A drawing's file as text in which two files that mean the same read the same, for comparing before and after a
 // save.
 #pragma once
 
@@ -14,8 +14,8 @@ struct NormalFormOptions {
 };
 
 /// One line for each element, attributes sorted, cells sorted by name, relationships by what they lead to instead of by
-/// number, parts in the order of their names; parts that are no XML by length and checksum. Nothing for a file that is
-/// no package.
+/// number, parts in the order of their names; parts that are no XML by length and checksum. A single-file drawing is
+/// one part. Nothing for a file that is neither.
 Maybe<std::string> normalForm(const std::string& fileName, const NormalFormOptions& options = {});
 
 /// The first lines in which two normal forms differ, for a message; empty when they are equal.

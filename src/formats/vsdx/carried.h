@@ -26,9 +26,11 @@ struct CarriedCell {
   bool hasValue = false, hasUnit = false, hasFormula = false, hasError = false;
   std::string value, unit, formula, error;
   bool formulaIsBroken = false;
-  AttributeList attributes;  ///< that we don't know
-  std::string contents;      ///< raw XML
-  std::string older;         ///< the whole element; also for one that only says "inherited" and stands for no cell
+  AttributeList attributes;   ///< that we don't know
+  std::string contents;       ///< raw XML
+  std::string older;          ///< the whole element; also for one that only says "inherited" and stands for no cell
+  int olderPlace = 0;         ///< the vocabulary that it was read in: 0 the core, else that of a later release …
+  std::string olderFallback;  ///< … and the element that the core has instead
 };
 
 struct CarriedRow : host::Extras {
@@ -73,6 +75,7 @@ struct CarriedSheet : host::Extras {
   bool lacksText = false;         ///< the file left the Text element out although its fields show something else than
   std::string fieldsWithoutText;  ///< the master's; what they showed then
   bool lacksType = false;         ///< the Type is the master's
+  bool passedOver = false;        ///< a member of an instance that the file does not mention
   std::string olderContents;
 };
 

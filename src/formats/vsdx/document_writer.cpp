@@ -6,6 +6,7 @@
 #include "formats/package/xml_reading.h"
 #include "formats/vsdx/connect_text.h"
 #include "formats/vsdx/document_elements.h"
+#include "formats/vsdx/passed_over.h"
 #include "formats/vsdx/properties.h"
 #include "formats/vsdx/sheet_writer.h"
 
@@ -193,6 +194,7 @@ DocumentWriter::Output DocumentWriter::contentsPart(const Page& page, const Carr
   Output output{name, std::string(isMaster ? names::masterType : names::pageType), {}, {}};
   if (carry && package_ && carry->package.get() == package_) output.relationships = carry->relationships;
   PartContext context{store_, name, output.relationships, pictures_};
+  context.leftOut = membersToPassOver(store_, page);
   XmlWriter writer;
   startRoot(writer, isMaster ? "MasterContents" : "PageContents", carry ? &carry->contentsAttributes : nullptr);
   if (!page.shapes.empty() || (carry && !carry->deletedShapes.empty())) {

@@ -1,4 +1,4 @@
-// The formats of older releases that are not read, so that opening one says what the file is and what helps.
+// The binary formats of older releases, which are not read, so that opening one says what the file is and what helps.
 #pragma once
 
 #include "host/document_format.h"

@@ -241,6 +241,7 @@ void addUnmentionedMembers(ReadState& state, SheetId rootId) {
     if (++state.madeMembers > 100'000) return;
     const SheetId made = store.addShape(page, parent->second, original.kind);
     store.sheet(made)->prototype = id;
+    carriedOf(*store.sheet(made)).passedOver = true;
     counterparts.emplace(id, made);
   }
 }

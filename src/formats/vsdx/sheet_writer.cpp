@@ -297,9 +297,12 @@ void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId id, S
 
   const std::vector<int> missing = missingMembers(store, shape);
   const std::string_view deleted = carry ? std::string_view(carry->deletedMembers) : std::string_view();
-  if (!shape.children.empty() || !missing.empty() || !deleted.empty()) {
+  const auto isWritten = [&](host::SheetId member) { return !dialect.leftOut || !dialect.leftOut->contains(member); };
+  if (std::ranges::any_of(shape.children, isWritten) || !missing.empty() || !deleted.empty()) {
     writer.start("Shapes");
-    for (const host::SheetId member : shape.children) writeShape(writer, store, member, dialect);
+    for (const host::SheetId member : shape.children) {
+      if (isWritten(member)) writeShape(writer, store, member, dialect);
+    }
     writer.raw(deleted);
     for (const int number : missing) {
       // A deleted member has no number of its own; files say so by the largest one.
@@ -313,6 +316,7 @@ void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId id, S
 
 void writeShape(XmlWriter& writer, PartContext& context, host::SheetId shape) {
   PackageDialect dialect(context);
+  dialect.leftOut = &context.leftOut;
   writeShape(writer, context.store, shape, dialect);
 }
 

@@ -42,6 +42,7 @@ struct PartContext {
   Relationships& relationships;
   PictureParts& pictures;
   std::unordered_set<host::MasterId> usedMasters = {};
+  std::unordered_set<host::SheetId> leftOut = {};  ///< members that are not written
 };
 
 /// IsCustom… attributes and both names, as they were read while they are unchanged.
@@ -72,6 +73,8 @@ class ShapeDialect {
   /// Between text, data and picture, and the members.
   virtual void tail(XmlWriter& writer, const host::Sheet& shape) = 0;
   virtual void uses(host::MasterId) {}
+
+  const std::unordered_set<host::SheetId>* leftOut = nullptr;  ///< members that are not written; null: none
 };
 void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId shape, ShapeDialect& dialect);
 

@@ -1,0 +1,243 @@
+#include "formats/vdx/document_reader.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "formats/vdx/picture_bytes.h"
+#include "formats/vdx/properties.h"
+#include "formats/vdx/sheet_reader.h"
+#include "formats/vdx/vocabulary.h"
+#include "formats/vsdx/document_elements.h"
+#include "formats/vsdx/shape_reader.h"
+#include "formats/vsdx/sheet_reader.h"
+
+namespace quorvel::formats::vdx {
+namespace {
+
+using host::PageId;
+
+constexpr std::string_view getAgain = "copy or download it again, or save it anew in the program that made it";
+
+bool readPicture(ReadState&, const ShapeSource&, host::Sheet& sheet, pugi::xml_node node) {
+  Maybe<std::string> bytes = fromBase64(innerText(node));
+  if (!bytes || bytes->empty()) return false;
+  auto picture = std::make_shared<host::ForeignData>();
+  auto carry = std::make_shared<CarriedForeign>();
+  for (const pugi::xml_attribute attribute : node.attributes()) {
+    const std::string_view name = attribute.name();
+    if (name == "ForeignType") {
+      picture->type = attribute.value();
+    } else if (name == "CompressionType") {
+      picture->compression = attribute.value();
+    } else {
+      carry->attributes.emplace_back(name, attribute.value());
+    }
+  }
+  picture->extension = extensionOf(picture->type, picture->compression);
+  carry->olderLacksHeader = picture->extension == "bmp" && lacksBitmapHeader(*bytes);
+  picture->bytes = carry->olderLacksHeader ? withBitmapHeader(*bytes) : std::move(*bytes);
+  picture->extras = std::move(carry);
+  sheet.foreign = std::move(picture);
+  return true;
+}
+
+void readShapeChild(ReadState& state, host::Sheet& sheet, pugi::xml_node child, bool) {
+  readSheetChild(fileState(state), sheet, child);
+}
+
+constexpr ShapeVocabulary vocabulary{readShapeChild, readPicture};
+
+class DocumentReader {
+ public:
+  DocumentReader(host::Store& store, host::DocumentId document) : state_(store, document, noPackage_) {}
+
+  std::string read(std::string& bytes);
+
+ private:
+  host::Document& document() { return *state_.store.document(state_.document); }
+  void readFonts(pugi::xml_node root);
+  void readRootChild(pugi::xml_node child);
+  void readContents(PageId page, pugi::xml_node entry, CarriedPage& carry);
+  void readMasters(pugi::xml_node list);
+  void readPages(pugi::xml_node list);
+
+  ZipPackage noPackage_;  ///< the shared readers look for parts in it and find none
+  FileState state_;
+  const Relationships noRelationships_;
+  std::shared_ptr<CarriedDocument> carried_ = std::make_shared<CarriedDocument>();
+};
+
+void DocumentReader::readFonts(pugi::xml_node root) {
+  // The first release listed fonts in another element; a file with both means the same fonts twice.
+  for (const auto& [list, entry] : {std::pair("FaceNames", "FaceName"), std::pair("Fonts", "FontEntry")}) {
+    for (const pugi::xml_node face : childNamed(root, list)) {
+      const int number = wholeNumber(face.attribute("ID").value(), -1);
+      const std::string name = face.attribute("Name").value();
+      if (localName(face) != entry || number < 0 || name.empty() || state_.fonts.nameOf(number)) continue;
+      auto carry = std::make_shared<CarriedFont>();
+      carry->olderNumber = number;
+      for (const auto& [here, there] : {std::pair("UnicodeRanges", "UnicodeRanges"), std::pair("CharSets", "CharSets"),
+                                        std::pair("Panos", "Panose"), std::pair("Flags", "Flags")}) {
+        if (const pugi::xml_attribute attribute = face.attribute(here))
+          carry->attributes.emplace_back(there, attribute.value());
+      }
+      state_.fonts.add(number, name);
+      document().fonts.push_back({name, std::move(carry)});
+    }
+  }
+}
+
+void DocumentReader::readRootChild(pugi::xml_node child) {
+  const std::string name(localName(child));
+  Vocabulary whose;
+  if (!vocabularyOf(child, whose) || whose == Vocabulary::Second || whose == Vocabulary::Third) {
+    carried_->olderElements[""] += rawXml(child);
+  } else if (whose == Vocabulary::Package) {
+    for (const pugi::xml_node one : child) {
+      if (one.type() == pugi::node_element) carried_->contents += rawXml(one);
+    }
+  } else if (name == "DocumentProperties") {
+    readProperties(child, document().properties);
+    carried_->olderElements[name] = rawXml(child);
+  } else if (name == "DocumentSettings") {
+    readSettings(state_, *carried_, child);
+  } else if (name == "Colors") {
+    readColours(state_, *carried_, child);
+  } else if (name == "DocumentSheet") {
+    host::Sheet& sheet = *state_.store.sheet(document().sheet);
+    CarriedName names;
+    readNames(child, sheet.name, sheet.universalName, names);
+    carriedOf(sheet).names = std::move(names);
+    vdx::readPlainSheet(state_, sheet, child);
+  } else if (name == "EventList" || name == "HeaderFooter") {
+    carried_->contents += rawXml(child);
+  } else if (name != "StyleSheets" && name != "Masters" && name != "Pages") {
+    carried_->olderElements[name] += rawXml(child);
+  }
+}
+
+void DocumentReader::readContents(PageId pageId, pugi::xml_node entry, CarriedPage& carry) {
+  ShapeSource source{pageId, noRelationships_, vocabulary};
+  for (const pugi::xml_node child : entry) {
+    if (child.type() != pugi::node_element) continue;
+    const std::string_view name = localName(child);
+    if (name == "PageSheet") {
+      vdx::readPlainSheet(state_, *state_.store.sheet(state_.store.page(pageId)->sheet), child);
+    } else if (name == "Shapes") {
+      readShapes(state_, source, {}, child, -1);
+    } else if (name == "Connects") {
+      readConnects(state_, pageId, carry, child);
+    } else if (name == "Icon") {
+      carry.contents += rawXml(child);
+    } else {
+      carry.olderContents += rawXml(child);
+    }
+  }
+  carry.deletedShapes = std::move(source.shapesTail);
+  for (const host::SheetId top : state_.store.page(pageId)->shapes) {
+    for (const host::SheetId id : state_.store.subtree(top)) orderRows(*state_.store.sheet(id));
+  }
+  state_.rowPlaces.clear();
+}
+
+bool isName(std::string_view attribute) { return attribute == "ID" || attribute == "Name" || attribute == "NameU"; }
+
+void DocumentReader::readMasters(pugi::xml_node list) {
+  std::vector<std::pair<host::MasterId, pugi::xml_node>> made;
+  for (const pugi::xml_node entry : list) {
+    if (entry.type() != pugi::node_element) continue;
+    const int number = wholeNumber(entry.attribute("ID").value(), -1);
+    if (localName(entry) != "Master" || number < 0 || number > largestFileNumber || state_.masters.contains(number)) {
+      carried_->mastersTail += rawXml(entry);
+      continue;
+    }
+    const host::MasterId id = state_.store.addMaster(state_.document, {});
+    state_.store.master(id)->fileId = number;
+    state_.masters.emplace(number, id);
+    made.emplace_back(id, entry);
+  }
+  for (const auto& [id, entry] : made) {
+    host::Master& master = *state_.store.master(id);
+    auto carry = std::make_shared<CarriedPage>();
+    readNames(entry, master.name, master.universalName, carry->names);
+    for (const pugi::xml_attribute attribute : entry.attributes()) {
+      const std::string_view name = attribute.name();
+      if (name == "UniqueID") {
+        master.uniqueId = attribute.value();
+      } else if (name == "BaseID") {
+        master.baseId = attribute.value();
+      } else if (!isName(name)) {
+        carry->attributes.emplace_back(name, attribute.value());
+      }
+    }
+    master.prompt = entry.attribute("Prompt").value();
+    master.hidden = truth(entry.attribute("Hidden").value());
+    readContents(master.contents, entry, *carry);
+    master.extras = std::move(carry);
+  }
+  linkToMasters(state_);
+}
+
+void DocumentReader::readPages(pugi::xml_node list) {
+  std::unordered_set<int> numbers;
+  std::vector<std::pair<PageId, int>> backPages;
+  for (const pugi::xml_node entry : list) {
+    if (entry.type() != pugi::node_element) continue;
+    const int number = wholeNumber(entry.attribute("ID").value(), -1);
+    if (localName(entry) != "Page" || number < 0 || number > largestFileNumber || !numbers.insert(number).second) {
+      carried_->pagesTail += rawXml(entry);
+      continue;
+    }
+    const PageId id = state_.store.addPage(state_.document, {});
+    host::Page& page = *state_.store.page(id);
+    page.fileId = number;
+    auto carry = std::make_shared<CarriedPage>();
+    readNames(entry, page.name, page.universalName, carry->names);
+    for (const pugi::xml_attribute attribute : entry.attributes()) {
+      const std::string_view name = attribute.name();
+      if (name == "BackPage") {
+        backPages.emplace_back(id, wholeNumber(attribute.value(), -1));
+      } else if (!isName(name)) {
+        carry->attributes.emplace_back(name, attribute.value());
+      }
+    }
+    page.background = truth(entry.attribute("Background").value());
+    readContents(id, entry, *carry);
+    page.extras = std::move(carry);
+    linkToMasters(state_);
+  }
+  resolveBackPages(state_, backPages);
+}
+
+std::string DocumentReader::read(std::string& bytes) {
+  if (bytes.starts_with("PK") || bytes.starts_with("\xD0\xCF\x11\xE0"))
+    return "is no XML drawing although its name says so; rename it to the ending of the program that made it";
+  pugi::xml_document parsed;
+  if (const std::string wrong = parseXml(parsed, bytes); !wrong.empty())
+    return "is damaged: " + wrong + "; " + std::string(getAgain);
+  const pugi::xml_node root = parsed.document_element();
+  if (localName(root) != "VisioDocument") return "is XML without a drawing in it; choose a .vdx, .vsx or .vtx file";
+  for (const pugi::xml_attribute attribute : root.attributes()) {
+    const std::string_view name = attribute.name();
+    // Key and start say that nobody but the program that made the file has changed it, which a save makes untrue.
+    if (name != "xmlns" && name != "key" && name != "start")
+      carried_->olderAttributes.emplace_back(name, attribute.value());
+  }
+  readFonts(root);
+  if (const pugi::xml_node styles = childNamed(root, "StyleSheets")) readStyles(state_, styles, vdx::readPlainSheet);
+  for (const pugi::xml_node child : root) {
+    if (child.type() == pugi::node_element) readRootChild(child);
+  }
+  readMasters(childNamed(root, "Masters"));
+  readPages(childNamed(root, "Pages"));
+  document().extras = carried_;
+  return {};
+}
+
+}  // namespace
+
+std::string readDocument(host::Store& store, host::DocumentId document, std::string& bytes) {
+  return DocumentReader(store, document).read(bytes);
+}
+
+}  // namespace quorvel::formats::vdx

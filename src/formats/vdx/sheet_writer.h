@@ -1,0 +1,57 @@
+// Writes sheets and shapes of a single-file drawing: only what a sheet holds itself, with what its file brought along.
+#pragma once
+
+#include <map>
+#include <string>
+#include <unordered_map>
+
+#include "formats/package/xml_writing.h"
+#include "formats/vdx/font_numbers.h"
+#include "formats/vdx/vocabulary.h"
+#include "formats/vsdx/carried.h"
+#include "formats/vsdx/sheet_writer.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::formats::vdx {
+
+class SheetWriter : public ShapeDialect {
+ public:
+  SheetWriter(const host::Store& store, FontNumbers& fonts) : store_(store), fonts_(fonts) {}
+
+  void names(XmlWriter& writer, const host::Sheet& sheet) override;
+  void attributes(XmlWriter& writer, const host::Sheet& sheet) override;
+  void contents(XmlWriter& writer, const host::Sheet& sheet) override;
+  void picture(XmlWriter& writer, const host::ForeignData& picture) override;
+  void tail(XmlWriter&, const host::Sheet&) override {}
+
+ private:
+  using RowIds = std::unordered_map<std::uint32_t, int>;
+  /// Numbers of the section's named rows: an instance's row bears the number of the master's.
+  RowIds rowIds(const host::Sheet& sheet, host::SectionNumber section);
+  const RowIds& inheritedRowIds(host::SheetId sheet, host::SectionNumber section);
+
+  void objectRow(XmlWriter& writer, const host::Row& row);
+  void section(XmlWriter& writer, const host::Sheet& sheet, const host::Section& section);
+  void geometry(XmlWriter& writer, const host::Sheet& sheet, const host::Section& section);
+  void row(XmlWriter& writer, const host::Row& row, host::SectionNumber section, Vocabulary vocabulary,
+           const RowIds& ids);
+  void cells(XmlWriter& writer, const host::Row& row, host::SectionNumber section, Vocabulary vocabulary);
+  void tabs(XmlWriter& writer, const host::Row& row);
+  void deletedRows(XmlWriter& writer, const host::Sheet& sheet, host::SectionNumber section);
+  /// What this format has no words for, in those of packages.
+  std::string packageContents(const host::Sheet& sheet) const;
+
+  const host::Store& store_;
+  FontNumbers& fonts_;
+  std::map<std::pair<host::SheetId, host::SectionNumber>, RowIds> inherited_;
+};
+
+/// Both names, as they were read while they are unchanged.
+void writeBothNames(XmlWriter& writer, const CarriedName* carry, const std::string& name,
+                    const std::string& universalName);
+
+/// Raw XML of a package's part that may stand alone in another file: complete, with every prefix declared in it.
+/// Cells that only say "inherited" are left out.
+std::string selfContained(const std::string& xml);
+
+}  // namespace quorvel::formats::vdx

@@ -1,0 +1,19 @@
+// Drawings, stencils and templates of older releases as one XML file: .vdx, .vsx, .vtx.
+#pragma once
+
+#include "host/document_format.h"
+
+namespace quorvel::formats {
+
+class VdxFormat : public host::DocumentFormat {
+ public:
+  bool handles(std::string_view fileName) const override;
+  /// Macros are kept for the next save in this format and never run.
+  host::OpenResult open(host::Store& store, const std::string& fileName) const override;
+  /// What older releases lack is written as they would have said it (geometry by shares of width and height) or stands
+  /// beside it in elements that they pass over (effects, gradients, theme cells). Themes, data recordsets and macros of
+  /// a package have no place here.
+  std::string save(const host::Store& store, host::DocumentId document, const std::string& fileName) const override;
+};
+
+}  // namespace quorvel::formats
