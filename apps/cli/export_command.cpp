@@ -6,14 +6,14 @@
 
 #include "base/text.h"
 #include "cli/commands.h"
-#include "cli/document_themes.h"
+#include "session/document_themes.h"
 #include "cli/exit_codes.h"
 #include "cli/open_drawing.h"
 #include "formats/package/atomic_file.h"
 #include "render/build/build_scene.h"
 #include "render/svg/writer.h"
 
-namespace quorvel::cli {
+namespace quorvel {
 namespace {
 
 namespace fs = std::filesystem;
@@ -97,4 +97,4 @@ int runExport(const ExportOptions& options) {
   return exitDone;
 }
 
-}  // namespace quorvel::cli
+}  // namespace quorvel

@@ -1,8 +1,8 @@
-#include "cli/document_themes.h"
+#include "session/document_themes.h"
 
 #include "formats/vsdx/carried.h"
 
-namespace quorvel::cli {
+namespace quorvel {
 
 std::vector<render::Theme> themesOf(const host::Document& document) {
   std::vector<render::Theme> themes;
@@ -15,4 +15,4 @@ std::vector<render::Theme> themesOf(const host::Document& document) {
   return themes;
 }
 
-}  // namespace quorvel::cli
+}  // namespace quorvel

@@ -6,8 +6,8 @@
 #include "host/sheet/store.h"
 #include "render/cells/theme.h"
 
-namespace quorvel::cli {
+namespace quorvel {
 
 std::vector<render::Theme> themesOf(const host::Document& document);
 
-}  // namespace quorvel::cli
+}  // namespace quorvel
