@@ -13,7 +13,7 @@
 #include "render/build/build_scene.h"
 #include "render/svg/writer.h"
 
-namespace quorvel {
+namespace quorvel::cli {
 namespace {
 
 namespace fs = std::filesystem;
@@ -97,4 +97,4 @@ int runExport(const ExportOptions& options) {
   return exitDone;
 }
 
-}  // namespace quorvel
+}  // namespace quorvel::cli
