@@ -16,8 +16,8 @@ constexpr Column columnX = 0, columnY = 1, columnA = 2, columnB = 3, columnC = 4
 class RowWriter {
  public:
   RowWriter(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet, host::SectionNumber section,
-            const host::Row& row)
-      : writer_(writer), store_(store), sheet_(sheet), section_(section), row_(row) {}
+            const host::Row& row, bool whole)
+      : writer_(writer), store_(store), sheet_(sheet), section_(section), row_(row), whole_(whole) {}
 
   void write(Tag tag) {
     const char* const name = tag == Move   ? "MoveTo"
@@ -54,9 +54,9 @@ class RowWriter {
 
   void scaled(Column column, std::string_view name, std::string_view side) {
     const host::Cell* const cell = row_.find(column);
-    if (!cell) return;
+    if (!cell && !whole_) return;
     std::string formula;
-    if (cell->inheritsFormula) {
+    if (!cell || cell->inheritsFormula) {
       formula = inheritedText;
     } else {
       const std::string text = shareText(column);
@@ -84,8 +84,12 @@ class RowWriter {
   void curve(bool cubic) {
     bool held = row_.type != 0;
     for (const auto& [column, cell] : row_.cells) held = held || (column >= columnA && column <= columnD);
-    if (!held) return;
-    const auto number = [&](std::string_view name, const char* text) { writer_.start(name).text(text).end(); };
+    if (!held && !whole_) return;
+    const auto number = [&](std::string_view name, const char* text) {
+      writer_.start(name);
+      if (!held) writer_.attribute("F", inheritedText);
+      writer_.text(text).end();
+    };
     number("A", "0");
     number("B", "1");
     number("C", "0");
@@ -104,7 +108,7 @@ class RowWriter {
       value += ',';
       point(columnC, columnD);
     }
-    writer_.start("E").attribute("F", formula + ")").text(value + ")").end();
+    writer_.start("E").attribute("F", held ? formula + ")" : std::string(inheritedText)).text(value + ")").end();
   }
 
   XmlWriter& writer_;
@@ -112,6 +116,7 @@ class RowWriter {
   const host::Sheet& sheet_;
   const host::SectionNumber section_;
   const host::Row& row_;
+  const bool whole_;
 };
 
 }  // namespace
@@ -119,8 +124,8 @@ class RowWriter {
 bool isRelative(std::uint8_t tag) { return tag >= Cubic && tag <= Arc; }
 
 void writeRelativeRow(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet,
-                      host::SectionNumber section, const host::Row& row, std::uint8_t tag) {
-  RowWriter(writer, store, sheet, section, row).write(static_cast<Tag>(tag));
+                      host::SectionNumber section, const host::Row& row, std::uint8_t tag, bool whole) {
+  RowWriter(writer, store, sheet, section, row, whole).write(static_cast<Tag>(tag));
 }
 
 }  // namespace quorvel::formats::vdx

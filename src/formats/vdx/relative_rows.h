@@ -11,8 +11,9 @@ namespace quorvel::formats::vdx {
 bool isRelative(std::uint8_t tag);
 
 /// Writes the row that draws the same. Only what the sheet holds itself is written; a curve's control points are one
-/// cell there and are written when any of them is held.
+/// cell there and are written when any of them is held. `whole`: what is inherited is written too, as inherited with
+/// its value here, because the value depends on the size of the shape.
 void writeRelativeRow(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet,
-                      host::SectionNumber section, const host::Row& row, std::uint8_t tag);
+                      host::SectionNumber section, const host::Row& row, std::uint8_t tag, bool whole);
 
 }  // namespace quorvel::formats::vdx

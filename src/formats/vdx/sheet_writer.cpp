@@ -1,6 +1,7 @@
 #include "formats/vdx/sheet_writer.h"
 
 #include <algorithm>
+#include <array>
 
 #include "formats/package/xml_reading.h"
 #include "formats/vdx/cell_element.h"
@@ -59,6 +60,15 @@ bool holds(const Row& row, SectionNumber section, Vocabulary vocabulary) {
 }
 
 bool isNumber(std::string_view text) { return wholeNumber(text, -1) >= 0; }
+
+/// True for a sheet whose size is not that of the one it inherits from.
+bool hasOwnSize(const host::Store& store, const host::Sheet& sheet) {
+  if (!sheet.prototype) return false;
+  return std::ranges::any_of(
+      std::array{host::objectCell("Width"), host::objectCell("Height")}, [&](const CellKey& key) {
+        return host::cellNumber(store, sheet.id, key) != host::cellNumber(store, sheet.prototype, key);
+      });
+}
 
 /// The attributes that the row was read with, when they still name it.
 const AttributeList* attributesOf(const Row& row, SectionNumber section) {
@@ -276,9 +286,10 @@ void SheetWriter::tabs(XmlWriter& writer, const Row& row) {
 void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Section& section) {
   const long number = static_cast<long>(section.number) - static_cast<long>(SectionNumber::Geometry);
   const CarriedSection* const carry = carried<CarriedSection>(section.extras);
+  const std::vector<host::RowView> views = host::rowsOf(store_, sheet.id, section.number);
   std::unordered_map<std::uint32_t, std::uint8_t> types;
-  for (const host::RowView& view : host::rowsOf(store_, sheet.id, section.number))
-    types.emplace(view.key.packed(), view.type);
+  for (const host::RowView& view : views) types.emplace(view.key.packed(), view.type);
+  const bool whole = hasOwnSize(store_, sheet);
   const Row* const component = section.find(RowKey::index(0));
   for (const Vocabulary vocabulary : ownVocabularies) {
     const bool core = vocabulary == Vocabulary::Core;
@@ -292,7 +303,7 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
       const auto inherited = types.find(row.key.packed());
       const std::uint8_t type = row.type != 0 || inherited == types.end() ? row.type : inherited->second;
       if (isRelative(type)) {
-        writeRelativeRow(writer, store_, sheet, section.number, row, type);
+        writeRelativeRow(writer, store_, sheet, section.number, row, type, whole && !row.deleted);
         continue;
       }
       // A row of the master that is deleted here has no kind any more; any will do to say so.
@@ -303,8 +314,26 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
       cells(writer, row, section.number, vocabulary);
       writer.end();
     }
+    for (const host::RowView& view : views) {
+      if (!core || !whole || section.deleted || !isRelative(view.type) || section.find(view.key)) continue;
+      Row row;
+      row.key = view.key;
+      writeRelativeRow(writer, store_, sheet, section.number, row, view.type, true);
+    }
     if (carry && core) writer.raw(carry->olderContents);
     writer.end();
+  }
+}
+
+void SheetWriter::inheritedGeometry(XmlWriter& writer, const host::Sheet& sheet) {
+  if (!hasOwnSize(store_, sheet)) return;
+  for (const SectionNumber number : host::sectionsOf(store_, sheet.id)) {
+    if (!host::isGeometry(number) || sheet.find(number)) continue;
+    const std::vector<host::RowView> views = host::rowsOf(store_, sheet.id, number);
+    if (std::ranges::none_of(views, [](const host::RowView& view) { return isRelative(view.type); })) continue;
+    Section none;
+    none.number = number;
+    geometry(writer, sheet, none);
   }
 }
 
@@ -393,6 +422,7 @@ void SheetWriter::contents(XmlWriter& writer, const host::Sheet& sheet) {
   for (const Section& one : sheet.sections) {
     if (one.number != SectionNumber::Object) section(writer, sheet, one);
   }
+  inheritedGeometry(writer, sheet);
   if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras)) writer.raw(carry->olderContents);
   if (const std::string rest = packageContents(sheet); !rest.empty())
     writer.start("Sheet").attribute("xmlns", namespaceOf(Vocabulary::Package)).raw(rest).end();

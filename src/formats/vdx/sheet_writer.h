@@ -33,6 +33,8 @@ class SheetWriter : public ShapeDialect {
   void objectRow(XmlWriter& writer, const host::Row& row);
   void section(XmlWriter& writer, const host::Sheet& sheet, const host::Section& section);
   void geometry(XmlWriter& writer, const host::Sheet& sheet, const host::Section& section);
+  /// Geometry that the sheet only inherits, where its coordinates must stand here.
+  void inheritedGeometry(XmlWriter& writer, const host::Sheet& sheet);
   void row(XmlWriter& writer, const host::Row& row, host::SectionNumber section, Vocabulary vocabulary,
            const RowIds& ids);
   void cells(XmlWriter& writer, const host::Row& row, host::SectionNumber section, Vocabulary vocabulary);
