@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "formats/vdx/package_parts.h"
 #include "formats/vdx/picture_bytes.h"
 #include "formats/vdx/properties.h"
 #include "formats/vdx/sheet_reader.h"
@@ -94,7 +95,7 @@ void DocumentReader::readRootChild(pugi::xml_node child) {
     carried_->olderElements[""] += rawXml(child);
   } else if (whose == Vocabulary::Package) {
     for (const pugi::xml_node one : child) {
-      if (one.type() == pugi::node_element) carried_->contents += rawXml(one);
+      if (one.type() == pugi::node_element && !readPackagePart(*carried_, one)) carried_->contents += rawXml(one);
     }
   } else if (name == "DocumentProperties") {
     readProperties(child, document().properties);

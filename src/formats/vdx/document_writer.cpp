@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "formats/package/xml_reading.h"
+#include "formats/vdx/package_parts.h"
 #include "formats/vdx/properties.h"
 #include "formats/vdx/sheet_writer.h"
 #include "formats/vsdx/document_elements.h"
@@ -76,7 +77,8 @@ class DocumentWriter {
 
 void DocumentWriter::startRoot(XmlWriter& writer) const {
   writer.raw(xmlDeclaration).start("VisioDocument").attribute("xmlns", coreNamespace);
-  if (isNew_ || carry_->package) writer.attribute("version", "11.0").attribute("xml:space", "preserve");
+  if (isNew_ || (carry_->package && carry_->olderAttributes.empty()))
+    writer.attribute("version", "11.0").attribute("xml:space", "preserve");
   writeAttributes(writer, carry_->olderAttributes);
 }
 
@@ -247,8 +249,10 @@ std::string DocumentWriter::write() {
       writer.raw(xml);
   }
   writer.raw(older(""));
-  if (const std::string rest = shared(""); !rest.empty())
-    writer.start("Document").attribute("xmlns", namespaceOf(Vocabulary::Package)).raw(rest).end();
+  XmlWriter rest;
+  if (carry_->package) writePackageParts(rest, *carry_->package);
+  if (const std::string xml = rest.raw(shared("")).take(); !xml.empty())
+    writer.start("Document").attribute("xmlns", namespaceOf(Vocabulary::Package)).raw(xml).end();
   return writer.end().take();
 }
 

@@ -291,6 +291,13 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
   for (const host::RowView& view : views) types.emplace(view.key.packed(), view.type);
   const bool whole = hasOwnSize(store_, sheet);
   const Row* const component = section.find(RowKey::index(0));
+  std::vector<Row> rows;
+  std::ranges::copy_if(section.rows, std::back_inserter(rows), [&](const Row& row) { return &row != component; });
+  for (const host::RowView& view : views) {
+    if (!whole || section.deleted || !isRelative(view.type) || section.find(view.key)) continue;
+    rows.emplace_back().key = view.key;
+  }
+  std::ranges::stable_sort(rows, {}, &Row::key);
   for (const Vocabulary vocabulary : ownVocabularies) {
     const bool core = vocabulary == Vocabulary::Core;
     if (!core && !(component && holds(*component, section.number, vocabulary))) continue;
@@ -298,8 +305,8 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
     writer.attribute("IX", number);
     if (section.deleted && core) writer.attribute("Del", "1");
     if (component) cells(writer, *component, section.number, vocabulary);
-    for (const Row& row : section.rows) {
-      if (!core || &row == component) continue;
+    for (const Row& row : rows) {
+      if (!core) break;
       const auto inherited = types.find(row.key.packed());
       const std::uint8_t type = row.type != 0 || inherited == types.end() ? row.type : inherited->second;
       if (isRelative(type)) {
@@ -314,12 +321,7 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
       cells(writer, row, section.number, vocabulary);
       writer.end();
     }
-    for (const host::RowView& view : views) {
-      if (!core || !whole || section.deleted || !isRelative(view.type) || section.find(view.key)) continue;
-      Row row;
-      row.key = view.key;
-      writeRelativeRow(writer, store_, sheet, section.number, row, view.type, true);
-    }
+
     if (carry && core) writer.raw(carry->olderContents);
     writer.end();
   }

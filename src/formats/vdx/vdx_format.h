@@ -11,8 +11,8 @@ class VdxFormat : public host::DocumentFormat {
   /// Macros are kept for the next save in this format and never run.
   host::OpenResult open(host::Store& store, const std::string& fileName) const override;
   /// What older releases lack is written as they would have said it (geometry by shares of width and height) or stands
-  /// beside it in elements that they pass over (effects, gradients, theme cells). Themes, data recordsets and macros of
-  /// a package have no place here.
+  /// beside it in elements that they pass over (effects, gradients, theme cells, the themes themselves). Macros of a
+  /// package and what hangs at its single pages have no place here.
   std::string save(const host::Store& store, host::DocumentId document, const std::string& fileName) const override;
 };
 

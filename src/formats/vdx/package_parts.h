@@ -1,0 +1,18 @@
+// Parts of a package that the single-file format has no words for: themes, data recordsets, validation. They stand in
+// the file in an element that older programs pass over, so that the way through this format loses none of them.
+#pragma once
+
+#include "formats/package/xml_reading.h"
+#include "formats/package/xml_writing.h"
+#include "formats/vsdx/carried.h"
+
+namespace quorvel::formats::vdx {
+
+/// Writes the parts that the document part leads to. Macros and signatures stay out.
+void writePackageParts(XmlWriter& writer, const CarriedPackage& package);
+
+/// Takes such an element into the document's package, made when missing. False for other elements and for names that a
+/// package cannot have.
+bool readPackagePart(CarriedDocument& document, pugi::xml_node node);
+
+}  // namespace quorvel::formats::vdx
