@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Times our open and draw beside other programs on the same drawings, in one run, and prints the ratios.
+#
+# Usage: compare.sh QUORVEL FILE...     QUORVEL is the command, built for release
+# Others, where they are installed: vsd2xhtml (libvisio-tools), soffice (libreoffice-draw). Needs hyperfine and python3.
+set -euo pipefail
+quorvel=$(realpath "$1")
+shift
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+printf '%-52s %10s %12s %12s\n' drawing 'ours, ms' vsd2xhtml soffice
+for file in "$@"; do
+  file=$(realpath "$file")
+  commands=("'$quorvel' export '$file' -o '$work/picture.svg'")
+  names=(ours)
+  if command -v vsd2xhtml >/dev/null; then
+    commands+=("vsd2xhtml '$file' >'$work/picture.xhtml'")
+    names+=(vsd2xhtml)
+  fi
+  if command -v soffice >/dev/null; then
+    commands+=("soffice -env:UserInstallation=file://$work/profile --headless --convert-to pdf --outdir '$work' '$file'")
+    names+=(soffice)
+  fi
+  hyperfine --warmup 1 --runs 5 --ignore-failure --export-json "$work/times.json" "${commands[@]}" >/dev/null 2>&1
+  python3 - "$work/times.json" "$(basename "$file")" "${names[@]}" <<'PY'
+import json, sys
+results = json.load(open(sys.argv[1]))["results"]
+medians = {name: row["median"] for name, row in zip(sys.argv[3:], results)}
+cell = lambda name: f"{medians[name] / medians['ours']:.1f} times" if name in medians else "-"
+print(f"{sys.argv[2]:<52} {1000 * medians['ours']:>10.1f} {cell('vsd2xhtml'):>12} {cell('soffice'):>12}")
+PY
+done
