@@ -48,7 +48,7 @@ std::string whatItIsInstead(const std::string& fileName) {
     return "is damaged or was cut short: the directory at its end is missing; copy or download it again";
   const std::size_t text = start.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
   if (text != std::string::npos && start[text] == '<' && start.find("VisioDocument") != std::string::npos)
-    return "is an XML drawing of an older release (.vdx), which cannot be read yet; save it as .vsdx first";
+    return "is an XML drawing of an older release; end its name with .vdx";
   return "is not a drawing: it is no zip package; " + std::string(chooseDrawing);
 }
 

@@ -217,7 +217,9 @@ std::string DocumentReader::read(std::string& bytes) {
   if (const std::string wrong = parseXml(parsed, bytes); !wrong.empty())
     return "is damaged: " + wrong + "; " + std::string(getAgain);
   const pugi::xml_node root = parsed.document_element();
-  if (localName(root) != "VisioDocument") return "is XML without a drawing in it; choose a .vdx, .vsx or .vtx file";
+  const std::string_view whose = namespaceOf(root);
+  if (localName(root) != "VisioDocument" || (whose != coreNamespace && whose != firstNamespace))
+    return "is XML without a drawing in it; choose a .vdx, .vsx or .vtx file";
   for (const pugi::xml_attribute attribute : root.attributes()) {
     const std::string_view name = attribute.name();
     // Key and start say that nobody but the program that made the file has changed it, which a save makes untrue.

@@ -56,7 +56,12 @@ void readObjectRow(FileState& state, host::Sheet& sheet, pugi::xml_node node, Vo
   const auto place = std::ranges::lower_bound(object.rows, rowKey, {}, &Row::key);
   Row& row = place != object.rows.end() && place->key == rowKey ? *place : *object.rows.emplace(place);
   row.key = rowKey;
-  if (vocabulary == Vocabulary::Core && node.first_attribute()) keepAttributes(row, node);
+  if (vocabulary == Vocabulary::Core && node.first_attribute()) {
+    keepAttributes(row, node);
+    // Nothing in the engine answers to a deleted group of cells.
+    if (const pugi::xml_attribute deleted = node.attribute("Del"))
+      extrasOf<CarriedRow>(row.extras).olderAttributes.emplace_back("Del", deleted.value());
+  }
   for (const pugi::xml_node child : node) {
     if (child.type() != pugi::node_element) continue;
     const CellKey key = host::objectCell(localName(child));
