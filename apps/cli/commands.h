@@ -24,6 +24,13 @@ struct ExportOptions {
 };
 int runExport(const ExportOptions& options);
 
+struct ConvertOptions {
+  std::string file;
+  std::string output;  ///< its ending decides the format
+  bool force = false;
+};
+int runConvert(const ConvertOptions& options);
+
 struct SampleOptions {
   std::string map;
   bool force = false;

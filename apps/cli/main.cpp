@@ -13,7 +13,7 @@ constexpr const char* exportHelp =
 beside it, each with its number and name behind OUT ("OUT-2 Credit check.svg").
 A stencil is drawn as one sheet of its masters. Prints the name of each file written.)";
 
-constexpr const char* footer = R"(A drawing is a .vsdx, .vssx or .vstx file.
+constexpr const char* footer = R"(A drawing is a .vsdx, .vssx or .vstx file, or a .vdx, .vsx or .vtx of older releases.
 Exit code: 0 done, 2 the command line was not understood, 3 a file could not be read or written.)";
 
 }  // namespace
@@ -45,6 +45,14 @@ int main(int argc, char** argv) {
   command->add_option("-o,--output", forExport.output, "The file to write, OUT.svg")->required();
   command->add_option("--page", forExport.page, "Only the page of this name");
   command->callback([&] { run = [&] { return runExport(forExport); }; });
+
+  ConvertOptions forConvert;
+  command =
+      program.add_subcommand("convert", "Write a drawing in another format: .vsdx and its kin, .vdx and its kin.");
+  command->add_option("IN", forConvert.file, "The drawing")->required();
+  command->add_option("OUT", forConvert.output, "The file to write; its ending decides the format")->required();
+  command->add_flag("--force", forConvert.force, "Replace the file if it exists");
+  command->callback([&] { run = [&] { return runConvert(forConvert); }; });
 
   SampleOptions forSample;
   command = program.add_subcommand("sample", "Make the sample map \"Order handling\".");

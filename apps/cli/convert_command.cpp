@@ -1,0 +1,25 @@
+// `quorvel convert`: a drawing in the format that the new name's ending says.
+#include <iostream>
+
+#include "cli/commands.h"
+#include "cli/exit_codes.h"
+#include "cli/open_drawing.h"
+#include "formats/formats.h"
+
+namespace quorvel::cli {
+
+int runConvert(const ConvertOptions& options) {
+  const host::DocumentFormat* const format = formats::formatFor(options.output);
+  if (!format)
+    return fail(options.output +
+                " has no ending of a drawing; end its name with .vsdx, .vssx, .vstx, .vdx, .vsx or .vtx.");
+  if (const std::string error = refuseToOverwrite(options.output, options.force); !error.empty()) return fail(error);
+  const OpenedDrawing drawing = openDrawing(options.file);
+  if (!drawing.error.empty()) return fail(drawing.error);
+  const std::string error = format->save(drawing.store(), drawing.document, options.output);
+  if (!error.empty()) return fail(error);
+  std::cout << options.output << '\n';
+  return exitDone;
+}
+
+}  // namespace quorvel::cli
