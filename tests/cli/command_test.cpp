@@ -25,7 +25,7 @@ TEST_F(Command, RefusesBadInputWithOneSentenceAndWritesNothing) {
   folder.write("head only.vsdx", good.substr(0, 100));
   folder.write("letter.txt", "Dear customer");
   folder.write("old.vsd", "\xD0\xCF\x11\xE0");
-  folder.write("old.vdx", "<VisioDocument/>");
+  folder.write("letter.vdx", "<letter>Dear reader</letter>");
   // A zip that holds one empty file and no drawing.
   folder.write("no drawing.vsdx", std::string("PK\3\4\n\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\1\0\0\0a", 31) +
                                       std::string("PK\1\2\n\0\n\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\1\0\0\0\0\0"
@@ -47,7 +47,7 @@ TEST_F(Command, RefusesBadInputWithOneSentenceAndWritesNothing) {
            "info folder.vsdx",
            "info letter.txt",
            "info old.vsd",
-           "info old.vdx",
+           "info letter.vdx",
            "export truncated.vsdx -o out.svg",
            "export old.vsd -o out.svg",
            "export good.vsdx -o out.png",

@@ -53,7 +53,7 @@ DocumentOutcome read(Engine& engine, const std::string& fileName) {
   const DocumentFormat* format = formatFor(engine, fileName);
   if (!format)
     return refusedDocument("\"" + fileName +
-                           "\" is not a kind of drawing that can be read; a .vsdx, .vssx or .vstx file can.");
+                           "\" is not a kind of drawing that can be read; a .vsdx, .vssx, .vstx or .vdx file can.");
   const OpenResult result = format->open(engine.store, fileName);
   if (!result.document) return refusedDocument(result.error);
   engine.graph.addDocument(result.document);
@@ -144,7 +144,7 @@ Outcome writeCopy(Engine& engine, DocumentId id, const std::string& fileName) {
   const DocumentFormat* format = formatFor(engine, fileName);
   if (!format)
     return Outcome::refused("\"" + fileName +
-                            "\" is not a kind of drawing that can be written; use .vsdx, .vssx or .vstx.");
+                            "\" is not a kind of drawing that can be written; use .vsdx, .vssx, .vstx or .vdx.");
   const std::string error = format->save(engine.store, id, fileName);
   return error.empty() ? Outcome::done() : Outcome::refused(error);
 }
@@ -158,7 +158,7 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
   const std::string target = saveAs ? fileName : document->path + document->name;
   if (!formatFor(engine, target))
     return Outcome::refused("\"" + target +
-                            "\" is not a kind of drawing that can be written; use .vsdx, .vssx or .vstx.");
+                            "\" is not a kind of drawing that can be written; use .vsdx, .vssx, .vstx or .vdx.");
   const UndoLog::Suspension housekeeping(engine.undo);
   engine.events.raise([&](ApplicationEvents& listener) {
     saveAs ? listener.BeforeDocumentSaveAs(engine.handle(id)) : listener.BeforeDocumentSave(engine.handle(id));
