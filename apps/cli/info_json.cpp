@@ -68,6 +68,7 @@ std::string infoJson(const report::MapSummary& summary, const std::string& file)
   const Json json{{"file", file},
                   {"title", summary.title},
                   {"template", textOrNull(summary.templateName)},
+                  {"isStencil", summary.isStencil},
                   {"isProcessMap", summary.isProcessMap},
                   {"masters", summary.masters},
                   {"pages", listOf(summary.pages, pageJson)}};

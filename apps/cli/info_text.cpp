@@ -81,8 +81,10 @@ std::string pageText(const PageSummary& page) {
 std::string infoText(const report::MapSummary& summary, const std::string& file) {
   std::string text = file + "\n";
   if (!summary.title.empty()) text += "  Title     " + summary.title + "\n";
-  text += std::string("  Kind      ") + (summary.isProcessMap ? "process map" : "drawing") + ", " +
-          counted(summary.pages.size(), "page") + "\n";
+  const char* kind = summary.isStencil ? "stencil" : summary.isProcessMap ? "process map" : "drawing";
+  const std::string extent =
+      summary.isStencil ? counted(summary.masters.size(), "master") : counted(summary.pages.size(), "page");
+  text += std::string("  Kind      ") + kind + ", " + extent + "\n";
   if (!summary.templateName.empty()) text += "  Based on  " + summary.templateName + "\n";
   if (!summary.masters.empty()) {
     std::vector<std::vector<std::string>> rows{{"Masters", joined(summary.masters)}};

@@ -126,7 +126,8 @@ MapSummary summarize(const Store& store, DocumentId id) {
   MapSummary summary;
   summary.title = document.properties.title;
   summary.templateName = document.properties.templateName;
-  summary.isProcessMap = containsIgnoringCase(summary.templateName, "Quorvel");
+  summary.isStencil = document.isStencil;
+  summary.isProcessMap = !document.isStencil && containsIgnoringCase(summary.templateName, "Quorvel");
   for (const MasterId master : document.masters) summary.masters.push_back(store.master(master)->name);
   const Reader reader(store);
   for (const PageId page : document.pages) summary.pages.push_back(reader.page(page));

@@ -45,6 +45,7 @@ struct PageSummary {
 
 struct MapSummary {
   std::string title, templateName;
+  bool isStencil = false;
   bool isProcessMap = false;  ///< based on our template, by its name
   std::vector<std::string> masters;
   std::vector<PageSummary> pages;
