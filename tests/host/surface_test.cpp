@@ -316,9 +316,16 @@ TEST_F(Surface, AGluedEndFollowsItsShape) {
   EXPECT_FALSE(line.Cells("EndX").GlueTo(line.Cells("PinX")));
   EXPECT_FALSE(from.Cells("PinX").GlueTo(to.Cells("PinX")));
   EXPECT_FALSE(line.Cells("EndX").GlueTo(document.Pages().Add().DrawRectangle(0, 0, 1, 1).Cells("PinX")));
+  const Cell width = user(from, "Width", at(to, "Width") + "*2");
+  const std::string glued = line.Cells("EndX").Formula().or_({});
   ASSERT_TRUE(to.Delete());
-  EXPECT_TRUE(line.Cells("EndX"));
+  EXPECT_EQ(line.Cells("EndX").Formula(), "11 in.") << "a number given out again must not catch the loose end";
+  EXPECT_EQ(line.Cells("EndY").Result(visio::unitsInches), 5.0);
+  EXPECT_EQ(width.Formula(), "REF()*2");
+  EXPECT_EQ(width.ResultStr(0), "#REF!");
   ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(line.Cells("EndX").Formula(), glued);
+  EXPECT_EQ(width.Result(visio::unitsInches), 4.0);
   ASSERT_TRUE(to.Cells("PinX").SetResult(visio::unitsInches, 9.0));
   EXPECT_EQ(line.Cells("EndX").Result(visio::unitsInches), 9.0);
 }

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "host/cells/cell_table.h"
 #include "host/commands/copy_shapes.h"
+#include "host/commands/loosen_references.h"
 #include "host/commands/picture_file.h"
 #include "host/commands/write_cell.h"
 #include "host/sheet/inheritance.h"
@@ -240,12 +241,15 @@ Outcome deleteShape(Engine& engine, SheetId id) {
   engine.events.raiseHoldingArrivals(
       [&](ApplicationEvents& listener) { listener.BeforeShapeDelete(engine.handle(id)); });
   if (const Sheet* still = engine.store.sheet(id)) {
+    const std::vector<SheetId> leaving = engine.store.subtree(id);
     std::vector<int> going;
-    for (const SheetId each : engine.store.subtree(id)) going.push_back(engine.store.sheet(each)->shapeId);
+    for (const SheetId each : leaving) going.push_back(engine.store.sheet(each)->shapeId);
     const auto goes = [&](int shapeId) { return std::find(going.begin(), going.end(), shapeId) != going.end(); };
     engine.edit.removeConnects(
         still->page, [&](const Connect& connect) { return goes(connect.fromShape) || goes(connect.toShape); });
+    const std::vector<CellAddress> loosened = loosenReferencesTo(engine, leaving);
     engine.edit.removeShape(id);
+    engine.recalculateAndTell(loosened, {});
   }
   scope.commit();
   engine.forgetTheGone();

@@ -171,6 +171,14 @@ void DependencyGraph::appendLive(const CellAddress& cell, std::vector<CellAddres
   out.insert(out.end(), list.begin(), list.end());
 }
 
+void DependencyGraph::appendReadersOf(SheetId sheet, std::vector<CellAddress>& out) const {
+  if (sheet.value >= edges_.size() || !edges_[sheet.value]) return;
+  std::vector<std::uint64_t> keys;
+  for (const auto& entry : *edges_[sheet.value]) keys.push_back(entry.first);
+  std::sort(keys.begin(), keys.end());
+  for (const std::uint64_t key : keys) appendLive({sheet, CellKey::fromPacked(key)}, out);
+}
+
 void DependencyGraph::appendInherited(const CellAddress& cell, std::vector<CellAddress>& out) const {
   const Sheet* sheet = store_.sheet(cell.sheet);
   SheetId at = sheet ? sheet->prototype : SheetId{};

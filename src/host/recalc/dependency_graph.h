@@ -26,6 +26,8 @@ class DependencyGraph {
 
   /// Appends the cells whose formulas read `cell`, each at the sheet whose value it is. The order is that of writing.
   void dependentsOf(const CellAddress& cell, std::vector<CellAddress>& out) const;
+  /// Appends the cells whose own formulas read any cell of the sheet, its place included; repeats are possible.
+  void appendReadersOf(SheetId sheet, std::vector<CellAddress>& out) const;
   /// Formulas of the master that depend on where an instance stands (ThePage!, page and shape names): a new instance
   /// must evaluate them afresh.
   const std::vector<CellAddress>* placeDependent(MasterId master) const;
