@@ -35,7 +35,7 @@ std::string normalForm(std::string svg) {
 }
 
 void expectFile(const std::string& name, const std::string& actual) {
-  const std::string path = std::string(QUORVEL_SOURCE_FOLDER) + "/tests/data/svg/" + name;
+  const std::string path = QUORVEL_SOURCE_FOLDER "/tests/data/svg/" + name;
   std::ostringstream expected;
   expected << std::ifstream(path).rdbuf();
   if (expected.str() == actual) return;
