@@ -11,7 +11,7 @@
 namespace quorvel::host {
 namespace {
 
-constexpr int glueToConnectionPart = 100;  // a file counts connection points from 100, the pin is part 3
+constexpr int glueToConnectionPart = 100;  // a file counts connection points from 100, the pin has the number 3
 constexpr int gluePinPart = 3, glueBeginPart = 9, glueEndPart = 12;
 
 CellKey connectionCell(RowKey row, std::string_view column) {
