@@ -144,20 +144,7 @@ void DocumentReader::readContents(PageId pageId, pugi::xml_node entry, CarriedPa
 bool isName(std::string_view attribute) { return attribute == "ID" || attribute == "Name" || attribute == "NameU"; }
 
 void DocumentReader::readMasters(pugi::xml_node list) {
-  std::vector<std::pair<host::MasterId, pugi::xml_node>> made;
-  for (const pugi::xml_node entry : list) {
-    if (entry.type() != pugi::node_element) continue;
-    const int number = wholeNumber(entry.attribute("ID").value(), -1);
-    if (localName(entry) != "Master" || number < 0 || number > largestFileNumber || state_.masters.contains(number)) {
-      carried_->mastersTail += rawXml(entry);
-      continue;
-    }
-    const host::MasterId id = state_.store.addMaster(state_.document, {});
-    state_.store.master(id)->fileId = number;
-    state_.masters.emplace(number, id);
-    made.emplace_back(id, entry);
-  }
-  for (const auto& [id, entry] : made) {
+  for (const auto& [id, entry] : makeMasters(state_, list, carried_->mastersTail)) {
     host::Master& master = *state_.store.master(id);
     auto carry = std::make_shared<CarriedPage>();
     readNames(entry, master.name, master.universalName, carry->names);

@@ -17,10 +17,6 @@ using host::RowKey;
 using host::Section;
 using host::SectionNumber;
 
-constexpr int largestRowIndex = 1'000'000;
-constexpr int lastGeometryIndex =
-    static_cast<int>(SectionNumber::LastGeometry) - static_cast<int>(SectionNumber::Geometry);
-
 /// The row, made at the end when missing.
 Row& rowOf(FileState& state, host::SheetId sheet, Section& section, RowKey key) {
   constexpr std::size_t indexedFrom = 48;

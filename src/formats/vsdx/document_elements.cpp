@@ -74,6 +74,24 @@ void readStyles(ReadState& state, pugi::xml_node node, void (*readSheet)(ReadSta
   }
 }
 
+std::vector<std::pair<host::MasterId, pugi::xml_node>> makeMasters(ReadState& state, pugi::xml_node list,
+                                                                   std::string& unread) {
+  std::vector<std::pair<host::MasterId, pugi::xml_node>> made;
+  for (const pugi::xml_node entry : list) {
+    if (entry.type() != pugi::node_element) continue;
+    const int number = wholeNumber(entry.attribute("ID").value(), -1);
+    if (localName(entry) != "Master" || number < 0 || number > largestFileNumber || state.masters.contains(number)) {
+      unread += rawXml(entry);
+      continue;
+    }
+    const host::MasterId id = state.store.addMaster(state.document, {});
+    state.store.master(id)->fileId = number;
+    state.masters.emplace(number, id);
+    made.emplace_back(id, entry);
+  }
+  return made;
+}
+
 void resolveBackPages(ReadState& state, const std::vector<std::pair<host::PageId, int>>& wanted) {
   for (const auto& [id, number] : wanted) {
     for (const host::PageId candidate : state.store.document(state.document)->pages) {

@@ -15,10 +15,6 @@ using host::RowKey;
 using host::Section;
 using host::SectionNumber;
 
-constexpr int largestRowIndex = 1'000'000;
-constexpr int lastGeometryIndex =
-    static_cast<int>(SectionNumber::LastGeometry) - static_cast<int>(SectionNumber::Geometry);
-
 /// Reads the cell into `cell`. What our writing of it would not give back is carried with its row.
 void readCellElement(ReadState& state, pugi::xml_node node, const CellKey& key, host::Cell& cell,
                      host::ExtrasPtr& rowExtras) {

@@ -32,7 +32,7 @@ Outcome applyStyle(Engine& engine, SheetId shape, std::string_view name);
 Outcome bringForward(Engine& engine, SheetId shape, bool toFront);
 Outcome flipHorizontal(Engine& engine, SheetId shape);
 Outcome reverseEnds(Engine& engine, SheetId shape);
-/// Refits a group's box to its members.
+/// Accepted for every shape, and changes nothing: a group here keeps the box that its formulas give it.
 Outcome updateAlignmentBox(Engine& engine, SheetId shape);
 
 /// Copies to the clipboard; pastes from it, which is a drop of several shapes at once.
