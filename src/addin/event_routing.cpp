@@ -9,6 +9,7 @@
 #include "document/hover_upkeep.h"
 #include "document/initialize_page.h"
 #include "document/logo_bounds.h"
+#include "shapes/formula_changes.h"
 #include "shapes/paste_batch.h"
 #include "shapes/shape_added.h"
 
@@ -101,9 +102,7 @@ void dsrVisioConnect::CellChanged(Cell cell) {
   keepLogoInsidePage(cell);
 }
 
-void dsrVisioConnect::FormulaChanged(Cell) {
-  // Guarded by the cell's name. Nothing reacts yet: a typed time is not captured, a chosen list entry stays an index.
-}
+void dsrVisioConnect::FormulaChanged(Cell cell) { gvsoApp_FormulaChanged(*this, cell); }
 
 void dsrVisioConnect::SelectionChanged(Window) {
   if (gvsoApp.ActiveWindow().SubType() == visio::windowPage && onForegroundPage(*this)) beginPasteBatch(*this);

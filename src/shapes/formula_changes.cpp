@@ -1,0 +1,24 @@
+#include "shapes/formula_changes.h"
+
+#include "addin/host_queries.h"
+#include "base/text.h"
+#include "links/task_link_description.h"
+#include "shapes/shape_classes.h"
+#include "vocab/chosen_entries.h"
+#include "vocab/time_units.h"
+
+namespace quorvel::addin {
+
+void gvsoApp_FormulaChanged(dsrVisioConnect& connect, const Cell& cell) {
+  const std::string name = cell.Name().or_({});
+  if (equalIgnoringCase(name, "Prop.Task_Completion_Time")) captureCompletionTime(cell.Shape());
+  if (equalIgnoringCase(name, "Prop.Time_Between_Tasks")) {
+    const Shape link = cell.Shape();
+    if (!IsTaskLink(link)) return;
+    if (cell.ResultIU() != 0) getTimeunit(link);
+    GetAddedTaskLinkDescription2(connect, link);
+  }
+  if (isChosenFromList(name) && getVisioVersion(connect) == "2007") replaceIndexByEntry(cell.Shape(), cell, name);
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,37 @@
+// Durations of Tasks and Task Links: from the typed number to the stored one, and how the unit's abbreviation is shown.
+//
+// User.TimeValue holds the duration with its unit. What the user sees and types is a property whose formula converts
+// User.TimeValue to the shape's unit, so that another unit converts the shown number without any work by the program.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// Shows User.TimeValue in the shape's unit. Written with commas on every machine.
+inline constexpr const char* durationFormula =
+    "=  FORMATEX(User.TimeValue,\"#.##### u\",,IF(STRSAME(Prop.Time_Units,\"Seconds\"),\"es.\","
+    "IF(STRSAME(Prop.Time_Units,\"Minutes\"),\"em.\",IF(STRSAME(Prop.Time_Units,\"Hours\"),\"eh.\","
+    "IF(STRSAME(Prop.Time_Units,\"Days\"),\"ed.\",\"ew.\")))))";
+
+/// The number of the Task's completion time in the Task's own unit; 0 when it has none or can't be read.
+double timeNumber(const Shape& task);
+
+/// A completion time was typed: the number goes to User.TimeValue in the shape's unit. A number without one of the five
+/// units, and a text without a number, change nothing.
+void captureCompletionTime(const Shape& task);
+/// The same for the time of a Task Link; then the property gets its formula back.
+void getTimeunit(const Shape& link);
+
+/// The formula of the format picture for the time label of the Task whose sheet ("Sheet.12") is given.
+std::string getFormatText(const dsrVisioConnect& connect, std::string_view sheetName);
+
+/// Stores the abbreviations of the units in the active document. They come from `parse`; its empty slot makes the
+/// stored text end in ";", which reads back alike. No slots at all change nothing.
+void UpdateDocumentTimeUnitDisplay(const dsrVisioConnect& connect, const std::vector<std::string>& abbreviations);
+
+}  // namespace quorvel::addin
