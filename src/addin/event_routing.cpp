@@ -12,6 +12,7 @@
 #include "shapes/formula_changes.h"
 #include "shapes/paste_batch.h"
 #include "shapes/shape_added.h"
+#include "shapes/shape_data_changes.h"
 
 namespace quorvel::addin {
 namespace {
@@ -100,6 +101,7 @@ void dsrVisioConnect::BeforeShapeDelete(Shape) {
 void dsrVisioConnect::CellChanged(Cell cell) {
   if (isOwnBookkeeping(cell) || !inPageWindow(*this) || !onForegroundPage(*this)) return;
   keepLogoInsidePage(cell);
+  gvsoApp_CellChanged(*this, cell);
 }
 
 void dsrVisioConnect::FormulaChanged(Cell cell) { gvsoApp_FormulaChanged(*this, cell); }

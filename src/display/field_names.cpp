@@ -1,26 +1,11 @@
 #include "display/field_names.h"
 
+#include "display/detail_fields.h"
+
 namespace quorvel::addin {
 
 void fillFieldNames(dsrVisioConnect& connect) {
-  connect.fieldNames = {"",
-                        "controls1",
-                        "controls2",
-                        "controls3",
-                        "controls4",
-                        "controls5",
-                        "Resources1",
-                        "Resources2",
-                        "Resources3",
-                        "Resources4",
-                        "Resources5",
-                        "SupportingRole_1",
-                        "SupportingRole_2",
-                        "SupportingRole_3",
-                        "SupportingRole_4",
-                        "Frequency_Partial",
-                        "Process_Time_Str",
-                        "Responsible_Role"};
+  for (std::size_t i = 1; i < detailFields.size(); ++i) connect.fieldNames[i] = detailFields[i].row;
 }
 
 }  // namespace quorvel::addin

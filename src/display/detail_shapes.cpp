@@ -1,0 +1,79 @@
+#include "display/detail_shapes.h"
+
+#include <algorithm>
+
+#include "base/basic_text.h"
+#include "data/install_folder.h"
+#include "display/detail_fields.h"
+#include "display/field_hyperlinks.h"
+#include "document/document_cells.h"
+#include "shapes/protection.h"
+#include "shapes/rows.h"
+#include "shapes/shape_actions.h"
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+
+Layer detailLayer(const Page& page, std::string_view name) {
+  const Layers layers = page.Layers();
+  if (const Layer layer = layers.Item(name)) return layer;
+  const Layer layer = layers.Add(name);
+  if (name == detailLayers::invisible) layer.CellsC(visio::columnLayerVisible).ResultForce(visio::unitsNone, 0);
+  return layer;
+}
+
+Layer detailLayerOf(const Shape& task) {
+  const bool hidden = task.Cells("User.Task_Visible").Result(visio::unitsNone) == 0;
+  return detailLayer(task.ContainingPage(), hidden ? detailLayers::invisible : detailLayers::visible);
+}
+
+void markDetail(const Shape& shape, const Layer& layer, std::string_view tag, std::string_view row) {
+  layer.Add(shape, 1);
+  shape.SetData1(std::string(marks::detail));
+  shape.SetData2(std::string(tag));
+  if (!row.empty()) shape.SetData3(std::string(row));
+}
+
+std::string cellOfTask(const Shape& task, std::string_view cell) {
+  return task.NameID().or_({}) + "!" + std::string(cell);
+}
+
+void tieToTask(const Shape& shape, const Shape& task, std::string_view cell) {
+  shape.Cells(cell).FormulaForce("guard(" + cellOfTask(task, cell) + ")");
+}
+
+void addHyperlinkAction(const Shape& shape) {
+  addActionRow(shape);
+  setAction(shape, 1, hyperlinkAction(listSeparator(shape.Document())), quoted("Add/Edit Hyperlink"));
+}
+
+void drawLineIcon(const dsrVisioConnect& connect, const Shape& task, const Shape& line, const Layer& layer,
+                  int position, bool isLinked) {
+  const DetailField& field = detailField(position);
+  const Shape icon =
+      task.Import(installedFile(connect.platform, "Icons/" + std::string(isLinked ? field.linkedIcon : field.icon)));
+  icon.Cells("Width").FormulaForce(isLinked ? "0.4" : "0.2");
+  icon.Cells("Height").FormulaForce("0.2");
+  if (const auto sheet = line.NameID()) {
+    icon.Cells("PinY").FormulaForce(*sheet + "!PinY");
+    icon.Cells("PinX").FormulaForce(*sheet + "!EndX + " + (isLinked ? "0.05" : "0.15"));
+  }
+  icon.Cells("LockSelect").FormulaForce("1");
+  icon.Cells("LockFormat").FormulaForce("1");
+  Protection(icon);
+  markDetail(icon, layer, field.tag, std::string(isLinked ? marks::detailHyperlink : "Pic") + std::string(field.row));
+}
+
+void deleteDetails(const Shape& task, std::span<const std::string_view> tags, ListRows& rows) {
+  const Shapes members = task.Shapes();
+  for (int place = members.Count().or_(0); place > taskMember::lowerBox; --place) {
+    const Shape member = members.Item(place);
+    const Maybe<std::string> tag = member.Data2();
+    if (!tag || std::ranges::find(tags, *tag) == tags.end()) continue;
+    saveFieldHyperlinks(member, rows);
+    member.Cells("LockDelete").FormulaForce("0");
+    member.Delete();
+  }
+}
+
+}  // namespace quorvel::addin

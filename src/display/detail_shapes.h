@@ -1,0 +1,42 @@
+// What all shapes that show a Task's details have in common: their layer, their marks, and how they go again.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "addin/dsr_visio_connect.h"
+#include "display/list_rows.h"
+
+namespace quorvel::addin {
+
+/// The two layers of a page that decide whether details show.
+namespace detailLayers {
+inline constexpr std::string_view visible = "VisibleLayer", invisible = "InvisibleLayer";
+}
+
+/// The page's layer of that name; made when the page lacks it, the invisible one so that it does not show.
+Layer detailLayer(const Page& page, std::string_view name);
+/// The layer on which the Task's details stand: that of its own page, which need not be the active one.
+Layer detailLayerOf(const Shape& task);
+
+/// Puts a drawn shape on the layer and marks it. The marks come last of all that is done to a shape: until it bears
+/// them a change of its hyperlinks adds no icon.
+void markDetail(const Shape& shape, const Layer& layer, std::string_view tag, std::string_view row = {});
+
+/// "Sheet.12!" and the cell.
+std::string cellOfTask(const Shape& task, std::string_view cell);
+/// The shape's cell takes the Task's value of the same cell and keeps it.
+void tieToTask(const Shape& shape, const Shape& task, std::string_view cell);
+/// The menu entry that opens our hyperlink dialog.
+void addHyperlinkAction(const Shape& shape);
+
+/// Draws the icon beside a line: wide for a line with hyperlinks, whose picture shows that.
+void drawLineIcon(const dsrVisioConnect& connect, const Shape& task, const Shape& line, const Layer& layer,
+                  int position, bool isLinked);
+
+/// Deletes the sub-shapes whose Data2 is one of the tags; the hyperlinks of their lines go into `rows`. The first two
+/// sub-shapes belong to the master and are not looked at.
+void deleteDetails(const Shape& task, std::span<const std::string_view> tags, ListRows& rows);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,27 @@
+// A detail line is deleted and drawn anew at each change; its hyperlinks are kept as text in between.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "display/list_rows.h"
+#include "model/host_model.h"
+
+namespace quorvel::addin {
+
+/// The cell that keeps a row's hyperlinks while its line is not drawn; `position` as in the table of detail fields.
+std::string cellOfKeptHyperlinks(int position);
+
+/// Every hyperlink as ";", address, ",", description, ",", sub-address, ",", 0 or -1 for the default link, ",", frame.
+/// Nothing is escaped: drawings hold such texts, and a ";" or "," inside a link shifts its parts on reading.
+std::string hyperlinksAsText(const Shape& line);
+
+/// Adds the hyperlinks that the text holds to the line.
+void restoreHyperlinks(const Shape& line, std::string_view text);
+
+/// To be called before a detail line is deleted. Hyperlinks of a list row go into its slot, those of a role into its
+/// User row; without hyperlinks both places are emptied, so that links that the user removed do not come back. Icons
+/// and shapes that are no details are passed over.
+void saveFieldHyperlinks(const Shape& subShape, ListRows& rows);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,32 @@
+// The ten rows of guidelines and resources as they stood before a change, so that a line's hyperlinks go with its text
+// when the list is reordered.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "model/host_model.h"
+
+namespace quorvel::addin {
+
+/// Slots 0 to 4 are guidelines, 5 to 9 resources. One travels from the snapshot over the deletion of the lines to their
+/// drawing; nothing of it lives from one event to the next.
+struct ListRows {
+  std::array<std::string, 10> values;
+  /// The hyperlinks of each row as text, see field_hyperlinks.h.
+  std::array<std::string, 10> labels;
+};
+
+/// The values as they stand; to be taken before rows are rewritten. A row that can't be read counts as empty.
+ListRows snapshotOfListRows(const Shape& task);
+/// Fills in the labels that the cells hold.
+void readLabels(const Shape& task, ListRows& rows);
+
+/// Gives each row the label of the old row that had its text, whatever the place of that row in its list. Of two that
+/// had it the later one counts; a text that is new gets no label. The prompt takes the value.
+void carryLabelsOver(const Shape& task, const ListRows& old);
+
+/// Empties label and prompt of rows without a value. Of the supporting roles only the first two are looked at.
+void clearEmptyFieldLabels(const Shape& task);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,88 @@
+#include "display/lower_fields.h"
+
+#include <algorithm>
+
+#include "base/basic_text.h"
+#include "base/text.h"
+#include "display/detail_fields.h"
+#include "display/detail_shapes.h"
+#include "display/field_hyperlinks.h"
+#include "links/text_layout.h"
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+// Inches below the lower edge of the Task.
+std::string inches(double value) { return fixedNumber(value, 6); }
+
+/// The line from which the others hang; a Task has one.
+Shape verticalOf(const Shape& task, const Layer& layer) {
+  const Shapes members = task.Shapes();
+  for (int place = members.Count().or_(0); place > taskMember::lowerBox; --place) {
+    const Shape member = members.Item(place);
+    if (member.Data2() == verticalTag) return member;
+  }
+  const Shape vertical = task.DrawLine(0, 0, 0, 0);
+  for (const char* lock : {"LockFormat", "LockSelect", "NoObjHandles"}) vertical.Cells(lock).FormulaForce("1");
+  for (const char* x : {"BeginX", "EndX"}) vertical.Cells(x).FormulaForce("guard(0)");
+  markDetail(vertical, layer, verticalTag);
+  return vertical;
+}
+
+void drawLine(const dsrVisioConnect& connect, const Shape& task, const Layer& layer, int position, int place,
+              double y) {
+  const DetailField& field = detailField(position);
+  const Shape line = task.DrawLine(0.1, -0.2 * place, 0.2, -0.2 * place);
+  line.Cells("BeginX").FormulaForce("guard(0.1)");
+  line.Cells("EndX").FormulaForce("guard(0.2)");
+  for (const char* cell : {"BeginY", "EndY"}) line.Cells(cell).FormulaForce("guard(" + inches(y) + ")");
+  setLowerTextBlock(line, task, true);
+  line.Characters().AddCustomField("=" + cellOfTask(task, "Prop." + std::string(field.row)), 0);
+  for (const char* lock : {"NoObjHandles", "LockFormat", "LockTextEdit"}) line.Cells(lock).FormulaForce("1");
+  line.Cells("LinePattern").FormulaForce("Guard(1)");
+  line.Cells("LineWeight").FormulaForce("Guard(0.72pt)");
+  line.Cells("LineColor").FormulaForce("Guard(0)");
+  line.Cells("LineCap").FormulaForce("Guard(0)");
+  addHyperlinkAction(line);
+  restoreHyperlinks(line, task.Cells(cellOfKeptHyperlinks(position)).ResultStr(visio::unitsNone).or_({}));
+  markDetail(line, layer, field.tag, field.row);
+  drawLineIcon(connect, task, line, layer, position, line.Hyperlinks().Count() > 0);
+}
+
+}  // namespace
+
+void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std::string_view field,
+                         const ListRows& old) {
+  const Maybe<int> start = firstPositionOf(field);
+  if (!start) return;
+  carryLabelsOver(task, old);
+  const Layer layer = detailLayerOf(task);
+  const Shape vertical = verticalOf(task, layer);
+  {
+    TextHeights heights(task);
+    const auto isShown = [&](int position) {
+      return !heights.textAt(position).empty() &&
+             task.Cells(detailField(position).switchCell).Result(visio::unitsNone) == 1;
+    };
+    int place = 0;
+    for (int position = 1; position < *start; ++position) place += isShown(position);
+    vertical.Cells("EndY").FormulaForce(inches(-0.2 * place));
+
+    double carried = 0;  // what longer texts above have taken beyond one line
+    for (int position = *start; position <= lastLowerField; ++position) {
+      if (!isShown(position)) continue;
+      ++place;
+      const double level = -0.25 * (place + 1) - 0.1 - carried;
+      const double y = level - 0.2 * level;
+      vertical.Cells("EndY").FormulaForce(inches(y + 0.1));
+      drawLine(connect, task, layer, position, place, y);
+      // Texts of one line measure less than this; they must not pull the rows up.
+      constexpr double oneLine = 0.25;
+      carried += std::max(0.0, heights.down(position) - oneLine);
+    }
+  }
+  connect.gvsoApp.ActiveWindow().DeselectAll();
+}
+
+}  // namespace quorvel::addin

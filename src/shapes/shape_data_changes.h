@@ -1,0 +1,12 @@
+// What follows from a changed cell: the drawing around a Task and the text of a Task Link keep in step with their data.
+#pragma once
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// Called for every cell that changes, the add-in's own writes included; most of them lead nowhere. Routines that write
+/// enter it again; each is such that the second pass finds nothing to do.
+void gvsoApp_CellChanged(dsrVisioConnect& connect, const Cell& cell);
+
+}  // namespace quorvel::addin
