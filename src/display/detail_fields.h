@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <string_view>
 
 #include "base/maybe.h"
@@ -67,5 +68,14 @@ constexpr Maybe<int> positionOfRow(std::string_view row) {
   return {};
 }
 inline const DetailField& detailField(int position) { return detailFields[static_cast<std::size_t>(position)]; }
+
+/// The cell that keeps a row's hyperlinks as text while its line is not drawn.
+inline std::string cellOfKeptHyperlinks(int position) {
+  const bool isListRow = position <= lastListRow;
+  std::string cell = isListRow ? "Prop." : "User.";
+  cell += detailField(position).row;
+  cell += isListRow ? ".Label" : "_Hyper";
+  return cell;
+}
 
 }  // namespace quorvel::addin

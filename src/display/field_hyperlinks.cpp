@@ -8,14 +8,6 @@
 
 namespace quorvel::addin {
 
-std::string cellOfKeptHyperlinks(int position) {
-  const bool isListRow = position <= lastListRow;
-  std::string cell = isListRow ? "Prop." : "User.";
-  cell += detailField(position).row;
-  cell += isListRow ? ".Label" : "_Hyper";
-  return cell;
-}
-
 std::string hyperlinksAsText(const Shape& line) {
   std::string text;
   for (const Hyperlink& link : line.Hyperlinks().all()) {

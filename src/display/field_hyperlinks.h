@@ -9,9 +9,6 @@
 
 namespace quorvel::addin {
 
-/// The cell that keeps a row's hyperlinks while its line is not drawn; `position` as in the table of detail fields.
-std::string cellOfKeptHyperlinks(int position);
-
 /// Every hyperlink as ";", address, ",", description, ",", sub-address, ",", 0 or -1 for the default link, ",", frame.
 /// Nothing is escaped: drawings hold such texts, and a ";" or "," inside a link shifts its parts on reading.
 std::string hyperlinksAsText(const Shape& line);

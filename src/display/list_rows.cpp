@@ -2,7 +2,6 @@
 
 #include "base/basic_text.h"
 #include "display/detail_fields.h"
-#include "display/field_hyperlinks.h"
 
 namespace quorvel::addin {
 namespace {

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "display/detail_shapes.h"
 #include "display/field_hyperlinks.h"
+#include "vocab/time_units.h"
 
 namespace quorvel::addin {
 namespace {
@@ -64,11 +65,8 @@ void drawFrequency(const Shape& task) {
   markDetail(label, detailLayerOf(task), "Frequency_Of_Occurrence");
 }
 
-/// The number of a duration as it reads; its last three characters name the unit.
-double numberOfTime(const std::string& text) { return val(left(text, static_cast<long>(lengthOf(text)) - 3)); }
-
-void drawCompletionTime(const Shape& task) {
-  if (!isOn(task, "User.Task_Completion_Time") || numberOfTime(textOf(task, "Prop.Task_Completion_Time")) == 0) return;
+void drawCompletionTime(const dsrVisioConnect& connect, const Shape& task) {
+  if (!isOn(task, "User.Task_Completion_Time") || timeNumber(task) == 0) return;
   const Shape label = task.DrawRectangle(0.5, 0, 0.7, 0.167);
   label.SetStyle("Text Only");
   setFormulas(label, {{"Para.HorzAlign[1]", "0"},
@@ -80,16 +78,17 @@ void drawCompletionTime(const Shape& task) {
                       {"LeftMargin", "0"},
                       {"RightMargin", "0"}});
   label.Characters().AddCustomField("=" + cellOfTask(task, "Prop.Process_Time_Str"), 0);
+  label.Cells("Fields.Format[1]").FormulaForce(getFormatText(connect, task.NameID().or_({})));
   setFormulas(label, {{"Char.Size[1]", "guard(8 pt)"}, {"LockSelect", "1"}, {"LockFormat", "1"}});
   markDetail(label, detailLayerOf(task), "Task_Completion_Time");
 }
 
 }  // namespace
 
-void drawTaskUpperField(const dsrVisioConnect&, const Shape& task, std::string_view field) {
+void drawTaskUpperField(const dsrVisioConnect& connect, const Shape& task, std::string_view field) {
   if (field == "Responsible_Role") drawResponsibleRole(task);
   if (field == "Frequency_Of_Occurrence") drawFrequency(task);
-  if (field == "Task_Completion_Time") drawCompletionTime(task);
+  if (field == "Task_Completion_Time") drawCompletionTime(connect, task);
 }
 
 void deleteTaskUpperField(const Shape& task, std::string_view field) {

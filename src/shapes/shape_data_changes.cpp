@@ -13,6 +13,7 @@
 #include "shapes/list_change.h"
 #include "shapes/rows.h"
 #include "shapes/shape_classes.h"
+#include "vocab/task_times.h"
 
 namespace quorvel::addin {
 namespace {
@@ -31,12 +32,17 @@ void responsibleRoleChanged(const dsrVisioConnect& connect, const Shape& task) {
   if (IsTask(task)) RedrawTaskUpperExtraFields(connect, task, "Responsible_Role");
 }
 
-void completionTimeChanged(const dsrVisioConnect& connect, const Shape& task) {
-  if (IsTask(task)) RedrawTaskUpperExtraFields(connect, task, "Task_Completion_Time");
+// The labels show cells that follow from what changed; those come first.
+void timeOfTaskChanged(const dsrVisioConnect& connect, const Shape& task) {
+  if (!IsTask(task)) return;
+  completionTimeChanged(task);
+  RedrawTaskUpperExtraFields(connect, task, "Task_Completion_Time");
 }
 
-void frequencyChanged(const dsrVisioConnect& connect, const Shape& task) {
-  if (IsTask(task)) RedrawTaskUpperExtraFields(connect, task, "Frequency_Of_Occurrence");
+void frequencyOfTaskChanged(const dsrVisioConnect& connect, const Shape& task) {
+  if (!IsTask(task)) return;
+  frequencyChanged(connect, task);
+  RedrawTaskUpperExtraFields(connect, task, "Frequency_Of_Occurrence");
 }
 
 /// Another role is somebody else: the hyperlinks of the one before go.
@@ -83,8 +89,8 @@ constexpr std::array consequences{
     Consequence{"Width", taskWidthChanged},
     Consequence{"Prop.Task_Link", linkDescriptionChanged},
     Consequence{"Prop.Responsible_Role", responsibleRoleChanged},
-    Consequence{"Prop.Task_Completion_Time", completionTimeChanged},
-    Consequence{"Prop.Frequency_Of_Occurrence", frequencyChanged},
+    Consequence{"Prop.Task_Completion_Time", timeOfTaskChanged},
+    Consequence{"Prop.Frequency_Of_Occurrence", frequencyOfTaskChanged},
     Consequence{"Prop.SupportingRole_1", supportingRoleChanged<1>},
     Consequence{"Prop.SupportingRole_2", supportingRoleChanged<2>},
     Consequence{"Prop.SupportingRole_3", supportingRoleChanged<3>},

@@ -94,8 +94,10 @@ Outcome addCustomField(Engine& engine, SheetId shape, std::string_view formula, 
   }
   Cell value;
   value.value = Value::text("");
+  // As files have it: a bare number in a text cell would come back as a picture made of digits.
   Cell picture;
-  picture.value = Value::number(format);
+  picture.formula = engine.store.formulas().get("FIELDPICTURE(" + std::to_string(format) + ")");
+  picture.value = Value::text("esc(" + std::to_string(format) + ")");
   engine.edit.setCell({shape, fieldCell(0, "Value")}, value);
   engine.edit.setCell({shape, fieldCell(0, "Format")}, picture);
   replaceText(engine, shape, std::move(body));
