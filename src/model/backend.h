@@ -37,6 +37,8 @@ enum class ObjectKind : std::uint8_t {
   Layer,
   Hyperlinks,
   Hyperlink,
+  Connects,
+  Connect,
   CommandBars,
   CommandBar,
   CommandBarControls,

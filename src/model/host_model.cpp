@@ -90,6 +90,7 @@ bool Application::QueueMarkerEvent(const Maybe<std::string>& context) const {
 }
 
 Document Documents::Item(int index) const { return object<Document>(Member::Documents_Item, {whole(index)}); }
+Document Documents::Item(std::string_view name) const { return object<Document>(Member::Documents_ItemByName, {name}); }
 Document Documents::Add(const Maybe<std::string>& file) const {
   return file ? result<Document>(Member::Documents_Add, {std::string_view(*file)}) : Document();
 }
@@ -121,6 +122,7 @@ bool Page::SetBackPage(const Page& page) const { return put(Member::Page_BackPag
 Document Page::Document() const { return object<class Document>(Member::Page_Document); }
 Shapes Page::Shapes() const { return object<class Shapes>(Member::Page_Shapes); }
 Shape Page::PageSheet() const { return object<Shape>(Member::Page_PageSheet); }
+Connects Page::Connects() const { return object<class Connects>(Member::Page_Connects); }
 Layers Page::Layers() const { return object<class Layers>(Member::Page_Layers); }
 Shape Page::DrawRectangle(double x1, double y1, double x2, double y2) const {
   return result<Shape>(Member::Page_DrawRectangle, {x1, y1, x2, y2});
@@ -133,6 +135,9 @@ Shape Page::Import(const Maybe<std::string>& file) const {
 }
 Shape Page::Drop(const Master& master, double x, double y) const {
   return result<Shape>(Member::Page_Drop, {master.ref(), x, y});
+}
+Shape Page::DropConnected(const Master& master, const Shape& target, int direction, const Master& connector) const {
+  return result<Shape>(Member::Page_DropConnected, {master.ref(), target.ref(), whole(direction), connector.ref()});
 }
 
 Master Masters::Item(int index) const { return object<Master>(Member::Masters_Item, {whole(index)}); }
@@ -177,6 +182,8 @@ bool Shape::SetRowType(int section, int row, Maybe<int> tag) const {
 }
 Section Shape::Section(int number) const { return object<class Section>(Member::Shape_Section, {whole(number)}); }
 Hyperlinks Shape::Hyperlinks() const { return object<class Hyperlinks>(Member::Shape_Hyperlinks); }
+Connects Shape::Connects() const { return object<class Connects>(Member::Shape_Connects); }
+Connects Shape::FromConnects() const { return object<class Connects>(Member::Shape_FromConnects); }
 Hyperlink Shape::AddHyperlink() const { return result<Hyperlink>(Member::Shape_AddHyperlink); }
 Characters Shape::Characters() const { return object<class Characters>(Member::Shape_Characters); }
 Layer Shape::Layer(int index) const { return object<class Layer>(Member::Shape_Layer, {whole(index)}); }
@@ -243,6 +250,18 @@ Hyperlink Hyperlinks::Item(int index) const { return object<Hyperlink>(Member::H
 Hyperlink Hyperlinks::Add() const { return result<Hyperlink>(Member::Hyperlinks_Add); }
 std::vector<Hyperlink> Hyperlinks::all() const { return itemsOf<Hyperlink>(*this, 0); }
 
+Connect Connects::Item(int index) const { return object<Connect>(Member::Connects_Item, {whole(index)}); }
+std::vector<Connect> Connects::all() const { return itemsOf<Connect>(*this, 1); }
+
+Shape Connect::FromSheet() const { return object<Shape>(Member::Connect_FromSheet); }
+Cell Connect::FromCell() const { return object<Cell>(Member::Connect_FromCell); }
+Shape Connect::ToSheet() const { return object<Shape>(Member::Connect_ToSheet); }
+Cell Connect::ToCell() const { return object<Cell>(Member::Connect_ToCell); }
+
+CommandBar CommandBars::Item(int index) const { return object<CommandBar>(Member::CommandBars_Item, {whole(index)}); }
+CommandBar CommandBars::Item(std::string_view name) const {
+  return object<CommandBar>(Member::CommandBars_ItemByName, {name});
+}
 CommandBar CommandBars::Add(const Maybe<std::string>& name, int position, bool menuBar, bool temporary) const {
   if (!name) return {};
   return result<CommandBar>(Member::CommandBars_Add, {std::string_view(*name), whole(position), menuBar, temporary});
@@ -262,6 +281,9 @@ bool CommandBar::SetProtection(Maybe<int> v) const { return v && put(Member::Com
 
 CommandBarControl CommandBarControls::Add(int type, int before) const {
   return result<CommandBarControl>(Member::CommandBarControls_Add, {whole(type), whole(before)});
+}
+CommandBarControl CommandBarControls::Item(std::string_view caption) const {
+  return object<CommandBarControl>(Member::CommandBarControls_ItemByName, {caption});
 }
 CommandBarControl CommandBarControls::Item(int index) const {
   return object<CommandBarControl>(Member::CommandBarControls_Item, {whole(index)});

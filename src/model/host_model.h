@@ -23,6 +23,8 @@ class CommandBar;
 class CommandBarControl;
 class CommandBarControls;
 class CommandBars;
+class Connect;
+class Connects;
 class Document;
 class Documents;
 class Hyperlink;
@@ -135,6 +137,8 @@ class Documents : public Handle {
 
   /// 1-based, in order of opening. Fails outside 1 to Count.
   Document Item(int index) const;
+  /// By file name, or by folder and file name, in any letter case.
+  Document Item(std::string_view name) const;
   Maybe<int> Count() const { return integer(Member::Documents_Count); }
   /// A new drawing based on the template file; an empty name gives an empty drawing. Fails when the file can't be read.
   Document Add(const Maybe<std::string>& templateFile) const;
@@ -156,6 +160,8 @@ class Document : public Handle {
   Maybe<std::string> Name() const { return text(Member::Document_Name); }
   /// Folder with a trailing separator; empty for a document never saved.
   Maybe<std::string> Path() const { return text(Member::Document_Path); }
+  /// Path and name; the name alone for a document never saved.
+  Maybe<std::string> FullName() const { return text(Member::Document_FullName); }
   /// File name of the template that the document was based on; empty for a stencil or without one.
   Maybe<std::string> Template() const { return text(Member::Document_Template); }
   Shape DocumentSheet() const;
@@ -200,6 +206,8 @@ class Page : public Handle {
   class Shapes Shapes() const;
   Shape PageSheet() const;
   class Layers Layers() const;
+  /// All glued ends of the page.
+  class Connects Connects() const;
   Shape DrawRectangle(double x1, double y1, double x2, double y2) const;
   Shape DrawLine(double x1, double y1, double x2, double y2) const;
   /// Imports a picture (PNG, JPEG, GIF, BMP), its pin in the middle of the page. Fails when the file can't be read.
@@ -207,6 +215,10 @@ class Page : public Handle {
   /// Places an instance of the master with its pin at x, y, inside one undo step with all that handlers do. The handle
   /// is null when a handler removed the shape.
   Shape Drop(const Master& master, double x, double y) const;
+  /// Drops beside `target`, which stands on this page, and connects the two: with an instance of `connector`, glued
+  /// from `target` to the new shape, or a plain line for a null one. `direction`: 1 above, 2 below, 3 left, 4 right, 0
+  /// as 4. The handle is null when a handler removed the shape.
+  Shape DropConnected(const Master& master, const Shape& target, int direction, const Master& connector) const;
   bool Paste() const { return call(Member::Page_Paste); }
   bool Delete() const { return call(Member::Page_Delete); }
 };
@@ -298,6 +310,10 @@ class Shape : public Handle {
   class Section Section(int number) const;
   class Hyperlinks Hyperlinks() const;
   Hyperlink AddHyperlink() const;
+  /// The glued ends of this shape.
+  class Connects Connects() const;
+  /// The ends of other shapes that are glued to this one.
+  class Connects FromConnects() const;
   class Characters Characters() const;
   /// Applies a named style of the document. Fails for a name that it lacks.
   bool SetStyle(const Maybe<std::string>& name) const { return putText(Member::Shape_Style, name); }
@@ -483,11 +499,44 @@ class Hyperlink : public Handle {
   bool Delete() const { return call(Member::Hyperlink_Delete); }
 };
 
+class Connects : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Connects;
+
+  /// 1-based. Fails outside 1 to Count.
+  Connect Item(int index) const;
+  Maybe<int> Count() const { return integer(Member::Connects_Count); }
+  std::vector<Connect> all() const;
+};
+
+/// One end of a 1-D shape (From) that is glued to a shape (To).
+class Connect : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Connect;
+
+  Shape FromSheet() const;
+  /// BeginX or EndX of FromSheet.
+  Cell FromCell() const;
+  /// 9 the begin, 12 the end.
+  Maybe<int> FromPart() const { return integer(Member::Connect_FromPart); }
+  Shape ToSheet() const;
+  /// The X cell of a connection point, or PinX for the whole shape.
+  Cell ToCell() const;
+  /// 3 the whole shape, 100 and the 0-based number for a connection point.
+  Maybe<int> ToPart() const { return integer(Member::Connect_ToPart); }
+};
+
 class CommandBars : public Handle {
  public:
   using Handle::Handle;
   static constexpr ObjectKind kind = ObjectKind::CommandBars;
 
+  /// 1-based, in order of making.
+  CommandBar Item(int index) const;
+  CommandBar Item(std::string_view name) const;
+  Maybe<int> Count() const { return integer(Member::CommandBars_Count); }
   /// `position`: 0 left, 1 top, 2 right, 3 bottom, 4 floating.
   CommandBar Add(const Maybe<std::string>& name, int position, bool menuBar, bool temporary) const;
   /// A menu of the host by number; fails for one that this release lacks.
@@ -535,6 +584,8 @@ class CommandBarControls : public Handle {
   Maybe<int> Count() const { return integer(Member::CommandBarControls_Count); }
   /// 1-based.
   CommandBarControl Item(int index) const;
+  /// The first of that caption, in any letter case and without its "&".
+  CommandBarControl Item(std::string_view caption) const;
   std::vector<CommandBarControl> all() const;
 };
 

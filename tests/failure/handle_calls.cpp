@@ -32,6 +32,7 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(Application_DoCmd, s.application.DoCmd(1312))
       CALL(Application_QueueMarkerEvent, s.application.QueueMarkerEvent("marker"))
       CALL(Documents_Item, s.documents.Item(1))
+      CALL(Documents_ItemByName, s.documents.Item("Drawing1"))
       CALL(Documents_Count, s.documents.Count())
       CALL(Documents_Add, s.documents.Add(""))
       CALL(Documents_Open, s.documents.Open("missing.vsdx"))
@@ -40,6 +41,7 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(Document_Masters, s.document.Masters())
       CALL(Document_Name, s.document.Name())
       CALL(Document_Path, s.document.Path())
+      CALL(Document_FullName, s.document.FullName())
       CALL(Document_Template, s.document.Template())
       CALL(Document_DocumentSheet, s.document.DocumentSheet())
       CALL(Document_Saved, s.document.Saved())
@@ -63,10 +65,12 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(Page_Shapes, s.page.Shapes())
       CALL(Page_PageSheet, s.page.PageSheet())
       CALL(Page_Layers, s.page.Layers())
+      CALL(Page_Connects, s.page.Connects())
       CALL(Page_DrawRectangle, s.page.DrawRectangle(0, 0, 1, 1))
       CALL(Page_DrawLine, s.page.DrawLine(0, 0, 1, 1))
       CALL(Page_Import, s.page.Import("missing.png"))
       CALL(Page_Drop, s.page.Drop(s.otherMaster, 1, 1))
+      CALL(Page_DropConnected, s.page.DropConnected(s.otherMaster, s.otherShape, 4, s.otherMaster))
       CALL(Page_Paste, s.page.Paste())
       CALL(Page_Delete, s.page.Delete())
       CALL(Masters_Item, s.masters.Item(1))
@@ -111,6 +115,8 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(Shape_Section, s.shape.Section(visio::sectionUser))
       CALL(Shape_Hyperlinks, s.shape.Hyperlinks())
       CALL(Shape_AddHyperlink, s.shape.AddHyperlink())
+      CALL(Shape_Connects, s.shape.Connects())
+      CALL(Shape_FromConnects, s.shape.FromConnects())
       CALL(Shape_Characters, s.shape.Characters())
       PUT(Shape_Style, s.shape.SetStyle("1"))
       CALL(Shape_LayerCount, s.shape.LayerCount())
@@ -194,6 +200,17 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(Hyperlink_IsDefaultLink, s.hyperlink.IsDefaultLink())
       PUT(Hyperlink_IsDefaultLink, s.hyperlink.SetIsDefaultLink(1))
       CALL(Hyperlink_Delete, s.hyperlink.Delete())
+      CALL(Connects_Item, s.connects.Item(1))
+      CALL(Connects_Count, s.connects.Count())
+      CALL(Connect_FromSheet, s.connect.FromSheet())
+      CALL(Connect_FromCell, s.connect.FromCell())
+      CALL(Connect_FromPart, s.connect.FromPart())
+      CALL(Connect_ToSheet, s.connect.ToSheet())
+      CALL(Connect_ToCell, s.connect.ToCell())
+      CALL(Connect_ToPart, s.connect.ToPart())
+      CALL(CommandBars_Item, s.commandBars.Item(1))
+      CALL(CommandBars_ItemByName, s.commandBars.Item("Made"))
+      CALL(CommandBars_Count, s.commandBars.Count())
       CALL(CommandBars_Add, s.commandBars.Add("Made", 1, false, true))
       CALL(CommandBars_FindControl, s.commandBars.FindControl(30002))
       CALL(CommandBar_Context, s.commandBar.Context())
@@ -222,6 +239,7 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(CommandBarControls_Add, s.controls.Add(1))
       CALL(CommandBarControls_Count, s.controls.Count())
       CALL(CommandBarControls_Item, s.controls.Item(1))
+      CALL(CommandBarControls_ItemByName, s.controls.Item("Caption"))
       CALL(CommandBarControl_BeginGroup, s.control.BeginGroup())
       PUT(CommandBarControl_BeginGroup, s.control.SetBeginGroup(1))
       CALL(CommandBarControl_Caption, s.control.Caption())
@@ -288,6 +306,10 @@ const Handle& subjectOf(const Subjects& subjects, ObjectKind kind) {
       return subjects.hyperlinks;
     case ObjectKind::Hyperlink:
       return subjects.hyperlink;
+    case ObjectKind::Connects:
+      return subjects.connects;
+    case ObjectKind::Connect:
+      return subjects.connect;
     case ObjectKind::CommandBars:
       return subjects.commandBars;
     case ObjectKind::CommandBar:

@@ -31,6 +31,8 @@ struct Subjects {
   Layer layer;
   Hyperlinks hyperlinks;
   Hyperlink hyperlink;
+  Connects connects;
+  Connect connect;
   CommandBars commandBars;
   CommandBar commandBar;
   CommandBarControls controls;

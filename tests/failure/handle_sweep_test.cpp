@@ -61,6 +61,10 @@ class Sweep : public HostTest {
     s.selection = s.window.Selection();
     s.hyperlinks = s.shape.Hyperlinks();
     s.hyperlink = s.shape.AddHyperlink();
+    const Shape line = s.page.DrawLine(4, 4, 6, 6);
+    line.Cells("BeginX").GlueTo(s.shape.Cells("PinX"));
+    s.connects = s.shape.FromConnects();
+    s.connect = s.connects.Item(1);
     s.commandBars = app.CommandBars();
     s.commandBar = s.commandBars.Add("Tools", 1, false, true);
     s.controls = s.commandBar.Controls();
@@ -115,6 +119,8 @@ TEST_F(Sweep, HandlesToWhatIsGone) {
          gone.characters = all.characters;
          gone.hyperlinks = all.hyperlinks;
          gone.hyperlink = all.hyperlink;
+         gone.connects = all.connects;
+         gone.connect = all.connect;
          ASSERT_TRUE(all.shape.Delete());
        }},
       {"member of a deleted group",
@@ -147,6 +153,8 @@ TEST_F(Sweep, HandlesToWhatIsGone) {
          gone.layers = all.layers;
          gone.layer = all.layer;
          gone.hyperlinks = gone.shape.Hyperlinks();
+         gone.connects = all.page.Connects();
+         gone.connect = all.connect;
          ASSERT_TRUE(all.page.Delete());
        }},
       {"closed document",

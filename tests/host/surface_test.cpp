@@ -340,5 +340,49 @@ TEST_F(Surface, MembersAnswerTheMasterTheyCameWith) {
   EXPECT_FALSE(group.Parent());
 }
 
+TEST_F(Surface, DropConnectedPlacesBesideAndGluesBothEnds) {
+  const Shape start = page.DrawRectangle(4, 4, 6, 5);
+  const struct {
+    int direction;
+    double x, y;
+  } cases[] = {{0, 7.5, 4.5}, {1, 5, 6}, {2, 5, 3}, {3, 2.5, 4.5}, {4, 7.5, 4.5}};
+  for (const auto& c : cases) {
+    const Shape beside = page.DropConnected(box, start, c.direction, {});
+    ASSERT_TRUE(beside) << c.direction;
+    EXPECT_DOUBLE_EQ(beside.Cells("PinX").ResultIU().or_(0), c.x) << c.direction;
+    EXPECT_DOUBLE_EQ(beside.Cells("PinY").ResultIU().or_(0), c.y) << c.direction;
+    const Shape line = beside.FromConnects().Item(1).FromSheet();
+    ASSERT_EQ(line.Connects().Count(), 2);
+    EXPECT_EQ(line.Connects().Item(1).ToSheet(), start);
+    EXPECT_EQ(line.Connects().Item(1).FromCell().Name(), "BeginX");
+    EXPECT_EQ(line.Connects().Item(2).ToSheet(), beside);
+    EXPECT_EQ(page.Connects().Count(), 2);
+    EXPECT_EQ(app.ActiveWindow().Selection().Item(1), beside);
+    ASSERT_TRUE(app.Undo()) << "one step";
+    EXPECT_EQ(page.Shapes().Count(), 1);
+    EXPECT_EQ(page.Connects().Count(), 0);
+  }
+  EXPECT_FALSE(page.DropConnected(box, start, 5, {}));
+  EXPECT_FALSE(page.DropConnected(box, document.DocumentSheet(), 4, {}));
+  EXPECT_FALSE(page.DropConnected(box, document.Pages().Add().DrawLine(0, 0, 1, 1), 4, {})) << "on another page";
+
+  // Whoever takes the new shape away again leaves no connector behind.
+  Recorder recorder(running);
+  recorder.onShapeAdded = [](Shape shape) { shape.Delete(); };
+  EXPECT_FALSE(page.DropConnected(box, start, 4, {}));
+  EXPECT_EQ(page.Shapes().Count(), 1);
+}
+
+TEST_F(Surface, CollectionsByName) {
+  EXPECT_EQ(app.Documents().Item("drawing1"), document);
+  EXPECT_FALSE(app.Documents().Item("Drawing2"));
+  const CommandBar bar = app.CommandBars().Add("Quorvel", 1, false, true);
+  EXPECT_EQ(app.CommandBars().Item("quorvel"), bar);
+  EXPECT_EQ(app.CommandBars().Item(app.CommandBars().Count().or_(0)), bar);
+  const CommandBarControl button = bar.Controls().Add(1);
+  ASSERT_TRUE(button.SetCaption("&Roles..."));
+  EXPECT_EQ(bar.Controls().Item("roles..."), button);
+}
+
 }  // namespace
 }  // namespace quorvel

@@ -1,11 +1,36 @@
 // Members of toolbars, menus and their controls.
+#include <algorithm>
+
+#include "base/text.h"
 #include "host/automation/in_memory_host.h"
 
 namespace quorvel::host {
+namespace {
+
+/// The mark of a caption's access key is not part of what it is called.
+std::string withoutAccessKey(std::string caption) {
+  std::erase(caption, '&');
+  return caption;
+}
+
+}  // namespace
 
 Maybe<Variant> InMemoryHost::getCommandBars(const ObjectRef& object, Member member, Arguments arguments) {
   CommandBarSet& bars = engine_.bars;
   const auto whole = [](int value) { return Variant(static_cast<std::int64_t>(value)); };
+  if (object.kind == ObjectKind::CommandBars && member == Member::CommandBars_Count)
+    return whole(static_cast<int>(bars.bars().size()));
+  if (object.kind == ObjectKind::CommandBars && member == Member::CommandBars_Item) {
+    const int index = integerAt(arguments, 0).or_(0);
+    if (index < 1 || index > static_cast<int>(bars.bars().size())) return refuse("the index lies outside 1 to Count");
+    return Variant(refTo(ObjectKind::CommandBar, std::next(bars.bars().begin(), index - 1)->first));
+  }
+  if (object.kind == ObjectKind::CommandBars && member == Member::CommandBars_ItemByName) {
+    for (const auto& [id, bar] : bars.bars()) {
+      if (equalIgnoringCase(bar.name, textAt(arguments, 0).or_(""))) return Variant(refTo(ObjectKind::CommandBar, id));
+    }
+    return refuse("no toolbar of this name");
+  }
   if (object.kind == ObjectKind::CommandBars) {
     const std::uint32_t menu = bars.menuWithCommand(integerAt(arguments, 0).or_(0));
     if (!menu) return refuse("this release has no such menu");
@@ -17,6 +42,14 @@ Maybe<Variant> InMemoryHost::getCommandBars(const ObjectRef& object, Member memb
     if (!bar && !menu) return refuse("the toolbar is gone");
     const auto& items = bar ? bar->items : menu->items;
     if (member == Member::CommandBarControls_Count) return whole(static_cast<int>(items.size()));
+    if (member == Member::CommandBarControls_ItemByName) {
+      const std::string caption = withoutAccessKey(std::string(textAt(arguments, 0).or_("")));
+      for (const std::uint32_t item : items) {
+        if (equalIgnoringCase(withoutAccessKey(bars.control(item)->caption), caption))
+          return Variant(refTo(ObjectKind::CommandBarControl, item));
+      }
+      return refuse("no control of this caption");
+    }
     const int index = integerAt(arguments, 0).or_(0);
     if (index < 1 || index > static_cast<int>(items.size())) return refuse("the index lies outside 1 to Count");
     return Variant(refTo(ObjectKind::CommandBarControl, items[static_cast<std::size_t>(index) - 1]));

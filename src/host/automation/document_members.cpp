@@ -1,8 +1,10 @@
 // Members of the application, its documents, their pages and masters.
 #include <algorithm>
 
+#include "base/text.h"
 #include "host/automation/in_memory_host.h"
 #include "host/commands/documents.h"
+#include "host/commands/drop_connected.h"
 #include "host/commands/pages.h"
 #include "host/commands/shapes.h"
 
@@ -99,6 +101,15 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
 Maybe<Variant> InMemoryHost::getDocuments(Member member, Arguments arguments) {
   const std::vector<DocumentId> documents = listedDocuments(engine_);
   if (member == Member::Documents_Count) return Variant(static_cast<std::int64_t>(documents.size()));
+  if (member == Member::Documents_ItemByName) {
+    const std::string_view name = textAt(arguments, 0).or_("");
+    for (const DocumentId id : documents) {
+      const Document& document = *engine_.store.document(id);
+      if (equalIgnoringCase(document.name, name) || equalIgnoringCase(document.path + document.name, name))
+        return Variant(refTo(ObjectKind::Document, id.value));
+    }
+    return refuse("no document of this name is open");
+  }
   if (member != Member::Documents_Item) return refuse("not a property");
   const int index = integerAt(arguments, 0).or_(0);
   if (index < 1 || index > static_cast<int>(documents.size())) return refuse("the index lies outside 1 to Count");
@@ -136,6 +147,8 @@ Maybe<Variant> InMemoryHost::getDocument(DocumentId id, Member member) {
       return Variant(document.name);
     case Member::Document_Path:
       return Variant(document.path);
+    case Member::Document_FullName:
+      return Variant(document.path + document.name);
     case Member::Document_Template:
       return Variant(document.isStencil ? std::string() : document.properties.templateName);
     case Member::Document_DocumentSheet:
@@ -231,6 +244,8 @@ Maybe<Variant> InMemoryHost::getPage(PageId id, Member member) {
       return Variant(refTo(ObjectKind::Shapes, id.value, 1));
     case Member::Page_PageSheet:
       return Variant(refTo(ObjectKind::Shape, page.sheet.value));
+    case Member::Page_Connects:
+      return Variant(refTo(ObjectKind::Connects, id.value));
     case Member::Page_Layers:
       return Variant(refTo(ObjectKind::Layers, id.value));
     default:
@@ -283,6 +298,14 @@ Maybe<Variant> InMemoryHost::callPage(PageId id, Member member, Arguments argume
       const Maybe<double> x = numberAt(arguments, 1), y = numberAt(arguments, 2);
       if (!master || !x || !y) return refuse("a master and a place are needed");
       return shape(dropMaster(engine_, MasterId{master->id}, id, *x, *y));
+    }
+    case Member::Page_DropConnected: {
+      const Maybe<ObjectRef> master = referenceAt(arguments, 0, ObjectKind::Master),
+                             target = referenceAt(arguments, 1, ObjectKind::Shape),
+                             connector = referenceAt(arguments, 3, ObjectKind::Master);
+      if (!master || !target) return refuse("a master and a shape to connect it to are needed");
+      return shape(dropConnected(engine_, id, MasterId{master->id}, SheetId{target->id}, integerAt(arguments, 2).or_(0),
+                                 MasterId{connector ? connector->id : 0}));
     }
     case Member::Page_Paste:
       return settled(paste(engine_, id));

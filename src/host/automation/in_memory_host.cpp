@@ -77,9 +77,12 @@ bool InMemoryHost::alive(const ObjectRef& object) const {
     case ObjectKind::Page:
     case ObjectKind::Layers:
     case ObjectKind::Layer:
+    case ObjectKind::Connect:
       return store.page(PageId{object.id}) != nullptr;
     case ObjectKind::Master:
       return store.master(MasterId{object.id}) != nullptr;
+    case ObjectKind::Connects:
+      return object.part == 0 ? store.page(PageId{object.id}) != nullptr : store.sheet(SheetId{object.id}) != nullptr;
     case ObjectKind::Shapes:
       return object.part == 1 ? store.page(PageId{object.id}) != nullptr : store.sheet(SheetId{object.id}) != nullptr;
     case ObjectKind::Shape:
@@ -168,6 +171,9 @@ Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Argumen
     case ObjectKind::Hyperlinks:
     case ObjectKind::Hyperlink:
       return getHyperlinks(object, member, arguments);
+    case ObjectKind::Connects:
+    case ObjectKind::Connect:
+      return getConnects(object, member, arguments);
     default:
       return getCommandBars(object, member, arguments);
   }
@@ -244,6 +250,12 @@ std::nullopt_t InMemoryHost::refuse(std::string reason) {
   return std::nullopt;
 }
 
+const Refusal* InMemoryHost::lastRefusalOf(Member member) const {
+  const auto found = std::find_if(refusals_.rbegin(), refusals_.rend(),
+                                  [&](const Refusal& refusal) { return refusal.member == member; });
+  return found == refusals_.rend() ? nullptr : &*found;
+}
+
 bool InMemoryHost::settle(const Outcome& outcome) {
   if (!outcome) refuse(outcome.reason());
   return static_cast<bool>(outcome);
@@ -270,7 +282,11 @@ std::string InMemoryHost::describe(const ObjectRef& object) const {
     case ObjectKind::Page:
     case ObjectKind::Layers:
     case ObjectKind::Layer:
+    case ObjectKind::Connect:
       return pageName(PageId{object.id});
+    case ObjectKind::Connects:
+      if (object.part == 0) return pageName(PageId{object.id});
+      return describe({ObjectKind::Shape, object.id, 0});
     case ObjectKind::Shapes:
       if (object.part == 1) return pageName(PageId{object.id});
       [[fallthrough]];

@@ -25,6 +25,8 @@ class InMemoryHost : public Backend {
   void unadvise(ApplicationEvents& listener) override { engine_.events.unadvise(listener); }
   std::vector<Refusal> refusals() const override { return {refusals_.begin(), refusals_.end()}; }
   std::size_t refusalCount() const override { return refusalCount_; }
+  /// The last refusal of that member; null when none is kept.
+  const Refusal* lastRefusalOf(Member member) const;
 
   // What a user does at the window, as the events say it.
   void activateApplication();
@@ -64,6 +66,7 @@ class InMemoryHost : public Backend {
   Maybe<Variant> callWindow(WindowId id, Member member, Arguments arguments);
   Maybe<Variant> getLayers(const ObjectRef& object, Member member, Arguments arguments);
   Maybe<Variant> callLayers(const ObjectRef& object, Member member, Arguments arguments);
+  Maybe<Variant> getConnects(const ObjectRef& object, Member member, Arguments arguments);
   Maybe<Variant> getHyperlinks(const ObjectRef& object, Member member, Arguments arguments);
   Maybe<Variant> callHyperlinks(const ObjectRef& object, Member member);
   bool putHyperlink(const ObjectRef& object, Member member, const Argument& value);

@@ -134,6 +134,10 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
     }
     case Member::Shape_Hyperlinks:
       return Variant(refTo(ObjectKind::Hyperlinks, id.value));
+    case Member::Shape_Connects:
+    case Member::Shape_FromConnects:
+      if (!sheet.isShape()) return refuse("only shapes are glued");
+      return Variant(refTo(ObjectKind::Connects, id.value, member == Member::Shape_Connects ? 1 : 2));
     case Member::Shape_Characters:
       if (!sheet.isShape()) return refuse("only shapes have text");
       return Variant(refTo(ObjectKind::Characters, id.value));

@@ -1,0 +1,77 @@
+#include "host/commands/drop_connected.h"
+
+#include "host/cells/cell_table.h"
+#include "host/commands/glue.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+namespace {
+
+constexpr double gap = 0.5;  // inches between the two boxes
+
+struct Box {
+  double x, y, width, height;
+};
+
+Box boxOf(const Engine& engine, SheetId shape) {
+  static const CellKey pinX = objectCell("PinX"), pinY = objectCell("PinY"), width = objectCell("Width"),
+                       height = objectCell("Height");
+  const auto number = [&](const CellKey& key) { return cellNumber(engine.store, shape, key); };
+  return {number(pinX), number(pinY), number(width), number(height)};
+}
+
+Box beside(const Box& target, const Box& dropped, int direction) {
+  constexpr int above = 1, below = 2, left = 3;
+  const double across = (target.width + dropped.width) / 2 + gap, along = (target.height + dropped.height) / 2 + gap;
+  Box place = target;
+  if (direction == above) {
+    place.y += along;
+  } else if (direction == below) {
+    place.y -= along;
+  } else {
+    place.x += direction == left ? -across : across;
+  }
+  return place;
+}
+
+}  // namespace
+
+ShapeOutcome dropConnected(Engine& engine, PageId page, MasterId master, SheetId target, int direction,
+                           MasterId connector) {
+  const auto refused = [](std::string reason) { return ShapeOutcome{Outcome::refused(std::move(reason)), {}}; };
+  const Store& store = engine.store;
+  if (!store.page(page)) return refused("the page is gone");
+  const Sheet* to = store.sheet(target);
+  if (!to || !to->isShape() || to->page != page || to->parent) return refused("the shape is not on the page itself");
+  if (direction < 0 || direction > 4) return refused("no such direction");
+  if (!store.master(master)) return refused("the master is gone");
+  if (connector && !store.master(connector)) return refused("the connector's master is gone");
+  const std::vector<SheetId>& contents = store.page(store.master(master)->contents)->shapes;
+  if (contents.empty()) return refused("the master holds no shape");
+  const Box from = boxOf(engine, target), place = beside(from, boxOf(engine, contents.front()), direction);
+
+  CommandScope scope(engine, store.page(page)->document, "Drop Connected");
+  const ShapeOutcome dropped = dropMaster(engine, master, page, place.x, place.y);
+  if (!dropped.outcome) return dropped;
+  const auto stands = [&](SheetId shape) { return shape && store.sheet(shape) && store.sheet(target); };
+  if (stands(dropped.shape)) {
+    const ShapeOutcome line = connector
+                                  ? dropMaster(engine, connector, page, (from.x + place.x) / 2, (from.y + place.y) / 2)
+                                  : drawLine(engine, page, {}, from.x, from.y, place.x, place.y);
+    if (!line.outcome) return line;
+    static const CellKey beginX = objectCell("BeginX"), endX = objectCell("EndX"), pinX = objectCell("PinX");
+    if (stands(line.shape) && stands(dropped.shape)) {
+      if (const Outcome glued = glueTo(engine, {line.shape, beginX}, {target, pinX}); !glued) return {glued, {}};
+    }
+    if (stands(line.shape) && stands(dropped.shape)) {
+      if (const Outcome glued = glueTo(engine, {line.shape, endX}, {dropped.shape, pinX}); !glued) return {glued, {}};
+    }
+  }
+  const bool remains = store.sheet(dropped.shape) != nullptr;
+  if (const WindowState* window = engine.windowOf(store.page(page)->document); window && remains)
+    setSelection(engine, window->id, {dropped.shape});
+  scope.commit();
+  return {Outcome::done(), remains ? dropped.shape : SheetId{}};
+}
+
+}  // namespace quorvel::host
