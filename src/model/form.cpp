@@ -1,7 +1,9 @@
 #include "model/form.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "base/basic_text.h"
 #include "base/text.h"
 
 namespace quorvel {
@@ -113,12 +115,18 @@ void Control::showTab(int tab) {
 
 bool Control::focus() {
   if (!enabled_ || !visible_) return false;
-  if (form_.focused_ == this) return true;
+  if (form_.nextFocus_) {
+    form_.nextFocus_ = this;
+    return true;
+  }
   Control* before = form_.focused_;
-  form_.focused_ = this;
+  if (before == this) return true;
+  form_.nextFocus_ = this;
   if (before && before->onLostFocus) before->onLostFocus();
-  // The handler may have moved the focus on or closed the dialog.
-  if (form_.focused_ == this && onGotFocus) onGotFocus();
+  Control* after = std::exchange(form_.nextFocus_, nullptr);
+  form_.focused_ = after;
+  if (after != this) after->changed();
+  if (after->onGotFocus) after->onGotFocus();
   return true;
 }
 
@@ -153,6 +161,7 @@ bool Control::pressKey(int key) {
     if (!shorter.empty()) shorter.pop_back();
     setText(std::move(shorter));
   } else if (key >= ' ') {
+    if (maxLength > 0 && lengthOf(text_) >= static_cast<std::size_t>(maxLength)) return false;
     std::string typed = text_;
     appendUtf8(typed, static_cast<char32_t>(key));
     setText(std::move(typed));
@@ -168,7 +177,7 @@ bool Control::keyDown(int keyCode) {
 
 bool Control::type(std::string text) {
   if (readOnly || !focus()) return false;
-  setText(std::move(text));
+  setText(maxLength > 0 ? left(text, maxLength) : std::move(text));
   return true;
 }
 
@@ -194,6 +203,7 @@ Control& Form::add(ControlKind kind, std::string name, std::string caption) {
 
 void Form::open() {
   open_ = true;
+  focused_ = nullptr;
   loading();
 }
 

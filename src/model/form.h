@@ -96,9 +96,11 @@ class Control {
   bool pressKey(int key);
   /// A key that edits nothing and raises no key-press, such as Delete in a list.
   bool keyDown(int keyCode);
-  /// Gives this control the focus; the one that had it loses it first.
+  /// Gives this control the focus; the one that had it loses it first. When the lost-focus handler of that one sends the
+  /// focus elsewhere, it ends there, and this control neither gets nor loses it; a click goes on all the same.
   bool focus();
-  /// Focuses, then replaces the text as if typed over, without going through the key filter.
+  /// Focuses, then replaces the text as if typed over, without going through the key filter. What goes beyond
+  /// `maxLength` is cut off, as a box takes no more keys.
   bool type(std::string text);
 
   std::function<void()> onClick;
@@ -120,6 +122,7 @@ class Control {
   bool isDefaultButton = false, isCancelButton = false;
   /// Text boxes: the label that stands before the box.
   std::string label;
+  /// Characters that a user may type; 0 for any number. Code may set a longer text.
   int maxLength = 0;
   bool readOnly = false;
 
@@ -160,7 +163,8 @@ class Form {
   void close();
 
   Control* focused() const { return focused_; }
-  /// Told of every change of caption, text, state, rows or visibility while a toolkit shows the form; null for none.
+  /// Told of every change of caption, text, state, rows or visibility while a toolkit shows the form, and of the control
+  /// to which a handler has sent the focus; null for none.
   std::function<void(const Control*)> observer;
 
  protected:
@@ -175,6 +179,7 @@ class Form {
   std::string name_, caption_;
   std::vector<std::unique_ptr<Control>> controls_;
   Control* focused_ = nullptr;
+  Control* nextFocus_ = nullptr;  ///< where the focus is going while a lost-focus handler runs
   bool open_ = false;
 };
 

@@ -3,6 +3,7 @@
 
 #include "vocab/default_lists.h"
 #include "vocab/parse.h"
+#include "vocab/role_names.h"
 
 namespace quorvel::addin {
 namespace {
@@ -54,6 +55,23 @@ TEST(FuncIndex, ReadsTheFirstArgument) {
       {"GUARD(", 0},
   };
   for (const auto& c : cases) EXPECT_EQ(funcIndex(c.formula), c.index) << c.formula;
+}
+
+TEST(RoleNames, ANewRoleIsInsertedAtItsSortedPlace) {
+  const struct {
+    const char *list, *name, *result;
+  } cases[] = {
+      {"", "Clerk", ";Clerk"},
+      {";;", "the \"boss\"", ";the \"boss\""},  // the first role keeps its quotation marks
+      {";Clerk", "Baker", ";Baker;Clerk"},
+      {";Clerk", "clerk", ";clerk;Clerk"},
+      {";Clerk;Director", "cook", ";Clerk;cook;Director"},
+      {";Clerk;Director", "Editor", ";Clerk;Director;Editor"},
+      {";the \"boss\"", "\"x\"", ";\"\"x\"\";the \"\"boss\"\""},
+      {";Ärztin", "ähnlich", ";ähnlich;Ärztin"},
+      {";b;a", "aa", ";aa;b;a"},  // an unsorted list stays as it is
+  };
+  for (const auto& c : cases) EXPECT_EQ(insertRoleName(parse(c.list, ";"), c.name), c.result) << c.list << c.name;
 }
 
 TEST(Defaults, AbbreviationsStandBesideTheirNames) {

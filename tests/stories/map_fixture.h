@@ -15,7 +15,7 @@ class MapTest : public testing::Test {
  protected:
   static SessionOptions options() {
     SessionOptions options;
-    options.installFolder = std::string(QUORVEL_SOURCE_FOLDER) + "/data";
+    options.installFolder = QUORVEL_SOURCE_FOLDER "/data";
     options.configurationFolder = testing::TempDir() + "quorvel-stories";
     return options;
   }

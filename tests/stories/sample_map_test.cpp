@@ -15,7 +15,7 @@ namespace {
 
 SessionOptions optionsForTests() {
   SessionOptions options;
-  options.installFolder = std::string(QUORVEL_SOURCE_FOLDER) + "/data";
+  options.installFolder = QUORVEL_SOURCE_FOLDER "/data";
   return options;
 }
 

@@ -1,0 +1,15 @@
+#include "commands/customize_role_names.h"
+
+#include "dialogs/frm_customize_role_names.h"
+#include "vocab/role_names.h"
+
+namespace quorvel::addin {
+
+void cbrBtnCustomizeRoleName_Click(dsrVisioConnect& connect) {
+  frmCustomizeRoleNames dialog(connect);
+  connect.platform.showModal(dialog);
+  // The dialog has written the document's list as it closed.
+  updateRoleFormats(connect);
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,46 @@
+// The dialog that edits the organisation's roles.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "addin/dsr_visio_connect.h"
+#include "addin/undo_step.h"
+#include "model/form.h"
+
+namespace quorvel::addin {
+
+/// Its list is the working copy: Tasks follow a rename or a deletion at once, while the document's list is written when
+/// the dialog unloads, by whatever way. There is no leaving it without keeping the changes.
+class frmCustomizeRoleNames : public Form {
+ public:
+  explicit frmCustomizeRoleNames(dsrVisioConnect& frmParent);
+
+ protected:
+  void loading() override;
+  bool unloading() override;
+
+ private:
+  void addRole();
+  void editRole();
+  void importRoles();
+  void deleteRoles();
+  void refreshButtons();
+  /// Takes the roles of a list's text that the dialog's list does not hold, letter case counting.
+  void addMissing(const std::string& list);
+  /// All that the dialog writes, and what its caller writes while it still exists, is one step to take back.
+  void beginStep();
+
+  dsrVisioConnect& frmParent;
+  std::optional<UndoStep> step_;
+  bool wasRead_ = false;
+  Control& lblOrganizationRoles;
+  Control& lstRoleNames;
+  Control& btnNew;
+  Control& btnEdit;
+  Control& btnImport;
+  Control& btnDelete;
+  Control& btnClose;
+};
+
+}  // namespace quorvel::addin

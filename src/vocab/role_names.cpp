@@ -1,0 +1,78 @@
+#include "vocab/role_names.h"
+
+#include <algorithm>
+
+#include "base/basic_text.h"
+#include "base/text.h"
+#include "shapes/page_walk.h"
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+std::string withDoubledMarks(std::string_view text) { return replaceAll(text, "\"", "\"\""); }
+
+bool confirmsDeletion(dsrVisioConnect& connect, const std::string& role) {
+  const MessageBox question{"Role \"" + role + "\" is in use. Are you sure you want to continue deletion?", "Quorvel",
+                            MessageButtons::YesNoCancel, MessageIcon::None};
+  return connect.platform.showMessage(question) == MessageAnswer::Yes;
+}
+
+}  // namespace
+
+void UpdateOldRoleNames(const dsrVisioConnect& connect, const std::string& oldName, const std::string& newName) {
+  forEachShapeBeforeBackgrounds(connect.gvsoApp.ActiveDocument(), [&](const Shape& shape) {
+    if (!IsTask(shape)) return;
+    for (const std::string_view name : roleCells) {
+      const Cell role = shape.Cells(name);
+      if (role.ResultStr(visio::unitsNone) == oldName) role.FormulaForce(quotedAsIs(newName));
+    }
+  });
+}
+
+void updateRoleFormats(const dsrVisioConnect& connect) {
+  const Document document = connect.gvsoApp.ActiveDocument();
+  const Maybe<std::string> roles = document.DocumentSheet().Cells("User.RoleNames").ResultStr(visio::unitsNone);
+  // A list that can't be read must not empty those of the Tasks.
+  if (!roles) return;
+  const std::string list = quotedAsIs(*roles);
+  forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {
+    if (!IsTask(shape)) return;
+    for (const std::string_view name : roleCells) shape.Cells(std::string(name) + ".Format").FormulaForce(list);
+  });
+}
+
+std::string roleListText(const std::vector<std::string>& roles) {
+  std::string text;
+  for (const std::string& role : roles) text += ";" + withDoubledMarks(role);
+  return text;
+}
+
+std::string insertRoleName(const std::vector<std::string>& names, const std::string& newName) {
+  if (names.empty()) return ";" + newName;
+  std::vector<std::string> roles(names.begin(), names.end() - 1);
+  const auto place =
+      std::ranges::find_if(roles, [&](const std::string& role) { return compareIgnoringCase(role, newName) >= 0; });
+  roles.insert(place, newName);
+  return roleListText(roles);
+}
+
+std::vector<std::string> deletableRoles(dsrVisioConnect& connect, std::vector<std::string> names) {
+  std::vector<std::string> deletable = names;
+  forEachShapeBeforeBackgrounds(connect.gvsoApp.ActiveDocument(), [&](const Shape& shape) {
+    if (!IsTask(shape)) return;
+    std::array<Maybe<std::string>, roleCells.size()> used;
+    std::ranges::transform(roleCells, used.begin(),
+                           [&](std::string_view name) { return shape.Cells(name).ResultStr(visio::unitsNone); });
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      const bool isUsed = !names[i].empty() &&
+                          std::ranges::any_of(used, [&](const Maybe<std::string>& role) { return role == names[i]; });
+      if (!isUsed) continue;
+      if (!confirmsDeletion(connect, names[i])) deletable[i].clear();
+      names[i].clear();
+    }
+  });
+  return deletable;
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,39 @@
+// The roles of an organisation: one list in the document, and a copy of it in each of a Task's five role rows, so that
+// the host offers the roles as a fixed list.
+//
+// Tasks on background pages, on pages behind the first one of these, and inside groups are not reached.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// The cells of a Task that hold a role; each has the list in its ".Format".
+inline constexpr std::array<std::string_view, 5> roleCells{"Prop.Responsible_Role", "Prop.SupportingRole_1",
+                                                           "Prop.SupportingRole_2", "Prop.SupportingRole_3",
+                                                           "Prop.SupportingRole_4"};
+
+/// Gives every use of a role in the active document the new name; an empty one clears it. Letter case counts. The new
+/// name stands between quotation marks as it is: one that holds a quotation mark is refused by the host.
+void UpdateOldRoleNames(const dsrVisioConnect& connect, const std::string& oldName, const std::string& newName);
+
+/// Copies the document's list to every Task. A list with a quotation mark in it makes a formula that the host refuses,
+/// and the Tasks keep their old lists.
+void updateRoleFormats(const dsrVisioConnect& connect);
+
+/// The text of a list cell between its quotation marks: ";" before each role, quotation marks doubled.
+std::string roleListText(const std::vector<std::string>& roles);
+
+/// The list text with the name at its sorted place. `names` is what `parse` makes of the list; the name of the first
+/// role of a list keeps its quotation marks as they are, in any other case all are doubled.
+std::string insertRoleName(const std::vector<std::string>& names, const std::string& newName);
+
+/// Which of the names may be deleted: each that a Task uses is asked about once, and blanked when the user declines.
+std::vector<std::string> deletableRoles(dsrVisioConnect& connect, std::vector<std::string> names);
+
+}  // namespace quorvel::addin
