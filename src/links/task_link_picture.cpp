@@ -57,7 +57,9 @@ std::string pictureWithTime(LinkPicture picture, const PictureParts& parts) {
     if (pieces == unitPieces.end()) continue;
     if (unit != "Seconds") formula += spr;
     if (unit != "Weeks") formula += "IF(STRSAME(Prop.Time_Units" + spr + "\"" + unit + "\")" + spr;
-    formula += std::string(pieceFor(*pieces, picture)) + parts.abbreviations[i] + std::string(behindAbbreviation);
+    // It stands in a picture's quoted text inside a formula's string.
+    const std::string abbreviation = replaceAll(withEscapedApostrophes(parts.abbreviations[i]), "\"", "\"\"");
+    formula += std::string(pieceFor(*pieces, picture)) + abbreviation + std::string(behindAbbreviation);
     if (unit == "Weeks") formula += "))))";
   }
   return formula;

@@ -12,14 +12,18 @@ namespace quorvel {
 
 class RefusingBackend : public Backend {
  public:
-  /// `refused` counts from 1; 0 refuses nothing.
-  RefusingBackend(Backend& inner, std::size_t refused) : inner_(inner), refused_(refused), forwarder_(*this) {
-    inner_.advise(forwarder_);
-  }
+  /// Refuses nothing until it is told to.
+  explicit RefusingBackend(Backend& inner) : inner_(inner), forwarder_(*this) { inner_.advise(forwarder_); }
   ~RefusingBackend() override { inner_.unadvise(forwarder_); }
   RefusingBackend(const RefusingBackend&) = delete;
   RefusingBackend& operator=(const RefusingBackend&) = delete;
 
+  /// Counts anew: the call number `refused`, from 1, is refused; 0 refuses nothing.
+  void refuseFromNowOn(std::size_t refused) {
+    calls_ = 0;
+    refused_ = refused;
+  }
+  /// Since the counting began.
   std::size_t calls() const { return calls_; }
 
   Maybe<Variant> get(const ObjectRef& object, Member member, Arguments arguments) override {
@@ -92,7 +96,7 @@ class RefusingBackend : public Backend {
   };
 
   Backend& inner_;
-  std::size_t refused_;
+  std::size_t refused_ = 0;
   std::size_t calls_ = 0;
   std::vector<ApplicationEvents*> listeners_;
   Forwarder forwarder_;

@@ -1,0 +1,93 @@
+#include "vocab/time_unit_display.h"
+
+#include <vector>
+
+#include "base/basic_text.h"
+#include "base/text.h"
+#include "display/task_details.h"
+#include "document/document_cells.h"
+#include "links/task_link_description.h"
+#include "links/task_link_picture.h"
+#include "shapes/page_walk.h"
+#include "shapes/shape_classes.h"
+#include "vocab/parse.h"
+#include "vocab/time_units.h"
+
+namespace quorvel::addin {
+namespace {
+
+/// Days and weeks are shown with one decimal more, which moves what stands behind them.
+int moreDecimals(std::string_view unit) {
+  return equalIgnoringCase(unit, "Days") || equalIgnoringCase(unit, "Weeks") ? 1 : 0;
+}
+
+/// What a format picture quotes from 1-based `start` up to `behind` characters from its end; nothing for a picture that
+/// is too short, because it shows no time.
+Maybe<std::string> quotedPart(const Maybe<std::string>& picture, long start, long behind) {
+  if (!picture) return {};
+  const long count = static_cast<long>(lengthOf(*picture)) - (start - 1) - behind;
+  if (count < 0) return {};
+  return replaceAll(mid(*picture, start, count), "'\\''", "'");
+}
+
+/// From "0.##'m'".
+Maybe<std::string> abbreviationOnTask(const Shape& task, std::string_view unit) {
+  Maybe<std::string> shown;
+  for (const Shape& member : task.Shapes().all()) {
+    if (!(member.Data2() == "Task_Completion_Time")) continue;
+    const auto picture = member.Cells("Fields.Format[1]").ResultStr(visio::unitsNone);
+    if (const auto read = quotedPart(picture, 6 + moreDecimals(unit), 1)) shown = read;
+  }
+  return shown;
+}
+
+/// From "'Send form' ' ('0.##'m)'". The description stands there with its apostrophes escaped.
+Maybe<std::string> abbreviationOnLink(const Shape& link, std::string_view unit) {
+  const Maybe<std::string> showsDescription = link.Cells("User.TaskLink_txt_Visible").ResultStr(visio::unitsNone);
+  const Maybe<std::string> description = link.Cells("Prop.Task_Link").ResultStr(visio::unitsNone);
+  if (!showsDescription || val(*showsDescription) != 1 || !description) return {};
+  const long length = static_cast<long>(lengthOf(withEscapedApostrophes(*description)));
+  return quotedPart(link.Cells("Fields.Format[1]").ResultStr(visio::unitsNone), length + 13 + moreDecimals(unit), 2);
+}
+
+}  // namespace
+
+void redrawTimeUnits(const dsrVisioConnect& connect) {
+  forEachShape(connect.gvsoApp.ActiveDocument(), [&](const Shape& shape) {
+    if (IsTask(shape)) RedrawTaskUpperExtraFields(connect, shape, "Task_Completion_Time");
+    if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(connect, shape);
+  });
+}
+
+void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, bool, bool) {
+  const Document document = connect.gvsoApp.ActiveDocument();
+  const std::vector<std::string> units = parse(documentText(document, "User.time_unit"), ";");
+  std::vector<std::string> abbreviations = parse(documentText(document, "User.Time_Unit_Disply"), ";");
+  // A shape that shows no time is taken to show what the shape of its unit before it did. Of its unit: a label in
+  // minutes says nothing about the abbreviation of hours.
+  std::vector<Maybe<std::string>> shown(units.size());
+  bool takesOver = false;
+  for (const Shape& shape : selection.all()) {
+    const Maybe<std::string> unit = shape.Cells("Prop.Time_Units").ResultStr(visio::unitsNone);
+    // The last slot is empty and no unit: a shape without one matches none.
+    for (std::size_t i = 0; unit && i + 1 < units.size(); ++i) {
+      if (!equalIgnoringCase(*unit, units[i])) continue;
+      Maybe<std::string> read;
+      if (IsTask(shape)) read = abbreviationOnTask(shape, units[i]);
+      if (IsTaskLink(shape)) read = abbreviationOnLink(shape, units[i]);
+      if (read) shown[i] = read;
+      if (i >= abbreviations.size() || shown[i].or_({}).empty() || shown[i] == abbreviations[i]) continue;
+      if (!connect.flagTimeUnitAbbr) {
+        connect.flagTimeUnitAbbr = true;
+        takesOver = connect.platform.showMessage(
+                        {"The time unit abbreviation is not the same. Do you want to update it in this document?",
+                         "Quorvel", MessageButtons::YesNoCancel, MessageIcon::None}) == MessageAnswer::Yes;
+      }
+      if (takesOver) abbreviations[i] = *shown[i];
+    }
+  }
+  UpdateDocumentTimeUnitDisplay(connect, abbreviations);
+  redrawTimeUnits(connect);
+}
+
+}  // namespace quorvel::addin
