@@ -9,6 +9,7 @@ if [[ ${#packages[@]} -eq 0 ]]; then
     libpugixml-dev libzip-dev libcairo2-dev libpango1.0-dev
     libcli11-dev nlohmann-json3-dev
     libgtest-dev libbenchmark-dev
+    python3-dev pybind11-dev python3-pytest python3-build python3-setuptools python3-wheel
     fonts-liberation fonts-crosextra-carlito fonts-dejavu-core fontconfig
   )
 fi

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace quorvel::cli {
 
@@ -36,5 +37,8 @@ struct SampleOptions {
   bool force = false;
 };
 int runSample(const SampleOptions& options);
+
+/// Becomes the Python interpreter; returns only when that fails. The first one is the script.
+int runScript(const std::vector<std::string>& scriptAndArguments);
 
 }  // namespace quorvel::cli

@@ -60,6 +60,16 @@ int main(int argc, char** argv) {
   command->add_flag("--force", forSample.force, "Replace the file if it exists");
   command->callback([&] { run = [&] { return runSample(forSample); }; });
 
+  command =
+      program.add_subcommand("run", "Run a Python script with the module quorvel at hand: run SCRIPT.py [ARGS...]");
+  command->footer("Everything behind SCRIPT.py is the script's, whose exit code is passed on.");
+  // What stands behind the script is not ours to read, be it an option.
+  command->prefix_command();
+  command->callback([&, command] {
+    if (command->remaining().empty()) throw CLI::RequiredError("SCRIPT.py");
+    run = [&, command] { return runScript(command->remaining()); };
+  });
+
   try {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

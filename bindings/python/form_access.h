@@ -1,0 +1,89 @@
+// An open dialog as a script reaches it: by control name, and only as long as its modal call lasts.
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "model/form.h"
+
+namespace quorvel::python {
+
+namespace py = pybind11;
+
+class ScriptHost;
+
+/// Shared by all that a script keeps of one dialog.
+struct OpenForm {
+  OpenForm(Form& shown, ScriptHost& of) : form(&shown), host(of), name(shown.name()) {}
+  Form* form;        ///< null once the modal call has returned
+  ScriptHost& host;  ///< lives at least as long as `form` is set
+  const std::string name;
+};
+
+class ControlAccess {
+ public:
+  ControlAccess(std::shared_ptr<OpenForm> open, std::string name) : open_(std::move(open)), name_(std::move(name)) {}
+
+  // Reading. All throw Refused once the form is gone.
+  py::str name() const;
+  const char* kind() const;
+  py::str caption() const;
+  py::str text() const;
+  /// None for grey.
+  py::object isOn() const;
+  bool enabled() const { return control().enabled(); }
+  bool visible() const { return control().visible(); }
+  bool readOnly() const { return control().readOnly; }
+  bool multipleSelection() const { return control().multipleSelection; }
+  bool hasFocus() const;
+  py::str tag() const;
+  /// Pairs of the columns' texts and whether the row is selected.
+  py::list rows() const;
+  py::list tabs() const;
+  int currentTab() const { return control().currentTab(); }
+
+  // What a user does. False: the control takes nothing now.
+  bool click() const;
+  bool doubleClick() const;
+  bool focus() const;
+  bool type(const std::string& text) const;
+  bool setOn(bool on) const;
+  bool selectRow(std::size_t row, bool selected) const;
+  bool showTab(int tab) const;
+  /// Whether the key was let through.
+  bool pressKey(int key) const;
+  bool keyDown(int key) const;
+
+ private:
+  Control& control() const;
+  template <class Act>
+  bool act(Act act) const;
+
+  std::shared_ptr<OpenForm> open_;
+  std::string name_;
+};
+
+class FormAccess {
+ public:
+  explicit FormAccess(std::shared_ptr<OpenForm> open) : open_(std::move(open)) {}
+
+  const std::string& name() const { return open_->name; }
+  py::str caption() const;
+  bool isOpen() const { return open_->form && open_->form->isOpen(); }
+  std::vector<std::string> controlNames() const;
+  /// The control's name as the form spells it; empty when it has none of that name.
+  std::string find(const std::string& name) const;
+  ControlAccess control(const std::string& name) const { return ControlAccess(open_, name); }
+  /// As the close box does; the form may refuse.
+  void close() const;
+
+ private:
+  Form& form() const;
+  std::shared_ptr<OpenForm> open_;
+};
+
+}  // namespace quorvel::python

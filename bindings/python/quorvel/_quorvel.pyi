@@ -1,0 +1,128 @@
+"""The native half of the module; see quorvel.host_objects and quorvel.forms for what scripts use."""
+
+from typing import ClassVar
+
+def members() -> list[tuple[int, int, str, str, str]]:
+    """Number, kind, object, member and access ("G", "P", "GP" or "C") of each published member."""
+
+def event_names() -> tuple[str, ...]:
+    """The events in the order of their numbers."""
+
+class Reference:
+    """Names one host object."""
+
+    @property
+    def kind(self) -> int:
+        """The kind's number."""
+
+class Host:
+    """A session with the add-in connected."""
+
+    application_reference: ClassVar[Reference]
+    """The application object."""
+    def __init__(self, application: object, version: str, install_folder: str, profile_folder: str, answers_defaults: bool) -> None:
+        """`application` is held weakly; its _answer_... and _tell are called."""
+    def get(self, object: Reference, member: int, arguments: tuple[object, ...]) -> object:
+        """Reads; raises HostError."""
+    def put(self, object: Reference, member: int, indices: tuple[object, ...], value: object) -> None:
+        """Writes; raises HostError."""
+    def call(self, object: Reference, member: int, arguments: tuple[object, ...]) -> object:
+        """Acts; raises HostError."""
+    def activate_page(self, page: Reference) -> None:
+        """Shows the page in its window."""
+    def activate_application(self) -> None:
+        """Raises AppActivated."""
+    def mouse_down(self, button: int, shift: int, x: float, y: float) -> None:
+        """Raises MouseDown."""
+    def export_pages(self, pages: list[Reference], file: str, caller: str) -> None:
+        """Draws the pages into one file."""
+    def listen(self, event: int, on: bool) -> None:
+        """Whether _tell is called for the event."""
+    def asked(self) -> list[tuple[str, str]]:
+        """Kind and text of what was asked."""
+
+class FormAccess:
+    """An open form."""
+
+    @property
+    def name(self) -> str:
+        """Its name."""
+    @property
+    def caption(self) -> str:
+        """Its title."""
+    @property
+    def is_open(self) -> bool:
+        """Whether it still is."""
+    @property
+    def control_names(self) -> list[str]:
+        """Names of its controls."""
+    def find(self, name: str) -> str:
+        """The name as the form spells it, or an empty text."""
+    def control(self, name: str) -> ControlAccess:
+        """The control of that name."""
+    def close(self) -> None:
+        """Closes by the close box."""
+
+class ControlAccess:
+    """A control of an open form."""
+
+    @property
+    def name(self) -> str:
+        """Its name."""
+    @property
+    def kind(self) -> str:
+        """Its kind."""
+    @property
+    def caption(self) -> str:
+        """Its caption."""
+    @property
+    def text(self) -> str:
+        """Its text."""
+    @property
+    def is_on(self) -> bool | None:
+        """Its state."""
+    @property
+    def enabled(self) -> bool:
+        """Whether it takes anything."""
+    @property
+    def visible(self) -> bool:
+        """Whether it shows."""
+    @property
+    def read_only(self) -> bool:
+        """Whether its text stands fast."""
+    @property
+    def multiple_selection(self) -> bool:
+        """Whether several rows can be selected."""
+    @property
+    def has_focus(self) -> bool:
+        """Whether keys go to it."""
+    @property
+    def tag(self) -> str:
+        """Its tag."""
+    @property
+    def rows(self) -> list[tuple[tuple[str, ...], bool]]:
+        """Columns of each row, and whether it is selected."""
+    @property
+    def tabs(self) -> list[str]:
+        """Captions of its tabs."""
+    @property
+    def current_tab(self) -> int:
+        """The tab that shows."""
+    def click(self) -> bool:
+        """Whether it was clicked."""
+    def double_click(self) -> bool:
+        """Whether it was clicked."""
+    def focus(self) -> bool:
+        """Whether it took the focus."""
+    def type(self, text: str) -> bool:
+        """Whether it took the text."""
+    def set_on(self, on: bool) -> bool:
+        """Whether it took the state."""
+    def select_row(self, row: int, selected: bool) -> bool:
+        """Whether the row was selected."""
+    def show_tab(self, tab: int) -> bool:
+        """Whether the tab shows."""
+    def press_key(self, key: int) -> bool:
+        """Whether the key was let through."""
+    def key_down(self, key: int) -> bool:
+        """Whether the key was taken."""

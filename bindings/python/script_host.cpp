@@ -1,0 +1,237 @@
+#include "script_host.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "form_access.h"
+#include "formats/package/atomic_file.h"
+#include "render/build/build_scene.h"
+#include "render/svg/writer.h"
+#include "session/document_themes.h"
+#include "values.h"
+
+namespace quorvel::python {
+namespace {
+
+constexpr const char* answerNames[] = {"OK", "Yes", "No", "Cancel"};  // in the order of MessageAnswer
+
+std::vector<MessageAnswer> answersOf(MessageButtons buttons) {
+  switch (buttons) {
+    case MessageButtons::YesNo:
+      return {MessageAnswer::Yes, MessageAnswer::No};
+    case MessageButtons::YesNoCancel:
+      return {MessageAnswer::Yes, MessageAnswer::No, MessageAnswer::Cancel};
+    case MessageButtons::OkCancel:
+      return {MessageAnswer::Ok, MessageAnswer::Cancel};
+    case MessageButtons::Ok:
+      break;
+  }
+  return {MessageAnswer::Ok};
+}
+
+const char* nameOf(MessageAnswer answer) { return answerNames[static_cast<int>(answer)]; }
+
+const char* nameOf(MessageButtons buttons) {
+  constexpr const char* names[] = {"OK", "YesNo", "YesNoCancel", "OKCancel"};
+  return names[static_cast<int>(buttons)];
+}
+
+const char* nameOf(MessageIcon icon) {
+  constexpr const char* names[] = {"", "Stop", "Question", "Information"};
+  return names[static_cast<int>(icon)];
+}
+
+/// The answer that the script's handler gave; throws a ValueError for one that the box does not offer.
+MessageAnswer answerFrom(const py::object& given, const MessageBox& box) {
+  const std::string name = py::str(given);
+  std::string offered;
+  for (const MessageAnswer answer : answersOf(box.buttons)) {
+    if (equalIgnoringCase(name, nameOf(answer))) return answer;
+    offered += (offered.empty() ? "" : ", ") + std::string(nameOf(answer));
+  }
+  throw py::value_error("OnMessage answered \"" + name + "\" to \"" + box.text + "\"; it takes one of: " + offered);
+}
+
+void acceptForm(Form& form) {
+  for (const auto& control : form.controls()) {
+    if (control->isDefaultButton) {
+      control->click();
+      return;
+    }
+  }
+}
+
+}  // namespace
+
+ScriptHost::ScriptHost(const py::object& application, SessionOptions options, Answers answers)
+    : application_(application), answers_(answers), session_(std::make_unique<Session>(std::move(options))) {
+  HeadlessPlatform& platform = session_->platform();
+  platform.onForm = [this](Form& form) { answerForm(form); };
+  platform.onMessage = [this](const MessageBox& box) { return answerMessage(box); };
+  platform.onFileDialog = [this](const FileDialog& dialog) { return answerFileDialog(dialog); };
+  session_->host().advise(events_);
+}
+
+ScriptHost::~ScriptHost() {
+  // The script is gone: what the add-in does on leaving reaches nobody.
+  session_->host().unadvise(events_);
+  session_->platform().onForm = nullptr;
+  session_->platform().onMessage = nullptr;
+  session_->platform().onFileDialog = nullptr;
+}
+
+void ScriptHost::refuse(Member member) const {
+  const MemberInfo& info = infoOf(member);
+  std::string_view name = info.memberName;
+  for (const std::string_view variant : {"ByName", "ByIndex"}) {
+    if (name.ends_with(variant)) name.remove_suffix(variant.size());
+  }
+  const Refusal* refusal = session_->host().lastRefusalOf(member);
+  throw Refused{std::string(info.objectName) + "." + std::string(name), refusal ? refusal->object : std::string(),
+                refusal ? refusal->reason : "the host gave no reason"};
+}
+
+py::object ScriptHost::get(const ObjectRef& object, int member, const py::tuple& arguments) {
+  const HostArguments values(arguments);
+  const auto number = static_cast<Member>(member);
+  return enter([&] {
+    const Maybe<Variant> value = session_->host().get(object, number, values);
+    if (!value) refuse(number);
+    return valueToPython(*value);
+  });
+}
+
+void ScriptHost::put(const ObjectRef& object, int member, const py::tuple& indices, const py::object& value) {
+  const HostArguments places(indices);
+  const Argument put = argumentOf(value);
+  const auto number = static_cast<Member>(member);
+  enter([&] {
+    if (!session_->host().put(object, number, places, put)) refuse(number);
+  });
+}
+
+py::object ScriptHost::call(const ObjectRef& object, int member, const py::tuple& arguments) {
+  const HostArguments values(arguments);
+  const auto number = static_cast<Member>(member);
+  return enter([&] {
+    // The add-in looks at the active page, which for a script need not be the one it works on.
+    if (number == Member::Page_Drop || number == Member::Page_DropConnected || number == Member::Page_Paste)
+      showPageOf(object);
+    const Maybe<Variant> value = session_->host().call(object, number, values);
+    if (!value) refuse(number);
+    return valueToPython(*value);
+  });
+}
+
+void ScriptHost::showPageOf(const ObjectRef& page) {
+  host::Engine& engine = session_->engine();
+  const host::Page* shown = page.kind == ObjectKind::Page ? engine.store.page(host::PageId{page.id}) : nullptr;
+  const host::WindowState* window = shown ? engine.windowOf(shown->document) : nullptr;
+  if (!window) return;
+  const Window handle = engine.handle(window->id);
+  const bool otherPage = window->page != shown->id;
+  handle.Activate();
+  if (otherPage) handle.SetPage(engine.handle(host::PageId{page.id}));
+}
+
+void ScriptHost::activatePage(const ObjectRef& page) {
+  enter([&] {
+    host::Engine& engine = session_->engine();
+    const host::Page* shown = engine.store.page(host::PageId{page.id});
+    if (!shown) throw Refused{"Page.Activate", "a page that is gone", "the object is gone"};
+    if (!engine.windowOf(shown->document))
+      throw Refused{"Page.Activate", "page " + shown->name, "its document has no window"};
+    showPageOf(page);
+  });
+}
+
+void ScriptHost::activateApplication() {
+  enter([&] { session_->host().activateApplication(); });
+}
+
+void ScriptHost::mouseDown(int button, int shift, double x, double y) {
+  enter([&] { session_->host().mouseDown(button, shift, x, y); });
+}
+
+void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller) {
+  const host::Store& store = session_->engine().store;
+  const host::Document* document = nullptr;
+  std::string what;
+  for (const ObjectRef& ref : pages) {
+    const host::Page* page = store.page(host::PageId{ref.id});
+    if (!page) throw Refused{caller, "a page that is gone", "the object is gone"};
+    document = store.document(page->document);
+    what = pages.size() == 1 ? "page " + page->name : document->name;
+  }
+  if (!equalIgnoringCase(std::string_view(file).substr(std::min(file.size(), file.size() - 4)), ".svg")) {
+    throw Refused{caller, what, "\"" + file + "\" is no picture that can be written; end its name with .svg"};
+  }
+  if (!document) throw Refused{caller, what, "there is no page to draw"};
+  render::SceneOptions look;
+  look.themes = themesOf(*document);
+  const std::string bytes = render::writeSvg(render::buildScene(store, host::PageId{pages.front().id}, look));
+  const std::string wrong = formats::replaceFile(file, bytes);
+  if (!wrong.empty()) throw Refused{caller, what, file + " " + wrong};
+}
+
+py::list ScriptHost::asked() const {
+  using Kind = HeadlessPlatform::Asked::Kind;
+  py::list all;
+  for (const HeadlessPlatform::Asked& asked : session_->platform().asked) {
+    const char* kind = asked.kind == Kind::Form         ? "form"
+                       : asked.kind == Kind::Message    ? "message"
+                       : asked.kind == Kind::FileDialog ? "file"
+                                                        : "open";
+    all.append(py::make_tuple(kind, textToPython(asked.text)));
+  }
+  return all;
+}
+
+void ScriptHost::settle() {
+  if (pending_) {
+    if (depth_ == 0) unanswered_.clear();
+    std::rethrow_exception(std::exchange(pending_, nullptr));
+  }
+  if (depth_ == 0 && !unanswered_.empty()) throw UnansweredTexts{std::exchange(unanswered_, {})};
+}
+
+void ScriptHost::answerForm(Form& form) {
+  const auto open = std::make_shared<OpenForm>(form, *this);
+  runHandler([&](const py::object& application) { application.attr("_answer_form")(FormAccess(open)); });
+  open->form = nullptr;
+  if (pending_) return;
+  if (form.isOpen() && answers_ == Answers::Defaults) acceptForm(form);
+  if (form.isOpen() && !pending_)
+    unanswered_.push_back("The form " + form.name() + " (" + form.caption() + ") was closed, for nobody answered it.");
+}
+
+MessageAnswer ScriptHost::answerMessage(const MessageBox& box) {
+  Maybe<MessageAnswer> answer;
+  runHandler([&](const py::object& application) {
+    const py::object given = application.attr("_answer_message")(textToPython(box.text), textToPython(box.title),
+                                                                 nameOf(box.buttons), nameOf(box.icon));
+    if (!given.is_none()) answer = answerFrom(given, box);
+  });
+  if (answer) return *answer;
+  if (!pending_ && answers_ == Answers::Defaults) return answersOf(box.buttons).front();
+  const MessageAnswer careful = mostCarefulAnswer(box.buttons);
+  if (!pending_) unanswered_.push_back(box.text + " [" + nameOf(careful) + ", for nobody answered]");
+  return careful;
+}
+
+Maybe<std::string> ScriptHost::answerFileDialog(const FileDialog& dialog) {
+  Maybe<std::string> chosen;
+  bool answered = false;
+  runHandler([&](const py::object& application) {
+    const py::object given = application.attr("_answer_file_dialog")(
+        textToPython(dialog.title), textToPython(dialog.filter), textToPython(dialog.startFolder));
+    // None: the script has no handler. An empty text: its handler cancels.
+    answered = !given.is_none();
+    if (const std::string file = answered ? py::str(given) : py::str(); !file.empty()) chosen = file;
+  });
+  if (!answered && !pending_)
+    unanswered_.push_back("The file dialog \"" + dialog.title + "\" was cancelled, for nobody answered it.");
+  return chosen;
+}
+
+}  // namespace quorvel::python

@@ -1,0 +1,160 @@
+// One session as a script holds it: calls that raise, dialogs and events that reach the script, and exceptions that
+// find their way back through the host.
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+#include <bitset>
+#include <exception>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "script_events.h"
+#include "session/session.h"
+
+namespace quorvel::python {
+
+namespace py = pybind11;
+
+/// A refused call on its way to the script, where it becomes a HostError.
+struct Refused {
+  std::string call, object, reason;
+};
+
+/// What nobody answered, at the end of the outermost call.
+struct UnansweredTexts {
+  std::vector<std::string> texts;
+};
+
+/// Who answers what the script does not.
+enum class Answers {
+  Nobody,    ///< forms are closed, questions get their most careful answer, and the script hears of it
+  Defaults,  ///< forms are accepted as they open, questions get Yes
+};
+
+/// All calls come from one thread at a time, which holds the interpreter's lock.
+///
+/// The script's Application object owns this one and is known here by a weak reference only: its handlers would
+/// otherwise close a circle that the interpreter's collector can't see. Every handle of a script holds the Application.
+class ScriptHost {
+ public:
+  ScriptHost(const py::object& application, SessionOptions options, Answers answers);
+  ~ScriptHost();
+  ScriptHost(const ScriptHost&) = delete;
+  ScriptHost& operator=(const ScriptHost&) = delete;
+
+  // The three calls of Backend for a script: a refusal is thrown as Refused.
+  py::object get(const ObjectRef& object, int member, const py::tuple& arguments);
+  void put(const ObjectRef& object, int member, const py::tuple& indices, const py::object& value);
+  py::object call(const ObjectRef& object, int member, const py::tuple& arguments);
+
+  /// Shows the page in the window of its document and makes that the active one.
+  void activatePage(const ObjectRef& page);
+  void activateApplication();
+  void mouseDown(int button, int shift, double x, double y);
+  /// Draws pages into one file, whose ending says the format.
+  void exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller);
+
+  /// From now on the script is told of the event, or no longer.
+  void listen(ScriptEvent event, bool on) { listening_.set(static_cast<std::size_t>(event), on); }
+  bool hears(ScriptEvent event) const { return listening_.test(static_cast<std::size_t>(event)) && !pending_; }
+  template <class... Values>
+  void tell(ScriptEvent event, const Values&... values) {
+    runHandler([&](const py::object& application) { application.attr("_tell")(static_cast<int>(event), values...); });
+  }
+
+  /// What a person would have been shown, as pairs of kind and text.
+  py::list asked() const;
+  const std::string& installFolder() const { return session_->installFolder(); }
+
+  /// Runs what may reach handlers of the script. Throws what one of them threw meanwhile, and at the end of the
+  /// outermost call tells of what nobody answered.
+  template <class Act>
+  auto enter(Act act);
+
+ private:
+  class Depth;
+  void settle();
+  /// Nothing when the script is gone or has thrown already: it is as if the exception had left the call at once.
+  template <class Handle>
+  bool runHandler(Handle handle);
+  void answerForm(Form& form);
+  MessageAnswer answerMessage(const MessageBox& box);
+  Maybe<std::string> answerFileDialog(const FileDialog& dialog);
+  [[noreturn]] void refuse(Member member) const;
+  void showPageOf(const ObjectRef& page);
+
+  py::weakref application_;
+  Answers answers_;
+  int depth_ = 0;
+  std::thread::id thread_;
+  std::exception_ptr pending_;
+  std::vector<std::string> unanswered_;
+  std::bitset<scriptEventCount> listening_;
+  ScriptEvents events_{*this};
+  std::unique_ptr<Session> session_;
+};
+
+/// Counts calls inside calls.
+class ScriptHost::Depth {
+ public:
+  explicit Depth(ScriptHost& host) : host_(host) {
+    if (host_.depth_ > 0 && host_.thread_ != std::this_thread::get_id())
+      throw Refused{"Application", "the application", "another thread is inside a call"};
+    host_.thread_ = std::this_thread::get_id();
+    ++host_.depth_;
+  }
+  ~Depth() { --host_.depth_; }
+  Depth(const Depth&) = delete;
+  Depth& operator=(const Depth&) = delete;
+
+ private:
+  ScriptHost& host_;
+};
+
+template <class Act>
+auto ScriptHost::enter(Act act) {
+  std::exception_ptr refused;
+  // What handlers threw, and what nobody answered, comes before the refusal that may follow from it.
+  const auto settleFirst = [&] {
+    settle();
+    if (refused) std::rethrow_exception(refused);
+  };
+  if constexpr (std::is_void_v<decltype(act())>) {
+    try {
+      const Depth depth(*this);
+      act();
+    } catch (...) {
+      refused = std::current_exception();
+    }
+    settleFirst();
+  } else {
+    decltype(act()) result{};
+    try {
+      const Depth depth(*this);
+      result = act();
+    } catch (...) {
+      refused = std::current_exception();
+    }
+    settleFirst();
+    return result;
+  }
+}
+
+template <class Handle>
+bool ScriptHost::runHandler(Handle handle) {
+  if (pending_) return false;
+  try {
+    const py::object application = application_();
+    if (application.is_none()) return false;
+    handle(application);
+    return true;
+  } catch (...) {
+    pending_ = std::current_exception();
+    return false;
+  }
+}
+
+}  // namespace quorvel::python

@@ -1,0 +1,207 @@
+"""Events that scripts hear, and exceptions that travel through the host."""
+
+import gc
+import threading
+import weakref
+
+import pytest
+from conftest import normal_form, number
+
+import quorvel
+
+
+def test_handlers_hear_what_happens(maps):
+    page = maps.new_map("AB Order entry")
+    app, heard = maps.app, []
+    app.OnShapeAdded = lambda shape: heard.append(("added", shape.Name))
+    app.OnBeforeShapeDelete = lambda shape: heard.append(("going", shape.Name))
+    app.OnMarkerEvent = lambda number, context: heard.append(("marker", context))
+    app.OnMouseDown = lambda *mouse: heard.append(("mouse", *mouse))
+    app.OnAppActivated = lambda who: heard.append(("activated", who is app))
+    app.OnBeforeShapeTextEdit = app.OnShapeExitedTextEdit = lambda shape: heard.append(("text", shape.Text))
+    app.OnTextChanged = lambda shape: heard.append(("changed", shape.Text))
+    app.OnEnterScope = lambda number, name: heard.append(("scope", name))
+    task = maps.drop_task(page)
+    assert ("added", "AB01") in heard, "the add-in hears of it first"
+    heard.clear()
+    task.Delete()
+    app.QueueMarkerEvent("/soln=Quorvel.Quorvel /cmd=9")
+    app.MouseDown(1, x=2)
+    app.Activate()
+    title = page.Shapes(3)
+    title.BeginTextEdit()
+    title.EndTextEdit("Orders")
+    app.DoCmd(1312)
+    assert heard == [
+        ("going", "AB01"),
+        ("marker", "/soln=Quorvel.Quorvel /cmd=9"),
+        ("mouse", 1, 0, 2.0, 0.0),
+        ("activated", True),
+        ("text", "Page Title"),
+        ("changed", "Orders"),
+        ("text", "Orders"),
+        ("scope", "Shape Data"),
+    ]
+    app.OnMouseDown = None
+    app.MouseDown(1)
+    assert len(heard) == 8 and app.OnMouseDown is None
+
+
+def test_windows_and_pages_are_activated(maps):
+    first = maps.new_map("AB Order entry")
+    other = maps.app.Documents.Add()
+    heard = []
+    maps.app.OnWindowActivated = lambda window: heard.append(window.Page.Name)
+    first.Activate()
+    assert (maps.app.ActiveDocument, maps.app.ActivePage, heard) == (maps.doc, first, ["AB Order entry"])
+    other.Pages(1).Activate()
+    maps.drop_task(first)
+    assert maps.app.ActivePage == first and heard == ["AB Order entry", "Page-1", "AB Order entry"]
+    with pytest.raises(quorvel.HostError, match="no window"):
+        maps.stencil.Pages(1).Activate()
+
+
+class Mistake(Exception):
+    pass
+
+
+def fail(*_):
+    raise Mistake("in a handler")
+
+
+@pytest.mark.parametrize("handler", ["OnForm", "OnShapeAdded", "OnCellChanged", "OnSelectionChanged", "OnEnterScope"])
+def test_what_a_handler_throws_comes_out_of_the_call_and_the_host_is_sound(maps, handler):
+    page = maps.new_map("AB Order entry")
+    maps.drop_task(page)
+    page = maps.doc.Pages.Add()
+    before, undone = normal_form(maps.doc), None
+    kept = getattr(maps.app, handler)
+    setattr(maps.app, handler, fail)
+    with pytest.raises(Mistake) as thrown:
+        with maps.app.UndoScope("Whatever"):
+            maps.drop_task(page)
+            page.DrawRectangle(1, 1, 2, 2).Cells("PinX").FormulaForce = "3 in"
+    assert thrown.traceback[-1].name == "fail"
+    setattr(maps.app, handler, kept)
+    if handler != "OnEnterScope":
+        assert normal_form(maps.doc) == before, "the scope was rolled back"
+        task = maps.drop_task(page)
+        maps.app.Undo()
+        with pytest.raises(quorvel.HostError):
+            task.Name
+        assert normal_form(maps.doc) == before
+    assert undone is None
+
+
+def test_a_handler_that_catches_what_its_own_call_threw_goes_on(maps):
+    page = maps.new_map("AB Order entry")
+    caught = []
+
+    def answer(form):
+        form["txtTaskIdLetters"].Text = ""
+        try:
+            form["BtnOK"].Click()
+        except Mistake as mistake:
+            caught.append(mistake)
+        form["txtTaskIdLetters"].Text = "C"
+        form["BtnOK"].Click()
+
+    maps.app.OnForm, maps.app.OnMessage = answer, fail
+    assert maps.drop_task(page).Name.startswith("C") and len(caught) == 1
+
+
+def test_after_a_throw_no_handler_runs_until_the_call_is_over(maps):
+    page = maps.new_map("AB Order entry")
+    heard = []
+
+    def throw_once(shape):
+        raise Mistake
+
+    maps.app.OnShapeAdded = throw_once
+    maps.app.OnExitScope = lambda *scope: heard.append(scope)
+    with pytest.raises(Mistake):
+        page.DrawRectangle(1, 1, 2, 2)
+    assert heard == []
+    maps.app.OnShapeAdded = None
+    page.DrawRectangle(1, 1, 2, 2)
+
+
+def test_an_endless_exchange_ends(maps):
+    shape = maps.new_map().DrawRectangle(1, 1, 2, 2)
+    cell = shape.Cells("PinX")
+    depth = []
+
+    def write_again(changed):
+        depth.append(1)
+        cell.ResultForce["in"] = len(depth)
+
+    maps.app.OnCellChanged = write_again
+    with pytest.raises((quorvel.HostError, RecursionError)):
+        cell.ResultForce["in"] = 50
+    assert 10 < len(depth) <= 201
+    maps.app.OnCellChanged = None
+    cell.ResultForce["in"] = 2
+    assert number(shape, "PinX") == 2
+
+
+def test_a_handler_may_close_the_document_at_hand(maps):
+    page = maps.new_map("AB Order entry")
+    maps.app.OnShapeAdded = lambda shape: shape.Document.Close()
+    assert page.DrawRectangle(1, 1, 2, 2) is None
+    with pytest.raises(quorvel.HostError):
+        page.Name
+
+
+def test_another_thread_may_call_between_calls_but_not_inside_one(maps):
+    page = maps.new_map("AB Order entry")
+    found = []
+
+    def read():
+        try:
+            found.append(page.Name)
+        except quorvel.HostError as error:
+            found.append(error.reason)
+
+    def in_thread(*_):
+        thread = threading.Thread(target=read)
+        thread.start()
+        thread.join()
+
+    in_thread()
+    maps.app.OnShapeAdded = in_thread
+    page.DrawRectangle(1, 1, 2, 2)
+    assert found == ["AB Order entry", "another thread is inside a call"]
+
+
+def test_handles_go_in_any_order_and_nothing_stays(tmp_path):
+    def session():
+        app = quorvel.Application(profile=tmp_path, answers="defaults")
+        doc = app.Documents.Add(quorvel.template_path())
+        page = doc.Pages(1)
+        task = page.Drop(app.Documents.Open(quorvel.stencil_path()).Masters("Task"), 3, 6)
+        # A circle: the handler holds the page, which holds the application, which holds the handler.
+        app.OnShapeAdded = lambda shape, page=page: page.Name
+        return [app, doc, page, page.Shapes, task, task.Cells("PinX"), app.ActiveWindow.Selection]
+
+    size = len(session())
+    for kept in range(size):
+        handles = session()
+        app = weakref.ref(handles[0])
+        last = handles[kept]
+        del handles
+        gc.collect()
+        assert last.Application.Documents.Count == 2, "one handle keeps its application"
+        last.Application.Documents(1).Pages(1).DrawRectangle(1, 1, 2, 2)
+        del last
+        gc.collect()
+        assert app() is None
+    # An application that dies inside its own handler's exception, and one in the middle of many.
+    many = [session() for _ in range(5)]
+    for handles in many:
+        handles[0].OnShapeAdded = fail
+        with pytest.raises(Mistake):
+            handles[2].DrawRectangle(1, 1, 2, 2)
+    many.reverse()
+    many[1].clear()
+    gc.collect()
+    assert many[0][2].Name == "Page-1"
