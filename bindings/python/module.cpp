@@ -83,7 +83,10 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("mouse_down", &ScriptHost::mouseDown)
       .def("export_pages", &ScriptHost::exportPages)
       .def("listen", [](ScriptHost& host, int event, bool on) { host.listen(static_cast<ScriptEvent>(event), on); })
-      .def("asked", &ScriptHost::asked);
+      .def("asked", &ScriptHost::asked)
+      .def("ask", [](ScriptHost& host, const std::string& text,
+                     int buttons) { return host.ask(text, static_cast<MessageButtons>(buttons)); })
+      .def("choose_file", &ScriptHost::chooseFile);
 
   py::class_<FormAccess>(module, "FormAccess")
       .def_property_readonly("name", &FormAccess::name)

@@ -174,6 +174,23 @@ void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::str
   if (!wrong.empty()) throw Refused{caller, what, file + " " + wrong};
 }
 
+std::string ScriptHost::ask(const std::string& text, MessageButtons buttons) {
+  return enter([&] {
+    MessageBox box;
+    box.text = text;
+    box.buttons = buttons;
+    return std::string(nameOf(session_->platform().showMessage(box)));
+  });
+}
+
+py::object ScriptHost::chooseFile(const std::string& title) {
+  return enter([&]() -> py::object {
+    const Maybe<std::string> file = session_->platform().chooseFile({title, {}, {}});
+    if (!file) return py::none();
+    return textToPython(*file);
+  });
+}
+
 py::list ScriptHost::asked() const {
   using Kind = HeadlessPlatform::Asked::Kind;
   py::list all;

@@ -57,6 +57,10 @@ class ScriptHost {
   /// Draws pages into one file, whose ending says the format.
   void exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller);
 
+  // Asking as the add-in does, so that a script's answers can be tried without the occasion.
+  std::string ask(const std::string& text, MessageButtons buttons);
+  py::object chooseFile(const std::string& title);
+
   /// From now on the script is told of the event, or no longer.
   void listen(ScriptEvent event, bool on) { listening_.set(static_cast<std::size_t>(event), on); }
   bool hears(ScriptEvent event) const { return listening_.test(static_cast<std::size_t>(event)) && !pending_; }

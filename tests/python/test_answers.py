@@ -26,29 +26,48 @@ def test_what_nobody_answers_is_closed_and_told(maps):
     assert maps.drop_task(page).Name == "AB01"
 
 
-def test_a_question_that_nobody_answers_gets_no(maps):
+OK, YES_NO, YES_NO_CANCEL, OK_CANCEL = range(4)
+
+
+def test_questions(app):
+    for buttons, careful in ((OK, "OK"), (YES_NO, "No"), (YES_NO_CANCEL, "Cancel"), (OK_CANCEL, "Cancel")):
+        with pytest.raises(quorvel.Unanswered, match=rf"Renumber\? \[{careful}, for nobody answered\]"):
+            app._host.ask("Renumber?", buttons)
+    heard = []
+    app.OnMessage = lambda *box: heard.append(box) or "yes"
+    assert app._host.ask("Renumber?", YES_NO) == "Yes"
+    assert heard == [("Renumber?", "Quorvel", "YesNo", "")]
+    for answer, error in (("Cancel", ValueError), ("Maybe", ValueError), (None, quorvel.Unanswered)):
+        app.OnMessage = lambda *box: answer
+        with pytest.raises(error):
+            app._host.ask("Renumber?", YES_NO)
+    assert [asked.kind for asked in app.Asked] == ["message"] * 8
+
+
+def test_files(app, tmp_path):
+    with pytest.raises(quorvel.Unanswered, match="Pick a list"):
+        app._host.choose_file("Pick a list")
+    app.OnFileDialog = lambda title, filter, folder: tmp_path / title
+    assert app._host.choose_file("roles.txt") == str(tmp_path / "roles.txt")
+    app.OnFileDialog = lambda *dialog: None
+    assert app._host.choose_file("Pick a list") is None
+
+
+def test_what_is_not_answered_inside_a_call_is_told_at_its_end(maps):
     page = maps.new_map("AB Order entry")
+    answers = []
 
-    def letters_missing(form):
-        form["txtTaskIdLetters"].Text = ""
+    def ask_twice(form):
+        answers.append(maps.app._host.ask("First?", YES_NO))
+        answers.append(maps.app._host.ask("Second?", OK_CANCEL))
         form["BtnOK"].Click()
-        form.Close()
 
-    maps.app.OnForm = letters_missing
+    maps.app.OnForm = ask_twice
     with pytest.raises(quorvel.Unanswered) as unanswered:
         maps.drop_task(page)
-    asked = [asked.text for asked in maps.app.Asked if asked.kind == "message"]
-    assert asked and asked[0] in str(unanswered.value)
-    heard = []
-    maps.app.OnMessage = lambda *box: heard.append(box) or "ok"
-    maps.drop_task(page)
-    assert heard[0] == (asked[0], "Quorvel", heard[0][2], heard[0][3])
-    maps.app.OnMessage = lambda *box: "Maybe"
-    with pytest.raises(ValueError, match="Maybe"):
-        maps.drop_task(page)
-    maps.app.OnMessage = lambda *box: None
-    with pytest.raises(quorvel.Unanswered):
-        maps.drop_task(page)
+    assert answers == ["No", "Cancel"]
+    assert [text.split("?")[0] for text in unanswered.value.texts] == ["First", "Second"]
+    assert "AB01" in page.Shapes, "the form itself was answered"
 
 
 def test_defaults_accept_every_form_as_it_opens(tmp_path):
@@ -59,6 +78,11 @@ def test_defaults_accept_every_form_as_it_opens(tmp_path):
     page.Name = "AB Order entry"
     assert page.Drop(masters("Task"), 3, 6).Name == "AB01"
     assert [asked.text for asked in app.Asked] == ["frmTaskIdSuggestion"]
+    assert [app._host.ask("?", buttons) for buttons in (OK, YES_NO, YES_NO_CANCEL, OK_CANCEL)] == ["OK", "Yes", "Yes", "OK"]
+    with pytest.raises(quorvel.Unanswered):
+        app._host.choose_file("Which?")  # nobody can guess a file
+    app.OnMessage = lambda *box: "No"
+    assert app._host.ask("?", YES_NO) == "No", "a handler comes first"
 
 
 def test_controls_take_what_a_user_does(maps):

@@ -40,6 +40,10 @@ class Host:
         """Whether _tell is called for the event."""
     def asked(self) -> list[tuple[str, str]]:
         """Kind and text of what was asked."""
+    def ask(self, text: str, buttons: int) -> str:
+        """Asks as the add-in does: buttons 0 OK, 1 Yes and No, 2 Yes, No and Cancel, 3 OK and Cancel."""
+    def choose_file(self, title: str) -> str | None:
+        """Asks for a file as the add-in does."""
 
 class FormAccess:
     """An open form."""

@@ -171,7 +171,8 @@ bool InMemoryHost::putDocument(DocumentId id, Member member, Arguments indices, 
   }
   if (member == Member::Document_Protection && number) {
     const Maybe<std::string_view> password = textAt(indices, 0);
-    if (!document.protectionPassword.empty() && password != std::string_view(document.protectionPassword)) {
+    // A missing password equals none, and differs from none either.
+    if (!document.protectionPassword.empty() && !(password == std::string_view(document.protectionPassword))) {
       refuse("the password is wrong");
       return false;
     }
