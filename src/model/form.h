@@ -96,8 +96,8 @@ class Control {
   bool pressKey(int key);
   /// A key that edits nothing and raises no key-press, such as Delete in a list.
   bool keyDown(int keyCode);
-  /// Gives this control the focus; the one that had it loses it first. When the lost-focus handler of that one sends the
-  /// focus elsewhere, it ends there, and this control neither gets nor loses it; a click goes on all the same.
+  /// Gives this control the focus; the one that had it loses it first. When the lost-focus handler of that one sends
+  /// the focus elsewhere, it ends there, and this control neither gets nor loses it; a click goes on all the same.
   bool focus();
   /// Focuses, then replaces the text as if typed over, without going through the key filter. What goes beyond
   /// `maxLength` is cut off, as a box takes no more keys.
@@ -163,8 +163,8 @@ class Form {
   void close();
 
   Control* focused() const { return focused_; }
-  /// Told of every change of caption, text, state, rows or visibility while a toolkit shows the form, and of the control
-  /// to which a handler has sent the focus; null for none.
+  /// Told of every change of caption, text, state, rows or visibility while a toolkit shows the form, and of the
+  /// control to which a handler has sent the focus; null for none.
   std::function<void(const Control*)> observer;
 
  protected:

@@ -150,7 +150,7 @@ TEST_F(Options, AFrequencyOfOnesOwnComesIsUsedAndGoes) {
   set(other, "Prop.Frequency_Of_Occurrence", "Twice a day");
   EXPECT_EQ(band(other), "TD");
 
-  // A confirmed abbreviation reaches its Tasks; a description that was changed in place does not.
+  // A confirmed abbreviation reaches its Tasks.
   answers = {MessageAnswer::Yes};
   options([&](Form& form) {
     type(form, "Text2(14)", "2D");
@@ -165,7 +165,6 @@ TEST_F(Options, AFrequencyOfOnesOwnComesIsUsedAndGoes) {
     type(form, "Text3(0)", "");
     click(form, "btnApplyAndClose");
   });
-  // "FM:" does not begin with "FM" and something else than a joint, so both questions are put.
   EXPECT_EQ(messages, (Texts{"This frequency is in use . Are you sure you want to change it in all tasks? ",
                              "This frequency is in use. Are you sure you want to change it in all tasks??"}));
   EXPECT_EQ(documentText("User.FreqSuggestions"), system + ";Twice a day");

@@ -87,6 +87,22 @@ TEST_F(Times, FrequencyAndTimeAreJoined) {
   EXPECT_EQ(text(task, "Prop.Frequency_Partial"), "N2");
 }
 
+TEST(TimesOnAnOlderHost, AChosenEntryIsLeftAsTheHostStoresIt) {
+  for (const char* version : {"12.0", "11.0"}) {
+    SessionOptions options;
+    options.installFolder = QUORVEL_SOURCE_FOLDER "/data";
+    options.configurationFolder = testing::TempDir() + "quorvel-stories";
+    options.version = version;
+    Session session(options);
+    const Shape shape = session.app().Documents().Add("").Pages().Item(1).DrawRectangle(1, 1, 2, 2);
+    shape.AddNamedRow(visio::sectionProp, "Time_Units", 0);
+    shape.Cells("Prop.Time_Units.Format").FormulaForce("\"Seconds;Minutes\"");
+    shape.Cells("Prop.Time_Units").FormulaForce("INDEX(1,Prop.Time_Units.Format)");
+    const bool storesText = options.version == "12.0";
+    EXPECT_EQ(shape.Cells("Prop.Time_Units").Formula(), storesText ? "\"Minutes\"" : "INDEX(1,Prop.Time_Units.Format)");
+  }
+}
+
 /// Shapes that come from a drawing with other abbreviations still show those when they arrive.
 class ForeignUnits : public Times {
  protected:
