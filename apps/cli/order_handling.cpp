@@ -8,7 +8,7 @@ namespace {
 // drawings end above the logo and the legend. A branch stands further right than what it leaves, so that its bend
 // passes beside the text of the straight link; its link is dropped first, so that this text lies over it.
 constexpr double first = 1.4, second = 4.1, third = 6.8, fourth = 9.5, branchThird = 7.55, branchFourth = 9.75;
-constexpr double upper = 6.35, lower = 3.55;
+constexpr double upper = 6.35, lower = 3.2;
 
 const std::string sales = "Sales Representative", credit = "Credit Controller", finance = "Finance Manager",
                   accounts = "Accounts Clerk", warehouse = "Warehouse Clerk", packer = "Packer",

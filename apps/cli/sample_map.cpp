@@ -5,7 +5,6 @@
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "cli/open_drawing.h"
-#include "links/task_link_description.h"
 
 namespace quorvel::cli {
 namespace {
@@ -13,16 +12,9 @@ namespace {
 constexpr const char *leftPoint = "Connections.X1", *rightPoint = "Connections.X2";
 constexpr int subTaskBox = 3;
 
-/// The letters that a cell's duration has for a unit of Time Units.
-std::string durationFormula(double time, const std::string& units) {
-  static const std::map<std::string, std::string> letters{
-      {"Seconds", "es"}, {"Minutes", "em"}, {"Hours", "eh"}, {"Days", "ed"}, {"Weeks", "ew"}};
-  return shortestNumber(time) + " " + letters.at(units) + ".";
-}
-
 class SampleMaker {
  public:
-  SampleMaker(Session& session, Document map) : session_(session), app_(session.app()), map_(map) {}
+  SampleMaker(Application app, Document map) : app_(app), map_(map) {}
 
   bool make() {
     // The pages come first: drops on one lead to Tasks on another.
@@ -72,8 +64,7 @@ class SampleMaker {
     for (std::size_t n = 0; n < task.supporting.size(); ++n)
       write(shape, "Prop.SupportingRole_" + std::to_string(n + 1), task.supporting[n]);
     write(shape, "Prop.Time_Units", task.timeUnits);
-    need(shape.Cells("Prop.Task_Completion_Time").SetFormula(durationFormula(task.time, task.timeUnits)),
-         "enter a time");
+    need(shape.Cells("Prop.Task_Completion_Time").SetFormula(shortestNumber(task.time)), "enter a time");
     write(shape, "Prop.Frequency_Of_Occurrence", task.frequency);
     write(shape, "Prop.Guidelines", task.guidelines);
     write(shape, "Prop.Resources", task.resources);
@@ -102,8 +93,6 @@ class SampleMaker {
     need(shape.Cells("BeginX").GlueTo(from.Cells(rightPoint)), "glue a Task Link to " + link.from);
     need(shape.Cells("EndX").GlueTo(to.Cells(leftPoint)), "glue a Task Link to " + link.to);
     write(shape, "Prop.Task_Link", link.description);
-    // The add-in composes what a link shows on its drop; after an entry it is asked to here.
-    addin::GetAddedTaskLinkDescription2(session_.addin(), shape);
   }
 
   void addTaskHyperlink(const Shape& shape, const std::string& page, const std::string& task) {
@@ -123,7 +112,6 @@ class SampleMaker {
     if (!done && failed_.empty()) failed_ = step;
   }
 
-  Session& session_;
   Application app_;
   Document map_;
   std::string failed_;
@@ -139,7 +127,7 @@ Document makeSampleMap(Session& session, std::string& error) {
   };
   const Document map = newMap(session, error);
   if (!map) return {};
-  SampleMaker maker(session, map);
+  SampleMaker maker(session.app(), map);
   if (!maker.make()) {
     error =
         "The sample map could not be made: a step failed (" + maker.failed() + "); is the template of this release?";

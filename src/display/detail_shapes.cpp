@@ -30,8 +30,11 @@ Layer detailLayerOf(const Shape& task) {
 void markDetail(const Shape& shape, const Layer& layer, std::string_view tag, std::string_view row) {
   layer.Add(shape, 1);
   shape.SetData1(std::string(marks::detail));
-  shape.SetData2(std::string(tag));
   if (!row.empty()) shape.SetData3(std::string(row));
+  // A shape without its tag would never be found again, and nobody else may delete it.
+  if (shape.SetData2(std::string(tag))) return;
+  shape.Cells("LockDelete").FormulaForce("0");
+  shape.Delete();
 }
 
 std::string cellOfTask(const Shape& task, std::string_view cell) {

@@ -50,6 +50,16 @@ void drawLine(const dsrVisioConnect& connect, const Shape& task, const Layer& la
   drawLineIcon(connect, task, line, layer, position, line.Hyperlinks().Count() > 0);
 }
 
+/// What a pair of texts adds to the heights carried, from half the sum of their heights.
+double pushedBy(double height) {
+  // Texts of one line measure less than this; they must not pull the rows up.
+  constexpr double oneLine = 0.25;
+  // Only four fifths of what is carried arrive on the drawing. Beyond four lines that would let texts run into each
+  // other, so from there on what they need is carried whole; their margins, 4 pt on each side, may lie over each other.
+  constexpr double margins = 8.0 / 72, step = 0.2, arrives = 0.8;
+  return std::max({0.0, height - oneLine, (height - margins - step) / arrives});
+}
+
 }  // namespace
 
 void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std::string_view field,
@@ -77,9 +87,7 @@ void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std:
       const double y = level - 0.2 * level;
       vertical.Cells("EndY").FormulaForce(inches(y + 0.1));
       drawLine(connect, task, layer, position, place, y);
-      // Texts of one line measure less than this; they must not pull the rows up.
-      constexpr double oneLine = 0.25;
-      carried += std::max(0.0, heights.down(position) - oneLine);
+      carried += pushedBy(heights.down(position));
     }
   }
   connect.gvsoApp.ActiveWindow().DeselectAll();

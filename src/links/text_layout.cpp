@@ -37,7 +37,10 @@ TextHeights::TextHeights(const Shape& task) : line_(task.DrawLine(0.1, 0, 0.2, 0
   heights_.fill(notMeasured);
 }
 
-TextHeights::~TextHeights() { line_.Delete(); }
+TextHeights::~TextHeights() {
+  // It bears no mark by which it could be found later, so a host that refuses is asked once more.
+  if (line_ && !line_.Delete()) line_.Delete();
+}
 
 const std::string& TextHeights::textAt(int position) const {
   return texts_[position >= 1 && position <= lastLowerField ? static_cast<std::size_t>(position) : 0];

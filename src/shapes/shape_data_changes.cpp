@@ -77,7 +77,7 @@ void lineAddressChanged(const dsrVisioConnect& connect, const Shape& line) {
   for (const Shape& member : task.Shapes().all()) {
     if (member.Data3() == mark) return;
   }
-  drawLineIcon(connect, task, line, detailLayer(task.ContainingPage(), detailLayers::visible), *position, true);
+  drawLineIcon(connect, task, line, detailLayerOf(task), *position, true);
 }
 
 struct Consequence {

@@ -42,36 +42,50 @@ class LinkText : public MapTest {
   }
 };
 
-TEST_F(LinkText, SwitchesUnitsAndTimes) {
+TEST_F(LinkText, WhatEachUnitShowsUnderEachSwitch) {
+  // 1.236 of the unit and none of it; with description and time, and with the time alone. "0,##" has a thousands
+  // separator where a decimal point is expected, so minutes, hours and days come out whole there.
   const struct {
-    int t, k, g;
-    const char *time, *units, *shown;
-  } cases[] = {
-      {1, 1, 0, "1.5em.", "Minutes", "Send form (1.5m)"},
-      {1, 1, 0, "2eh.", "Hours", "Send form (2h)"},
-      {1, 1, 0, "2eh.", "Minutes", "Send form (120m)"},
-      {1, 1, 0, "45es.", "Seconds", "Send form (45s)"},
-      {1, 1, 0, "1.125ed.", "Days", "Send form (1.125d)"},
-      {1, 1, 0, "2ew.", "Weeks", "Send form (2w)"},
-      {1, 1, 0, "0em.", "Minutes", "Send form (0m)"},
-      {1, 1, 1, "0em.", "Minutes", "Send form"},
-      {1, 1, 2, "0em.", "Minutes", "Send form"},
-      {1, 1, 1, "3em.", "Minutes", "Send form (3m)"},
-      {1, 1, 2, "3em.", "Minutes", "Send form (3m)"},
-      {1, 0, 0, "3em.", "Minutes", "Send form"},
-      {1, 0, 0, "3eh.", "Hours", "Send form"},
-      {0, 0, 0, "3em.", "Minutes", ""},
-      {0, 1, 0, "45es.", "Seconds", " (45s)"},
-      // The comma that stands where a point is expected is a thousands separator.
-      {0, 1, 0, "1.5em.", "Minutes", " (2m)"},
-      {0, 1, 1, "1.5em.", "Minutes", " (1.5m)"},
-      {0, 1, 1, "0em.", "Minutes", ""},
+    const char *units, *letters, *abbreviation, *both, *timeOnly, *timeOnlyAboveZero;
+  } units[] = {
+      {"Seconds", "es", "s", "1.24", "1.24", "1.24"},  {"Minutes", "em", "m", "1.24", "1", "1.24"},
+      {"Hours", "eh", "h", "1.24", "1", "1.24"},       {"Days", "ed", "d", "1.236", "1", "1.24"},
+      {"Weeks", "ew", "w", "1.236", "1.236", "1.236"},
   };
-  for (const auto& c : cases) {
-    setSwitches(c.t, c.k, c.g);
-    setTime(c.time, c.units);
-    EXPECT_EQ(shown(), c.shown) << c.t << c.k << c.g << " " << c.time << " " << c.units;
+  const std::string description = "Send form";
+  for (const auto& unit : units) {
+    const auto time = [&](const std::string& number) { return " (" + number + unit.abbreviation + ")"; };
+    for (const bool isZero : {false, true}) {
+      setTime((isZero ? "0" : "1.236") + std::string(unit.letters) + ".", unit.units);
+      for (const int g : {0, 1, 2}) {
+        SCOPED_TRACE(std::string(unit.units) + (isZero ? " none" : "") + ", G " + std::to_string(g));
+        const bool hidesZero = isZero && g != 0;
+        const std::string both = time(isZero ? "0" : unit.both);
+        const std::string alone = time(isZero ? "0" : g == 0 ? unit.timeOnly : unit.timeOnlyAboveZero);
+        setSwitches(1, 1, g);
+        EXPECT_EQ(shown(), hidesZero ? description : description + both);
+        setSwitches(0, 1, g);
+        EXPECT_EQ(shown(), hidesZero ? "" : alone);
+        setSwitches(1, 0, g);
+        EXPECT_EQ(shown(), description);
+        setSwitches(0, 0, g);
+        EXPECT_EQ(shown(), "");
+      }
+    }
   }
+  // The unit of the time need not be the one that is shown.
+  setSwitches(1, 1, 0);
+  setTime("2eh.", "Minutes");
+  EXPECT_EQ(shown(), "Send form (120m)");
+}
+
+TEST_F(LinkText, AnEntryShowsAtOnce) {
+  link.Cells("User.TaskLink_Visible").SetResult(0, 1.0);
+  link.Cells("Prop.Task_Link").SetFormula("\"Boss's OK\"");
+  link.Cells("Prop.Time_Between_Tasks").SetFormula("4");
+  EXPECT_EQ(link.Text(), "Boss's OK (4m)");
+  link.Cells("Prop.Task_Link").SetFormula("\"Approved\"");
+  EXPECT_EQ(link.Text(), "Approved (4m)");
 }
 
 TEST_F(LinkText, ADescriptionShowsAsItIs) {

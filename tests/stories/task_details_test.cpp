@@ -1,93 +1,264 @@
 // What a Task shows around itself: drawn from its cells, drawn anew at each change, and gone without leftovers.
+#include "display/task_details.h"
+
 #include <gtest/gtest.h>
 
-#include <map>
 #include <random>
 #include <set>
 
-#include "stories/map_fixture.h"
+#include "commands/task_display.h"
+#include "commands/task_display_options.h"
+#include "host/store_dump.h"
+#include "links/text_layout.h"
+#include "stories/details_fixture.h"
 
 namespace quorvel {
 namespace {
 
-class TaskDetails : public MapTest {
- protected:
-  Page page;
-  Shape task;
-  void SetUp() override {
-    MapTest::SetUp();
-    page = newMap("AB Order entry");
-    task = dropTask(page);
-    ASSERT_TRUE(task) << lastRefusal();
-  }
+class TaskDetails : public DetailsTest {};
 
-  void write(const std::string& cell, const std::string& value) { write(task, cell, value); }
-  void write(const Shape& shape, const std::string& cell, const std::string& value) {
-    EXPECT_TRUE(shape.Cells(cell).SetFormula("\"" + value + "\"")) << cell << ": " << lastRefusal();
-  }
-
-  /// Detail shapes from the top down, each as its row and its text; icons as "icon", those with a link as "link icon".
-  std::vector<std::string> column() const { return columnOf(task); }
-  static std::vector<std::string> columnOf(const Shape& task) {
-    std::multimap<double, std::string> byHeight;
-    for (const Shape& member : task.Shapes().all()) {
-      const std::string row = member.Data3().or_({});
-      if (member.Data1() != "Pline" || row.empty() || row.starts_with("Pic") || row == "Responsible_Role") continue;
-      byHeight.emplace(-number(member, "PinY"), row + ": " + member.Text().or_("(none)"));
-    }
-    std::vector<std::string> rows;
-    for (const auto& [height, text] : byHeight) rows.push_back(text);
-    return rows;
-  }
-  Shape line(const std::string& row) const {
-    for (const Shape& member : task.Shapes().all()) {
-      if (member.Data3() == row) return member;
-    }
-    return {};
-  }
-  Shape tagged(const std::string& tag) const {
-    for (const Shape& member : task.Shapes().all()) {
-      if (member.Data2() == tag) return member;
-    }
-    return {};
-  }
-  int countTagged(const std::string& tag) const {
-    int count = 0;
-    for (const Shape& member : task.Shapes().all()) count += member.Data2() == tag;
-    return count;
-  }
-  static void addLink(const Shape& shape, const std::string& address, const std::string& description) {
-    const Hyperlink link = shape.AddHyperlink();
-    EXPECT_TRUE(link.SetDescription(description));
-    EXPECT_TRUE(link.SetAddress(address));
-  }
-  static std::string linksOf(const Shape& shape) {
-    std::string links;
-    for (const Hyperlink& link : shape.Hyperlinks().all())
-      links += link.Description().or_("?") + "=" + link.Address().or_("?") + " ";
-    return links;
-  }
-};
-
-TEST_F(TaskDetails, AppearWhereTheyBelong) {
-  write("Prop.Responsible_Role", "Clerk");
-  write("Prop.Guidelines", "Ask first; Write down ;Sign");
-  write("Prop.Resources", "Order form");
+TEST_F(TaskDetails, HangBelowTheTaskInOrder) {
   write("Prop.SupportingRole_2", "Manager");
+  write("Prop.Resources", "Order form");
+  write("Prop.Guidelines", "Ask first; Write down ;Sign");
+  const char* rows[] = {"controls1", "controls2", "controls3", "Resources1", "SupportingRole_2"};
   EXPECT_EQ(column(), (std::vector<std::string>{"controls1: Ask first", "controls2: Write down", "controls3: Sign",
                                                 "Resources1: Order form", "SupportingRole_2: Manager"}));
-  const char* rows[] = {"controls1", "controls2", "controls3", "Resources1", "SupportingRole_2"};
   double y = -0.48;
   for (const char* row : rows) {
     EXPECT_NEAR(number(line(row), "PinY"), y, 1e-9) << row;
     EXPECT_NEAR(number(line(std::string("Pic") + row), "PinY"), y, 1e-9) << row;
     y -= 0.2;
   }
+  EXPECT_EQ(line("controls1").Cells("BeginY").Formula(), "guard(-0.48)");
   EXPECT_NEAR(number(tagged("Vertical"), "EndY"), -1.18, 1e-9);
-  const Shape role = tagged("Responsible_Role");
-  EXPECT_EQ(role.Text(), "Clerk");
-  EXPECT_EQ(number(role, "PinY"), number(task, "Height"));
-  EXPECT_EQ(number(role, "Width"), number(task, "Width"));
+
+  // What goes leaves neither line nor icon, and the column closes up.
+  write("Prop.Guidelines", "Sign");
+  EXPECT_EQ(column(),
+            (std::vector<std::string>{"controls1: Sign", "Resources1: Order form", "SupportingRole_2: Manager"}));
+  EXPECT_NEAR(number(line("SupportingRole_2"), "PinY"), -0.88, 1e-9);
+  for (const char* row : {"controls2", "Piccontrols2", "controls3", "Piccontrols3"}) EXPECT_FALSE(line(row)) << row;
+  write("Prop.Guidelines", "");
+  write("Prop.Resources", "");
+  write("Prop.SupportingRole_2", "");
+  EXPECT_TRUE(column().empty());
+  EXPECT_EQ(number(tagged("Vertical"), "EndY"), 0) << "the one that stays";
+  EXPECT_EQ(task.Shapes().Count(), 6) << "four of the master, the cover and the vertical";
+}
+
+TEST_F(TaskDetails, RoleFrequencyAndTimeStandAtTheTaskItself) {
+  write("Prop.Responsible_Role", "Sales Representative");
+  Shape role = tagged("Responsible_Role");
+  EXPECT_EQ(textOf(role), "Sales Representative");
+  EXPECT_NEAR(number(role, "Char.Size[1]"), 8.0 / 72, 1e-9) << "20 characters";
+  write("Prop.Responsible_Role", "Sales Representatives");
+  role = tagged("Responsible_Role");
+  EXPECT_NEAR(number(role, "Char.Size[1]"), 7.0 / 72, 1e-9) << "21 characters";
+  EXPECT_EQ(role.RowType(visio::sectionFirstComponent, 2), visio::tagEllipticalArcTo);
+
+  // The role stays on the upper edge and bears the Task's look.
+  task.Cells("Width").SetFormula("2 in");
+  task.Cells("Height").SetFormula("1.4 in");
+  task.Cells("FillForegnd").SetFormula("RGB(1,2,3)");
+  EXPECT_EQ(number(role, "Width"), 2);
+  EXPECT_EQ(number(role, "PinY"), 1.4);
+  EXPECT_EQ(text(role, "FillForegnd"), text(task, "FillForegnd"));
+
+  write("Prop.Frequency_Of_Occurrence", "Weekly");
+  EXPECT_EQ(textOf(tagged("Frequency_Of_Occurrence")), "WK");
+  EXPECT_FALSE(tagged("Task_Completion_Time")) << "a time of 0 has no label";
+  task.Cells("Prop.Task_Completion_Time").SetFormula("1.5");
+  EXPECT_EQ(textOf(tagged("Frequency_Of_Occurrence")), "WK:");
+  EXPECT_EQ(textOf(tagged("Task_Completion_Time")), "1.5m");
+  write("Prop.Time_Units", "Seconds");
+  EXPECT_EQ(textOf(tagged("Task_Completion_Time")), "90s") << "another unit shows another number";
+  task.Cells("Prop.Task_Completion_Time").SetFormula("0");
+  EXPECT_FALSE(tagged("Task_Completion_Time"));
+  EXPECT_EQ(textOf(tagged("Frequency_Of_Occurrence")), "WK");
+  write("Prop.Responsible_Role", "");
+  write("Prop.Frequency_Of_Occurrence", "");
+  EXPECT_EQ(task.Shapes().Count(), 6) << "resizing brought the vertical";
+}
+
+TEST_F(TaskDetails, AListIsSpreadOverFiveRows) {
+  write("Prop.Resources", "a");
+  write("Prop.Resources", "b;; c ;d;e;f;g");
+  EXPECT_EQ(text(task, "Prop.Resources5"), "f");
+  EXPECT_EQ(text(task, "Prop.Resources"), "b;; c ;d;e;f;g") << "what the user entered stays whole";
+  EXPECT_EQ(text(task, "Prop.Resources1.Prompt"), "b");
+  EXPECT_EQ(text(task, "Prop.Resources1.Invisible"), "TRUE");
+  EXPECT_EQ(column().size(), 5u);
+  ASSERT_TRUE(task.Cells("Prop.Guidelines").SetFormula(R"("the ""green"" form;5")"));
+  EXPECT_EQ(textOf(line("controls1")), "the \"green\" form");
+  EXPECT_EQ(textOf(line("controls2")), "5") << "a text that reads as a number shows as it is";
+}
+
+TEST_F(TaskDetails, HyperlinksGoWithTheText) {
+  write("Prop.Guidelines", "One;Two;Three");
+  write("Prop.Resources", "Two");
+  addLink(line("controls2"), "two.doc", "second");
+  addLink(line("controls2"), "2.doc", "other");
+  addLink(line("controls3"), "three.doc", "third");
+  addLink(line("Resources1"), "r.doc", "resource");
+  EXPECT_TRUE(line("PicLinkedcontrols2")) << "shown at once, and once";
+  int linkIcons = 0;
+  for (const Shape& member : task.Shapes().all()) linkIcons += member.Data3() == "PicLinkedcontrols2";
+  EXPECT_EQ(linkIcons, 1);
+
+  write("Prop.Guidelines", "Three;Zero;Two;One");
+  EXPECT_EQ(links(line("controls1")), "third=three.doc");
+  EXPECT_EQ(links(line("controls2")), "");
+  EXPECT_EQ(links(line("controls3")), "second=two.doc other=2.doc");
+  EXPECT_EQ(links(line("Resources1")), "resource=r.doc");
+  EXPECT_TRUE(line("PicLinkedcontrols3"));
+  EXPECT_FALSE(line("Piccontrols3")) << "one icon for a line";
+  EXPECT_TRUE(line("Piccontrols2"));
+
+  // They outlast a time in which the line is not drawn, and a change of size.
+  task.Cells("User.controls").SetResult(0, 0.0);
+  addin::redrawAllTaskFields(session.addin(), task);
+  EXPECT_EQ(column(), (std::vector<std::string>{"Resources1: Two"}));
+  task.Cells("Width").SetFormula("2 in");
+  task.Cells("User.controls").SetResult(0, 1.0);
+  addin::redrawAllTaskFields(session.addin(), task);
+  EXPECT_EQ(links(line("controls3")), "second=two.doc other=2.doc");
+
+  // A link that the user takes away does not come back.
+  ASSERT_TRUE(line("controls1").Hyperlinks().Item(0).Delete());
+  write("Prop.Resources", "");
+  EXPECT_EQ(links(line("controls1")), "");
+  EXPECT_TRUE(line("Piccontrols1")) << "the plain icon is back";
+
+  // Of two equal texts the later one's links count for both.
+  write("Prop.Guidelines", "Same;Same");
+  addLink(line("controls1"), "first.doc", "a");
+  addLink(line("controls2"), "later.doc", "b");
+  write("Prop.Guidelines", "Same;Same;Other");
+  EXPECT_EQ(links(line("controls1")), "b=later.doc");
+}
+
+TEST_F(TaskDetails, ARolesHyperlinksGoWhenTheRoleChanges) {
+  write("Prop.SupportingRole_1", "Clerk");
+  write("Prop.SupportingRole_2", "Manager");
+  write("Prop.Responsible_Role", "Director");
+  for (const char* row : {"SupportingRole_1", "SupportingRole_2", "Responsible_Role"}) addLink(line(row), row, "x");
+  write("Prop.SupportingRole_1", "President");
+  EXPECT_EQ(links(line("SupportingRole_1")), "");
+  EXPECT_EQ(links(line("SupportingRole_2")), "x=SupportingRole_2");
+  EXPECT_TRUE(line("PicSupportingRole_1"));
+  EXPECT_TRUE(line("PicLinkedSupportingRole_2"));
+  write("Prop.Responsible_Role", "Manager");
+  EXPECT_EQ(links(line("Responsible_Role")), "x=Responsible_Role");
+  EXPECT_EQ(text(task, "User.Responsible_Role_Hyper"), ";Responsible_Role,x,,0,");
+}
+
+TEST_F(TaskDetails, LongTextsPushTheNextRowsDown) {
+  const std::string sentence = "Whoever records an order asks for the delivery address and reads it back. ";
+  std::string list;
+  for (const int times : {1, 2, 4, 6, 1}) {
+    for (int i = 0; i < times; ++i) list += sentence;
+    list += ";";
+  }
+  write("Prop.Guidelines", list);
+  write("Prop.SupportingRole_4", "Clerk");
+  ASSERT_EQ(column().size(), 6u);
+  // Neighbours keep apart by what their texts take; the margins of their blocks may lie over each other.
+  const char* rows[] = {"controls1", "controls2", "controls3", "controls4", "controls5", "SupportingRole_4"};
+  constexpr double margins = 8.0 / 72;
+  for (int i = 0; i + 1 < 6; ++i) {
+    const Shape upper = line(rows[i]), lower = line(rows[i + 1]);
+    const double needed = (number(upper, "TxtHeight") + number(lower, "TxtHeight")) / 2 - margins;
+    EXPECT_GE(number(upper, "PinY") - number(lower, "PinY"), std::max(0.2, needed) - 1e-6) << rows[i];
+  }
+  EXPECT_GT(number(line("controls4"), "TxtHeight"), 1) << "it does wrap";
+
+  // The measuring leaves nothing behind. An empty row is passed over; the last one stands for itself.
+  const Maybe<int> members = task.Shapes().Count();
+  const double last = number(line("SupportingRole_4"), "TxtHeight"), fifth = number(line("controls5"), "TxtHeight");
+  EXPECT_NEAR(addin::calcTxtdown(task, 14), last / 2, 1e-6);
+  EXPECT_NEAR(addin::calcTxtdown(task, 5), (fifth + last) / 2, 1e-6);
+  EXPECT_NEAR(addin::calcTxtUp(task, 14, 5), (fifth + last) / 2 - 0.02, 1e-6);
+  EXPECT_EQ(task.Shapes().Count(), members);
+}
+
+TEST_F(TaskDetails, OneUndoTakesBackAllThatFollowedFromOneEntry) {
+  write("Prop.Guidelines", "One;Two");
+  addLink(line("controls2"), "two.doc", "second");
+  const auto dump = [&] { return StoreDump::of(session.engine().store, host::DocumentId{map.ref().id}); };
+  const std::pair<const char*, const char*> entries[] = {
+      {"Prop.Guidelines", "\"Two;Three\""},   {"Prop.Responsible_Role", "\"Clerk\""},
+      {"Prop.Task_Completion_Time", "3"},     {"Prop.Frequency_Of_Occurrence", "\"Daily\""},
+      {"Prop.SupportingRole_3", "\"Clerk\""}, {"Width", "2 in"},
+  };
+  for (const auto& [cell, formula] : entries) {
+    const std::string before = dump();
+    ASSERT_TRUE(task.Cells(cell).SetFormula(formula)) << cell;
+    const std::string after = dump();
+    ASSERT_TRUE(app.Undo());
+    EXPECT_EQ(firstDifference(before, dump()), "") << cell;
+    ASSERT_TRUE(app.Redo());
+    EXPECT_EQ(firstDifference(after, dump()), "") << cell;
+  }
+}
+
+TEST_F(TaskDetails, StayWholeThroughAnySequenceOfChanges) {
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  const auto pick = [&](std::size_t count) { return std::uniform_int_distribution<std::size_t>(0, count - 1)(random); };
+  const std::vector<std::string> lists{"", "One", "Two;One", "One;Two;Three;Four;Five;Six", "Three;;Three"},
+      roles{"", "Clerk", "Manager", "Chief Information Officer"}, frequencies{"", "Daily", "Weekly"};
+  std::vector<Maybe<int>> firstFour;
+  for (int place = 1; place <= 4; ++place) firstFour.push_back(task.Shapes().Item(place).ID());
+
+  const std::vector<std::function<void()>> acts{
+      [&] { write("Prop.Guidelines", lists[pick(lists.size())]); },
+      [&] { write("Prop.Resources", lists[pick(lists.size())]); },
+      [&] { write("Prop.SupportingRole_" + std::to_string(1 + pick(4)), roles[pick(roles.size())]); },
+      [&] { write("Prop.Responsible_Role", roles[pick(roles.size())]); },
+      [&] { write("Prop.Frequency_Of_Occurrence", frequencies[pick(frequencies.size())]); },
+      [&] { task.Cells("Prop.Task_Completion_Time").SetFormula(std::to_string(pick(3))); },
+      [&] { task.Cells("Width").SetFormula(std::to_string(1 + pick(3)) + " in"); },
+      [&] {
+        addin::TaskSwitchBoxes boxes;
+        for (int& box : boxes) box = static_cast<int>(pick(3));
+        addin::applyTaskDisplayOptions(session.addin(), boxes, "Page");
+      },
+      [&] { addin::applyTaskDisplay(session.addin(), "Drawing"); },
+      [&] {
+        const Shape last = task.Shapes().Item(task.Shapes().Count().or_(0) - 1);
+        if (last.Data1() == "Pline" && !last.Data3().or_({}).starts_with("Pic")) addLink(last, "a.doc", "a");
+      },
+      [&] { app.Undo(); },
+      [&] { app.Redo(); },
+  };
+  for (int round = 0; round < 150 && !HasFailure(); ++round) {
+    acts[pick(acts.size())]();
+    if (!task.ID()) {
+      ASSERT_TRUE(app.Redo()) << "the drop itself was taken back";
+    }
+    for (int place = 1; place <= 4; ++place) {
+      EXPECT_EQ(task.Shapes().Item(place).ID(), firstFour[static_cast<std::size_t>(place) - 1]) << place;
+    }
+    std::map<std::string, int> lines, icons;
+    int verticals = 0;
+    for (const Shape& member : task.Shapes().all()) {
+      if (member.Data1() != "Pline") continue;
+      const std::string row = member.Data3().or_({});
+      verticals += member.Data2() == "Vertical";
+      if (row.starts_with("Pic")) ++icons[row.substr(row.starts_with("PicLinked") ? 9 : 3)];
+      if (row.starts_with("controls") || row.starts_with("Resources") || row.starts_with("Supporting")) {
+        ++lines[row];
+        EXPECT_EQ(textOf(member), text(task, "Prop." + row));
+      }
+      EXPECT_EQ(layers(member), number(task, "User.Task_Visible") == 0 ? "InvisibleLayer" : "VisibleLayer") << row;
+    }
+    EXPECT_LE(verticals, 1);
+    for (const auto& [row, count] : lines) EXPECT_EQ(count, 1) << row;
+    for (const auto& [row, count] : icons) EXPECT_EQ(lines.count(row), 1u) << "an icon without a line: " << row;
+    EXPECT_EQ(lines.size(), icons.size());
+  }
 }
 
 }  // namespace

@@ -56,8 +56,11 @@ NOTES_MARK = f"""
 
 
 def with_chain(drawing):
-    """The icon of a detail that has a hyperlink: twice as wide, the chain beside the drawing."""
-    return f'{drawing}<g transform="translate(25.5,7.4) scale(0.86)">{CHAIN}</g>'
+    """The icon of a detail that has a hyperlink: twice as wide, the chain before the drawing.
+
+    The drawing lies exactly where the plain icon has it, and the chain covers the dash that leads to the line.
+    """
+    return f'<g transform="translate(1.5,7.4) scale(0.86)">{LINK_MARK}</g><g transform="translate(24,0)">{drawing}</g>'
 
 
 # Name, drawing, the drawing's size in its own units, size in pixels.

@@ -62,7 +62,8 @@ class UndoLog {
   std::vector<Step> done_, undone_;
   std::vector<Scope> scopes_;
   Step open_;
-  int lastNumber_ = 0;
+  /// Scopes are announced by number as the host's own commands are; those have the numbers below 65,536.
+  int lastNumber_ = 0xFFFF;
   int suspended_ = 0;
 };
 

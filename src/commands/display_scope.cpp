@@ -1,0 +1,57 @@
+#include "commands/display_scope.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+std::vector<Shape> selectedShapes(const dsrVisioConnect& connect) {
+  const Selection selection = connect.gvsoApp.ActiveWindow().Selection();
+  selection.SetIterationMode(visio::selectModeSkipSuper);
+  return selection.all();
+}
+
+}  // namespace
+
+bool isWholeTask(const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }
+
+bool hasSelection(const dsrVisioConnect& connect) { return connect.gvsoApp.ActiveWindow().Selection().Count() > 0; }
+
+std::vector<Page> pagesInScope(const dsrVisioConnect& connect, std::string_view scope) {
+  if (scope == displayScope::page) return {connect.gvsoApp.ActivePage()};
+  if (scope != displayScope::drawing) return {};
+  std::vector<Page> pages = connect.gvsoApp.ActiveDocument().Pages().all();
+  pages.erase(std::ranges::find_if(pages, [](const Page& page) { return page.Background() == true; }), pages.end());
+  return pages;
+}
+
+std::vector<Shape> shapesInScope(const dsrVisioConnect& connect, std::string_view scope, ShapeTest fits) {
+  std::vector<Shape> shapes;
+  if (scope == displayScope::selected) shapes = selectedShapes(connect);
+  for (const Page& page : pagesInScope(connect, scope))
+    std::ranges::copy(page.Shapes().all(), std::back_inserter(shapes));
+  std::erase_if(shapes, [&](const Shape& shape) { return !fits(shape); });
+  return shapes;
+}
+
+int commonSwitch(const dsrVisioConnect& connect, std::string_view cell, ShapeTest fits) {
+  constexpr int differs = 2;
+  const auto valueOn = [&](const Shape& sheet) { return sheet.Cells(cell).ResultInt(visio::unitsNone, 0).or_(0); };
+  Maybe<int> common;
+  for (const Shape& shape : selectedShapes(connect)) {
+    if (!fits(shape)) continue;
+    const int value = valueOn(shape);
+    if (common != value && common) return differs;
+    common = value;
+  }
+  return common ? *common : valueOn(connect.gvsoApp.ActivePage().PageSheet());
+}
+
+void writeSwitch(const Shape& sheet, std::string_view cell, int box) {
+  sheet.Cells(cell).ResultForce(visio::unitsNone, box == 0 ? 0 : 1);
+}
+
+}  // namespace quorvel::addin

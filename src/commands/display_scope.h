@@ -1,0 +1,38 @@
+// Which shapes and pages a display command works on, as its dialog's scope says, and what they have in common.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// The words for the three scopes of the display dialogs.
+namespace displayScope {
+inline constexpr std::string_view selected = "Selected", page = "Page", drawing = "Drawing";
+}
+
+using ShapeTest = bool (*)(const Shape&);
+
+/// A Task that is no member of another shape: members of a Task answer its master too.
+bool isWholeTask(const Shape& shape);
+
+/// Is anything selected, of whatever class?
+bool hasSelection(const dsrVisioConnect& connect);
+
+/// The pages whose own switches a scope reaches: none for "Selected", the active page for "Page", and for "Drawing"
+/// those up to the first background page.
+std::vector<Page> pagesInScope(const dsrVisioConnect& connect, std::string_view scope);
+/// The shapes that fit, on the pages of the scope or among the selected ones; a snapshot.
+std::vector<Shape> shapesInScope(const dsrVisioConnect& connect, std::string_view scope, ShapeTest fits);
+
+/// What the selected shapes that fit have in common in a switch: its value, 2 where they differ, and the active page's
+/// own value when none is selected.
+int commonSwitch(const dsrVisioConnect& connect, std::string_view cell, ShapeTest fits);
+
+/// Writes a dialog's box into a switch: 0 turns it off, all else on, the grey state included. A sheet without the cell
+/// is passed over.
+void writeSwitch(const Shape& sheet, std::string_view cell, int box);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,53 @@
+#include "commands/task_display.h"
+
+#include "addin/host_queries.h"
+#include "addin/undo_step.h"
+#include "commands/display_scope.h"
+#include "dialogs/frm_task_display.h"
+#include "display/detail_shapes.h"
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+constexpr std::string_view taskVisible = "User.Task_Visible";
+
+void moveDetails(const Shape& task, std::string_view from, std::string_view to) {
+  const Page page = task.ContainingPage();
+  const Layer before = detailLayer(page, from), after = detailLayer(page, to);
+  for (const Shape& member : task.Shapes().all()) {
+    if (!(member.Data1() == marks::detail)) continue;
+    before.Remove(member, 1);
+    after.Add(member, 1);
+  }
+}
+
+}  // namespace
+
+bool getCurrentDisplayState(const dsrVisioConnect& connect, std::string_view masterName, std::string_view cell) {
+  Shape asked = selectedShapeOfMaster(connect, masterName);
+  if (!asked) asked = connect.gvsoApp.ActivePage().PageSheet();
+  return asked.Cells(cell).Result(visio::unitsNone) != 0;
+}
+
+void applyTaskDisplay(const dsrVisioConnect& connect, std::string_view scope) {
+  const bool shown = getCurrentDisplayState(connect, masters::task, taskVisible);
+  const std::string_view from = shown ? detailLayers::visible : detailLayers::invisible;
+  const std::string_view to = shown ? detailLayers::invisible : detailLayers::visible;
+  const UndoStep step(connect.gvsoApp, "Task Display");
+  for (const Page& page : pagesInScope(connect, scope)) writeSwitch(page.PageSheet(), taskVisible, shown ? 0 : 1);
+  for (const Shape& task : shapesInScope(connect, scope, isWholeTask)) {
+    writeSwitch(task, taskVisible, shown ? 0 : 1);
+    moveDetails(task, from, to);
+  }
+}
+
+void cbrBtnTaskdisplay_Click(dsrVisioConnect& connect) {
+  if (!onForegroundPage(connect)) return;
+  frmTaskDisplay dialog(!getCurrentDisplayState(connect, masters::task, taskVisible));
+  dialog.offerSelection(hasSelection(connect));
+  connect.platform.showModal(dialog);
+  if (!dialog.cancelled()) applyTaskDisplay(connect, dialog.scope());
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,43 @@
+#include "commands/task_display_options.h"
+
+#include "addin/host_queries.h"
+#include "addin/undo_step.h"
+#include "commands/display_scope.h"
+#include "dialogs/frm_task_display_option.h"
+#include "display/task_details.h"
+
+namespace quorvel::addin {
+namespace {
+
+void writeSwitches(const Shape& sheet, const TaskSwitchBoxes& boxes) {
+  for (std::size_t i = 0; i < boxes.size(); ++i) writeSwitch(sheet, taskSwitches[i], boxes[i]);
+}
+
+}  // namespace
+
+int commonTaskSwitch(const dsrVisioConnect& connect, std::string_view cellName) {
+  return commonSwitch(connect, cellName, isWholeTask);
+}
+
+void applyTaskDisplayOptions(const dsrVisioConnect& connect, const TaskSwitchBoxes& boxes, std::string_view scope) {
+  const UndoStep step(connect.gvsoApp, "Task Display Options");
+  for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), boxes);
+  for (const Shape& task : shapesInScope(connect, scope, isWholeTask)) {
+    writeSwitches(task, boxes);
+    redrawAllTaskFields(connect, task);
+  }
+}
+
+void cbrBtnTaskDisplayOption_Click(dsrVisioConnect& connect) {
+  if (!onForegroundPage(connect)) return;
+  frmTaskDisplayOption dialog(connect.platform);
+  dialog.offerSelection(hasSelection(connect));
+  for (std::size_t i = 0; i < taskSwitches.size(); ++i) dialog.setBox(i, commonTaskSwitch(connect, taskSwitches[i]));
+  connect.platform.showModal(dialog);
+  if (dialog.cancelled()) return;
+  TaskSwitchBoxes boxes{};
+  for (std::size_t i = 0; i < boxes.size(); ++i) boxes[i] = dialog.box(i);
+  applyTaskDisplayOptions(connect, boxes, dialog.scope());
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,47 @@
+#include "commands/task_link_display_options.h"
+
+#include "addin/host_queries.h"
+#include "addin/undo_step.h"
+#include "commands/display_scope.h"
+#include "dialogs/task_link_display_option.h"
+#include "links/task_link_description.h"
+#include "shapes/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+void writeSwitches(const Shape& sheet, const TaskLinkSwitchBoxes& boxes) {
+  for (std::size_t i = 0; i < boxes.size(); ++i) writeSwitch(sheet, taskLinkSwitches[i], boxes[i]);
+}
+
+}  // namespace
+
+int commonTaskLinkSwitch(const dsrVisioConnect& connect, std::string_view cellName) {
+  return commonSwitch(connect, cellName, IsTaskLink);
+}
+
+void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const TaskLinkSwitchBoxes& boxes,
+                                 std::string_view scope) {
+  const UndoStep step(connect.gvsoApp, "Task Link Display Options");
+  for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), boxes);
+  for (const Shape& link : shapesInScope(connect, scope, IsTaskLink)) {
+    writeSwitches(link, boxes);
+    GetAddedTaskLinkDescription2(connect, link);
+  }
+}
+
+void cbrBtnTaskLinkDisplayOption_Click(dsrVisioConnect& connect) {
+  if (!onForegroundPage(connect)) return;
+  TaskLinkDisplayOption dialog(connect.platform);
+  dialog.offerSelection(hasSelection(connect));
+  for (std::size_t i = 0; i < taskLinkSwitches.size(); ++i) {
+    dialog.setBox(i, commonTaskLinkSwitch(connect, taskLinkSwitches[i]));
+  }
+  connect.platform.showModal(dialog);
+  if (dialog.cancelled()) return;
+  TaskLinkSwitchBoxes boxes{};
+  for (std::size_t i = 0; i < boxes.size(); ++i) boxes[i] = dialog.box(i);
+  applyTaskLinkDisplayOptions(connect, boxes, dialog.scope());
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,29 @@
+// The command Task Link Display Options: what Task Links show.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "addin/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// The switches in the order of the dialog's boxes: the time, the description, only times above zero.
+inline constexpr std::array<std::string_view, 3> taskLinkSwitches{"User.TaskLink_Visible", "User.TaskLink_txt_Visible",
+                                                                  "User.TimegreaterThanzero"};
+using TaskLinkSwitchBoxes = std::array<int, taskLinkSwitches.size()>;
+
+/// Shows the dialog and applies it. Does nothing on a background page.
+void cbrBtnTaskLinkDisplayOption_Click(dsrVisioConnect& connect);
+
+/// A command that does nothing: a link's display is set through its options alone.
+inline void cbrBtnTaskLinkDisplay_Click(dsrVisioConnect&) {}
+
+/// The switch of the selected Task Links: its value, 2 where they differ, the active page's when none is selected.
+int commonTaskLinkSwitch(const dsrVisioConnect& connect, std::string_view cellName);
+
+/// Writes the switches and composes the text of each link anew. A grey box turns its switch on.
+void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const TaskLinkSwitchBoxes& boxes,
+                                 std::string_view scope);
+
+}  // namespace quorvel::addin

@@ -1,0 +1,96 @@
+#include "dialogs/display_dialog.h"
+
+#include "commands/display_scope.h"
+
+namespace quorvel::addin {
+
+DisplayDialog::DisplayDialog(const Texts& texts)
+    : Form(texts.name, texts.caption),
+      fraScope(add(ControlKind::Frame, "fraScope", texts.scopeFrame)),
+      OptionSelected(add(ControlKind::OptionButton, "OptionSelected", texts.selected)),
+      OptionPage(add(ControlKind::OptionButton, "OptionPage", texts.page)),
+      OptionDrawing(add(ControlKind::OptionButton, "OptionDrawing", texts.drawing)),
+      BtnOK(add(ControlKind::Button, "BtnOK", "OK")),
+      BtnCancel(add(ControlKind::Button, "BtnCancel", "Cancel")) {
+  fraScope.gridRow = 1;
+  fraScope.columnSpan = 2;
+  int row = 0;
+  for (Control* option : {&OptionSelected, &OptionPage, &OptionDrawing}) {
+    option->frame = fraScope.name();
+    option->gridRow = row++;
+  }
+  BtnOK.gridRow = BtnCancel.gridRow = 2;
+  BtnCancel.gridColumn = 1;
+  BtnOK.isDefaultButton = true;
+  BtnCancel.isCancelButton = true;
+  BtnOK.onClick = [this] {
+    cancelled_ = false;
+    hide();
+  };
+  BtnCancel.onClick = [this] { cancelClicked(); };
+}
+
+std::string_view DisplayDialog::scope() const {
+  if (OptionDrawing.isOn()) return displayScope::drawing;
+  return OptionPage.isOn() ? displayScope::page : displayScope::selected;
+}
+
+void DisplayDialog::offerSelection(bool hasSelection) {
+  OptionSelected.setEnabled(hasSelection);
+  (hasSelection ? OptionSelected : OptionPage).setState(CheckState::On);
+}
+
+bool DisplayDialog::unloading() {
+  cancelled_ = true;
+  return true;
+}
+
+DisplayOptionsDialog::DisplayOptionsDialog(Platform& platform, const Texts& texts, const char* boxesFrame)
+    : DisplayDialog(texts), platform_(platform) {
+  add(ControlKind::Frame, "fraBoxes", boxesFrame).columnSpan = 2;
+}
+
+Control& DisplayOptionsDialog::addBox(const char* name, const char* caption) {
+  Control& box = add(ControlKind::CheckBox, name, caption);
+  box.frame = "fraBoxes";
+  const std::size_t index = boxes_.size();
+  box.gridRow = static_cast<int>(index);
+  boxes_.push_back(&box);
+  box.onClick = [this, index] {
+    changed_ = true;
+    boxChanged(index);
+  };
+  return box;
+}
+
+void DisplayOptionsDialog::setBox(std::size_t index, int value) {
+  boxes_[index]->setState(value == 0 ? CheckState::Off : value == 2 ? CheckState::Grey : CheckState::On);
+  // A box that takes the state that it has raises nothing, but what depends on it must fit.
+  boxChanged(index);
+}
+
+int DisplayOptionsDialog::box(std::size_t index) const {
+  switch (boxes_[index]->state()) {
+    case CheckState::Off:
+      return 0;
+    case CheckState::On:
+      return 1;
+    default:
+      return 2;
+  }
+}
+
+void DisplayOptionsDialog::loading() {
+  DisplayDialog::loading();
+  changed_ = false;  // whoever filled the boxes changed them, but not by hand
+}
+
+void DisplayOptionsDialog::cancelClicked() {
+  const MessageBox question{
+      .text = "Are you sure you want to cancel without saving the changes you have made?",
+      .buttons = MessageButtons::YesNo,
+  };
+  if (!changed_ || platform_.showMessage(question) == MessageAnswer::Yes) close();
+}
+
+}  // namespace quorvel::addin

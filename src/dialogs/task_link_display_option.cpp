@@ -1,0 +1,23 @@
+#include "dialogs/task_link_display_option.h"
+
+namespace quorvel::addin {
+
+TaskLinkDisplayOption::TaskLinkDisplayOption(Platform& platform)
+    : DisplayOptionsDialog(platform,
+                           {"TaskLinkDisplayOption", "Task Link Display Option",
+                            "Display detailed Task Link data selected above for", "Selected Task Link(s) only",
+                            "All Task Links on current page", "All Task Links on all pages in this drawing"},
+                           "Display the Task Link data indicated below"),
+      chkTimeBetweenTasks(addBox("chkTimeBetweenTasks", "Time Between Tasks")),
+      chkDescription(addBox("chkDescription", "Task Link Description ")),
+      chkGreaterThanZero(addBox("chkGreaterThanZero", "Only display times greater than zero")) {
+  chkGreaterThanZero.setEnabled(false);
+}
+
+void TaskLinkDisplayOption::boxChanged(std::size_t) {
+  const bool showsTime = chkTimeBetweenTasks.state() != CheckState::Off;
+  chkGreaterThanZero.setEnabled(showsTime);
+  if (!showsTime) chkGreaterThanZero.setState(CheckState::Off);
+}
+
+}  // namespace quorvel::addin
