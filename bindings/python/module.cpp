@@ -86,7 +86,17 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("asked", &ScriptHost::asked)
       .def("ask", [](ScriptHost& host, const std::string& text,
                      int buttons) { return host.ask(text, static_cast<MessageButtons>(buttons)); })
-      .def("choose_file", &ScriptHost::chooseFile);
+      .def("choose_file", &ScriptHost::chooseFile)
+      .def("show_form", [](ScriptHost& host, const py::list& controls) {
+        std::vector<TrialControl> wanted;
+        for (const py::handle each : controls) {
+          const auto control = py::reinterpret_borrow<py::tuple>(each);
+          wanted.push_back({control[0].cast<int>(), control[1].cast<std::string>(),
+                            control[2].cast<std::vector<std::string>>(), control[3].cast<bool>(),
+                            control[4].cast<bool>()});
+        }
+        return host.showForm(wanted);
+      });
 
   py::class_<FormAccess>(module, "FormAccess")
       .def_property_readonly("name", &FormAccess::name)

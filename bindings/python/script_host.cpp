@@ -191,6 +191,14 @@ py::object ScriptHost::chooseFile(const std::string& title) {
   });
 }
 
+std::vector<std::string> ScriptHost::showForm(const std::vector<TrialControl>& controls) {
+  return enter([&] {
+    TrialForm form(controls);
+    session_->platform().showModal(form);
+    return form.heard;
+  });
+}
+
 py::list ScriptHost::asked() const {
   using Kind = HeadlessPlatform::Asked::Kind;
   py::list all;

@@ -13,6 +13,7 @@
 
 #include "script_events.h"
 #include "session/session.h"
+#include "trial_form.h"
 
 namespace quorvel::python {
 
@@ -60,6 +61,8 @@ class ScriptHost {
   // Asking as the add-in does, so that a script's answers can be tried without the occasion.
   std::string ask(const std::string& text, MessageButtons buttons);
   py::object chooseFile(const std::string& title);
+  /// What the form heard.
+  std::vector<std::string> showForm(const std::vector<TrialControl>& controls);
 
   /// From now on the script is told of the event, or no longer.
   void listen(ScriptEvent event, bool on) { listening_.set(static_cast<std::size_t>(event), on); }

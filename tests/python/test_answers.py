@@ -119,3 +119,60 @@ def test_controls_take_what_a_user_does(maps):
     for act in (lambda: seen["form"].Caption, lambda: seen["control"].Text, lambda: seen["form"]["BtnOK"]):
         with pytest.raises(quorvel.HostError, match="closed"):
             act()
+
+
+def test_lists_checks_tabs_and_focus(app):
+    label, text_box, button, check, option, list_box, list_view, combo, _, tabs = range(10)
+    controls = [
+        (text_box, "txtName", [], True, False),
+        (button, "BtnOff", [], False, False),
+        (check, "chkAll", [], True, False),
+        (option, "optOne", [], True, False),
+        (option, "optTwo", [], True, False),
+        (list_box, "lstRoles", ["Clerk", "Packer"], True, False),
+        (list_view, "lvwTasks", ["A01", "A02", "A03"], True, True),
+        (combo, "cboUnit", ["Hours", "Days"], True, False),
+        (tabs, "tabPages", ["Roles", "Units"], True, False),
+        (label, "lblNote", [], True, False),
+    ]
+
+    def answer(form):
+        name, roles, tasks = form["txtName"], form["lstRoles"], form["lvwTasks"]
+        assert name.PressKey("a?b") is False and name.Text == "ab", "the form swallows the question mark"
+        assert roles.Items == ["Clerk", "Packer"] and roles.Selected is None
+        roles.Select("Packer")
+        roles.Select(0)
+        assert roles.Selected == "Clerk" and roles.HasFocus and not name.HasFocus
+        tasks.Select("A01")
+        tasks.Select("A03")
+        tasks.Select("A01", False)
+        assert tasks.Selected == ["A03"] and tasks.Rows[0] == ("A01", "second column")
+        form["chkAll"].Value = True
+        form["chkAll"].Click()
+        form["optOne"].Value = form["optTwo"].Value = True
+        assert [form[each].Value for each in ("chkAll", "optOne", "optTwo")] == [False, False, True]
+        form["cboUnit"].Select("Days")
+        assert form["cboUnit"].Text == form["cboUnit"].Selected == "Days"
+        form["tabPages"].ShowTab("Units")
+        assert form["tabPages"].CurrentTab == "Units" and form["tabPages"].Tabs == ["Roles", "Units"]
+        roles.KeyDown(46)
+        roles.DoubleClick()
+        for refused in (
+            form["BtnOff"].Click,
+            form["BtnOff"].Focus,
+            lambda: form["BtnOff"].PressKey("x"),
+            lambda: roles.Select("Nobody"),
+            lambda: roles.Select(2),
+            lambda: form["tabPages"].ShowTab("Nothing"),
+            lambda: setattr(form["lblNote"], "Text", "x"),
+            lambda: setattr(name, "Value", True),
+        ):
+            with pytest.raises(quorvel.HostError):
+                refused()
+        form.Close()
+
+    app.OnForm = answer
+    heard = app._host.show_form(controls)
+    assert heard[:5] == ["got focus txtName", "change txtName", "change txtName", "lost focus txtName", "got focus lstRoles"]
+    assert heard[-3:] == ["got focus lstRoles", "key down lstRoles", "double click lstRoles"]
+    assert heard.count("click chkAll") == 2 and "select cboUnit" in heard and "click tabPages" in heard

@@ -44,6 +44,8 @@ class Host:
         """Asks as the add-in does: buttons 0 OK, 1 Yes and No, 2 Yes, No and Cancel, 3 OK and Cancel."""
     def choose_file(self, title: str) -> str | None:
         """Asks for a file as the add-in does."""
+    def show_form(self, controls: list[tuple[int, str, list[str], bool, bool]]) -> list[str]:
+        """Shows a form of those controls (kind, name, items, enabled, multiple selection) and tells what it heard."""
 
 class FormAccess:
     """An open form."""
