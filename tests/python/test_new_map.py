@@ -34,7 +34,8 @@ def test_foreground_pages_have_cells_and_decorations_once(maps):
     assert text(second.PageSheet, "User.PAGE_NAME") == "Page-2"
     for page in (first, second):
         sheet = page.PageSheet
-        assert [number(sheet, "User." + name) for name in ("Task_Visible", "Supporting_Role4", "Next_Task_Id")] == [1, 1, 0]
+        switches = ("Task_Visible", "Supporting_Role4", "Next_Task_Id")
+        assert [number(sheet, "User." + name) for name in switches] == [1, 1, 0]
         assert page.Layers("VisibleLayer").CellsC(4).Result(0) == 1
         assert page.Layers("InvisibleLayer").CellsC(4).Result(0) == 0
         assert len(page.Shapes) == 3

@@ -9,7 +9,7 @@ from conftest import SAMPLE, environment_for_children, number
 
 import quorvel
 
-ISSUED = '''
+SCRIPT = '''
 import quorvel
 app = quorvel.Application()
 def answer(form):
@@ -32,7 +32,7 @@ doc.SaveAs("map.vsdx")
 
 def test_a_script_of_its_own_runs_as_it_stands(tmp_path):
     script = tmp_path / "script.py"
-    script.write_text(ISSUED)
+    script.write_text(SCRIPT)
     subprocess.run([sys.executable, script], cwd=tmp_path, env=environment_for_children(), check=True)
     assert (tmp_path / "map.vsdx").stat().st_size > 0
 
@@ -130,7 +130,10 @@ def test_collections(maps):
     for description in ("one", "two"):
         box.AddHyperlink().Description = description
     assert [link.Description for link in box.Hyperlinks] == ["one", "two"] and box.Hyperlinks(1).Description == "two"
-    assert [bar.Name for bar in maps.app.CommandBars] == [maps.app.CommandBars(i + 1).Name for i in range(len(maps.app.CommandBars))]
+    bars = maps.app.CommandBars
+    bars.Add("Mine").Controls.Add(1).Caption = "&Do it"
+    assert [bar.Name for bar in bars] == [bars(place).Name for place in range(1, len(bars) + 1)]
+    assert bars("mine").Controls("do it").Id == 1
     assert maps.app.Documents(maps.doc.Name) == maps.doc
     maps.app.ActiveWindow.Select(box, 2)
     assert box in maps.app.ActiveWindow.Selection and box.Application is maps.app

@@ -7,7 +7,7 @@ import sys
 import zipfile
 
 from conftest import SOURCE, environment_for_children
-from test_surface import ISSUED
+from test_surface import SCRIPT
 
 
 def test_the_wheel_is_complete(tmp_path):
@@ -27,7 +27,7 @@ def test_the_wheel_is_complete(tmp_path):
     for part in ("py.typed", "host_objects.pyi", "data/Quorvel.vstx", "data/Icons/hyperlink.gif"):
         assert (place / "quorvel" / part).exists(), part
     script = tmp_path / "script.py"
-    script.write_text(ISSUED + "assert quorvel.template_path().startswith(sys.argv[1])\n".replace("sys", "__import__('sys')"))
+    script.write_text(SCRIPT + "import sys\nassert quorvel.template_path().startswith(sys.argv[1])\n")
     environment["PYTHONPATH"] = str(place)
     environment.pop("QUORVEL_HOME", None)
     subprocess.run([sys.executable, script, place], cwd=tmp_path, env=environment, check=True)

@@ -47,9 +47,9 @@ from .install import stencil_path, template_path
 from .maps import Connector, Link, Map, Role, Task
 
 __all__ = [
-    "Application", "Asked", "Cell", "Characters", "Collection", "CommandBar", "CommandBarControl", "CommandBarControls",
-    "CommandBars", "Connect", "Connector", "Connects", "Control", "Document", "Documents", "Form", "Handle", "HostError",
-    "Hyperlink", "Hyperlinks", "IndexedNumbers", "Layer", "Layers", "Link", "Map", "Master", "Masters", "Page", "Pages",
-    "Role", "Row", "Section", "Selection", "Shape", "Shapes", "Task", "Unanswered", "Window", "constants", "stencil_path",
-    "template_path",
+    "Application", "Asked", "Cell", "Characters", "Collection", "CommandBar", "CommandBarControl",
+    "CommandBarControls", "CommandBars", "Connect", "Connector", "Connects", "Control", "Document", "Documents",
+    "Form", "Handle", "HostError", "Hyperlink", "Hyperlinks", "IndexedNumbers", "Layer", "Layers", "Link", "Map",
+    "Master", "Masters", "Page", "Pages", "Role", "Row", "Section", "Selection", "Shape", "Shapes", "Task",
+    "Unanswered", "Window", "constants", "stencil_path", "template_path",
 ]  # fmt: skip
