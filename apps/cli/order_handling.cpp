@@ -193,7 +193,7 @@ SamplePage shippingPage() {
       .links =
           {
               {"SH01", "SH02", "Goods"},
-              {"SH02", "SH04", "Goods missing"},
+              {"SH02", "SH04", "Missing"},
               {"SH02", "SH03", "Complete"},
               {"SH03", ">OH06", "Delivery note"},
               {"SH04", "SH05", "Delay"},

@@ -28,6 +28,17 @@ class Maker {
     set(objectCell(name), Value::number(radians, Unit::Degrees), formula);
   }
   void number(std::string_view name, double value) { set(objectCell(name), Value::number(value), {}); }
+  /// The block of the text fills the shape. Who changes one of its cells relies on the others, and so do other programs
+  /// that read the drawing.
+  void textBlock(double width, double height) {
+    length("TxtPinX", width / 2, "Width*0.5");
+    length("TxtPinY", height / 2, "Height*0.5");
+    length("TxtWidth", width, "Width*1");
+    length("TxtHeight", height, "Height*1");
+    length("TxtLocPinX", width / 2, "TxtWidth*0.5");
+    length("TxtLocPinY", height / 2, "TxtHeight*0.5");
+    angle("TxtAngle", 0);
+  }
   void geometryFlag(std::string_view name, bool on) {
     set({SectionNumber::Geometry, RowKey::index(0), columnOf(SectionNumber::Geometry, name).or_(0)}, Value::boolean(on),
         {});
@@ -159,6 +170,7 @@ ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x
   make.length("Height", height);
   make.length("LocPinX", width / 2, "Width*0.5");
   make.length("LocPinY", height / 2, "Height*0.5");
+  make.textBlock(width, height);
   make.geometryFlag("NoFill", false);
   constexpr std::uint8_t moveToTag = 138, lineToTag = 139;
   make.vertex(1, moveToTag, 0, "Width*0", 0, "Height*0");
@@ -186,6 +198,7 @@ ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, do
   make.length("LocPinX", length / 2, "Width*0.5");
   make.length("LocPinY", 0, "Height*0.5");
   make.angle("Angle", std::atan2(y2 - y1, x2 - x1), "ATAN2(EndY-BeginY,EndX-BeginX)");
+  make.textBlock(length, 0);
   make.geometryFlag("NoFill", true);
   constexpr std::uint8_t moveToTag = 138, lineToTag = 139;
   make.vertex(1, moveToTag, 0, "Width*0", 0, "Height*0");
