@@ -21,7 +21,8 @@ int runInfo(const InfoOptions& options);
 struct ExportOptions {
   std::string file;
   std::string output;
-  std::string page;  ///< empty: all foreground pages
+  std::string page;            ///< empty: all foreground pages
+  double pixelsPerInch = 150;  ///< of a PNG
 };
 int runExport(const ExportOptions& options);
 

@@ -1,4 +1,4 @@
-// `quorvel export`: pages as SVG.
+// `quorvel export`: pages as SVG, PNG or PDF.
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
@@ -6,12 +6,12 @@
 
 #include "base/text.h"
 #include "cli/commands.h"
-#include "session/document_themes.h"
 #include "cli/exit_codes.h"
 #include "cli/open_drawing.h"
 #include "formats/package/atomic_file.h"
 #include "render/build/build_scene.h"
-#include "render/svg/writer.h"
+#include "session/document_themes.h"
+#include "session/pictures.h"
 
 namespace quorvel::cli {
 namespace {
@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 struct Picture {
-  std::string file, svg;
+  std::string file, bytes;
 };
 
 /// "OUT.svg" becomes "OUT-2 Credit check.svg". What a file system may refuse in a name becomes "_".
@@ -66,31 +66,43 @@ std::string pageNames(const host::Store& store, const host::Document& document) 
 }  // namespace
 
 int runExport(const ExportOptions& options) {
-  if (!equalIgnoringCase(fs::path(options.output).extension().string(), ".svg"))
-    return fail(options.output + " was not written: pictures are written as SVG; end its name with .svg.");
+  const Maybe<PictureFormat> format = pictureFormatOf(options.output);
+  if (!format)
+    return fail(options.output +
+                " was not written: pictures are written as SVG, PNG or PDF; end its name with .svg, .png or .pdf.");
+  if (!(options.pixelsPerInch >= 10 && options.pixelsPerInch <= 1200))
+    return fail(options.output + " was not written: --dpi goes from 10 to 1200.");
   const OpenedDrawing drawing = openDrawing(options.file);
   if (!drawing.error.empty()) return fail(drawing.error);
   const host::Store& store = drawing.store();
   const host::Document& document = *store.document(drawing.document);
 
-  render::SceneOptions look;
-  look.themes = themesOf(document);
-  std::vector<Picture> pictures;
+  std::vector<render::Scene> scenes;
   if (options.page.empty() && isSheetOfMasters(store, document)) {
-    pictures.push_back({options.output, render::writeSvg(render::buildMasterSheet(store, document.id, look))});
+    render::SceneOptions look;
+    look.themes = themesOf(document);
+    scenes.push_back(render::buildMasterSheet(store, document.id, look));
   } else {
-    for (const host::PageId page : pagesToDraw(store, document, options.page)) {
-      const std::size_t number = pictures.size() + 1;
-      const std::string file =
-          number == 1 ? options.output : fileForPage(options.output, number, store.page(page)->name);
-      pictures.push_back({file, render::writeSvg(render::buildScene(store, page, look))});
-    }
-    if (pictures.empty() && !options.page.empty())
+    for (const host::PageId page : pagesToDraw(store, document, options.page))
+      scenes.push_back(sceneOfPage(store, document, page));
+    if (scenes.empty() && !options.page.empty())
       return fail(options.file + " has no page \"" + options.page + "\"; it has " + pageNames(store, document) + ".");
-    if (pictures.empty()) return fail(options.file + " has no page to draw; add one and try again.");
+    if (scenes.empty()) return fail(options.file + " has no page to draw; add one and try again.");
+  }
+
+  // A PDF holds all pages, the other formats one to a file.
+  const std::size_t perFile = *format == PictureFormat::Pdf ? scenes.size() : 1;
+  std::vector<Picture> pictures;
+  for (std::size_t at = 0; at < scenes.size(); at += perFile) {
+    const std::string file = at == 0 ? options.output : fileForPage(options.output, at + 1, scenes[at].title);
+    const std::span<const render::Scene> shown(scenes.data() + at, perFile);
+    pictures.push_back({file, writePicture(shown, *format, document.name, {options.pixelsPerInch})});
+    if (pictures.back().bytes.empty())
+      return fail(file +
+                  " was not written: there is not enough memory for a picture of this size; try a smaller --dpi.");
   }
   for (const Picture& picture : pictures) {
-    const std::string wrong = formats::replaceFile(picture.file, picture.svg);
+    const std::string wrong = formats::replaceFile(picture.file, picture.bytes);
     if (!wrong.empty()) return fail(picture.file + " " + wrong + ".");
     std::cout << picture.file << '\n';
   }

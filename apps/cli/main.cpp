@@ -9,9 +9,10 @@
 namespace {
 
 constexpr const char* exportHelp =
-    R"(Without --page all foreground pages are drawn: the first one to OUT.svg, the others
-beside it, each with its number and name behind OUT ("OUT-2 Credit check.svg").
-A stencil is drawn as one sheet of its masters. Prints the name of each file written.)";
+    R"(Without --page all foreground pages are drawn. A PDF holds them all; of SVG and PNG the first
+page goes to OUT.svg, the others beside it, each with its number and name behind OUT
+("OUT-2 Credit check.svg"). A stencil is drawn as one sheet of its masters. Prints the name
+of each file written.)";
 
 constexpr const char* footer = R"(A drawing is a .vsdx, .vssx or .vstx file, or a .vdx, .vsx or .vtx of older releases.
 Exit code: 0 done, 2 the command line was not understood, 3 a file could not be read or written.)";
@@ -39,11 +40,12 @@ int main(int argc, char** argv) {
   command->callback([&] { run = [&] { return runInfo(forInfo); }; });
 
   ExportOptions forExport;
-  command = program.add_subcommand("export", "Draw a drawing's pages as SVG.");
+  command = program.add_subcommand("export", "Draw a drawing's pages as SVG, PNG or PDF.");
   command->footer(exportHelp);
   command->add_option("FILE", forExport.file, "The drawing")->required();
-  command->add_option("-o,--output", forExport.output, "The file to write, OUT.svg")->required();
+  command->add_option("-o,--output", forExport.output, "The file to write: OUT.svg, OUT.png or OUT.pdf")->required();
   command->add_option("--page", forExport.page, "Only the page of this name");
+  command->add_option("--dpi", forExport.pixelsPerInch, "Pixels per inch of a PNG")->capture_default_str();
   command->callback([&] { run = [&] { return runExport(forExport); }; });
 
   ConvertOptions forConvert;

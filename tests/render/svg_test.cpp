@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "render/drawing.h"
+#include "render/scene/safe_link.h"
 #include "render/svg/writer.h"
 
 namespace quorvel::render {
@@ -78,9 +79,9 @@ TEST(Svg, OrderHandlingInNormalForm) {
 TEST(Svg, LinksThatRunScriptsAreNotWritten) {
   for (const char* address :
        {"javascript:alert(1)", " JavaScript :x", "java\tscript:x", "data:text/html,x", "vbscript:x"})
-    EXPECT_EQ(svg::safeLink(address), "") << address;
-  EXPECT_EQ(svg::safeLink("https://example.org/a b?c=d:e"), "https://example.org/a%20b?c=d:e");
-  EXPECT_EQ(svg::safeLink("#Page-2"), "#Page-2");
+    EXPECT_EQ(safeLink(address), "") << address;
+  EXPECT_EQ(safeLink("https://example.org/a b?c=d:e"), "https://example.org/a%20b?c=d:e");
+  EXPECT_EQ(safeLink("#Page-2"), "#Page-2");
 }
 
 TEST(Svg, NumbersAndTextSurvive) {

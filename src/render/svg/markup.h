@@ -12,7 +12,5 @@ void appendNumber(std::string& out, double number, int digits = 3);
 void appendEscaped(std::string& out, std::string_view text);
 void appendColour(std::string& out, unsigned rgb);
 void appendBase64(std::string& out, std::string_view bytes);
-/// The address as a link may carry it; empty when following it would run a script.
-std::string safeLink(std::string_view address);
 
 }  // namespace quorvel::render::svg

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "render/scene/hatch.h"
+#include "render/scene/safe_link.h"
 #include "render/svg/markup.h"
 #include "render/text/fonts.h"
 

@@ -1,9 +1,9 @@
 #include "render/text/layout.h"
 
-#include <pango/pangocairo.h>
-
 #include <algorithm>
 #include <cmath>
+
+#include "render/text/pango_text.h"
 
 namespace quorvel::render {
 namespace {
@@ -27,15 +27,7 @@ double baselineShift(const CharacterFormat& format) {
   }
 }
 
-PangoFontDescription* describe(const CharacterFormat& format) {
-  PangoFontDescription* font = pango_font_description_new();
-  pango_font_description_set_family(font, format.style.family.c_str());
-  pango_font_description_set_absolute_size(font, drawnSize(format) * unitsPerPoint);
-  if (format.style.bold) pango_font_description_set_weight(font, PANGO_WEIGHT_BOLD);
-  if (format.style.italic) pango_font_description_set_style(font, PANGO_STYLE_ITALIC);
-  if (format.style.smallCaps) pango_font_description_set_variant(font, PANGO_VARIANT_SMALL_CAPS);
-  return font;
-}
+PangoFontDescriptionPointer describe(const CharacterFormat& format) { return fontOf(format.style, drawnSize(format)); }
 
 /// The number of the format travels through the layout as a colour, which also keeps runs of different formats apart.
 PangoAttribute* formatMark(int format) {
@@ -63,34 +55,20 @@ struct Heights {
 }  // namespace
 
 struct TextEngine::Pango {
-  PangoContext* context = nullptr;
+  PangoContextPointer context = newPangoContext();
   std::unordered_map<std::string, std::pair<double, double>> metrics;  ///< ascent and descent of a face by description
 
-  Pango() {
-    context = pango_font_map_create_context(pango_cairo_font_map_get_default());
-    cairo_font_options_t* options = cairo_font_options_create();
-    // Widths must not depend on a screen's pixels.
-    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-    pango_cairo_context_set_font_options(context, options);
-    cairo_font_options_destroy(options);
-    pango_cairo_context_set_resolution(context, 72);
-    pango_context_set_round_glyph_positions(context, FALSE);
-  }
-  ~Pango() { g_object_unref(context); }
-
   std::pair<double, double> heightsOf(const CharacterFormat& format) {
-    PangoFontDescription* font = describe(format);
-    gchar* name = pango_font_description_to_string(font);
+    const PangoFontDescriptionPointer font = describe(format);
+    gchar* name = pango_font_description_to_string(font.get());
     const auto [place, isNew] = metrics.try_emplace(name);
     g_free(name);
     if (isNew) {
-      PangoFontMetrics* found = pango_context_get_metrics(context, font, nullptr);
+      PangoFontMetrics* found = pango_context_get_metrics(context.get(), font.get(), nullptr);
       place->second = {pango_font_metrics_get_ascent(found) / unitsPerPoint,
                        pango_font_metrics_get_descent(found) / unitsPerPoint};
       pango_font_metrics_unref(found);
     }
-    pango_font_description_free(font);
     return place->second;
   }
 
@@ -111,15 +89,13 @@ void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& pa
     const std::size_t from = characters.size();
     characters += span.text;
     const CharacterFormat& character = text.formats[std::size_t(span.format)];
-    PangoFontDescription* font = describe(character);
-    addAttribute(pango_attr_font_desc_new(font), from);
-    pango_font_description_free(font);
+    addAttribute(pango_attr_font_desc_new(describe(character).get()), from);
     addAttribute(formatMark(span.format), from);
     if (character.style.letterSpacing != 0)
       addAttribute(pango_attr_letter_spacing_new(int(character.style.letterSpacing * unitsPerPoint)), from);
   }
 
-  PangoLayout* layout = pango_layout_new(context);
+  PangoLayout* layout = pango_layout_new(context.get());
   pango_layout_set_text(layout, characters.data(), int(characters.size()));
   pango_layout_set_attributes(layout, attributes);
   pango_attr_list_unref(attributes);

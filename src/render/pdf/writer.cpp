@@ -1,0 +1,133 @@
+#include "render/pdf/writer.h"
+
+#include <cairo-pdf.h>
+
+#include <set>
+#include <vector>
+
+#include "render/cairo/images.h"
+#include "render/cairo/scene_painter.h"
+#include "render/scene/safe_link.h"
+
+namespace quorvel::render {
+namespace {
+
+cairo_status_t append(void* text, const unsigned char* bytes, unsigned count) {
+  static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(bytes), count);
+  return CAIRO_STATUS_SUCCESS;
+}
+
+/// A text as an attribute of a tag holds it.
+std::string quotedAttribute(std::string_view text) {
+  std::string quoted = "'";
+  for (const char c : text) {
+    if (c == '\'' || c == '\\') quoted += '\\';
+    quoted += c;
+  }
+  return quoted + "'";
+}
+
+/// Writes the tags beside the picture: where links lead, and what they lead to.
+class Tags {
+ public:
+  Tags(cairo_t* target, std::span<const Scene> pages) : target_(target) {
+    for (const Scene& page : pages) {
+      places_.insert(page.title);
+      for (const SceneItem& item : page.items) {
+        if (const auto* shape = std::get_if<ShapeBegin>(&item)) {
+          if (shape->link.starts_with('#')) wanted_.insert(shape->link.substr(1));
+        }
+      }
+    }
+    // Only what is linked to gets a place of its own.
+    for (const Scene& page : pages)
+      for (const SceneItem& item : page.items)
+        if (const auto* shape = std::get_if<ShapeBegin>(&item))
+          if (const std::string place = placeOf(page, *shape); wanted_.contains(place)) places_.insert(place);
+  }
+
+  void beginPage(const Scene& page) {
+    page_ = &page;
+    putPlace(page.title);
+  }
+
+  void beginShape(const ShapeBegin& shape) {
+    if (const std::string place = placeOf(*page_, shape); wanted_.contains(place)) putPlace(place);
+    const std::string link = linkAttributes(shape.link);
+    // A tag may not stand within another of its kind: a member's link interrupts its group's.
+    if (!link.empty()) {
+      if (!current().empty()) cairo_tag_end(target_, CAIRO_TAG_LINK);
+      cairo_tag_begin(target_, CAIRO_TAG_LINK, link.c_str());
+    }
+    open_.push_back(link);
+  }
+
+  void endShape() {
+    const bool hadLink = !open_.back().empty();
+    open_.pop_back();
+    if (!hadLink) return;
+    cairo_tag_end(target_, CAIRO_TAG_LINK);
+    if (const std::string outer = current(); !outer.empty()) cairo_tag_begin(target_, CAIRO_TAG_LINK, outer.c_str());
+  }
+
+ private:
+  static std::string placeOf(const Scene& page, const ShapeBegin& shape) { return page.title + "/" + shape.name; }
+
+  std::string current() const {
+    for (auto each = open_.rbegin(); each != open_.rend(); ++each)
+      if (!each->empty()) return *each;
+    return {};
+  }
+
+  std::string linkAttributes(const std::string& link) const {
+    if (link.starts_with('#')) {
+      std::string place = link.substr(1);
+      if (!places_.contains(place)) place = place.substr(0, place.rfind('/'));
+      return places_.contains(place) ? "dest=" + quotedAttribute(place) : std::string();
+    }
+    const std::string address = safeLink(link);
+    return address.empty() ? address : "uri=" + quotedAttribute(address);
+  }
+
+  void putPlace(const std::string& name) {
+    if (!placed_.insert(name).second) return;
+    const std::string attributes = "name=" + quotedAttribute(name);
+    cairo_tag_begin(target_, CAIRO_TAG_DEST, attributes.c_str());
+    cairo_tag_end(target_, CAIRO_TAG_DEST);
+  }
+
+  cairo_t* target_;
+  const Scene* page_ = nullptr;
+  std::set<std::string> wanted_, places_, placed_;
+  std::vector<std::string> open_;  ///< for each open shape the attributes of its link; empty: none
+};
+
+}  // namespace
+
+std::string writePdf(std::span<const Scene> pages, std::string_view title) {
+  std::string bytes;
+  const CairoSurface surface(cairo_pdf_surface_create_for_stream(append, &bytes, 1, 1));
+  cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, std::string(title).c_str());
+  cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATOR, "Quorvel");
+  cairo_t* target = cairo_create(surface.get());
+  Tags tags(target, pages);
+  ScenePainter painter;
+  painter.onShapeBegin = [&](const ShapeBegin& shape) { tags.beginShape(shape); };
+  painter.onShapeEnd = [&] { tags.endShape(); };
+  int number = 0;
+  for (const Scene& page : pages) {
+    cairo_pdf_surface_set_size(surface.get(), page.width, page.height);
+    const std::string link = "page=" + std::to_string(++number);
+    cairo_pdf_surface_add_outline(surface.get(), CAIRO_PDF_OUTLINE_ROOT, page.title.c_str(), link.c_str(),
+                                  cairo_pdf_outline_flags_t(0));
+    tags.beginPage(page);
+    painter.paint(target, page);
+    cairo_show_page(target);
+  }
+  const bool painted = cairo_status(target) == CAIRO_STATUS_SUCCESS;
+  cairo_destroy(target);
+  cairo_surface_finish(surface.get());
+  return painted && cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS ? bytes : std::string();
+}
+
+}  // namespace quorvel::render
