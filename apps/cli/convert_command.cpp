@@ -16,7 +16,7 @@ int runConvert(const ConvertOptions& options) {
   if (const std::string error = refuseToOverwrite(options.output, options.force); !error.empty()) return fail(error);
   const OpenedDrawing drawing = openDrawing(options.file);
   if (!drawing.error.empty()) return fail(drawing.error);
-  const std::string error = format->save(drawing.store(), drawing.document, options.output);
+  const std::string error = format->save(drawing.store, drawing.document, options.output);
   if (!error.empty()) return fail(error);
   std::cout << options.output << '\n';
   return exitDone;

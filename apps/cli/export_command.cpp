@@ -74,7 +74,7 @@ int runExport(const ExportOptions& options) {
     return fail(options.output + " was not written: --dpi goes from 10 to 1200.");
   const OpenedDrawing drawing = openDrawing(options.file);
   if (!drawing.error.empty()) return fail(drawing.error);
-  const host::Store& store = drawing.store();
+  const host::Store& store = drawing.store;
   const host::Document& document = *store.document(drawing.document);
 
   std::vector<render::Scene> scenes;

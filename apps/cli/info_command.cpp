@@ -11,7 +11,7 @@ namespace quorvel::cli {
 int runInfo(const InfoOptions& options) {
   const OpenedDrawing drawing = openDrawing(options.file);
   if (!drawing.error.empty()) return fail(drawing.error);
-  const report::MapSummary summary = report::summarize(drawing.store(), drawing.document);
+  const report::MapSummary summary = report::summarize(drawing.store, drawing.document);
   std::cout << (options.json ? infoJson(summary, options.file) : infoText(summary, options.file));
   return exitDone;
 }

@@ -4,7 +4,8 @@
 #include <iostream>
 
 #include "cli/exit_codes.h"
-#include "host/commands/documents.h"
+#include "formats/formats.h"
+#include "host/document_format.h"
 
 namespace quorvel::cli {
 namespace {
@@ -18,15 +19,9 @@ std::string lastRefusal(Session& session) {
 
 OpenedDrawing openDrawing(const std::string& file) {
   OpenedDrawing opened;
-  SessionOptions options;
-  options.connectAddin = false;
-  opened.session = std::make_unique<Session>(options);
-  const host::DocumentOutcome outcome = host::openDocument(opened.session->engine(), file, true, false, false);
-  if (outcome.outcome) {
-    opened.document = outcome.document;
-  } else {
-    opened.error = outcome.outcome.reason();
-  }
+  const host::OpenResult result = host::openFile(formats::allFormats(), opened.store, file);
+  opened.document = result.document;
+  opened.error = result.error;
   return opened;
 }
 

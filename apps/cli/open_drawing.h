@@ -1,7 +1,7 @@
-// Opening a drawing only to look at it: the add-in is not told, so that nothing in it changes.
+// Opening a drawing only to look at it: there is neither a host nor the add-in, so that nothing in it changes, and what
+// only an edit needs is not made.
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "session/session.h"
@@ -9,11 +9,9 @@
 namespace quorvel::cli {
 
 struct OpenedDrawing {
-  std::unique_ptr<Session> session;
+  host::Store store;
   host::DocumentId document;
   std::string error;  ///< empty, or one sentence; then there is no document
-
-  const host::Store& store() const { return session->engine().store; }
 };
 
 OpenedDrawing openDrawing(const std::string& file);

@@ -14,11 +14,6 @@ const std::vector<const host::DocumentFormat*>& allFormats() {
   return formats;
 }
 
-const host::DocumentFormat* formatFor(std::string_view fileName) {
-  for (const host::DocumentFormat* format : allFormats()) {
-    if (format->handles(fileName)) return format;
-  }
-  return nullptr;
-}
+const host::DocumentFormat* formatFor(std::string_view fileName) { return host::formatFor(allFormats(), fileName); }
 
 }  // namespace quorvel::formats

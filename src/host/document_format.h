@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/maybe.h"
 #include "host/sheet/store.h"
@@ -26,5 +27,14 @@ class DocumentFormat {
   /// else one sentence.
   virtual std::string save(const Store& store, DocumentId document, const std::string& fileName) const = 0;
 };
+
+/// The first format that handles the file's name; null for a name that no drawing has.
+const DocumentFormat* formatFor(const std::vector<const DocumentFormat*>& formats, std::string_view fileName);
+
+/// Reads the file in the format that its name asks for; the document takes its name and folder from the file.
+OpenResult openFile(const std::vector<const DocumentFormat*>& formats, Store& store, const std::string& fileName);
+
+/// Names the document by the file that it is kept in. A relative name is one below the current folder.
+void placeDocument(Document& document, const std::string& fileName);
 
 }  // namespace quorvel::host

@@ -13,13 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const DocumentFormat* formatFor(const Engine& engine, const std::string& fileName) {
-  for (const DocumentFormat* format : engine.formats) {
-    if (format->handles(fileName)) return format;
-  }
-  return nullptr;
-}
-
 std::string nowUtc() {
   const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
   std::tm parts{};
@@ -27,14 +20,6 @@ std::string nowUtc() {
   char text[32];
   std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
   return text;
-}
-
-void place(Document& document, const std::string& fileName) {
-  std::error_code ignored;
-  const fs::path full = fs::absolute(fs::path(fileName), ignored).lexically_normal();
-  document.name = full.filename().string();
-  document.path = full.parent_path().string();
-  if (!document.path.empty() && document.path.back() != '/') document.path += '/';
 }
 
 std::string drawingName(const Engine& engine) {
@@ -50,11 +35,7 @@ std::string drawingName(const Engine& engine) {
 DocumentOutcome refusedDocument(std::string reason) { return {Outcome::refused(std::move(reason)), {}}; }
 
 DocumentOutcome read(Engine& engine, const std::string& fileName) {
-  const DocumentFormat* format = formatFor(engine, fileName);
-  if (!format)
-    return refusedDocument("\"" + fileName +
-                           "\" is not a kind of drawing that can be read; a .vsdx, .vssx, .vstx or .vdx file can.");
-  const OpenResult result = format->open(engine.store, fileName);
+  const OpenResult result = openFile(engine.formats, engine.store, fileName);
   if (!result.document) return refusedDocument(result.error);
   engine.graph.addDocument(result.document);
   return {Outcome::done(), result.document};
@@ -115,7 +96,7 @@ DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool r
   const UndoLog::Suspension housekeeping(engine.undo);
   if (!asCopy) {
     Document probe;
-    place(probe, fileName);
+    placeDocument(probe, fileName);
     for (const DocumentId id : engine.store.documents()) {
       const Document& open = *engine.store.document(id);
       if (!open.path.empty() && open.path + open.name == probe.path + probe.name) return {Outcome::done(), id};
@@ -128,8 +109,6 @@ DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool r
   if (asCopy) {
     document.name = drawingName(engine);
     document.path.clear();
-  } else {
-    place(document, fileName);
   }
   document.readOnly = readOnly;
   document.saved = true;
@@ -141,7 +120,7 @@ DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool r
 }
 
 Outcome writeCopy(Engine& engine, DocumentId id, const std::string& fileName) {
-  const DocumentFormat* format = formatFor(engine, fileName);
+  const DocumentFormat* format = formatFor(engine.formats, fileName);
   if (!format)
     return Outcome::refused("\"" + fileName +
                             "\" is not a kind of drawing that can be written; use .vsdx, .vssx, .vstx or .vdx.");
@@ -156,7 +135,7 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
   if (!saveAs && document->path.empty()) return Outcome::refused("the document was never saved; give it a file name");
   if (!saveAs && document->readOnly) return Outcome::refused("the document was opened for reading only");
   const std::string target = saveAs ? fileName : document->path + document->name;
-  if (!formatFor(engine, target))
+  if (!formatFor(engine.formats, target))
     return Outcome::refused("\"" + target +
                             "\" is not a kind of drawing that can be written; use .vsdx, .vssx, .vstx or .vdx.");
   const UndoLog::Suspension housekeeping(engine.undo);
@@ -173,7 +152,7 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
     document->properties = before;
     return written;
   }
-  place(*document, target);
+  placeDocument(*document, target);
   document->saved = true;
   if (saveAs) document->readOnly = false;
   engine.events.raise([&](ApplicationEvents& listener) {

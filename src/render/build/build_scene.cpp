@@ -69,6 +69,8 @@ class PageDrawer {
     if (!page) return;
     if (options_.withBackgroundPages && page->backPage && depth < deepestBackground)
       draw(page->backPage, paperHeight, scene, depth + 1);
+    // A shape is mostly its two brackets, an outline and a text.
+    scene.items.reserve(scene.items.size() + 4 * page->byShapeId.size());
     const PageContext context(store_, *page, options_.themes);
     ShapeBuilder builder(context, *engine_, scene);
     const Matrix toScene{context.scale, 0, 0, -context.scale, 0, paperHeight};

@@ -19,6 +19,7 @@ class Writer {
   explicit Writer(const Scene& scene) : scene_(scene) {}
 
   std::string write() {
+    out_.reserve(scene_.items.size() * 150);
     out_ +=
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "
         "xmlns:xlink=\"http://www.w3.org/1999/xlink\" version=\"1.1\"";
