@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Times our open and draw beside other programs on the same drawings, in one run, and prints the ratios.
+# Times our open and draw beside other programs on the same drawings, in one run, and prints the ratios: SVG against
+# vsd2xhtml, which writes SVG in XHTML, and PDF against LibreOffice's PDF.
 #
 # Usage: compare.sh QUORVEL FILE...     QUORVEL is the command, built for release
 # Others, where they are installed: vsd2xhtml (libvisio-tools), soffice (libreoffice-draw). Needs hyperfine and python3.
@@ -9,11 +10,11 @@ shift
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-printf '%-52s %10s %12s %12s\n' drawing 'ours, ms' vsd2xhtml soffice
+printf '%-48s %9s %12s %9s %12s\n' drawing 'SVG, ms' vsd2xhtml 'PDF, ms' soffice
 for file in "$@"; do
   file=$(realpath "$file")
-  commands=("'$quorvel' export '$file' -o '$work/picture.svg'")
-  names=(ours)
+  commands=("'$quorvel' export '$file' -o '$work/picture.svg'" "'$quorvel' export '$file' -o '$work/picture.pdf'")
+  names=(svg pdf)
   if command -v vsd2xhtml >/dev/null; then
     commands+=("vsd2xhtml '$file' >'$work/picture.xhtml'")
     names+=(vsd2xhtml)
@@ -27,7 +28,8 @@ for file in "$@"; do
 import json, sys
 results = json.load(open(sys.argv[1]))["results"]
 medians = {name: row["median"] for name, row in zip(sys.argv[3:], results)}
-cell = lambda name: f"{medians[name] / medians['ours']:.1f} times" if name in medians else "-"
-print(f"{sys.argv[2]:<52} {1000 * medians['ours']:>10.1f} {cell('vsd2xhtml'):>12} {cell('soffice'):>12}")
+beside = lambda ours, name: f"{medians[name] / medians[ours]:.1f} times" if name in medians else "-"
+print(f"{sys.argv[2]:<48} {1000 * medians['svg']:>9.1f} {beside('svg', 'vsd2xhtml'):>12} "
+      f"{1000 * medians['pdf']:>9.1f} {beside('pdf', 'soffice'):>12}")
 PY
 done

@@ -43,7 +43,10 @@ Session::Session(SessionOptions options)
     : installFolder_(options.installFolder.empty() ? findInstallFolder() : options.installFolder),
       host_(engineOptions(options, metrics_)),
       platform_(installFolder_, options.configurationFolder),
-      addin_(platform_) {
+      addin_(platform_),
+      recovery_(options.recoveryFolder.empty()
+                    ? nullptr
+                    : std::make_unique<RecoveryCopies>(host_.engine(), options.recoveryFolder)) {
   if (options.connectAddin) addin_.AddinInstance_OnConnection(app());
 }
 

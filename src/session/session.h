@@ -8,6 +8,7 @@
 #include "headless/headless_platform.h"
 #include "host/automation/in_memory_host.h"
 #include "render/text/text_metrics.h"
+#include "session/recovery.h"
 
 namespace quorvel {
 
@@ -19,6 +20,8 @@ struct SessionOptions {
   std::string configurationFolder;
   /// False for a host that the add-in does not know of.
   bool connectAddin = true;
+  /// Where copies of unsaved work are kept; empty: none are.
+  std::string recoveryFolder;
 };
 
 class Session {
@@ -33,6 +36,8 @@ class Session {
   host::Engine& engine() { return host_.engine(); }
   HeadlessPlatform& platform() { return platform_; }
   addin::dsrVisioConnect& addin() { return addin_; }
+  /// Null when none are kept.
+  RecoveryCopies* recovery() { return recovery_.get(); }
 
   const std::string& installFolder() const { return installFolder_; }
   std::string templatePath() const { return installFolder_ + "/Quorvel.vstx"; }
@@ -44,6 +49,7 @@ class Session {
   host::InMemoryHost host_;
   HeadlessPlatform platform_;
   addin::dsrVisioConnect addin_;
+  std::unique_ptr<RecoveryCopies> recovery_;
 };
 
 /// QUORVEL_HOME where it is set, else the folder "share/quorvel" or "data" that stands beside or above the program's

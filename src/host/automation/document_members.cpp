@@ -72,7 +72,6 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
       const bool moved = document && (undo ? engine_.undo.undo(document) : engine_.undo.redo(document));
       if (!moved)
         return refuse(engine_.undo.isOpen() ? "a scope is open" : undo ? "nothing to undo" : "nothing to redo");
-      engine_.store.document(document)->saved = false;
       engine_.forgetTheGone();
       return Variant(std::monostate());
     }

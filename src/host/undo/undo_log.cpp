@@ -29,10 +29,20 @@ void UndoLog::keep(Step step) {
   std::erase_if(undone_, [&](const Step& other) { return other.document == step.document; });
   done_.push_back(std::move(step));
   open_ = {};
+  tellStep();
+}
+
+void UndoLog::markChanged(DocumentId id) {
+  Document* document = store_.document(id);
+  if (!document) return;
+  document->saved = false;
+  if (changeCounts_.size() <= id.value) changeCounts_.resize(id.value + 1);
+  ++changeCounts_[id.value];
 }
 
 void UndoLog::add(Exchange exchange) {
   if (suspended_) return;
+  markChanged(open_.document);
   open_.entries.push_back(std::move(exchange));
   if (scopes_.empty()) keep(std::move(open_));
 }
@@ -55,6 +65,8 @@ bool UndoLog::move(std::vector<Step>& from, std::vector<Step>& to, DocumentId do
   // The other way, the entries are walked the other way round.
   std::reverse(step.entries.begin(), step.entries.end());
   to.push_back(std::move(step));
+  markChanged(document);
+  tellStep();
   return true;
 }
 

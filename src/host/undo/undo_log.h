@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,7 +22,8 @@ class UndoLog {
   bool isOpen() const { return !scopes_.empty(); }
   std::string_view name(int scope) const;
 
-  /// Takes an exchange that was applied just now. Outside a scope it is a step of its own.
+  /// Takes an exchange that was applied just now; the document is no longer as it was saved. Outside a scope it is a
+  /// step of its own.
   void add(Exchange exchange);
 
   /// False when there is nothing to take back, inside a scope, or while one is being taken back.
@@ -29,6 +32,13 @@ class UndoLog {
   std::size_t undoCount(DocumentId document) const;
   std::size_t redoCount(DocumentId document) const;
   void forget(DocumentId document);
+
+  /// Grows with every change of the document that is not housekeeping, taking back included.
+  std::uint64_t changeCount(DocumentId document) const {
+    return document.value < changeCounts_.size() ? changeCounts_[document.value] : 0;
+  }
+  /// Called after each step, when the document is whole again. May read everything and change nothing.
+  std::function<void()> onStep;
 
   /// While one stands, changes are housekeeping: kept by nobody and never taken back.
   class Suspension {
@@ -56,6 +66,10 @@ class UndoLog {
   void takeBack(std::vector<Exchange>& entries, std::size_t from);
   bool move(std::vector<Step>& from, std::vector<Step>& to, DocumentId document);
   void keep(Step step);
+  void markChanged(DocumentId document);
+  void tellStep() {
+    if (onStep) onStep();
+  }
 
   Store& store_;
   DependencyGraph& graph_;
@@ -65,6 +79,7 @@ class UndoLog {
   /// Scopes are announced by number as the host's own commands are; those have the numbers below 65,536.
   int lastNumber_ = 0xFFFF;
   int suspended_ = 0;
+  std::vector<std::uint64_t> changeCounts_;  ///< by document number
 };
 
 }  // namespace quorvel::host
