@@ -3,8 +3,15 @@
 #include <algorithm>
 
 namespace quorvel::host {
+namespace {
+
+/// Below it scopes bear the numbers of the host's own commands, to which listeners react.
+constexpr int lastCommandNumber = 9999;
+
+}  // namespace
 
 int UndoLog::begin(DocumentId document, std::string name) {
+  lastNumber_ = std::max(lastNumber_, lastCommandNumber);
   if (scopes_.empty()) open_ = {document, name, {}};
   scopes_.push_back({++lastNumber_, std::move(name), open_.entries.size()});
   return lastNumber_;
