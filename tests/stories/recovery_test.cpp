@@ -88,9 +88,10 @@ TEST_F(Recovery, WhatACrashLeavesIsFoundWithItsOrigin) {
     dropTask(page);
     guard.update();
     ASSERT_EQ(copies().size(), 1u);
+    const fs::path own = copies().front();
     copy = fs::path(folder) / "left.vsdx";
-    fs::copy(copies().front(), copy);
-    std::ifstream companion(copies().front().string() + ".recovery");
+    fs::copy(own, copy);
+    std::ifstream companion(own.string() + ".recovery");
     std::ofstream left(copy.string() + ".recovery");
     for (std::string line; std::getline(companion, line);)
       left << (line.starts_with("Started=") ? "Started=1" : line) << '\n';
