@@ -5,9 +5,7 @@
 #include "base/text.h"
 #include "form_access.h"
 #include "formats/package/atomic_file.h"
-#include "render/build/build_scene.h"
-#include "render/svg/writer.h"
-#include "session/document_themes.h"
+#include "session/pictures.h"
 #include "values.h"
 
 namespace quorvel::python {
@@ -163,14 +161,17 @@ void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::str
     document = store.document(page->document);
     what = pages.size() == 1 ? "page " + page->name : document->name;
   }
-  if (!equalIgnoringCase(std::string_view(file).substr(std::min(file.size(), file.size() - 4)), ".svg")) {
-    throw Refused{caller, what, "\"" + file + "\" is no picture that can be written; end its name with .svg"};
+  const Maybe<PictureFormat> format = pictureFormatOf(file);
+  if (!format) {
+    throw Refused{caller, what,
+                  "\"" + file + "\" is no picture that can be written; end its name with .svg, .png or .pdf"};
   }
   if (!document) throw Refused{caller, what, "there is no page to draw"};
-  render::SceneOptions look;
-  look.themes = themesOf(*document);
-  const std::string bytes = render::writeSvg(render::buildScene(store, host::PageId{pages.front().id}, look));
-  const std::string wrong = formats::replaceFile(file, bytes);
+  std::vector<render::Scene> scenes;
+  for (const ObjectRef& ref : pages) scenes.push_back(sceneOfPage(store, *document, host::PageId{ref.id}));
+  const std::string bytes = writePicture(scenes, *format, document->name);
+  const std::string wrong =
+      bytes.empty() ? "is too large a picture for the memory at hand" : formats::replaceFile(file, bytes);
   if (!wrong.empty()) throw Refused{caller, what, file + " " + wrong};
 }
 

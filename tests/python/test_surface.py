@@ -190,6 +190,16 @@ def test_pictures(maps, tmp_path):
     maps.drop_task(page)
     page.Export(tmp_path / "page.svg")
     assert "AB01" in (tmp_path / "page.svg").read_text()
+    page.Export(tmp_path / "page.png")
+    assert (tmp_path / "page.png").read_bytes().startswith(b"\x89PNG")
+    maps.doc.Pages.Add()
+    maps.doc.ExportAsFixedFormat(quorvel.constants.visFixedFormatPDF, tmp_path / "map.pdf")
+    maps.doc.ExportAsFixedFormat(1, tmp_path / "second.pdf", print_range=1, from_page=2)
+    whole, second = (tmp_path / "map.pdf").read_bytes(), (tmp_path / "second.pdf").read_bytes()
+    assert whole.startswith(b"%PDF") and second.startswith(b"%PDF") and len(second) < len(whole)
+    for arguments in ((2, "map.xps"), (1, "map.svg"), (1, "map.pdf", 1, 7), (1, "map.pdf", 1, 1, 9)):
+        with pytest.raises(quorvel.HostError):
+            maps.doc.ExportAsFixedFormat(*arguments)
     with pytest.raises(quorvel.HostError, match="end its name with"):
         page.Export(tmp_path / "page.doc")
     with pytest.raises(quorvel.HostError) as refused:
