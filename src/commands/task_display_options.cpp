@@ -23,6 +23,8 @@ void applyTaskDisplayOptions(const dsrVisioConnect& connect, const TaskSwitchBox
   const UndoStep step(connect.gvsoApp, "Task Display Options");
   for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), boxes);
   for (const Shape& task : shapesInScope(connect, scope, isWholeTask)) {
+    // A scope for each Task: what its shapes went through is forgotten at the end of each, not of all.
+    const UndoStep drawing(connect.gvsoApp, "Task Details");
     writeSwitches(task, boxes);
     redrawAllTaskFields(connect, task);
   }

@@ -106,11 +106,12 @@ using Follow = decltype(Consequence::follow);
 /// Null for a cell that nothing follows from.
 Follow followOf(const Cell& cell) {
   const std::string name = cell.Name().or_({});
-  if (startsWithIgnoringCase(name, "Hyperlink.")) {
+  if (name.starts_with("Hyperlink.")) {
     return cell.Column() == columnHyperlinkAddress ? lineAddressChanged : nullptr;
   }
-  const auto found = std::ranges::find_if(
-      consequences, [&](const Consequence& consequence) { return equalIgnoringCase(consequence.cell, name); });
+  const auto found = std::ranges::find_if(consequences, [&](const Consequence& consequence) {
+    return consequence.cell.size() == name.size() && equalIgnoringCase(consequence.cell, name);
+  });
   return found == consequences.end() ? nullptr : found->follow;
 }
 

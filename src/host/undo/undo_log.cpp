@@ -1,17 +1,59 @@
 #include "host/undo/undo_log.h"
 
 #include <algorithm>
+#include <span>
+#include <unordered_set>
 
 namespace quorvel::host {
 namespace {
 
-/// Below it scopes bear the numbers of the host's own commands, to which listeners react.
-constexpr int lastCommandNumber = 9999;
+/// The sheets that came into being with these entries, members included.
+std::unordered_set<SheetId> sheetsMadeIn(std::span<const Exchange> entries, const Store& store) {
+  std::unordered_set<SheetId> made;
+  for (const Exchange& entry : entries) {
+    const auto* subtree = std::get_if<SubtreeExchange>(&entry);
+    if (!subtree) continue;
+    if (!subtree->held.empty()) {
+      // One that left again took its members along.
+      if (!made.contains(subtree->root)) continue;
+      for (const auto& sheet : subtree->held) made.insert(sheet->id);
+    } else if (store.sheet(subtree->root)) {
+      for (const SheetId sheet : store.subtree(subtree->root)) made.insert(sheet);
+    } else {
+      made.insert(subtree->root);
+    }
+  }
+  return made;
+}
+
+/// The sheet of an entry that changes what a sheet holds; none for entries of other kinds.
+SheetId sheetChangedBy(const Exchange& entry) {
+  if (const auto* cell = std::get_if<CellExchange>(&entry)) return cell->cell.sheet;
+  if (const auto* row = std::get_if<RowExchange>(&entry)) return row->sheet;
+  if (const auto* head = std::get_if<RowHeadExchange>(&entry)) return head->sheet;
+  if (const auto* section = std::get_if<SectionExchange>(&entry)) return section->sheet;
+  if (const auto* fields = std::get_if<SheetFieldsExchange>(&entry)) return fields->sheet;
+  return {};
+}
+
+/// A shape that was made in a scope goes and comes whole: how it became what it is need not be kept. A shape that is
+/// drawn takes dozens of writes, which would otherwise be most of what undo holds. Looks at the entries from `first`
+/// on.
+void dropTheMakingOfShapes(std::vector<Exchange>& entries, std::size_t first, const Store& store) {
+  const std::unordered_set<SheetId> made = sheetsMadeIn(std::span(entries).subspan(first), store);
+  if (made.empty()) return;
+  std::vector<Exchange> kept;
+  for (std::size_t i = first; i < entries.size(); ++i) {
+    const SheetId sheet = sheetChangedBy(entries[i]);
+    if (!sheet || !made.contains(sheet)) kept.push_back(std::move(entries[i]));
+  }
+  while (entries.size() > first) entries.pop_back();
+  for (Exchange& entry : kept) entries.push_back(std::move(entry));
+}
 
 }  // namespace
 
 int UndoLog::begin(DocumentId document, std::string name) {
-  lastNumber_ = std::max(lastNumber_, lastCommandNumber);
   if (scopes_.empty()) open_ = {document, name, {}};
   scopes_.push_back({++lastNumber_, std::move(name), open_.entries.size()});
   return lastNumber_;
@@ -26,13 +68,18 @@ std::string_view UndoLog::name(int scope) const {
 
 bool UndoLog::end(int number, bool commit) {
   if (scopes_.empty() || scopes_.back().number != number) return false;
-  if (!commit) takeBack(open_.entries, scopes_.back().firstEntry);
+  if (commit) {
+    dropTheMakingOfShapes(open_.entries, scopes_.back().firstEntry, store_);
+  } else {
+    takeBack(open_.entries, scopes_.back().firstEntry);
+  }
   scopes_.pop_back();
   if (scopes_.empty() && !open_.entries.empty()) keep(std::move(open_));
   return true;
 }
 
 void UndoLog::keep(Step step) {
+  step.entries.shrink_to_fit();
   std::erase_if(undone_, [&](const Step& other) { return other.document == step.document; });
   done_.push_back(std::move(step));
   open_ = {};
