@@ -13,7 +13,9 @@ namespace quorvel::formats::testing {
 
 class StoreText {
  public:
-  explicit StoreText(const host::Store& store) : store_(store) {}
+  /// `asFilesTell` leaves out what no file tells: what fields showed when they were last looked at, and whether a text
+  /// that only repeats the master's is the shape's own.
+  explicit StoreText(const host::Store& store, bool asFilesTell = false) : store_(store), asFilesTell_(asFilesTell) {}
 
   std::vector<std::string> of(host::DocumentId id) {
     const host::Document& document = *store_.document(id);
@@ -62,6 +64,15 @@ class StoreText {
            std::to_string(static_cast<int>(value.unit()));
   }
 
+  std::string textLine(const host::TextBody& body) const {
+    std::string text;
+    for (const host::TextPiece& piece : body) {
+      text += "<" + std::to_string(piece.kind) + "," + std::to_string(piece.index) + ">";
+      if (!asFilesTell_ || piece.kind != host::TextPiece::Field) text += piece.text;
+    }
+    return text;
+  }
+
   void sheet(const std::string& name, host::SheetId id) {
     const host::Sheet& one = *store_.sheet(id);
     const auto number = [&](host::SheetId other) {
@@ -74,10 +85,9 @@ class StoreText {
         (master ? std::to_string(master->fileId) : "-") + " styles " + number(one.lineStyle) + number(one.fillStyle) +
         number(one.textStyle) + " data " + one.data1 + "|" + one.data2 + "|" + one.data3);
     if (one.text) {
-      std::string text = name + " text ";
-      for (const host::TextPiece& piece : *one.text)
-        text += "<" + std::to_string(piece.kind) + "," + std::to_string(piece.index) + ">" + piece.text;
-      add(text);
+      const std::string text = textLine(*one.text);
+      const host::TextBody* const masters = asFilesTell_ ? host::textOf(store_, one.prototype) : nullptr;
+      if (!masters || textLine(*masters) != text) add(name + " text " + text);
     }
     if (one.foreign)
       add(name + " picture " + one.foreign->type + one.foreign->compression +
@@ -102,6 +112,7 @@ class StoreText {
   }
 
   const host::Store& store_;
+  const bool asFilesTell_;
   std::vector<std::string> lines_;
 };
 

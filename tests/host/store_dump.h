@@ -1,5 +1,4 @@
-// A drawing as text, line by line, so that two states can be compared: what the pages and the document's sheet hold
-// themselves. Masters and styles are left out, because what a drop brings along stays when the drop is undone.
+// A drawing as text, line by line, so that two states can be compared: what its sheets hold themselves.
 #pragma once
 
 #include <string>
@@ -41,6 +40,15 @@ class StoreDump {
     const host::Document& document = *store_.document(id);
     line(0, "document protection " + number(document.protection));
     addSections(*store_.sheet(document.sheet), 1);
+    for (const host::SheetId style : document.styles) {
+      line(1, "style " + store_.sheet(style)->name);
+      addSections(*store_.sheet(style), 2);
+    }
+    for (const host::MasterId master : document.masters) {
+      line(1, "master " + store_.master(master)->name + " " + number(master.value));
+      for (const host::SheetId shape : store_.page(store_.master(master)->contents)->shapes)
+        addShape(*store_.sheet(shape), 2);
+    }
     for (const host::PageId pageId : document.pages) {
       const host::Page& page = *store_.page(pageId);
       const host::Page* back = store_.page(page.backPage);

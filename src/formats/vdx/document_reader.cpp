@@ -6,6 +6,7 @@
 #include "formats/vdx/package_parts.h"
 #include "formats/vdx/picture_bytes.h"
 #include "formats/vdx/properties.h"
+#include "formats/vdx/shared_parts.h"
 #include "formats/vdx/sheet_reader.h"
 #include "formats/vdx/vocabulary.h"
 #include "formats/vsdx/document_elements.h"
@@ -220,6 +221,7 @@ std::string DocumentReader::read(std::string& bytes) {
   }
   readMasters(childNamed(root, "Masters"));
   readPages(childNamed(root, "Pages"));
+  makeSharedParts(*carried_);
   document().extras = carried_;
   return {};
 }

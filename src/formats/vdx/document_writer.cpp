@@ -5,6 +5,7 @@
 #include "formats/package/xml_reading.h"
 #include "formats/vdx/package_parts.h"
 #include "formats/vdx/properties.h"
+#include "formats/vdx/shared_parts.h"
 #include "formats/vdx/sheet_writer.h"
 #include "formats/vsdx/document_elements.h"
 #include "formats/vsdx/passed_over.h"
@@ -77,7 +78,7 @@ class DocumentWriter {
 
 void DocumentWriter::startRoot(XmlWriter& writer) const {
   writer.raw(xmlDeclaration).start("VisioDocument").attribute("xmlns", coreNamespace);
-  if (isNew_ || (carry_->package && carry_->olderAttributes.empty()))
+  if (isNew_ || (carry_->package && carry_->olderAttributes.empty() && carry_->olderElements.empty()))
     writer.attribute("version", "11.0").attribute("xml:space", "preserve");
   writeAttributes(writer, carry_->olderAttributes);
 }
@@ -238,19 +239,25 @@ std::string DocumentWriter::write() {
   writer.raw(older("PrintSetup"));
   writeFonts(writer);
   writer.raw(sheets.take());
-  writer.raw(older("Windows")).raw(shared("EventList")).raw(shared("HeaderFooter"));
-  static constexpr std::string_view last[] = {"VBProjectData", "EmailRoutingData", "SolutionXML"};
-  static constexpr std::string_view placed[] = {"DocumentProperties", "PrintSetup", "Fonts",
-                                                "FaceNames",          "Windows",    ""};
+  const SharedElements fromParts = sharedElements(*carry_);
+  const auto orOfParts = [&](const char* name, const std::string& made) {
+    return carry_->olderElements.contains(name) ? older(name) : std::string_view(made);
+  };
+  writer.raw(orOfParts("Windows", fromParts.windows)).raw(shared("EventList")).raw(shared("HeaderFooter"));
+  static constexpr std::string_view last[] = {"VBProjectData", "EmailRoutingData"};
+  static constexpr std::string_view placed[] = {
+      "DocumentProperties", "PrintSetup", "Fonts", "FaceNames", "Windows", "SolutionXML", ""};
   for (const std::string_view name : last) writer.raw(older(std::string(name)));
+  writer.raw(orOfParts("SolutionXML", fromParts.solutions));
   for (const auto& [name, xml] : carry_->olderElements) {
     const std::string_view element = name;
     if (std::ranges::find(last, element) == std::end(last) && std::ranges::find(placed, element) == std::end(placed))
       writer.raw(xml);
   }
   writer.raw(older(""));
+  if (older("").find("DataRecordSets") == std::string_view::npos) writer.raw(fromParts.data);
   XmlWriter rest;
-  if (carry_->package) writePackageParts(rest, *carry_->package);
+  if (carry_->package) writePackageParts(rest, *carry_->package, fromParts.parts);
   if (const std::string xml = rest.raw(shared("")).take(); !xml.empty())
     writer.start("Document").attribute("xmlns", namespaceOf(Vocabulary::Package)).raw(xml).end();
   return writer.end().take();

@@ -1,6 +1,7 @@
 #include "formats/vdx/package_parts.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "formats/package/part_name.h"
 #include "formats/vdx/picture_bytes.h"
@@ -10,18 +11,32 @@ namespace {
 
 constexpr std::string_view folder = "/visio/";
 
+constexpr std::string_view linksFolder = "/_rels/", linksEnding = ".rels";
+
+/// The part whose relationships a part of that name holds; empty for other names.
+std::string sourceOf(std::string_view name) {
+  const std::size_t at = name.rfind(linksFolder);
+  if (at == std::string_view::npos || !name.ends_with(linksEnding)) return {};
+  const std::size_t from = at + linksFolder.size();
+  if (name.size() < from + linksEnding.size()) return {};
+  return std::string(name.substr(0, at + 1)).append(name.substr(from, name.size() - from - linksEnding.size()));
+}
+
 /// The document's own parts are made anew from the engine's data and must not meet others of their names.
 bool mayBear(std::string_view name) {
   static constexpr std::string_view taken[] = {"/visio/document", "/visio/masters", "/visio/pages", "/visio/media"};
+  if (name.ends_with(linksEnding)) {
+    const std::string source = sourceOf(name);
+    return !source.ends_with(linksEnding) && mayBear(source);
+  }
   const auto isPlain = [](char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' || c == '-' ||
            c == '_' || c == '/';
   };
-  return name.starts_with(folder) && !name.ends_with('/') && !name.ends_with(".rels") &&
-         std::ranges::all_of(name, isPlain) && name.find("..") == std::string_view::npos &&
-         name.find("//") == std::string_view::npos && std::ranges::none_of(taken, [&](std::string_view start) {
-           return std::string_view(partKey(name)).starts_with(start);
-         });
+  return name.starts_with(folder) && !name.ends_with('/') && std::ranges::all_of(name, isPlain) &&
+         name.find("..") == std::string_view::npos && name.find("//") == std::string_view::npos &&
+         std::ranges::none_of(
+             taken, [&](std::string_view start) { return std::string_view(partKey(name)).starts_with(start); });
 }
 
 bool mayBeKept(std::string_view contentType) {
@@ -31,15 +46,40 @@ bool mayBeKept(std::string_view contentType) {
 
 }  // namespace
 
-void writePackageParts(XmlWriter& writer, const CarriedPackage& package) {
+void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const std::unordered_set<std::string>& said) {
+  std::unordered_map<std::string, const CarriedPart*> byKey;
+  for (const CarriedPart& part : package.parts) byKey.emplace(partKey(part.name), &part);
+  std::unordered_map<std::string, std::string> leads;  ///< key to the type of what leads there from the document
+  std::unordered_set<std::string> reached;
+  std::vector<const CarriedPart*> waiting;
+  const auto reach = [&](const std::string& key) {
+    const auto found = byKey.find(key);
+    if (found != byKey.end() && reached.insert(key).second) waiting.push_back(found->second);
+  };
+  for (const Relationship& one : package.document.all()) {
+    if (one.external) continue;
+    leads.emplace(partKey(one.part), one.type);
+    reach(partKey(one.part));
+  }
+  while (!waiting.empty()) {
+    const CarriedPart& part = *waiting.back();
+    waiting.pop_back();
+    const auto links = byKey.find(partKey(relationshipsPartOf(part.name)));
+    if (links == byKey.end()) continue;
+    reached.insert(links->first);
+    Relationships relationships;
+    std::string xml = links->second->bytes;
+    if (!relationships.parse(part.name, xml).empty()) continue;
+    for (const Relationship& one : relationships.all()) {
+      if (!one.external) reach(partKey(one.part));
+    }
+  }
   for (const CarriedPart& part : package.parts) {
-    if (!mayBear(part.name) || !mayBeKept(part.contentType)) continue;
-    const auto& all = package.document.all();
-    const auto lead = std::ranges::find_if(
-        all, [&](const Relationship& one) { return !one.external && partKey(one.part) == partKey(part.name); });
-    if (lead == all.end()) continue;
+    const std::string key = partKey(part.name);
+    if (!reached.contains(key) || said.contains(key) || !mayBear(part.name) || !mayBeKept(part.contentType)) continue;
     writer.start("Part").attribute("Name", part.name).attribute("ContentType", part.contentType);
-    writer.attribute("RelationshipType", lead->type).raw(toBase64(part.bytes)).end();
+    if (const auto lead = leads.find(key); lead != leads.end()) writer.attribute("RelationshipType", lead->second);
+    writer.raw(toBase64(part.bytes)).end();
   }
 }
 
@@ -54,7 +94,9 @@ bool readPackagePart(CarriedDocument& document, pugi::xml_node node) {
   const auto sameName = [&](const CarriedPart& one) { return partKey(one.name) == partKey(part.name); };
   if (std::ranges::any_of(package->parts, sameName)) return false;
   package->documentPart = "/visio/document.xml";
-  package->document.idFor(package->documentPart, node.attribute("RelationshipType").value(), part.name);
+  // What hangs at another part is found by that part's relationships.
+  if (const pugi::xml_attribute lead = node.attribute("RelationshipType"))
+    package->document.idFor(package->documentPart, lead.value(), part.name);
   part.bytes = *bytes;
   package->parts.push_back(std::move(part));
   document.package = std::move(package);

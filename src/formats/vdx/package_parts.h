@@ -2,14 +2,18 @@
 // the file in an element that older programs pass over, so that the way through this format loses none of them.
 #pragma once
 
+#include <string>
+#include <unordered_set>
+
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
 #include "formats/vsdx/carried.h"
 
 namespace quorvel::formats::vdx {
 
-/// Writes the parts that the document part leads to. Macros and signatures stay out.
-void writePackageParts(XmlWriter& writer, const CarriedPackage& package);
+/// Writes the parts that the document part leads to and what hangs at those, except `said`, the keys of those that
+/// stand in elements of their own. Macros and signatures stay out.
+void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const std::unordered_set<std::string>& said);
 
 /// Takes such an element into the document's package, made when missing. False for other elements and for names that a
 /// package cannot have.

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "base/text.h"
+#include "host/formula/number_text.h"
 
 namespace quorvel::formats {
 namespace {
@@ -23,7 +24,8 @@ Maybe<double> parseNumber(std::string_view text) {
   if (text.starts_with('+')) text.remove_prefix(1);
   double number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size() || text.empty() || !std::isfinite(number)) return {};
+  if (error != std::errc() || end != text.data() + text.size() || text.empty() || !host::isRepresentable(number))
+    return {};
   return number;
 }
 
@@ -213,7 +215,9 @@ void writeCell(const CellKey& key, const CellDefinition* definition, const host:
   switch (value.kind()) {
     case ValueKind::Number:
       appendNumber(written.value, value.internal());
-      if (value.unit() != Unit::None) written.unit = host::fileNameOf(value.unit());
+      // Where texts stand, a bare number would be read as one.
+      if (value.unit() != Unit::None || unitsOf(definition) == CellUnits::Text)
+        written.unit = host::fileNameOf(value.unit());
       break;
     case ValueKind::Text:
       written.value = value.textView();

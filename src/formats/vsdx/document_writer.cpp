@@ -7,6 +7,7 @@
 #include "formats/vsdx/connect_text.h"
 #include "formats/vsdx/document_elements.h"
 #include "formats/vsdx/passed_over.h"
+#include "formats/vsdx/print_setup.h"
 #include "formats/vsdx/properties.h"
 #include "formats/vsdx/sheet_writer.h"
 
@@ -181,7 +182,11 @@ DocumentWriter::Output DocumentWriter::documentPart() {
 }
 
 void DocumentWriter::writePageSheet(XmlWriter& writer, const Page& page) const {
-  const host::Sheet& sheet = *store_.sheet(page.sheet);
+  host::Sheet sheet = *store_.sheet(page.sheet);
+  if (carry_ && !page.master) {
+    if (const auto printSetup = carry_->olderElements.find("PrintSetup"); printSetup != carry_->olderElements.end())
+      takePrintSetup(printSetup->second, sheet);
+  }
   if (isEmpty(sheet)) return;
   writer.start("PageSheet");
   writeSheetAttributes(writer, store_, sheet);

@@ -23,7 +23,8 @@ const CellKey& pinY() {
 }
 
 /// The style of that name in the target drawing; brought along when it has none.
-SheetId localStyle(Store& store, DocumentId document, SheetId styleId) {
+SheetId localStyle(Engine& engine, DocumentId document, SheetId styleId) {
+  Store& store = engine.store;
   const Sheet* style = store.sheet(styleId);
   if (!style || style->document == document) return styleId;
   const std::string name = style->name;
@@ -35,16 +36,18 @@ SheetId localStyle(Store& store, DocumentId document, SheetId styleId) {
   store.sheet(made)->sections = store.sheet(styleId)->sections;
   const auto parent = [&](SheetId Sheet::*member) {
     const SheetId source = store.sheet(styleId)->*member;
-    if (source && source != styleId) store.sheet(made)->*member = localStyle(store, document, source);
+    if (source && source != styleId) store.sheet(made)->*member = localStyle(engine, document, source);
   };
   parent(&Sheet::lineStyle);
   parent(&Sheet::fillStyle);
   parent(&Sheet::textStyle);
+  engine.edit.styleAdded(made);
   return made;
 }
 
 /// Content of `from` but its place in a page: cells, text, data, styles.
-void copyContent(Store& store, SheetId from, SheetId to) {
+void copyContent(Engine& engine, SheetId from, SheetId to) {
+  Store& store = engine.store;
   const Sheet& source = *store.sheet(from);
   Sheet& target = *store.sheet(to);
   target.data1 = source.data1;
@@ -56,7 +59,7 @@ void copyContent(Store& store, SheetId from, SheetId to) {
   target.extras = source.extras;
   const DocumentId document = target.document;
   for (SheetId Sheet::*member : {&Sheet::lineStyle, &Sheet::fillStyle, &Sheet::textStyle}) {
-    const SheetId style = localStyle(store, document, store.sheet(from)->*member);
+    const SheetId style = localStyle(engine, document, store.sheet(from)->*member);
     store.sheet(to)->*member = style;
   }
 }
@@ -86,12 +89,13 @@ void renumberReferences(Store& store, const SheetMap& copies) {
   }
 }
 
-SheetId copyTree(Store& store, SheetId from, PageId page, SheetId parent, SheetMap& copies) {
+SheetId copyTree(Engine& engine, SheetId from, PageId page, SheetId parent, SheetMap& copies) {
+  Store& store = engine.store;
   const SheetId to = store.addShape(page, parent, store.sheet(from)->kind);
   copies[from] = to;
-  copyContent(store, from, to);
+  copyContent(engine, from, to);
   for (const SheetId child : std::vector<SheetId>(store.sheet(from)->children))
-    copyTree(store, child, page, to, copies);
+    copyTree(engine, child, page, to, copies);
   return to;
 }
 
@@ -115,7 +119,7 @@ MasterId copyMaster(Engine& engine, DocumentId document, MasterId source) {
   target.extras = from.extras;
   const Page& contents = *store.page(from.contents);
   const PageId targetPage = target.contents;
-  copyContent(store, contents.sheet, store.page(targetPage)->sheet);
+  copyContent(engine, contents.sheet, store.page(targetPage)->sheet);
   SheetMap copies;
   for (const SheetId shape : contents.shapes) {
     for (const SheetId sheet : store.subtree(shape)) {
@@ -125,7 +129,7 @@ MasterId copyMaster(Engine& engine, DocumentId document, MasterId source) {
       const SheetId to = store.addShape(targetPage, parent == copies.end() ? SheetId{} : parent->second, original.kind,
                                         original.shapeId);
       copies[sheet] = to;
-      copyContent(store, sheet, to);
+      copyContent(engine, sheet, to);
       store.sheet(to)->name = store.sheet(sheet)->name;
       store.sheet(to)->universalName = store.sheet(sheet)->universalName;
     }
@@ -141,6 +145,7 @@ MasterId copyMaster(Engine& engine, DocumentId document, MasterId source) {
   }
   engine.graph.addSheet(store.page(targetPage)->sheet);
   for (const auto& [original, copy] : copies) engine.graph.addSheet(copy);
+  engine.edit.masterAdded(made);
   return made;
 }
 
@@ -248,7 +253,7 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
   const DocumentId document = store.page(page)->document;
   SheetMap copies;
   std::vector<SheetId> roots;
-  for (const SheetId shape : shapes) roots.push_back(copyTree(store, shape, page, parent, copies));
+  for (const SheetId shape : shapes) roots.push_back(copyTree(engine, shape, page, parent, copies));
   // Masters first: an instance's members find their counterparts through the copied root.
   for (const auto& [from, to] : copies) {
     const Sheet& source = *store.sheet(from);

@@ -56,6 +56,40 @@ std::size_t localPlace(const Sheet& sheet, SectionNumber section, RowKey row) {
       std::find_if(rows.begin(), rows.end(), [&](const Row& other) { return other.key == row; }) - rows.begin());
 }
 
+/// Where a row that the sheet lacks belongs: named ones at the end, others by their number.
+std::size_t placeForRow(const Sheet& sheet, SectionNumber section, RowKey key) {
+  const Section* held = sheet.find(section);
+  if (!held) return 0;
+  const auto& rows = held->rows;
+  const auto behind = key.isNamed() ? rows.end() : std::find_if(rows.begin(), rows.end(), [&](const Row& other) {
+    return !other.key.isNamed() && other.key.index() > key.index();
+  });
+  return static_cast<std::size_t>(behind - rows.begin());
+}
+
+/// A row that stands where the sheet had hidden the master's is a new one: nothing of the master's shows through.
+void coverInheritedCells(const Store& store, SheetId sheet, SectionNumber section, Row& row) {
+  const SheetId prototype = store.sheet(sheet)->prototype;
+  for (const CellDefinition& definition : cellDefinitions()) {
+    const CellKey key{section, row.key, definition.column};
+    if (definition.section != section || !findCell(store, prototype, key)) continue;
+    Cell& cell = row.at(definition.column);
+    cell.noFormula = true;
+    if (definition.units == CellUnits::Text) cell.value = Value::text("");
+  }
+}
+
+/// True for a row of the master that the sheet hides, alone or with its section; the row's own mark goes.
+bool unhide(Engine& engine, SheetId id, SectionNumber section, RowKey key) {
+  const Sheet& sheet = *engine.store.sheet(id);
+  const Section* held = sheet.find(section);
+  if (held && held->deleted) return sheet.prototype && rowExists(engine.store, sheet.prototype, section, key, false);
+  const Row* local = sheet.find(section, key);
+  if (!local || !local->deleted) return false;
+  engine.edit.removeRow(id, section, localPlace(sheet, section, key));
+  return true;
+}
+
 /// Rows without a name are found by their number; making room moves those behind one up.
 void renumberFrom(Engine& engine, SheetId id, SectionNumber section, std::uint32_t first) {
   const Section* held = engine.store.sheet(id)->find(section);
@@ -113,12 +147,11 @@ RowOutcome addNamedRow(Engine& engine, SheetId id, int number, std::string_view 
   const Row* local = sheet->find(section, key);
   if (local && !local->deleted) return refusedRow("the sheet has a row of this name");
   CommandScope scope(engine, sheet->document, "Row");
-  if (local) engine.edit.removeRow(id, section, localPlace(*sheet, section, key));
   Row row;
   row.key = key;
   row.name = atom;
-  const Section* held = sheet->find(section);
-  engine.edit.insertRow(id, section, held ? held->rows.size() : 0, std::move(row));
+  if (unhide(engine, id, section, key)) coverInheritedCells(engine.store, id, section, row);
+  engine.edit.insertRow(id, section, placeForRow(*sheet, section, key), std::move(row));
   tellRowAdded(engine, id, section, key);
   scope.commit();
   return {Outcome::done(), placeOf(engine.store, id, section, key), key};
@@ -164,15 +197,8 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
     row.key = RowKey::index(index);
   }
   const RowKey key = row.key;
-  std::size_t where = 0;
-  if (const Section* held = sheet->find(section)) {
-    const auto behind =
-        key.isNamed() ? held->rows.end() : std::find_if(held->rows.begin(), held->rows.end(), [&](const Row& other) {
-          return !other.key.isNamed() && other.key.index() > key.index();
-        });
-    where = static_cast<std::size_t>(behind - held->rows.begin());
-  }
-  engine.edit.insertRow(id, section, where, std::move(row));
+  if (unhide(engine, id, section, key)) coverInheritedCells(engine.store, id, section, row);
+  engine.edit.insertRow(id, section, placeForRow(*sheet, section, key), std::move(row));
   tellRowAdded(engine, id, section, key);
   scope.commit();
   return {Outcome::done(), placeOf(engine.store, id, section, key), key};
@@ -185,6 +211,8 @@ Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
   const auto section = static_cast<SectionNumber>(number);
   const Maybe<RowView> row = rowAt(engine.store, id, section, place);
   if (!row) return Outcome::refused("no such row");
+  // Its component row is what makes a geometry.
+  if (isGeometry(section) && place == 0) return deleteSection(engine, id, number);
   CommandScope scope(engine, sheet->document, "Delete row");
   const RowKey key = row->key;
   if (sheet->find(section, key)) engine.edit.removeRow(id, section, localPlace(*sheet, section, key));
@@ -193,8 +221,8 @@ Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
     hidden.key = key;
     hidden.name = row->name;
     hidden.deleted = true;
-    const Section* held = engine.store.sheet(id)->find(section);
-    engine.edit.insertRow(id, section, held ? held->rows.size() : 0, std::move(hidden));
+    const std::size_t where = placeForRow(*engine.store.sheet(id), section, key);
+    engine.edit.insertRow(id, section, where, std::move(hidden));
   }
   engine.recalculateAndTell({}, cellsOf(id, section, key));
   scope.commit();
@@ -258,8 +286,8 @@ Outcome setRowType(Engine& engine, SheetId id, int number, int place, int tag) {
     Row own;
     own.key = row->key;
     own.type = static_cast<std::uint8_t>(tag);
-    const Section* held = sheet->find(section);
-    engine.edit.insertRow(id, section, held ? held->rows.size() : 0, std::move(own));
+    const std::size_t where = placeForRow(*sheet, section, own.key);
+    engine.edit.insertRow(id, section, where, std::move(own));
   } else {
     const std::size_t at = localPlace(*sheet, section, row->key);
     engine.edit.setRowHead(id, section, at, row->key, row->name, static_cast<std::uint8_t>(tag));

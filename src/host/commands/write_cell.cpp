@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "host/cells/cell_table.h"
 #include "host/commands/text_fields.h"
+#include "host/formula/number_text.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
@@ -99,18 +100,17 @@ Outcome writeFormula(Engine& engine, const CellAddress& cell, std::string_view f
 Outcome writeResult(Engine& engine, const CellAddress& cell, int unitsCode, double number, bool force) {
   if (Outcome checked = check(engine, cell, force); !checked) return checked;
   Cell content;
-  if (unitsCode == 0) {
-    content.value = Value::number(number, Unit::None);
+  const auto unit = static_cast<Unit>(unitsCode);
+  content.value = unitsCode == 0 ? Value::number(number) : Value::number(toInternal(number, unit), unit);
+  if (content.value.unit() == Unit::None) {
     // A bare number stands for internal units here, so an angle is not read as degrees.
     const CellDefinition* definition = definitionOf(cell.key);
     if (definition && definition->units == CellUnits::Length) content.value = Value::number(number, Unit::Inches);
     if (definition && definition->units == CellUnits::Angle) content.value = Value::number(number, Unit::Degrees);
-    if (!definition || definition->units == CellUnits::Number)
+    if (unitsCode == 0 && (!definition || definition->units == CellUnits::Number))
       content.value = fitToCell(engine.store, cell, content.value);
-  } else {
-    const auto unit = static_cast<Unit>(unitsCode);
-    content.value = Value::number(toInternal(number, unit), unit);
   }
+  if (!isRepresentable(content.value.internal())) return Outcome::refused("the number is too large");
   return commit(engine, cell, std::move(content));
 }
 

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "host/formula/functions.h"
+#include "host/formula/number_text.h"
 #include "host/formula/operators.h"
 
 namespace quorvel::host {
@@ -21,7 +22,7 @@ class NoContext : public EvaluationContext {
   Value lastValue() override { return {}; }
 };
 
-bool isFinite(const Value& value) { return std::isfinite(value.internal()) && std::isfinite(value.y()); }
+bool isFinite(const Value& value) { return isRepresentable(value.internal()) && isRepresentable(value.y()); }
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <numeric>
 
 #include "base/text.h"
 #include "host/formula/number_text.h"
@@ -115,15 +116,22 @@ std::string decimalText(double number, const NumberPlaces& places) {
   if (static_cast<int>(digits.size()) < places.leastWhole)
     digits.insert(0, static_cast<std::size_t>(places.leastWhole) - digits.size(), '0');
   if (places.thousands) {
-    for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, ",");
+    std::string grouped;
+    for (std::size_t at = 0; at < digits.size(); ++at) {
+      if (at > 0 && (digits.size() - at) % 3 == 0) grouped += ',';
+      grouped += digits[at];
+    }
+    digits = std::move(grouped);
   }
   return decimals.empty() ? digits : digits + "." + decimals;
 }
 
 std::string scientificText(double number, const NumberPlaces& places) {
-  int exponent =
-      number == 0 ? 0 : static_cast<int>(std::floor(std::log10(number))) - std::max(places.wholePlaces, 1) + 1;
-  std::string text = decimalText(number / std::pow(10.0, exponent), places);
+  const int wholePlaces = std::clamp(places.wholePlaces, 1, 15);
+  const int exponent = number == 0 ? 0 : static_cast<int>(std::floor(std::log10(number))) - wholePlaces + 1;
+  // The smallest numbers are scaled in two steps: a power of ten that small is none.
+  const int firstStep = exponent < -290 ? -290 : 0;
+  std::string text = decimalText(number / std::pow(10.0, firstStep) / std::pow(10.0, exponent - firstStep), places);
   text += places.exponent;
   if (exponent < 0) text += '-';
   if (exponent >= 0 && places.exponentPlus) text += '+';
@@ -150,11 +158,10 @@ std::string fractionText(double number, const NumberPlaces& places) {
     whole += 1;
     numerator = 0;
   }
-  for (int factor = 2; places.simplify && factor <= denominator; ++factor) {
-    while (denominator % factor == 0 && std::fmod(numerator, factor) == 0 && numerator > 0) {
-      denominator /= factor;
-      numerator /= factor;
-    }
+  if (places.simplify && numerator > 0) {
+    const int common = std::gcd(denominator, static_cast<int>(std::fmod(numerator, denominator)));
+    denominator /= common;
+    numerator /= common;
   }
   const std::string fraction = shortestNumber(numerator) + "/" + std::to_string(denominator);
   if (!places.mixed) return fraction;

@@ -1,6 +1,7 @@
 // Numbers and their suffixes as text, shared by values, the lexer and format pictures.
 #pragma once
 
+#include <cmath>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,9 @@ namespace quorvel::host {
 std::size_t numberLength(std::string_view text);
 /// The number of such a text; infinite when it is too large.
 double numberOf(std::string_view text);
+
+/// False for numbers so large that a conversion to another unit may not be finite, and for what is no number.
+inline bool isRepresentable(double number) { return std::fabs(number) < 1e290; }
 
 /// Rounded to 15 significant digits: what is left of a number once conversions have blurred the last one.
 double roundedTo15(double number);

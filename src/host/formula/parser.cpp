@@ -277,6 +277,7 @@ FormulaParser::Tree FormulaParser::number() {
     internal += toInternalOfSuffix(value, smaller);
     unit = compoundUnit(unit, smaller);
   }
+  if (!isRepresentable(internal)) return {};
   if (unit == Unit::Date) return constant(Value::date(internal));
   return constant(Value::number(internal, unit));
 }
@@ -308,8 +309,9 @@ FormulaParser::Tree FormulaParser::implicitNumber(double value) {
     default:
       return {};
   }
-  if (!take(']')) return {};
-  return constant(Value::number(toInternalOfSuffix(value, unit), shown));
+  const double internal = toInternalOfSuffix(value, unit);
+  if (!take(']') || !isRepresentable(internal)) return {};
+  return constant(Value::number(internal, shown));
 }
 
 FormulaParser::Tree FormulaParser::quotedText() {

@@ -65,7 +65,7 @@ class QuantityReader {
       internal += toInternalOfSuffix(number, smaller);
       unit = compoundUnit(unit, smaller);
     }
-    if (failed_ || !std::isfinite(internal)) return {};
+    if (failed_ || !isRepresentable(internal)) return {};
     return unit == Unit::Date ? Value::date(sign * internal) : Value::number(sign * internal, unit);
   }
 
@@ -143,7 +143,12 @@ double numberOf(std::string_view text) {
   double number = 0;
   if (!text.empty() && text.back() == '.') text.remove_suffix(1);
   const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (read.ec == std::errc::result_out_of_range) return HUGE_VAL;
+  if (read.ec == std::errc::result_out_of_range) {
+    const auto exponent = text.find_first_of("eE");
+    const bool isTiny =
+        exponent != std::string_view::npos ? text[exponent + 1] == '-' : text[0] == '0' || text[0] == '.';
+    return isTiny ? 0 : HUGE_VAL;
+  }
   return number;
 }
 

@@ -30,6 +30,9 @@ std::string formulaText(const Cell& cell) {
       std::snprintf(digits, sizeof digits, "%.14g", shown);
       return shortestNumber(val(digits)) + " " + std::string(suffix);
     }
+    case ValueKind::Date:
+      // What a date is shown as would be read as a division.
+      return "DATETIME(" + shortestNumber(cell.value.internal()) + ")";
     default:
       return cell.value.asText();
   }

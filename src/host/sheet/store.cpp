@@ -20,6 +20,20 @@ Id place(std::vector<std::unique_ptr<T>>& items, std::unique_ptr<T> item) {
   return id;
 }
 
+/// Takes the entry out of the list; gives its place there.
+template <class Id>
+std::size_t takeFrom(std::vector<Id>& list, Id id) {
+  const auto where = std::find(list.begin(), list.end(), id);
+  const auto place = static_cast<std::size_t>(where - list.begin());
+  list.erase(where);
+  return place;
+}
+
+template <class Id>
+void putInto(std::vector<Id>& list, Id id, std::size_t place) {
+  list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(place, list.size())), id);
+}
+
 }  // namespace
 
 Document* Store::document(DocumentId id) { return at(documents_, id); }
@@ -122,31 +136,68 @@ SheetId Store::addShape(PageId pageId, SheetId parent, SheetKind kind, int shape
   return id;
 }
 
-DetachedPage Store::takePage(PageId id) {
-  DetachedPage out;
-  Document& owner = *document(page(id)->document);
-  const auto where = std::find(owner.pages.begin(), owner.pages.end(), id);
-  out.place = static_cast<std::size_t>(where - owner.pages.begin());
-  owner.pages.erase(where);
+std::vector<std::unique_ptr<Sheet>> Store::takeSheetsOf(PageId id) {
   std::vector<SheetId> leaving{page(id)->sheet};
   for (const SheetId shape : page(id)->shapes) {
     const auto below = subtree(shape);
     leaving.insert(leaving.end(), below.begin(), below.end());
   }
-  for (const SheetId sheetId : leaving) out.sheets.push_back(std::move(sheets_[sheetId.value]));
+  std::vector<std::unique_ptr<Sheet>> out;
+  for (const SheetId sheetId : leaving) out.push_back(std::move(sheets_[sheetId.value]));
+  return out;
+}
+
+void Store::putSheets(std::vector<std::unique_ptr<Sheet>> in) {
+  for (auto& sheet : in) {
+    const SheetId id = sheet->id;
+    sheets_[id.value] = std::move(sheet);
+  }
+}
+
+DetachedPage Store::takePage(PageId id) {
+  DetachedPage out;
+  out.place = takeFrom(document(page(id)->document)->pages, id);
+  out.sheets = takeSheetsOf(id);
   out.page = std::move(pages_[id.value]);
   return out;
 }
 
 void Store::putPage(DetachedPage in) {
   const PageId id = in.page->id;
-  Document& owner = *document(in.page->document);
-  owner.pages.insert(owner.pages.begin() + static_cast<std::ptrdiff_t>(std::min(in.place, owner.pages.size())), id);
+  putInto(document(in.page->document)->pages, id, in.place);
   pages_[id.value] = std::move(in.page);
-  for (auto& sheet : in.sheets) {
-    const SheetId sheetId = sheet->id;
-    sheets_[sheetId.value] = std::move(sheet);
-  }
+  putSheets(std::move(in.sheets));
+}
+
+DetachedMaster Store::takeMaster(MasterId id) {
+  DetachedMaster out;
+  const PageId contents = master(id)->contents;
+  out.place = takeFrom(document(master(id)->document)->masters, id);
+  out.sheets = takeSheetsOf(contents);
+  out.contents = std::move(pages_[contents.value]);
+  out.master = std::move(masters_[id.value]);
+  return out;
+}
+
+void Store::putMaster(DetachedMaster in) {
+  const MasterId id = in.master->id;
+  putInto(document(in.master->document)->masters, id, in.place);
+  pages_[in.contents->id.value] = std::move(in.contents);
+  masters_[id.value] = std::move(in.master);
+  putSheets(std::move(in.sheets));
+}
+
+DetachedStyle Store::takeStyle(SheetId id) {
+  DetachedStyle out;
+  out.place = takeFrom(document(sheet(id)->document)->styles, id);
+  out.sheet = std::move(sheets_[id.value]);
+  return out;
+}
+
+void Store::putStyle(DetachedStyle in) {
+  const SheetId id = in.sheet->id;
+  putInto(document(in.sheet->document)->styles, id, in.place);
+  sheets_[id.value] = std::move(in.sheet);
 }
 
 std::vector<std::unique_ptr<Sheet>> Store::takeSubtree(SheetId root) {

@@ -94,6 +94,20 @@ struct DetachedPage {
   std::size_t place = 0;
 };
 
+/// A master that is out of its document, with its contents and its place among the masters.
+struct DetachedMaster {
+  std::unique_ptr<Master> master;
+  std::unique_ptr<Page> contents;
+  std::vector<std::unique_ptr<Sheet>> sheets;
+  std::size_t place = 0;
+};
+
+/// A style that is out of its document, with its place among the styles.
+struct DetachedStyle {
+  std::unique_ptr<Sheet> sheet;
+  std::size_t place = 0;
+};
+
 class Store {
  public:
   Document* document(DocumentId id);
@@ -120,6 +134,11 @@ class Store {
   /// Takes a page with all its sheets out of its document; the undo log keeps what is out.
   DetachedPage takePage(PageId id);
   void putPage(DetachedPage page);
+  /// The same for a master and a style; nothing in the document may use them any more.
+  DetachedMaster takeMaster(MasterId id);
+  void putMaster(DetachedMaster master);
+  DetachedStyle takeStyle(SheetId id);
+  void putStyle(DetachedStyle style);
 
   /// Takes a shape with its members out of its page: the sheets leave the store, so that their ids find nothing.
   std::vector<std::unique_ptr<Sheet>> takeSubtree(SheetId root);
@@ -147,6 +166,9 @@ class Store {
 
  private:
   SheetId newSheet(SheetKind kind, DocumentId document, PageId page);
+  /// The page's own sheet and those of its shapes leave the store.
+  std::vector<std::unique_ptr<Sheet>> takeSheetsOf(PageId id);
+  void putSheets(std::vector<std::unique_ptr<Sheet>> sheets);
 
   std::vector<std::unique_ptr<Sheet>> sheets_{1};
   std::vector<std::unique_ptr<Page>> pages_{1};

@@ -77,7 +77,36 @@ void Editor::setValue(const CellAddress& cell, const Value& value) {
   setCell(cell, std::move(content));
 }
 
+/// A section that hides the master's comes back with each of the master's rows hidden instead.
+bool Editor::revive(SheetId id, SectionNumber number) {
+  const Sheet& sheet = *store_.sheet(id);
+  const Section* before = sheet.find(number);
+  if (!before || !before->deleted) return false;
+  Section section;
+  section.number = number;
+  section.extras = before->extras;
+  if (sheet.prototype) {
+    for (const RowView& view : rowsOf(store_, sheet.prototype, number)) {
+      Row& hidden = section.rows.emplace_back();
+      hidden.key = view.key;
+      hidden.name = view.name;
+      hidden.deleted = true;
+    }
+  }
+  replaceSection(id, number, std::move(section));
+  return true;
+}
+
 void Editor::insertRow(SheetId sheet, SectionNumber section, std::size_t place, Row row) {
+  if (revive(sheet, section)) {
+    const auto& rows = store_.sheet(sheet)->find(section)->rows;
+    const auto same = std::find_if(rows.begin(), rows.end(), [&](const Row& other) { return other.key == row.key; });
+    const auto behind = row.key.isNamed() ? rows.end() : std::find_if(rows.begin(), rows.end(), [&](const Row& other) {
+      return !other.key.isNamed() && other.key.index() > row.key.index();
+    });
+    place = static_cast<std::size_t>((same != rows.end() ? same : behind) - rows.begin());
+    if (same != rows.end()) removeRow(sheet, section, place);
+  }
   commit(RowExchange{sheet, section, place, std::move(row)});
 }
 
@@ -101,6 +130,8 @@ void Editor::addConnect(PageId page, Connect connect) {
 
 void Editor::shapeAdded(SheetId root) { log_.add(SubtreeExchange{root, 0, {}}); }
 void Editor::pageAdded(PageId page) { log_.add(PageExchange{page, {}}); }
+void Editor::masterAdded(MasterId master) { log_.add(MasterExchange{master, {}}); }
+void Editor::styleAdded(SheetId style) { log_.add(StyleExchange{style, {}}); }
 void Editor::removeShape(SheetId root) { commit(SubtreeExchange{root, 0, {}}); }
 void Editor::removePage(PageId page) { commit(PageExchange{page, {}}); }
 void Editor::moveInStack(SheetId shape, std::size_t place) { commit(OrderExchange{shape, place}); }

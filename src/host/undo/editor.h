@@ -43,15 +43,18 @@ class Editor {
       if (goes(connects[i])) commit(ConnectExchange{page, i, std::nullopt});
     }
   }
-  /// Tells the log of a shape or page that was just made.
+  /// Tells the log of what was just made.
   void shapeAdded(SheetId root);
   void pageAdded(PageId page);
+  void masterAdded(MasterId master);
+  void styleAdded(SheetId style);
   void removeShape(SheetId root);
   void removePage(PageId page);
   void moveInStack(SheetId shape, std::size_t place);
 
  private:
   void commit(Exchange exchange);
+  bool revive(SheetId sheet, SectionNumber section);
   void forgetShown(const CellAddress& cell);
   std::unique_ptr<SheetFields> fieldsOf(SheetId sheet) const;
   std::unique_ptr<PageFields> fieldsOf(PageId page) const;

@@ -141,6 +141,28 @@ struct Apply {
     }
   }
 
+  void operator()(MasterExchange& exchange) const {
+    if (exchange.held.master) {
+      std::vector<SheetId> back;
+      for (const auto& sheet : exchange.held.sheets) back.push_back(sheet->id);
+      store.putMaster(std::move(exchange.held));
+      exchange.held = {};
+      for (const SheetId sheet : back) graph.addSheet(sheet);
+    } else if (store.master(exchange.master)) {
+      exchange.held = store.takeMaster(exchange.master);
+    }
+  }
+
+  void operator()(StyleExchange& exchange) const {
+    if (exchange.held.sheet) {
+      store.putStyle(std::move(exchange.held));
+      exchange.held = {};
+      graph.addSheet(exchange.style);
+    } else if (store.sheet(exchange.style)) {
+      exchange.held = store.takeStyle(exchange.style);
+    }
+  }
+
   void operator()(PageFieldsExchange& exchange) const {
     Page* page = store.page(exchange.page);
     if (!page) return;

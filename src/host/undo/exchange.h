@@ -75,6 +75,16 @@ struct PageExchange {
   DetachedPage held;
 };
 
+/// A master or a style that a drop brought along.
+struct MasterExchange {
+  MasterId master;
+  DetachedMaster held;
+};
+struct StyleExchange {
+  SheetId style;
+  DetachedStyle held;
+};
+
 struct PageFields {
   std::string name, universalName;
   bool background = false;
@@ -92,8 +102,9 @@ struct ConnectExchange {
   std::optional<Connect> held;
 };
 
-using Exchange = std::variant<CellExchange, RowExchange, RowHeadExchange, SectionExchange, SheetFieldsExchange,
-                              SubtreeExchange, OrderExchange, PageExchange, PageFieldsExchange, ConnectExchange>;
+using Exchange =
+    std::variant<CellExchange, RowExchange, RowHeadExchange, SectionExchange, SheetFieldsExchange, SubtreeExchange,
+                 OrderExchange, PageExchange, MasterExchange, StyleExchange, PageFieldsExchange, ConnectExchange>;
 
 /// Swaps; an entry whose object is gone does nothing.
 void apply(Exchange& exchange, Store& store, DependencyGraph& graph);

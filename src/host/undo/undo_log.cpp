@@ -1,6 +1,7 @@
 #include "host/undo/undo_log.h"
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 #include <unordered_set>
 
@@ -117,7 +118,8 @@ bool UndoLog::move(std::vector<Step>& from, std::vector<Step>& to, DocumentId do
   from.erase(std::next(last).base());
   for (std::size_t i = step.entries.size(); i-- > 0;) apply(step.entries[i], store_, graph_);
   // The other way, the entries are walked the other way round.
-  std::reverse(step.entries.begin(), step.entries.end());
+  step.entries = std::vector<Exchange>(std::make_move_iterator(step.entries.rbegin()),
+                                       std::make_move_iterator(step.entries.rend()));
   to.push_back(std::move(step));
   markChanged(document);
   tellStep();

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/cells/cell_table.h"
+#include "host/sheet/sheet.h"
 #include "test_context.h"
 
 namespace quorvel::host {
@@ -235,6 +236,20 @@ TEST(Atoms, FoldCaseAndKeepSpelling) {
   EXPECT_EQ(RowKey::named(name), RowKey::named(other));
   EXPECT_EQ(CellKey::fromPacked(CellKey{SectionNumber::User, RowKey::named(name), 1}.packed()),
             (CellKey{SectionNumber::User, RowKey::named(name), 1}));
+}
+
+TEST(Formula, AValueShownAsAConstantReadsAsItself) {
+  for (const Value& value :
+       {Value::number(-0.1), Value::number(2.5, Unit::Millimetres), Value::number(0.25, Unit::ElapsedHour),
+        Value::number(0.5, Unit::Degrees), Value::text("say \"hi\""), Value::boolean(true), Value::date(38841.5),
+        Value::point(1, 2), Value::colour(0x0102ff), Value::error(ErrorCode::Reference)}) {
+    Cell cell;
+    cell.value = value;
+    const FormulaPtr formula = parseFormula(formulaText(cell));
+    ASSERT_TRUE(formula && formula->constant()) << formulaText(cell);
+    EXPECT_EQ(formula->constant()->kind(), value.kind()) << formulaText(cell);
+    EXPECT_EQ(formula->constant()->asText(), value.asText());
+  }
 }
 
 }  // namespace
