@@ -72,10 +72,10 @@ inline void setPage(Parts& parts, const std::string& contents) {
       contents + "</PageContents>";
 }
 
-inline std::string zipOf(const Parts& parts) {
+inline std::string zipOf(const Parts& parts, bool packed = true) {
   std::vector<ZipEntry> entries;
   for (const auto& [name, bytes] : parts) entries.push_back({name, bytes});
-  return makeZip(entries);
+  return makeZip(entries, packed);
 }
 
 }  // namespace quorvel::formats::testing

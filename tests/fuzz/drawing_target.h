@@ -48,7 +48,8 @@ inline void checkDrawing(const host::Store& store, host::DocumentId id, std::siz
     }
   }
   if (inputSize % 2 == 0) {
-    const std::string bytes = formats::makeZip(formats::writeDocument(store, document, formats::names::fileKinds[0]));
+    const std::string bytes =
+        formats::makeZip(formats::writeDocument(store, document, formats::names::fileKinds[0]), false);
     host::Store again;
     const host::DocumentId other = again.addDocument("again");
     check(readPackage(again, other, bytes), "what was saved as a package opens");

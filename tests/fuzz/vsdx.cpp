@@ -7,6 +7,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   const auto parts = fuzz::partsOf({reinterpret_cast<const char*>(data), size});
   host::Store store;
   const host::DocumentId document = store.addDocument("drawing");
-  if (fuzz::readPackage(store, document, formats::testing::zipOf(parts))) fuzz::checkDrawing(store, document, size);
+  if (fuzz::readPackage(store, document, formats::testing::zipOf(parts, false)))
+    fuzz::checkDrawing(store, document, size);
   return 0;
 }

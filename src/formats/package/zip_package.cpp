@@ -128,7 +128,7 @@ bool ZipPackage::read(std::string_view part, std::string& bytes) const {
   return intact;
 }
 
-std::string makeZip(const std::vector<ZipEntry>& entries) {
+std::string makeZip(const std::vector<ZipEntry>& entries, bool packed) {
   zip_error_t error;
   zip_error_init(&error);
   zip_source_t* target = zip_source_buffer_create(nullptr, 0, 0, &error);
@@ -153,7 +153,8 @@ std::string makeZip(const std::vector<ZipEntry>& entries) {
     // Large parts are XML full of repetition: the quickest level packs them nearly as well in a third of the time.
     const zip_uint32_t level = entry.bytes.size() > (4u << 20) ? 1 : 6;
     good = zip_file_set_dostime(archive, static_cast<zip_uint64_t>(index), 0, firstDay, 0) == 0 &&
-           zip_set_file_compression(archive, static_cast<zip_uint64_t>(index), ZIP_CM_DEFLATE, level) == 0;
+           zip_set_file_compression(archive, static_cast<zip_uint64_t>(index), packed ? ZIP_CM_DEFLATE : ZIP_CM_STORE,
+                                    packed ? level : 0) == 0;
     if (!good) break;
   }
   if (!good || zip_close(archive) != 0) {

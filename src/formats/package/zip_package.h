@@ -47,7 +47,8 @@ struct ZipEntry {
   std::string bytes;
 };
 
-/// The bytes of a zip file with the entries in this order, all with the same fixed time. Empty when memory runs out.
-std::string makeZip(const std::vector<ZipEntry>& entries);
+/// The bytes of a zip file with the entries in this order, all with the same fixed time; `packed` false leaves them at
+/// their size, which is far quicker. Empty when memory runs out.
+std::string makeZip(const std::vector<ZipEntry>& entries, bool packed = true);
 
 }  // namespace quorvel::formats

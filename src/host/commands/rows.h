@@ -15,11 +15,13 @@ struct RowOutcome {
   RowKey key;
 };
 
-/// Refused when the sheet itself holds a row of the name; a row that is only inherited becomes the sheet's own.
+/// Refused when the sheet itself holds a row of the name; a row that is only inherited becomes the sheet's own. One that
+/// the sheet had hidden comes back empty.
 RowOutcome addNamedRow(Engine& engine, SheetId sheet, int section, std::string_view name);
 /// `place` is 0-based, -2 appends. In Geometry sections tag 137 makes the component row and so the section.
 RowOutcome addRow(Engine& engine, SheetId sheet, int section, int place, int tag);
-/// `place` counts effective rows from 0; an inherited row is hidden. Raises no event for its cells.
+/// `place` counts effective rows from 0; an inherited row is hidden. Raises no event for its cells. A Geometry section
+/// goes with its component row, place 0.
 Outcome deleteRow(Engine& engine, SheetId sheet, int section, int place);
 Outcome deleteSection(Engine& engine, SheetId sheet, int section);
 Outcome renameRow(Engine& engine, SheetId sheet, SectionNumber section, RowKey row, std::string_view name);

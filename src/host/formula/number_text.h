@@ -15,7 +15,7 @@ std::size_t numberLength(std::string_view text);
 double numberOf(std::string_view text);
 
 /// False for numbers so large that a conversion to another unit may not be finite, and for what is no number.
-inline bool isRepresentable(double number) { return std::fabs(number) < 1e290; }
+inline bool isRepresentable(double number) { return std::fabs(number) < 1e302; }
 
 /// Rounded to 15 significant digits: what is left of a number once conversions have blurred the last one.
 double roundedTo15(double number);
