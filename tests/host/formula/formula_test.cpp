@@ -241,8 +241,8 @@ TEST(Atoms, FoldCaseAndKeepSpelling) {
 TEST(Formula, AValueShownAsAConstantReadsAsItself) {
   for (const Value& value :
        {Value::number(-0.1), Value::number(2.5, Unit::Millimetres), Value::number(0.25, Unit::ElapsedHour),
-        Value::number(0.5, Unit::Degrees), Value::text("say \"hi\""), Value::boolean(true), Value::date(38841.5),
-        Value::point(1, 2), Value::colour(0x0102ff), Value::error(ErrorCode::Reference)}) {
+        Value::number(toInternal(45, Unit::Degrees), Unit::Degrees), Value::text("say \"hi\""), Value::boolean(true),
+        Value::date(38841.5), Value::point(1, 2), Value::colour(0x0102ff), Value::error(ErrorCode::Reference)}) {
     Cell cell;
     cell.value = value;
     const FormulaPtr formula = parseFormula(formulaText(cell));
