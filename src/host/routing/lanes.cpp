@@ -1,0 +1,123 @@
+#include "host/routing/lanes.h"
+
+#include <cmath>
+
+namespace quorvel::host {
+namespace {
+
+/// Lines nearer to each other than this are one, and a line this near to a border runs along it.
+constexpr double hair = 1e-6;
+constexpr double middleLiking = 1, portLiking = 1.001, besideLiking = 1.002, borderLiking = 1.05;
+
+}  // namespace
+
+Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, Detail detail) {
+  collect(request, obstacles, detail);
+  settle(xs_);
+  settle(ys_);
+  level_.assign(columns() * rows(), Free);
+  upright_.assign(columns() * rows(), Free);
+  for (const Obstacle& obstacle : obstacles) mark(obstacle, request.clearX, request.clearY);
+}
+
+void Lanes::collect(const RouteRequest& request, const std::vector<Obstacle>& obstacles, Detail detail) {
+  for (const auto* ports : {&request.begin, &request.end}) {
+    for (const Port& port : *ports) {
+      xs_.push_back({port.exit.x, portLiking});
+      ys_.push_back({port.exit.y, portLiking});
+      const double out = port.side == Side::Right || port.side == Side::Top ? 1 : -1;
+      if (isSideways(port.side)) {
+        xs_.push_back({port.exit.x + out * request.clearX, besideLiking});
+      } else {
+        ys_.push_back({port.exit.y + out * request.clearY, besideLiking});
+      }
+    }
+  }
+  for (const Port& from : request.begin) {
+    for (const Port& to : request.end) {
+      xs_.push_back({(from.exit.x + to.exit.x) / 2, middleLiking});
+      ys_.push_back({(from.exit.y + to.exit.y) / 2, middleLiking});
+    }
+  }
+  for (const Obstacle& obstacle : obstacles) {
+    const Box& box = obstacle.box;
+    for (const double x : {box.left - request.clearX, box.right + request.clearX}) xs_.push_back({x, besideLiking});
+    for (const double y : {box.bottom - request.clearY, box.top + request.clearY}) ys_.push_back({y, besideLiking});
+    if (detail != Detail::Every) continue;
+    for (const double x : {box.left, box.right}) xs_.push_back({x, borderLiking});
+    for (const double y : {box.bottom, box.top}) ys_.push_back({y, borderLiking});
+  }
+  collectNarrow(request, obstacles);
+}
+
+/// The middle of a passage between two shapes that is too narrow to keep the distance from both.
+void Lanes::collectNarrow(const RouteRequest& request, const std::vector<Obstacle>& obstacles) {
+  const double narrowX = 2 * request.clearX, narrowY = 2 * request.clearY;
+  for (const Obstacle& first : obstacles) {
+    for (const Obstacle& second : obstacles) {
+      const Box &a = first.box, &b = second.box;
+      const double gapX = b.left - a.right, gapY = b.bottom - a.top;
+      const bool besides = b.bottom - a.top < narrowY && a.bottom - b.top < narrowY;
+      const bool above = b.left - a.right < narrowX && a.left - b.right < narrowX;
+      if (gapX > hair && gapX < narrowX && besides) xs_.push_back({(a.right + b.left) / 2, besideLiking});
+      if (gapY > hair && gapY < narrowY && above) ys_.push_back({(a.top + b.bottom) / 2, besideLiking});
+    }
+  }
+}
+
+void Lanes::settle(std::vector<Line>& lines) {
+  std::sort(lines.begin(), lines.end(), [](const Line& a, const Line& b) { return a.at < b.at; });
+  std::vector<Line> settled;
+  for (const Line& line : lines) {
+    if (settled.empty() || line.at - settled.back().at > hair) {
+      settled.push_back(line);
+    } else {
+      settled.back().liking = std::min(settled.back().liking, line.liking);
+    }
+  }
+  lines = std::move(settled);
+}
+
+std::size_t Lanes::nearest(const std::vector<Line>& lines, double at) {
+  const auto above =
+      std::lower_bound(lines.begin(), lines.end(), at, [](const Line& line, double x) { return line.at < x; });
+  if (above == lines.begin()) return 0;
+  const auto below = above - 1;
+  const bool up = above != lines.end() && above->at - at < at - below->at;
+  return static_cast<std::size_t>((up ? above : below) - lines.begin());
+}
+
+void Lanes::mark(const Obstacle& obstacle, double clearX, double clearY) {
+  const auto within = [](const std::vector<Line>& lines, double low, double high) {
+    const auto from =
+        std::lower_bound(lines.begin(), lines.end(), low, [](const Line& l, double x) { return l.at < x; });
+    const auto to =
+        std::upper_bound(lines.begin(), lines.end(), high, [](double x, const Line& l) { return x < l.at; });
+    return std::pair(static_cast<std::size_t>(from - lines.begin()), static_cast<std::size_t>(to - lines.begin()));
+  };
+  const auto fill = [&](const Box& box, Passage passage, bool level, bool upright) {
+    const auto [innerX, endX] = within(xs_, box.left + hair, box.right - hair);
+    const auto [innerY, endY] = within(ys_, box.bottom + hair, box.top - hair);
+    // An edge runs through the box when it starts or ends inside, so it begins one line earlier.
+    const std::size_t firstX = innerX > 0 ? innerX - 1 : 0, firstY = innerY > 0 ? innerY - 1 : 0;
+    const auto raise = [&](std::uint8_t& cell) { cell = std::max<std::uint8_t>(cell, passage); };
+    if (level) {
+      for (std::size_t row = innerY; row < endY; ++row) {
+        for (std::size_t column = firstX; column < endX; ++column) {
+          if (x(column) < box.right - hair && column + 1 < columns() && x(column + 1) > box.left + hair)
+            raise(level_[row * columns() + column]);
+        }
+      }
+    }
+    if (upright) {
+      for (std::size_t row = firstY; row < endY; ++row) {
+        if (!(y(row) < box.top - hair && row + 1 < rows() && y(row + 1) > box.bottom + hair)) continue;
+        for (std::size_t column = innerX; column < endX; ++column) raise(upright_[row * columns() + column]);
+      }
+    }
+  };
+  fill(obstacle.box.grown(clearX, clearY), Near, !obstacle.passSideways, !obstacle.passUpright);
+  fill(obstacle.box, Blocked, !obstacle.passSideways, !obstacle.passUpright);
+}
+
+}  // namespace quorvel::host

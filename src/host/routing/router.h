@@ -1,0 +1,60 @@
+// Finds the way of a connector between two shapes: right-angled lines that go around the shapes in the way, with few
+// bends, at a distance from what they pass.
+#pragma once
+
+#include <vector>
+
+#include "host/routing/plane.h"
+
+namespace quorvel::host {
+
+/// A shape that lines go around.
+struct Obstacle {
+  std::uint32_t number = 0;  ///< what the source knows it by
+  Box box;
+  bool passSideways = false;  ///< level lines may run through it
+  bool passUpright = false;   ///< upright lines may
+};
+
+/// Gives obstacles by place, so that a way is found among those near it only.
+class ObstacleSource {
+ public:
+  virtual ~ObstacleSource() = default;
+  /// Appends every obstacle that touches the box.
+  virtual void touching(const Box& box, std::vector<Obstacle>& out) const = 0;
+};
+
+/// A place where a line may begin or end.
+struct Port {
+  Spot at;
+  /// Where the line comes out of the shape that it is glued to; the place itself when that lies on its border.
+  Spot exit;
+  Side side = Side::Right;  ///< the direction in which a line leaves it (an arriving one comes from there)
+  double cost = 0;          ///< how much length a line saved elsewhere must outweigh to use this port
+};
+
+struct RouteRequest {
+  std::vector<Port> begin, end;  ///< one of each is used
+  double clearX = 0.125;         ///< distance that upright lines keep from shapes
+  double clearY = 0.125;         ///< distance that level lines keep
+};
+
+struct Route {
+  /// From begin to end without needless points. Empty when a list of ports is.
+  Polyline line;
+  std::size_t beginPort = 0, endPort = 0;
+  /// No free way exists between any two of the ports, or none was found within a sane amount of work.
+  bool crossesObstacle = false;
+};
+
+/// The line leaves and arrives in the directions of its ports, and runs through no obstacle that it can go around.
+/// Same request and obstacles, same route.
+Route findRoute(const RouteRequest& request, const ObstacleSource& obstacles);
+
+/// What findRoute weighs: length, and what each bend counts for in length.
+double costOf(const Polyline& line, const RouteRequest& request);
+
+/// Takes out points that do not bend the line.
+Polyline withoutNeedlessPoints(const Polyline& line);
+
+}  // namespace quorvel::host
