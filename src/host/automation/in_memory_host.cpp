@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "host/commands/route_connectors.h"
+
 namespace quorvel::host {
 namespace {
 
@@ -63,7 +65,10 @@ Maybe<ObjectRef> referenceAt(Arguments arguments, std::size_t place, ObjectKind 
   return *reference;
 }
 
-InMemoryHost::InMemoryHost(EngineOptions options) : engine_(std::move(options)) { engine_.backend = this; }
+InMemoryHost::InMemoryHost(EngineOptions options) : engine_(std::move(options)) {
+  engine_.backend = this;
+  engine_.aftermath = routingAftermath();
+}
 
 bool InMemoryHost::alive(const ObjectRef& object) const {
   const Store& store = engine_.store;

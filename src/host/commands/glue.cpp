@@ -5,6 +5,7 @@
 #include "host/cells/cell_name.h"
 #include "host/cells/cell_table.h"
 #include "host/commands/write_cell.h"
+#include "host/recalc/connector_ends.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/transform.h"
 
@@ -47,6 +48,69 @@ Target nearest(const Engine& engine, SheetId shape, double x, double y) {
   return best;
 }
 
+/// Whether an end of `from` may walk around `to`.
+bool mayWalk(const Store& store, SheetId from, SheetId to) {
+  static const CellKey glueType = objectCell("GlueType");
+  constexpr int walks = 3, neverWalks = 4, isNeverWalkedTo = 8;
+  const int own = static_cast<int>(cellNumber(store, from, glueType));
+  const int its = static_cast<int>(cellNumber(store, to, glueType));
+  if ((own & neverWalks) != 0 || (its & isNeverWalkedTo) != 0) return false;
+  return (own & walks) != 0 || isRoutable(store, from);
+}
+
+FormulaPtr formulaOf(const Store& store, const CellAddress& cell) {
+  const FoundCell found = findCell(store, cell.sheet, cell.key);
+  return found.formula ? found.formula->formula : nullptr;
+}
+
+bool isGluing(const FormulaPtr& formula) {
+  return formula && !formula->constant() && (formula->readsTransforms() || isWalkingFormula(formula->text()));
+}
+
+void removeConnect(Engine& engine, SheetId from, bool begin) {
+  const Sheet& sheet = *engine.store.sheet(from);
+  const std::string_view cell = begin ? "BeginX" : "EndX";
+  engine.edit.removeConnects(
+      sheet.page, [&](const Connect& old) { return old.fromShape == sheet.shapeId && old.fromCell == cell; });
+}
+
+void addConnect(Engine& engine, SheetId from, bool begin, SheetId to, std::string toCell, int toPart) {
+  const Sheet& sheet = *engine.store.sheet(from);
+  Connect connect;
+  connect.fromShape = sheet.shapeId;
+  connect.fromCell = begin ? "BeginX" : "EndX";
+  connect.fromPart = begin ? glueBeginPart : glueEndPart;
+  connect.toShape = engine.store.sheet(to)->shapeId;
+  connect.toCell = std::move(toCell);
+  connect.toPart = toPart;
+  engine.edit.addConnect(sheet.page, std::move(connect));
+}
+
+/// The trigger follows nothing any more: as the master has it, or without formula.
+void releaseTrigger(Engine& engine, SheetId from, bool begin) {
+  const CellAddress trigger{from, triggerCell(begin)};
+  const Sheet& sheet = *engine.store.sheet(from);
+  if (!triggeredBy(engine.store, from, trigger.key) || !sheet.findLocal(trigger.key)) return;
+  if (sheet.prototype) {
+    engine.edit.setCell(trigger, std::nullopt);
+  } else {
+    Cell none;
+    none.noFormula = true;
+    engine.edit.setCell(trigger, std::move(none));
+  }
+}
+
+/// The coordinates of an end that still follow something stay where they are from here on.
+void setFree(Engine& engine, SheetId connector, bool begin) {
+  for (const bool vertical : {false, true}) {
+    const CellAddress cell{connector, endCell(begin, vertical)};
+    if (!isGluing(formulaOf(engine.store, cell))) continue;
+    Cell free;
+    free.value = cellValue(engine.store, cell.sheet, cell.key);
+    engine.edit.setCell(cell, std::move(free));
+  }
+}
+
 }  // namespace
 
 Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target) {
@@ -62,6 +126,7 @@ Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target
     return Outcome::refused("an end is glued to another shape of its page");
 
   Target point;
+  bool walks = false;
   if (target.key.section == SectionNumber::Connection) {
     const std::vector<RowView> rows = rowsOf(engine.store, target.sheet, SectionNumber::Connection);
     std::size_t place = 0;
@@ -69,36 +134,78 @@ Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target
     if (place == rows.size()) return Outcome::refused("no such connection point");
     point = targetAt(rows, place);
   } else if (target.key.section == SectionNumber::Object) {
+    static const CellKey pinX = objectCell("PinX"), pinY = objectCell("PinY");
+    walks = (target.key == pinX || target.key == pinY) && mayWalk(engine.store, end.sheet, target.sheet);
     const auto other = [&](const CellKey& key) { return cellNumber(engine.store, end.sheet, key); };
     point = nearest(engine, target.sheet, other(begin ? endX : beginX), other(begin ? endY : beginY));
+    if (walks) point = {"", "", "PinX", gluePinPart};
   } else {
     return Outcome::refused("an end is glued to a connection point or a shape");
   }
 
   CommandScope scope(engine, from->document, "Glue");
-  const std::string sheet = "Sheet." + std::to_string(to->shapeId) + "!";
-  const std::string formula = "PAR(PNT(" + sheet + point.x + "," + sheet + point.y + "))";
-  if (Outcome written = writeFormula(engine, {end.sheet, begin ? beginX : endX}, formula, true); !written)
-    return written;
-  if (Outcome written = writeFormula(engine, {end.sheet, begin ? beginY : endY}, formula, true); !written)
-    return written;
-  if (!engine.store.sheet(end.sheet) || !engine.store.sheet(target.sheet)) {
-    scope.commit();
-    return Outcome::done();
+  const int shapeId = to->shapeId;
+  // Freed first, so that what the writes below leave is no longer what it was.
+  removeConnect(engine, end.sheet, begin);
+  releaseTrigger(engine, end.sheet, begin);
+  if (walks) {
+    const Outcome written = writeFormula(engine, {end.sheet, triggerCell(begin)}, triggerFormula(shapeId), true);
+    if (!written) return written;
   }
-  Connect connect;
-  connect.fromShape = engine.store.sheet(end.sheet)->shapeId;
-  connect.fromCell = begin ? "BeginX" : "EndX";
-  connect.fromPart = begin ? glueBeginPart : glueEndPart;
-  connect.toShape = engine.store.sheet(target.sheet)->shapeId;
-  connect.toCell = point.cell;
-  connect.toPart = point.part;
-  const PageId page = engine.store.sheet(end.sheet)->page;
-  engine.edit.removeConnects(
-      page, [&](const Connect& old) { return old.fromShape == connect.fromShape && old.fromCell == connect.fromCell; });
-  engine.edit.addConnect(page, std::move(connect));
+  const std::string sheet = "Sheet." + std::to_string(shapeId) + "!";
+  const std::string formula =
+      walks ? walkingFormula(begin) : "PAR(PNT(" + sheet + point.x + "," + sheet + point.y + "))";
+  for (const bool vertical : {false, true}) {
+    const Outcome written = writeFormula(engine, {end.sheet, endCell(begin, vertical)}, formula, true);
+    if (!written) return written;
+  }
+  if (engine.store.sheet(end.sheet) && engine.store.sheet(target.sheet)) {
+    // The writes may have made the entry already.
+    removeConnect(engine, end.sheet, begin);
+    addConnect(engine, end.sheet, begin, target.sheet, point.cell, point.part);
+  }
   scope.commit();
   return Outcome::done();
+}
+
+void freeWalkingEnd(Engine& engine, SheetId connector, bool begin) {
+  const FormulaPtr formula = formulaOf(engine.store, {connector, endCell(begin, false)});
+  if (formula && isWalkingFormula(formula->text())) setFree(engine, connector, begin);
+  releaseTrigger(engine, connector, begin);
+}
+
+void followGlue(Engine& engine, const CellAddress& cell, const FormulaPtr& before) {
+  bool begin = false;
+  if (!isEndCell(cell.key, begin)) return;
+  const FormulaPtr now = formulaOf(engine.store, cell);
+  if (before == now) return;
+  if (isGluing(before) && !isGluing(now)) {
+    // The other coordinate would go on following.
+    setFree(engine, cell.sheet, begin);
+    removeConnect(engine, cell.sheet, begin);
+    releaseTrigger(engine, cell.sheet, begin);
+    return;
+  }
+  if (!isGluing(now)) return;
+  removeConnect(engine, cell.sheet, begin);
+  if (isWalkingFormula(now->text())) {
+    if (const SheetId to = triggeredBy(engine.store, cell.sheet, triggerCell(begin)))
+      addConnect(engine, cell.sheet, begin, to, "PinX", gluePinPart);
+    return;
+  }
+  const ConnectorEnd end = endOf(engine.store, cell.sheet, begin);
+  if (!end.glued || engine.store.sheet(end.glued)->page != engine.store.sheet(cell.sheet)->page) return;
+  for (const Reference& reference : now->references()) {
+    if (reference.cell.section != SectionNumber::Connection) continue;
+    const std::vector<RowView> rows = rowsOf(engine.store, end.glued, SectionNumber::Connection);
+    for (std::size_t place = 0; place < rows.size(); ++place) {
+      if (rows[place].key != reference.cell.row) continue;
+      const Target point = targetAt(rows, place);
+      addConnect(engine, cell.sheet, begin, end.glued, point.cell, point.part);
+      return;
+    }
+  }
+  addConnect(engine, cell.sheet, begin, end.glued, "PinX", gluePinPart);
 }
 
 }  // namespace quorvel::host

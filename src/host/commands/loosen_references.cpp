@@ -4,16 +4,12 @@
 #include <cctype>
 #include <unordered_set>
 
-#include "host/cells/cell_table.h"
+#include "host/commands/glue.h"
+#include "host/recalc/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
 namespace {
-
-bool isEnd(const CellKey& key) {
-  static const CellKey ends[] = {objectCell("BeginX"), objectCell("BeginY"), objectCell("EndX"), objectCell("EndY")};
-  return std::find(std::begin(ends), std::end(ends), key) != std::end(ends);
-}
 
 std::size_t skipBlanks(const std::string& text, std::size_t at) {
   while (at < text.size() && std::isspace(static_cast<unsigned char>(text[at]))) ++at;
@@ -55,9 +51,15 @@ std::vector<CellAddress> loosenReferencesTo(Engine& engine, const std::vector<Sh
     if (std::find(leaving.begin(), leaving.end(), reader.sheet) != leaving.end()) continue;
     const Cell* cell = sheet->findLocal(reader.key);
     if (!cell || !cell->formula) continue;
+    bool begin = false;
+    const bool isTrigger = reader.key == triggerCell(true) || reader.key == triggerCell(false);
+    if (isTrigger) {
+      freeWalkingEnd(engine, reader.sheet, reader.key == triggerCell(true));
+      continue;
+    }
     Cell loose;
     loose.value = cell->value;
-    if (!isEnd(reader.key)) {
+    if (!isEndCell(reader.key, begin)) {
       loose.formula = engine.store.formulas().get(withLostReferences(*cell->formula, numbers));
       if (!loose.formula || loose.formula == cell->formula) continue;
       changed.push_back(reader);

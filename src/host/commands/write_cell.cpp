@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/commands/glue.h"
 #include "host/commands/text_fields.h"
 #include "host/formula/number_text.h"
 #include "host/sheet/inheritance.h"
@@ -52,7 +53,9 @@ Outcome commit(Engine& engine, const CellAddress& cell, Cell content) {
   if (!formulaChanged && !evaluates && content.value == oldValue && before) return Outcome::done();
 
   CommandScope scope(engine, engine.store.sheet(cell.sheet)->document, "Cell");
+  const FormulaPtr formulaBefore = before.formula ? before.formula->formula : nullptr;
   engine.edit.setCell(cell, std::move(content));
+  followGlue(engine, cell, formulaBefore);
   std::vector<CellAddress> followed;
   if (evaluates) {
     followed = engine.recalculate({cell}, {});

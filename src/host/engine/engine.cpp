@@ -70,9 +70,13 @@ void Engine::recalculateAndTell(const std::vector<CellAddress>& seeds, const std
 }
 
 CommandScope::CommandScope(Engine& engine, DocumentId document, std::string name)
-    : engine_(engine), number_(engine.undo.begin(document, std::move(name))) {}
+    : engine_(engine), number_(engine.undo.begin(document, std::move(name))) {
+  if (engine_.commandDepth++ == 0 && engine_.aftermath) engine_.aftermath->commandBegins(engine_);
+}
 
 CommandScope::~CommandScope() {
+  if (engine_.commandDepth == 1 && committed_ && engine_.aftermath) engine_.aftermath->commandEnds(engine_);
+  --engine_.commandDepth;
   engine_.undo.end(number_, committed_);
   if (!committed_) engine_.forgetTheGone();
 }

@@ -31,6 +31,18 @@ class Outcome {
   std::string reason_;
 };
 
+class Engine;
+
+/// What follows a user's command as a whole, once, before its step ends: not each of the writes inside it.
+class Aftermath {
+ public:
+  virtual ~Aftermath() = default;
+  /// An outermost command begins: what changed before is no business of it.
+  virtual void commandBegins(Engine& engine) = 0;
+  /// It is done; what the aftermath changes joins its step.
+  virtual void commandEnds(Engine& engine) = 0;
+};
+
 struct EngineOptions {
   std::string version = "12.0";
   std::vector<const DocumentFormat*> formats;  ///< borrowed; asked in this order
@@ -46,11 +58,15 @@ class Engine {
   Store store;
   DependencyGraph graph{store};
   Recalculator recalculator{store, graph};
-  UndoLog undo{store, graph};
-  Editor edit{store, graph, undo};
+  PlacementJournal placements;
+  UndoLog undo{store, graph, placements};
+  Editor edit{store, graph, undo, placements};
   EventDispatcher events;
   CommandBarSet bars;
   SelectionSnapshots selections;
+
+  std::unique_ptr<Aftermath> aftermath;  ///< null: commands have none
+  int commandDepth = 0;                  ///< commands inside commands, through handlers
 
   // Windows, the active one last.
   const std::vector<WindowState>& windows() const { return windows_; }

@@ -48,6 +48,14 @@ struct TextMetricsRequest {
   const Reference* shape = nullptr;  ///< another shape's TheText cell; null for this shape
 };
 
+/// A path as its segments, each as the points of short lines; in a shape's own coordinates, inches.
+struct FormulaPath {
+  struct Point {
+    double x = 0, y = 0;
+  };
+  std::vector<std::vector<Point>> segments;
+};
+
 /// What a formula may ask of the world while it is evaluated. Implemented over the sheets by host/recalc; tests bring
 /// their own.
 class EvaluationContext {
@@ -64,9 +72,30 @@ class EvaluationContext {
   virtual Maybe<Value> convertPoint(const Value& point, const Reference* from, const Reference* to) = 0;
   /// This shape's local coordinates to its parent's (PAR), and the parent's of the other shape likewise.
   virtual Maybe<Value> toParent(const Value& point, const Reference* shape) = 0;
+  /// Where the end that is being evaluated belongs, of a 1-D shape whose ends walk around the shapes they are glued to,
+  /// in the parent's coordinates; nothing when that is not for a formula to say.
+  virtual Maybe<Value> walkedTo() { return {}; }
   /// "PAGENAME", "PAGENUMBER", "PAGECOUNT", "NAME", "ID", "DOCLASTSAVE", "DOCCREATION", "CREATOR", "TITLE", "FILENAME",
   /// "DIRECTORY", "MASTERNAME", "TYPE", "NOW", …; nothing when the host does not know.
   virtual Maybe<Value> property(std::string_view name) = 0;
+  /// The path of a Geometry section, named by any of its cells. `exists` false for no such section; nothing is returned
+  /// for one whose curves we don't measure.
+  virtual Maybe<FormulaPath> path(const Reference&, bool& exists) {
+    exists = false;
+    return {};
+  }
+  /// Left, bottom, right and top of what the shape and its members draw, in the parent's coordinates.
+  virtual Maybe<std::vector<double>> boundingBox() { return {}; }
+  /// The formula of another cell, evaluated there with these named arguments; nothing for one that can't be told.
+  virtual Maybe<Value> evaluateCell(const Reference&, std::vector<std::pair<std::string, Value>>) { return {}; }
+  /// Text evaluated as a formula on the sheet of the reference.
+  virtual Maybe<Value> evaluateText(const Reference&, const std::string&) { return {}; }
+  /// What EVALCELL handed over under the name; nothing when it did not.
+  virtual Maybe<Value> argument(std::string_view) { return {}; }
+  /// Whether the cell holds a formula: at all, or itself.
+  virtual bool hasFormula(const Reference&, bool) { return false; }
+  /// Number of the document's font of this name; nothing when it has none.
+  virtual Maybe<int> fontNumber(std::string_view) { return {}; }
   /// LISTSEP and DECIMALSEP.
   virtual std::string listSeparator() { return ","; }
   virtual std::string decimalSeparator() { return "."; }

@@ -69,6 +69,14 @@ Value convertAngle(Call& call, bool parent) {
   return Value::number(normalized(turned), Unit::Angle);
 }
 
+/// What a trigger holds is of no meaning; that it is reached tells its readers that the shape changed.
+Value trigger(Call& call) { return call.unknown(); }
+
+Value walkedTo(Call& call) {
+  const Maybe<Value> place = call.context().walkedTo();
+  return place ? *place : call.unknown();
+}
+
 /// Half a turn when the angle lies between the limits, which may run over the full turn.
 Value gravity(Call& call) {
   const double angle = normalized(call.number(0));
@@ -119,6 +127,8 @@ constexpr FunctionRow rows[] = {
     {"LOCTOPAR", [](Call& c) { return convertPoint(c, true); }, AsksHost | ReadsTransforms},
     {"ANGLETOLOC", [](Call& c) { return convertAngle(c, false); }, AsksHost | ReadsTransforms},
     {"ANGLETOPAR", [](Call& c) { return convertAngle(c, true); }, AsksHost | ReadsTransforms},
+    {"_XFTRIGGER", trigger, AsksHost},
+    {"_WALKGLUE", walkedTo, AsksHost},
     {"ANG360",
      [](Call& c) {
        const Value angle = c.quantity(0);

@@ -16,6 +16,17 @@ bool movesShape(const CellKey& key) {
   return key.section == SectionNumber::Object && std::find(std::begin(keys), std::end(keys), key) != std::end(keys);
 }
 
+/// Cells whose change is a change of the shape's box, which triggers follow.
+bool changesBox(const CellKey& key) {
+  static const CellKey width = objectCell("Width"), height = objectCell("Height");
+  return movesShape(key) || key == width || key == height;
+}
+
+const CellKey& boxTrigger() {
+  static const CellKey key = objectCell("EventXFMod");
+  return key;
+}
+
 const CellKey& theText() {
   static const CellKey key = objectCell("TheText");
   return key;
@@ -219,6 +230,7 @@ void DependencyGraph::dependentsOf(const CellAddress& cell, std::vector<CellAddr
     appendLive({cell.sheet, transformKey}, out);
     appendInherited({cell.sheet, transformKey}, out);
   }
+  if (sheet->isShape() && changesBox(cell.key)) appendLive({cell.sheet, boxTrigger()}, out);
   // What a text shows follows its fields.
   if (cell.key.section == SectionNumber::TextField) dependentsOf({cell.sheet, theText()}, out);
 

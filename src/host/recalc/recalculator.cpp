@@ -5,6 +5,7 @@
 
 #include "host/cells/cell_table.h"
 #include "host/formula/formula.h"
+#include "host/recalc/connector_ends.h"
 #include "host/recalc/sheet_context.h"
 #include "host/sheet/inheritance.h"
 
@@ -198,7 +199,11 @@ void Recalculator::Run::evaluateNode(std::uint32_t number, int depth) {
     value = evaluate(*found.formula->formula, context);
     if (context.readUnknown()) value = {};
   }
-  if (!value) return;
+  if (!value) {
+    // Triggers tell that something changed by being reached, not by what they hold.
+    if (cell.key == triggerCell(true) || cell.key == triggerCell(false)) markDependents(number);
+    return;
+  }
   setIfChanged(number, fitToCell(owner.store_, cell, *value));
   if (nodes[number].changed) markDependents(number);
 }

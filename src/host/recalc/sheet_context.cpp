@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/recalc/connector_ends.h"
 #include "host/recalc/dependency_graph.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/transform.h"
@@ -81,6 +82,16 @@ Maybe<Value> SheetContext::toParent(const Value& point, const Reference* shape) 
   const auto onPage = toPageMatrix(store_, source).apply(point.internal(), point.y());
   if (!here->parent) return Value::point(onPage.x, onPage.y);
   const auto there = toPageMatrix(store_, here->parent).inverse().apply(onPage.x, onPage.y);
+  return Value::point(there.x, there.y);
+}
+
+Maybe<Value> SheetContext::walkedTo() {
+  bool begin = false;
+  const Sheet* here = store_.sheet(cell_.sheet);
+  if (!here || !isEndCell(cell_.key, begin)) return {};
+  const Maybe<Spot> place = walkedPlace(store_, cell_.sheet, begin);
+  if (!place) return {};
+  const auto there = toPageMatrix(store_, here->parent).inverse().apply(place->x, place->y);
   return Value::point(there.x, there.y);
 }
 

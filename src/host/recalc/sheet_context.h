@@ -19,6 +19,7 @@ class SheetContext : public EvaluationContext {
   std::string shapeText(const Reference& reference) override;
   Maybe<Value> convertPoint(const Value& point, const Reference* from, const Reference* to) override;
   Maybe<Value> toParent(const Value& point, const Reference* shape) override;
+  Maybe<Value> walkedTo() override;
   Maybe<Value> property(std::string_view name) override;
   Value lastValue() override;
 

@@ -55,27 +55,33 @@ const Box* BoxIndex::find(std::uint32_t number) const {
   return found == boxes_.end() ? nullptr : &found->second;
 }
 
-void BoxIndex::touching(const Box& box, std::vector<std::uint32_t>& out) const {
-  const std::size_t from = out.size();
+bool BoxIndex::any(const Box& box, const std::function<bool(std::uint32_t number, const Box& its)>& isMet) const {
   const Squares squares = squaresOf(box);
   const double asked = double(squares.right - squares.left + 1) * double(squares.top - squares.bottom + 1);
-  if (asked > double(squares_.size())) {
-    for (const auto& [number, other] : boxes_) {
-      if (other.touches(box)) out.push_back(number);
-    }
-  } else {
-    const auto take = [&](const std::vector<std::uint32_t>& numbers) {
-      for (const std::uint32_t number : numbers) {
-        if (boxes_.at(number).touches(box)) out.push_back(number);
-      }
-    };
-    take(large_);
-    for (std::int64_t x = squares.left; x <= squares.right; ++x) {
-      for (std::int64_t y = squares.bottom; y <= squares.top; ++y) {
-        if (const auto square = squares_.find(key(x, y)); square != squares_.end()) take(square->second);
-      }
+  const auto holds = [&](std::uint32_t number, const Box& its) { return its.touches(box) && isMet(number, its); };
+  if (asked > double(squares_.size()))
+    return std::any_of(boxes_.begin(), boxes_.end(),
+                       [&](const auto& entry) { return holds(entry.first, entry.second); });
+  const auto anyOf = [&](const std::vector<std::uint32_t>& numbers) {
+    return std::any_of(numbers.begin(), numbers.end(),
+                       [&](std::uint32_t number) { return holds(number, boxes_.at(number)); });
+  };
+  if (anyOf(large_)) return true;
+  for (std::int64_t x = squares.left; x <= squares.right; ++x) {
+    for (std::int64_t y = squares.bottom; y <= squares.top; ++y) {
+      const auto square = squares_.find(key(x, y));
+      if (square != squares_.end() && anyOf(square->second)) return true;
     }
   }
+  return false;
+}
+
+void BoxIndex::touching(const Box& box, std::vector<std::uint32_t>& out) const {
+  const std::size_t from = out.size();
+  any(box, [&](std::uint32_t number, const Box&) {
+    out.push_back(number);
+    return false;
+  });
   std::sort(out.begin() + static_cast<std::ptrdiff_t>(from), out.end());
   out.erase(std::unique(out.begin() + static_cast<std::ptrdiff_t>(from), out.end()), out.end());
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <unordered_map>
 #include <vector>
 
@@ -21,6 +22,8 @@ class BoxIndex {
   const Box* find(std::uint32_t number) const;
   /// Appends the numbers whose boxes touch `box`, each once, in rising order.
   void touching(const Box& box, std::vector<std::uint32_t>& out) const;
+  /// Whether `isMet` holds for a box that touches `box`; asked until it does, of some boxes more than once.
+  bool any(const Box& box, const std::function<bool(std::uint32_t number, const Box& its)>& isMet) const;
   std::size_t size() const { return boxes_.size(); }
 
  private:

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/maybe.h"
+#include "host/formula/local_syntax.h"
 #include "host/sheet/ids.h"
 #include "host/sheet/sheet.h"
 
@@ -146,6 +147,9 @@ class Store {
   void putSubtree(std::vector<std::unique_ptr<Sheet>> sheets, std::size_t place);
 
   FormulaPool& formulas() { return formulas_; }
+  /// How a user writes formulas and numbers; what is stored is always universal.
+  const FormulaLocale& locale() const { return locale_; }
+  void setLocale(const FormulaLocale& locale) { locale_ = locale; }
 
   /// The document's style of that name in any letter case; null when it has none.
   SheetId styleNamed(DocumentId document, std::string_view name) const;
@@ -176,6 +180,7 @@ class Store {
   std::vector<std::unique_ptr<Document>> documents_{1};
   std::vector<DocumentId> order_;
   FormulaPool formulas_;
+  FormulaLocale locale_;
 };
 
 }  // namespace quorvel::host

@@ -7,7 +7,7 @@
 namespace quorvel::host {
 
 void Editor::commit(Exchange exchange) {
-  apply(exchange, store_, graph_);
+  apply(exchange, store_, graph_, placements_);
   log_.add(std::move(exchange));
 }
 
@@ -128,7 +128,10 @@ void Editor::addConnect(PageId page, Connect connect) {
   commit(ConnectExchange{page, last, std::move(connect)});
 }
 
-void Editor::shapeAdded(SheetId root) { log_.add(SubtreeExchange{root, 0, {}}); }
+void Editor::shapeAdded(SheetId root) {
+  placements_.note(*store_.sheet(root));
+  log_.add(SubtreeExchange{root, 0, {}});
+}
 void Editor::pageAdded(PageId page) { log_.add(PageExchange{page, {}}); }
 void Editor::masterAdded(MasterId master) { log_.add(MasterExchange{master, {}}); }
 void Editor::styleAdded(SheetId style) { log_.add(StyleExchange{style, {}}); }

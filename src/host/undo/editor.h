@@ -11,7 +11,8 @@ namespace quorvel::host {
 
 class Editor {
  public:
-  Editor(Store& store, DependencyGraph& graph, UndoLog& log) : store_(store), graph_(graph), log_(log) {}
+  Editor(Store& store, DependencyGraph& graph, UndoLog& log, PlacementJournal& placements)
+      : store_(store), graph_(graph), log_(log), placements_(placements) {}
 
   /// Makes the row local first when it is only inherited.
   void setCell(const CellAddress& cell, std::optional<Cell> content);
@@ -62,6 +63,7 @@ class Editor {
   Store& store_;
   DependencyGraph& graph_;
   UndoLog& log_;
+  PlacementJournal& placements_;
 };
 
 }  // namespace quorvel::host

@@ -8,6 +8,7 @@ namespace {
 struct Apply {
   Store& store;
   DependencyGraph& graph;
+  PlacementJournal& placements;
 
   void watch(const CellAddress& address) const {
     const Cell* cell = store.sheet(address.sheet)->findLocal(address.key);
@@ -21,6 +22,7 @@ struct Apply {
     Sheet* sheet = store.sheet(exchange.cell.sheet);
     if (!sheet) return;
     const CellKey& key = exchange.cell.key;
+    placements.noteCell(store, *sheet, key);
     Cell* cell = sheet->findLocal(key);
     if (exchange.held && cell) {
       const bool sameFormula = cell->formula == exchange.held->formula;
@@ -41,6 +43,9 @@ struct Apply {
     Sheet* sheet = store.sheet(exchange.sheet);
     if (!sheet) return;
     if (exchange.held) {
+      for (const auto& entry : exchange.held->cells)
+        placements.noteCell(store, *sheet, {exchange.section, exchange.held->key, entry.first});
+      placements.noteSection(*sheet, exchange.section);
       auto& rows = sheet->section(exchange.section).rows;
       const auto place = static_cast<std::ptrdiff_t>(std::min(exchange.place, rows.size()));
       const auto row = rows.insert(rows.begin() + place, std::move(*exchange.held));
@@ -51,6 +56,8 @@ struct Apply {
     Section* section = sheet->find(exchange.section);
     if (!section || exchange.place >= section->rows.size()) return;
     const auto row = section->rows.begin() + static_cast<std::ptrdiff_t>(exchange.place);
+    for (const auto& entry : row->cells) placements.noteCell(store, *sheet, {exchange.section, row->key, entry.first});
+    placements.noteSection(*sheet, exchange.section);
     exchange.held = std::move(*row);
     section->rows.erase(row);
     if (section->rows.empty() && !section->deleted && !section->extras) {
@@ -62,6 +69,7 @@ struct Apply {
     Sheet* sheet = store.sheet(exchange.sheet);
     Section* section = sheet ? sheet->find(exchange.section) : nullptr;
     if (!section || exchange.place >= section->rows.size()) return;
+    placements.noteSection(*sheet, exchange.section);
     Row& row = section->rows[exchange.place];
     std::swap(row.key, exchange.key);
     std::swap(row.name, exchange.name);
@@ -72,6 +80,7 @@ struct Apply {
   void operator()(SectionExchange& exchange) const {
     Sheet* sheet = store.sheet(exchange.sheet);
     if (!sheet) return;
+    placements.noteSection(*sheet, exchange.number);
     std::optional<Section> out;
     if (Section* section = sheet->find(exchange.number)) {
       out = std::move(*section);
@@ -109,10 +118,12 @@ struct Apply {
       store.putSubtree(std::move(exchange.held), exchange.place);
       exchange.held.clear();
       for (const SheetId sheet : back) graph.addSheet(sheet);
+      if (const Sheet* root = store.sheet(exchange.root)) placements.note(*root);
       return;
     }
     const Sheet* root = store.sheet(exchange.root);
     if (!root) return;
+    placements.note(*root);
     const auto& order = store.siblings(*root);
     exchange.place = static_cast<std::size_t>(std::find(order.begin(), order.end(), exchange.root) - order.begin());
     exchange.held = store.takeSubtree(exchange.root);
@@ -191,6 +202,8 @@ struct Apply {
 
 }  // namespace
 
-void apply(Exchange& exchange, Store& store, DependencyGraph& graph) { std::visit(Apply{store, graph}, exchange); }
+void apply(Exchange& exchange, Store& store, DependencyGraph& graph, PlacementJournal& placements) {
+  std::visit(Apply{store, graph, placements}, exchange);
+}
 
 }  // namespace quorvel::host

@@ -11,6 +11,7 @@
 #include "host/recalc/cell_address.h"
 #include "host/recalc/dependency_graph.h"
 #include "host/sheet/store.h"
+#include "host/undo/placement_journal.h"
 
 namespace quorvel::host {
 
@@ -106,7 +107,7 @@ using Exchange =
     std::variant<CellExchange, RowExchange, RowHeadExchange, SectionExchange, SheetFieldsExchange, SubtreeExchange,
                  OrderExchange, PageExchange, MasterExchange, StyleExchange, PageFieldsExchange, ConnectExchange>;
 
-/// Swaps; an entry whose object is gone does nothing.
-void apply(Exchange& exchange, Store& store, DependencyGraph& graph);
+/// Swaps, and notes what moved; an entry whose object is gone does nothing.
+void apply(Exchange& exchange, Store& store, DependencyGraph& graph, PlacementJournal& placements);
 
 }  // namespace quorvel::host

@@ -104,7 +104,7 @@ void UndoLog::add(Exchange exchange) {
 
 void UndoLog::takeBack(std::vector<Exchange>& entries, std::size_t from) {
   while (entries.size() > from) {
-    apply(entries.back(), store_, graph_);
+    apply(entries.back(), store_, graph_, placements_);
     entries.pop_back();
   }
 }
@@ -116,7 +116,7 @@ bool UndoLog::move(std::vector<Step>& from, std::vector<Step>& to, DocumentId do
   if (last == from.rend()) return false;
   Step step = std::move(*last);
   from.erase(std::next(last).base());
-  for (std::size_t i = step.entries.size(); i-- > 0;) apply(step.entries[i], store_, graph_);
+  for (std::size_t i = step.entries.size(); i-- > 0;) apply(step.entries[i], store_, graph_, placements_);
   // The other way, the entries are walked the other way round.
   step.entries = std::vector<Exchange>(std::make_move_iterator(step.entries.rbegin()),
                                        std::make_move_iterator(step.entries.rend()));

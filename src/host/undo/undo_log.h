@@ -13,7 +13,8 @@ namespace quorvel::host {
 
 class UndoLog {
  public:
-  UndoLog(Store& store, DependencyGraph& graph) : store_(store), graph_(graph) {}
+  UndoLog(Store& store, DependencyGraph& graph, PlacementJournal& placements)
+      : store_(store), graph_(graph), placements_(placements) {}
 
   /// Opens a scope; gives its number. The outermost scope is a step of `document`, and nested ones join it.
   int begin(DocumentId document, std::string name);
@@ -73,6 +74,7 @@ class UndoLog {
 
   Store& store_;
   DependencyGraph& graph_;
+  PlacementJournal& placements_;
   std::vector<Step> done_, undone_;
   std::vector<Scope> scopes_;
   Step open_;

@@ -1,0 +1,305 @@
+#include "host/commands/route_connectors.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "host/cells/cell_table.h"
+#include "host/commands/route_drawing.h"
+#include "host/commands/route_map.h"
+#include "host/commands/route_ports.h"
+#include "host/recalc/connector_ends.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+namespace {
+
+/// Handlers of what routing changed may move shapes again; an endless exchange is left alone after this many rounds.
+constexpr int mostRounds = 8;
+constexpr double hair = 1e-6;
+
+enum FixedCode { Freely = 0, AsNeeded = 1, Never = 2, OnCrossover = 3 };
+
+int fixedCodeOf(const Store& store, SheetId connector) {
+  static const CellKey key = objectCell("ConFixedCode");
+  const int code = static_cast<int>(cellNumber(store, connector, key));
+  // The codes above are marks of automatic layout; such a line is as free as any.
+  return code >= Freely && code <= OnCrossover ? code : static_cast<int>(Freely);
+}
+
+bool isSame(const Spot& a, const Spot& b, double within) {
+  return std::fabs(a.x - b.x) < within && std::fabs(a.y - b.y) < within;
+}
+
+/// Whether a connector whose ends changed needs another line. One that was moved as a whole doesn't, nor one that came
+/// with a line that meets its ends, as a pasted one.
+bool isPulled(const Store& store, const PlacementJournal::Entry& entry) {
+  const Spot begin = endOf(store, entry.sheet, true).at, end = endOf(store, entry.sheet, false).at;
+  if (entry.came) {
+    const Polyline line = lineOnPage(store, entry.sheet);
+    constexpr double meeting = 1e-3;
+    return !line.empty() && !(isSame(line.front(), begin, meeting) && isSame(line.back(), end, meeting));
+  }
+  const auto& before = entry.endsBefore;
+  const Spot beginBy{begin.x - before[0], begin.y - before[1]}, endBy{end.x - before[2], end.y - before[3]};
+  // Where nothing moved, the end was glued or set free.
+  return isSame(beginBy, {}, hair) || !isSame(beginBy, endBy, hair);
+}
+
+/// What the line of one connector has to go around.
+class WayObstacles : public ObstacleSource {
+ public:
+  WayObstacles(const Store& store, const RouteMap& map, const ConnectorEnd& begin, const ConnectorEnd& end,
+               const RouteRequest& request)
+      : store_(store), map_(map) {
+    for (const bool first : {true, false}) {
+      const ConnectorEnd& own = first ? begin : end;
+      const SheetId top = own.glued ? topOf(store, own.glued) : SheetId{};
+      for (const Port& port : first ? request.begin : request.end) spots_.push_back({port.exit, port.at, top});
+    }
+  }
+
+  void touching(const Box& box, std::vector<Obstacle>& out) const override {
+    static const CellKey permeableX = objectCell("ShapePermeableX"), permeableY = objectCell("ShapePermeableY");
+    for (const SheetId shape : map_.shapesTouching(box)) {
+      const Box its = *map_.boxOf(shape);
+      if (holdsAnEnd(shape, its)) continue;
+      Obstacle obstacle;
+      obstacle.number = shape.value;
+      obstacle.box = its;
+      if (!isOwn(shape)) {
+        if (map_.isFrame(store_, shape)) continue;
+        obstacle.passSideways = cellNumber(store_, shape, permeableX) != 0;
+        obstacle.passUpright = cellNumber(store_, shape, permeableY) != 0;
+      }
+      out.push_back(obstacle);
+    }
+  }
+
+ private:
+  struct EndSpot {
+    Spot exit, at;
+    SheetId top;  ///< the shape at the top of the page that the end is glued to
+  };
+  bool isOwn(SheetId shape) const {
+    return std::any_of(spots_.begin(), spots_.end(), [&](const EndSpot& spot) { return spot.top == shape; });
+  }
+  /// A shape around an end that is glued elsewhere can't be gone around.
+  bool holdsAnEnd(SheetId shape, const Box& box) const {
+    return std::any_of(spots_.begin(), spots_.end(), [&](const EndSpot& spot) {
+      return spot.top != shape && (box.holds(spot.exit, hair) || box.holds(spot.at, hair));
+    });
+  }
+
+  const Store& store_;
+  const RouteMap& map_;
+  std::vector<EndSpot> spots_;
+};
+
+class Routing : public Aftermath {
+ public:
+  void commandBegins(Engine& engine) override;
+  void commandEnds(Engine& engine) override;
+
+ private:
+  struct Moved {
+    SheetId shape;
+    Maybe<Box> before, after;
+  };
+  /// Why a connector is looked at.
+  enum Reason : std::uint8_t {
+    Eased,  ///< a shape beside the line went: drawn only if the way gets better
+    Met,    ///< a shape was put on the line: drawn if that can be helped
+    Pulled  ///< an end moved
+  };
+  struct PageWork {
+    std::vector<Moved> moved;
+    std::map<SheetId, Reason> connectors;
+    void add(SheetId connector, Reason reason) {
+      const auto [place, made] = connectors.try_emplace(connector, reason);
+      if (!made) place->second = std::max(place->second, reason);
+    }
+  };
+  using Work = std::map<PageId, PageWork>;
+
+  /// Null for pages of masters and pages that are gone, and for one without a map.
+  RouteMap* mapOf(const Engine& engine, PageId page);
+  void forgetMaps(const Engine& engine, DocumentId document);
+  void absorb(Engine& engine, const std::vector<PlacementJournal::Entry>& entries);
+  Work sort(Engine& engine, const std::vector<PlacementJournal::Entry>& entries);
+  void addPulled(const Engine& engine, PageWork& work) const;
+  void addMet(const Engine& engine, const RouteMap& map, PageId page, PageWork& work) const;
+  void route(Engine& engine, const RouteMap& map, SheetId connector, Reason reason, std::vector<CellAddress>& changed);
+
+  std::unordered_map<PageId, RouteMap> maps_;
+};
+
+RouteMap* Routing::mapOf(const Engine& engine, PageId id) {
+  const Page* page = engine.store.page(id);
+  if (!page || page->master) {
+    maps_.erase(id);
+    return nullptr;
+  }
+  const auto found = maps_.find(id);
+  return found == maps_.end() ? nullptr : &found->second;
+}
+
+/// What a master's shape says, its instances show: where they lie is anybody's guess.
+void Routing::forgetMaps(const Engine& engine, DocumentId document) {
+  std::erase_if(maps_, [&](const auto& entry) {
+    const Page* page = engine.store.page(entry.first);
+    return !page || page->document == document;
+  });
+}
+
+void Routing::absorb(Engine& engine, const std::vector<PlacementJournal::Entry>& entries) {
+  if (engine.placements.takeOverflow()) maps_.clear();
+  for (const PlacementJournal::Entry& entry : entries) {
+    const Page* page = engine.store.page(entry.page);
+    if (page && page->master) forgetMaps(engine, page->document);
+    if (RouteMap* map = mapOf(engine, entry.page)) map->update(engine.store, topOf(engine.store, entry.sheet));
+  }
+}
+
+void Routing::commandBegins(Engine& engine) {
+  if (!engine.placements.isEmpty()) absorb(engine, engine.placements.take());
+}
+
+Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::Entry>& entries) {
+  const Store& store = engine.store;
+  Work work;
+  std::set<SheetId> seen;
+  std::set<PageId> fresh;
+  for (const PlacementJournal::Entry& entry : entries) {
+    const Page* page = store.page(entry.page);
+    if (page && page->master) forgetMaps(engine, page->document);
+    if (!page || page->master) continue;
+    // A map that is made now does not know where things were before.
+    if (!mapOf(engine, entry.page)) {
+      maps_.emplace(entry.page, RouteMap(store, entry.page));
+      fresh.insert(entry.page);
+    }
+    RouteMap* map = mapOf(engine, entry.page);
+    const SheetId top = topOf(store, entry.sheet);
+    PageWork& here = work[entry.page];
+    if (top == entry.sheet && entry.ended && isRoutable(store, top) && isPulled(store, entry)) here.add(top, Pulled);
+    if (!seen.insert(top).second) continue;
+    const Maybe<Box> before = fresh.contains(entry.page) ? Maybe<Box>() : map->boxOf(top);
+    map->update(store, top);
+    const Maybe<Box> after = map->boxOf(top);
+    if (bool(before) != bool(after) || (before && !(*before == *after))) here.moved.push_back({top, before, after});
+  }
+  return work;
+}
+
+/// Connectors with an end that walks around a moved shape, or around a member of it.
+void Routing::addPulled(const Engine& engine, PageWork& work) const {
+  std::vector<CellAddress> readers;
+  for (const Moved& moved : work.moved) {
+    if (!moved.after) continue;
+    for (const SheetId sheet : engine.store.subtree(moved.shape)) {
+      readers.clear();
+      engine.graph.appendReadersOf(sheet, readers);
+      for (const CellAddress& reader : readers) {
+        if (reader.key != triggerCell(true) && reader.key != triggerCell(false)) continue;
+        if (!isRoutable(engine.store, reader.sheet)) continue;
+        if (endOf(engine.store, reader.sheet, reader.key == triggerCell(true)).walks) work.add(reader.sheet, Pulled);
+      }
+    }
+  }
+}
+
+/// Connectors that a shape came to lie upon, and those that went around it where it was.
+void Routing::addMet(const Engine& engine, const RouteMap& map, PageId page, PageWork& work) const {
+  static const CellKey lineToNodeX = objectCell("LineToNodeX"), lineToNodeY = objectCell("LineToNodeY");
+  const Store& store = engine.store;
+  const SheetId sheet = store.page(page)->sheet;
+  const double clearX = cellNumber(store, sheet, lineToNodeX), clearY = cellNumber(store, sheet, lineToNodeY);
+  for (const Moved& moved : work.moved) {
+    if (moved.after && !map.isFrame(store, moved.shape)) {
+      for (const SheetId connector : map.connectorsTouching(*moved.after)) {
+        const Polyline line = lineOnPage(store, connector);
+        if (!crosses(line, *moved.after) || (moved.before && crosses(line, *moved.before))) continue;
+        if (moved.after->holds(line.front(), hair) || moved.after->holds(line.back(), hair)) continue;
+        if (fixedCodeOf(store, connector) == Freely || fixedCodeOf(store, connector) == OnCrossover)
+          work.add(connector, Met);
+      }
+    }
+    if (moved.before) {
+      const Box beside = moved.before->grown(clearX, clearY);
+      for (const SheetId connector : map.connectorsTouching(beside)) {
+        if (fixedCodeOf(store, connector) != Freely) continue;
+        const Polyline line = lineOnPage(store, connector);
+        // Lines found here keep just this distance from what they go around.
+        if (line.size() > 2 && crosses(line, beside.grown(2 * hair, 2 * hair)) &&
+            !crosses(line, beside.grown(-2 * hair, -2 * hair)))
+          work.add(connector, Eased);
+      }
+    }
+  }
+}
+
+void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reason reason,
+                    std::vector<CellAddress>& changed) {
+  static const CellKey lineToNodeX = objectCell("LineToNodeX"), lineToNodeY = objectCell("LineToNodeY"),
+                       dynamicsOff = objectCell("DynamicsOff");
+  const Store& store = engine.store;
+  if (!isRoutable(store, connector)) return;
+  const SheetId page = store.page(store.sheet(connector)->page)->sheet;
+  if (cellNumber(store, page, dynamicsOff) != 0) return;
+  const ConnectorEnd begin = endOf(store, connector, true), end = endOf(store, connector, false);
+  const RouteStyle style = routeStyleOf(store, connector);
+  const bool keepsShape = fixedCodeOf(store, connector) == Never || !isStraightLined(store, connector);
+  if (style.kind != RouteStyle::RightAngle || keepsShape) {
+    if (reason != Pulled) return;
+    const Polyline line = straightLine(store, begin, end, style);
+    if (!keepsShape) return drawLine(engine, connector, line, changed);
+    // Its ends still walk; between them the line keeps its shape.
+    moveEnds(engine, connector, line, changed);
+    return stretchLine(engine, connector, changed);
+  }
+  RouteRequest request;
+  // A distance of nothing would make lines run along borders.
+  constexpr double least = 0.01;
+  request.clearX = std::max(least, cellNumber(store, page, lineToNodeX));
+  request.clearY = std::max(least, cellNumber(store, page, lineToNodeY));
+  request.begin = portsOf(store, begin, end, style);
+  request.end = portsOf(store, end, begin, style);
+  const Route found = findRoute(request, WayObstacles(store, map, begin, end, request));
+  if (found.line.size() < 2) return;
+  if (reason == Met && found.crossesObstacle) return;
+  if (reason == Eased &&
+      (found.crossesObstacle || costOf(found.line, request) > costOf(lineOnPage(store, connector), request) - hair))
+    return;
+  drawLine(engine, connector, found.line, changed);
+}
+
+void Routing::commandEnds(Engine& engine) {
+  for (int round = 0; round < mostRounds && !engine.placements.isEmpty(); ++round) {
+    Work work = sort(engine, engine.placements.take());
+    if (engine.placements.takeOverflow()) maps_.clear();
+    std::vector<CellAddress> changed;
+    for (auto& [page, here] : work) {
+      const RouteMap* map = mapOf(engine, page);
+      if (!map || !map->hasConnectors()) continue;
+      addPulled(engine, here);
+      addMet(engine, *map, page, here);
+      for (const auto& [connector, reason] : here.connectors) {
+        route(engine, *map, connector, reason, changed);
+      }
+    }
+    // What was drawn here is no reason to draw again.
+    absorb(engine, engine.placements.take());
+    for (const CellAddress& cell : changed) {
+      if (engine.store.sheet(cell.sheet))
+        engine.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine.handle(cell)); });
+    }
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<Aftermath> routingAftermath() { return std::make_unique<Routing>(); }
+
+}  // namespace quorvel::host

@@ -1,0 +1,18 @@
+// Keeps dynamic connectors true: what a command moved, draws the connectors anew that hang on it or that it came to lie
+// upon, in the same step.
+#pragma once
+
+#include <memory>
+
+#include "host/engine/engine.h"
+
+namespace quorvel::host {
+
+/// For Engine::aftermath. A connector is drawn anew when one of its ends moved, was glued, or walks around a shape that
+/// moved; when a shape was put on its line; and when a shape that its line went around is gone from there and a better
+/// way is free. ConFixedCode decides: 2 (never) only stretches the line with its ends, 1 (as needed) heeds its ends
+/// alone, 3 (on crossover) never takes a way only because it is better. Lines that were opened stay as drawn until one
+/// of this happens to them. Nothing is routed on pages whose DynamicsOff is set, nor in groups and masters.
+std::unique_ptr<Aftermath> routingAftermath();
+
+}  // namespace quorvel::host

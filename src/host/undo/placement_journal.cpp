@@ -1,0 +1,69 @@
+#include "host/undo/placement_journal.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/cells/cell_table.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::host {
+namespace {
+
+/// Nobody reads the journal of an engine without commands; it must not grow for ever.
+constexpr std::size_t mostEntries = 1 << 18;
+
+}  // namespace
+
+PlacementJournal::Entry* PlacementJournal::entryOf(const Sheet& sheet) {
+  if (!sheet.isShape()) return nullptr;
+  const auto [place, made] = places_.try_emplace(sheet.id, entries_.size());
+  if (!made) return &entries_[place->second];
+  if (entries_.size() >= mostEntries) {
+    entries_.clear();
+    places_.clear();
+    overflow_ = true;
+    places_.emplace(sheet.id, 0);
+  }
+  Entry entry;
+  entry.sheet = sheet.id;
+  entry.page = sheet.page;
+  entries_.push_back(entry);
+  return &entries_.back();
+}
+
+void PlacementJournal::note(const Sheet& sheet) {
+  if (Entry* entry = entryOf(sheet)) entry->came = true;
+}
+
+void PlacementJournal::noteCell(const Store& store, const Sheet& sheet, const CellKey& key) {
+  if (isGeometry(key.section)) return noteSection(sheet, key.section);
+  if (key.section != SectionNumber::Object) return;
+  static const std::array<CellKey, 4> ends = {objectCell("BeginX"), objectCell("BeginY"), objectCell("EndX"),
+                                              objectCell("EndY")};
+  static const std::array<CellKey, 12> places = {
+      objectCell("PinX"),    objectCell("PinY"),    objectCell("Width"),           objectCell("Height"),
+      objectCell("LocPinX"), objectCell("LocPinY"), objectCell("Angle"),           objectCell("FlipX"),
+      objectCell("FlipY"),   objectCell("ObjType"), objectCell("ShapePermeableX"), objectCell("ShapePermeableY")};
+  if (key.row == ends[0].row && std::find(ends.begin(), ends.end(), key) != ends.end()) {
+    Entry* entry = entryOf(sheet);
+    if (!entry || entry->ended) return;
+    entry->ended = true;
+    for (std::size_t i = 0; i < ends.size(); ++i) entry->endsBefore[i] = cellNumber(store, sheet.id, ends[i]);
+  } else if (std::find(places.begin(), places.end(), key) != places.end()) {
+    if (Entry* entry = entryOf(sheet)) entry->placed = true;
+  }
+}
+
+void PlacementJournal::noteSection(const Sheet& sheet, SectionNumber section) {
+  if (!isGeometry(section)) return;
+  if (Entry* entry = entryOf(sheet)) entry->drawn = true;
+}
+
+std::vector<PlacementJournal::Entry> PlacementJournal::take() {
+  places_.clear();
+  return std::exchange(entries_, {});
+}
+
+bool PlacementJournal::takeOverflow() { return std::exchange(overflow_, false); }
+
+}  // namespace quorvel::host

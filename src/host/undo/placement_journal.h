@@ -1,0 +1,47 @@
+// Which shapes came, went, moved or were redrawn since the journal was last read: whoever follows where things lie on
+// pages reads it, so that the cost of following is that of the change.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include "host/cells/cell_key.h"
+#include "host/sheet/store.h"
+
+namespace quorvel::host {
+
+class PlacementJournal {
+ public:
+  struct Entry {
+    SheetId sheet;
+    PageId page;          ///< where it stands or stood
+    bool came = false;    ///< it was made or came back, or went
+    bool placed = false;  ///< its place, size or turn changed
+    bool drawn = false;   ///< its geometry changed
+    bool ended = false;   ///< an end of a 1-D shape changed
+    /// BeginX, BeginY, EndX and EndY before the first change, in inches; meaningful when `ended`.
+    std::array<double, 4> endsBefore{};
+  };
+
+  void note(const Sheet& sheet);
+  /// Call before the cell changes.
+  void noteCell(const Store& store, const Sheet& sheet, const CellKey& key);
+  void noteSection(const Sheet& sheet, SectionNumber section);
+
+  /// In the order of the first change. The journal is empty afterwards.
+  std::vector<Entry> take();
+  /// True when so much changed that entries were let go: what is known of pages is worth nothing then.
+  bool takeOverflow();
+  bool isEmpty() const { return entries_.empty() && !overflow_; }
+
+ private:
+  Entry* entryOf(const Sheet& sheet);
+
+  std::vector<Entry> entries_;
+  std::unordered_map<SheetId, std::size_t> places_;
+  bool overflow_ = false;
+};
+
+}  // namespace quorvel::host
