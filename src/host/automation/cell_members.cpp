@@ -79,10 +79,10 @@ Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arg
     case Member::Cell_Formula:
     case Member::Cell_FormulaU: {
       const FoundCell found = findCell(store, cell.sheet, cell.key);
-      if (found) return Variant(formulaFor(store, cell.sheet, found));
       Cell standing;
-      standing.value = cellValue(store, cell.sheet, cell.key);
-      return Variant(formulaText(standing));
+      if (!found) standing.value = cellValue(store, cell.sheet, cell.key);
+      const std::string universal = found ? formulaFor(store, cell.sheet, found) : formulaText(standing);
+      return Variant(member == Member::Cell_Formula ? toLocalSyntax(universal, store.locale()) : universal);
     }
     case Member::Cell_ResultStr: {
       return Variant(cellValue(store, cell.sheet, cell.key).asText(integerAt(arguments, 0).or_(0)));
@@ -112,7 +112,10 @@ bool InMemoryHost::putCell(const CellAddress& cell, Member member, Arguments ind
       const Maybe<std::string_view> formula = textOfArgument(value);
       if (!formula) break;
       const bool force = member == Member::Cell_FormulaForce || member == Member::Cell_FormulaForceU;
-      return settle(writeFormula(engine_, cell, *formula, force));
+      const bool local = member == Member::Cell_Formula || member == Member::Cell_FormulaForce;
+      const FormulaLocale& locale = engine_.store.locale();
+      return settle(
+          writeFormula(engine_, cell, local ? toUniversalSyntax(*formula, locale) : std::string(*formula), force));
     }
     case Member::Cell_Result:
     case Member::Cell_ResultForce:

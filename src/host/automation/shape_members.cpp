@@ -248,7 +248,9 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
     case Member::Shape_EndTextEdit:
       return settled(endTextEdit(engine_, id, textAt(arguments, 0).or_("")));
     case Member::Characters_AddCustomField:
-      return settled(addCustomField(engine_, id, textAt(arguments, 0).or_(""), integerAt(arguments, 1).or_(0)));
+      return settled(addCustomField(engine_, id,
+                                    toUniversalSyntax(textAt(arguments, 0).or_(""), engine_.store.locale()),
+                                    integerAt(arguments, 1).or_(0)));
     case Member::Cell_GlueTo: {
       const Maybe<ObjectRef> target = referenceAt(arguments, 0, ObjectKind::Cell);
       if (!target) return refuse("a cell to glue to is needed");

@@ -35,8 +35,9 @@ void FormulaPool::forgetUnused() {
 std::span<const FunctionRow> allFunctions() {
   static const std::vector<FunctionRow> functions = [] {
     std::vector<FunctionRow> all;
-    for (const auto topic : {arithmeticFunctions(), logicFunctions(), textFunctions(), dateTimeFunctions(),
-                             geometryFunctions(), colourFunctions(), referenceFunctions(), hostFunctions()})
+    for (const auto topic :
+         {arithmeticFunctions(), logicFunctions(), textFunctions(), dateTimeFunctions(), geometryFunctions(),
+          colourFunctions(), referenceFunctions(), hostFunctions(), pathFunctions(), relationFunctions()})
       all.insert(all.end(), topic.begin(), topic.end());
     return all;
   }();

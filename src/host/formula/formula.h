@@ -92,6 +92,11 @@ class EvaluationContext {
   virtual Maybe<Value> evaluateText(const Reference&, const std::string&) { return {}; }
   /// What EVALCELL handed over under the name; nothing when it did not.
   virtual Maybe<Value> argument(std::string_view) { return {}; }
+  /// The cell of a shape that this one is related to: "CONTAINER", "LIST" or "CALLOUTTARGET", the `index`-th of them
+  /// (1-based, in front first) that bears the category (empty: any); #REF! when there is none.
+  virtual Value relatedValue(std::string_view, int, std::string_view, const Reference&) {
+    return Value::error(ErrorCode::Reference);
+  }
   /// Whether the cell holds a formula: at all, or itself.
   virtual bool hasFormula(const Reference&, bool) { return false; }
   /// Number of the document's font of this name; nothing when it has none.

@@ -64,6 +64,7 @@ enum FunctionTrait : std::uint16_t {
   Guards = 16,
   FirstUnwatched = 32,  ///< the first argument's references are not watched
   SecondUnwatched = 64,
+  TakesCell = 128,  ///< a "!" and a cell may follow the call; they come as its last argument, unwatched
 };
 
 struct FunctionRow {
@@ -80,6 +81,8 @@ std::span<const FunctionRow> geometryFunctions();
 std::span<const FunctionRow> colourFunctions();
 std::span<const FunctionRow> referenceFunctions();
 std::span<const FunctionRow> hostFunctions();
+std::span<const FunctionRow> pathFunctions();
+std::span<const FunctionRow> relationFunctions();
 
 /// All of them; a parsed call holds the index.
 std::span<const FunctionRow> allFunctions();

@@ -21,7 +21,6 @@ constexpr FunctionRow rows[] = {
     {"SETATREFEVAL", first},
     {"SETF", [](Call&) { return Value(); }, FirstUnwatched},
     {"REF", [](Call&) { return Value::error(ErrorCode::Reference); }},
-    {"ARG", [](Call& c) { return c.value(1); }},
 };
 
 }  // namespace

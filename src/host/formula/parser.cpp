@@ -513,6 +513,12 @@ FormulaParser::Tree FormulaParser::call(std::string_view name) {
     } while (takeSeparator());
     if (!take(')')) return {};
   }
+  if (traits & TakesCell && take('!')) {
+    watching_ = false;
+    const Tree cell = reference({}, ReferenceScope::ThisSheet, {});
+    if (!cell) return {};
+    arguments.push_back(cell.root);
+  }
   watching_ = watchingOutside;
   if (traits & AsksHost) pure_ = false;
   if (traits & Changes) formula_->volatile_ = true;

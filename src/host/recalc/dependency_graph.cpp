@@ -16,10 +16,18 @@ bool movesShape(const CellKey& key) {
   return key.section == SectionNumber::Object && std::find(std::begin(keys), std::end(keys), key) != std::end(keys);
 }
 
-/// Cells whose change is a change of the shape's box, which triggers follow.
-bool changesBox(const CellKey& key) {
+bool isSize(const CellKey& key) {
   static const CellKey width = objectCell("Width"), height = objectCell("Height");
-  return movesShape(key) || key == width || key == height;
+  return key == width || key == height;
+}
+
+/// Cells whose change is a change of the shape's box, which triggers follow.
+bool changesBox(const CellKey& key) { return movesShape(key) || isSize(key); }
+
+/// The cell by which formulas name the path of a Geometry section.
+CellKey pathCell(SectionNumber section) {
+  static const Column column = columnOf(SectionNumber::Geometry, "Path").or_(5);
+  return {section, RowKey::index(0), column};
 }
 
 const CellKey& boxTrigger() {
@@ -231,6 +239,17 @@ void DependencyGraph::dependentsOf(const CellAddress& cell, std::vector<CellAddr
     appendInherited({cell.sheet, transformKey}, out);
   }
   if (sheet->isShape() && changesBox(cell.key)) appendLive({cell.sheet, boxTrigger()}, out);
+  // A path follows its vertices, and those that are shares of the size follow that.
+  if (isGeometry(cell.key.section) && cell.key != pathCell(cell.key.section)) {
+    dependentsOf({cell.sheet, pathCell(cell.key.section)}, out);
+  } else if (isSize(cell.key)) {
+    constexpr int sectionsLookedAt = 4;
+    for (int i = 0; i < sectionsLookedAt; ++i) {
+      const auto section = static_cast<SectionNumber>(static_cast<int>(SectionNumber::Geometry) + i);
+      appendLive({cell.sheet, pathCell(section)}, out);
+      appendInherited({cell.sheet, pathCell(section)}, out);
+    }
+  }
   // What a text shows follows its fields.
   if (cell.key.section == SectionNumber::TextField) dependentsOf({cell.sheet, theText()}, out);
 

@@ -7,6 +7,8 @@
 #include "host/cells/cell_table.h"
 #include "host/recalc/connector_ends.h"
 #include "host/recalc/dependency_graph.h"
+#include "host/recalc/geometry_path.h"
+#include "host/recalc/relations.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/transform.h"
 
@@ -95,6 +97,133 @@ Maybe<Value> SheetContext::walkedTo() {
   return Value::point(there.x, there.y);
 }
 
+Maybe<FormulaPath> SheetContext::path(const Reference& section, bool& exists) {
+  exists = false;
+  const SheetId target = resolve(&section);
+  if (!target || !section.cell) return {};
+  return pathOf(store_, target, section.cell.section, exists);
+}
+
+Maybe<std::vector<double>> SheetContext::boundingBox() { return drawnBox(store_, cell_.sheet); }
+
+Maybe<Value> SheetContext::evaluateInside(const Formula& formula, SheetContext& inner) {
+  if (depth_ >= deepest) return Value::error(ErrorCode::Circle);
+  inner.depth_ = depth_ + 1;
+  const Maybe<Value> value = evaluate(formula, inner);
+  readUnknown_ |= inner.readUnknown_;
+  return value;
+}
+
+Maybe<Value> SheetContext::evaluateCell(const Reference& cell, std::vector<std::pair<std::string, Value>> arguments) {
+  const SheetId target = resolve(&cell);
+  if (!target || !cell.cell) return Value::error(ErrorCode::Reference);
+  const FoundCell found = findCell(store_, target, cell.cell);
+  if (!found.formula || !found.formula->formula) return valueOf(cell);
+  SheetContext inner(store_, metrics_, found.formulaSheet, {target, cell.cell});
+  inner.arguments_ = std::move(arguments);
+  return evaluateInside(*found.formula->formula, inner);
+}
+
+Maybe<Value> SheetContext::evaluateText(const Reference& shape, const std::string& text) {
+  const SheetId target = resolve(&shape);
+  const FormulaPtr formula = target ? parseFormula(text) : nullptr;
+  if (!formula) return {};
+  SheetContext inner(store_, metrics_, target, {target, shape.cell});
+  return evaluateInside(*formula, inner);
+}
+
+Maybe<Value> SheetContext::argument(std::string_view name) {
+  for (const auto& [given, value] : arguments_) {
+    if (equalIgnoringCase(given, name)) return value;
+  }
+  return {};
+}
+
+Value SheetContext::relatedValue(std::string_view relation, int index, std::string_view category,
+                                 const Reference& cell) {
+  std::vector<SheetId> related = relation == "CONTAINER" ? containersOf(store_, cell_.sheet)
+                                 : relation == "LIST"    ? relatedTo(store_, cell_.sheet, Relation::List)
+                                                         : relatedTo(store_, cell_.sheet, Relation::CalloutTarget);
+  if (!trimmed(category).empty()) {
+    std::erase_if(related, [&](SheetId each) { return !hasWord(categoriesOf(store_, each), category); });
+  }
+  if (index < 1 || index > static_cast<int>(related.size()) || !cell.cell) return Value::error(ErrorCode::Reference);
+  const SheetId target = related[static_cast<std::size_t>(index) - 1];
+  if (!cellExists(store_, target, cell.cell, false)) return Value::error(ErrorCode::Reference);
+  return cellValue(store_, target, cell.cell);
+}
+
+bool SheetContext::hasFormula(const Reference& reference, bool localOnly) {
+  const SheetId target = resolve(&reference);
+  if (!target || !reference.cell) return false;
+  const FoundCell found = findCell(store_, target, reference.cell);
+  if (!found.formula || found.formula->noFormula) return false;
+  return !localOnly || found.formulaSheet == target;
+}
+
+Maybe<int> SheetContext::fontNumber(std::string_view name) {
+  const Sheet* sheet = store_.sheet(cell_.sheet);
+  const Document* document = sheet ? store_.document(sheet->document) : nullptr;
+  if (!document) return {};
+  for (std::size_t i = 0; i < document->fonts.size(); ++i) {
+    if (equalIgnoringCase(document->fonts[i].name, name)) return static_cast<int>(i);
+  }
+  return {};
+}
+
+Maybe<Value> SheetContext::shapeProperty(std::string_view name) const {
+  const Sheet& sheet = *store_.sheet(cell_.sheet);
+  const auto is = [&](std::string_view other) { return equalIgnoringCase(name, other); };
+  const auto count = [](std::size_t number) { return Maybe<Value>(Value::number(static_cast<double>(number))); };
+  if (is("DATA1")) return Value::text(sheet.data1);
+  if (is("DATA2")) return Value::text(sheet.data2);
+  if (is("DATA3")) return Value::text(sheet.data3);
+  if (is("TYPE")) {
+    switch (sheet.kind) {
+      case SheetKind::Document:
+        return Value::number(79);
+      case SheetKind::Page:
+        return Value::number(70);
+      case SheetKind::Style:
+        return Value::number(74);
+      case SheetKind::Shape:
+        return Value::number(72);
+      case SheetKind::Group:
+        return Value::number(71);
+      case SheetKind::Foreign:
+        return Value::number(78);
+      case SheetKind::Guide:
+        return Value::number(77);
+    }
+  }
+  if (is("BKGPAGENAME")) {
+    const Page* page = store_.page(sheet.page);
+    const Page* back = page ? store_.page(page->backPage) : nullptr;
+    return Value::text(back ? std::string_view(back->name) : std::string_view("<no background>"));
+  }
+  if (!sheet.isShape()) return is("IS1D") ? Maybe<Value>(Value::error(ErrorCode::Reference)) : Maybe<Value>();
+  if (is("IS1D")) return Value::boolean(bool(findCell(store_, sheet.id, endCell(true, false))));
+  if (is("PINX")) return cellValue(store_, sheet.id, objectCell("PinX"));
+  if (is("PINY")) return cellValue(store_, sheet.id, objectCell("PinY"));
+  if (is("CATEGORIES")) return Value::text(categoriesOf(store_, sheet.id));
+  if (is("CONTAINERCOUNT")) return count(containersOf(store_, sheet.id).size());
+  if (is("CALLOUTCOUNT")) return count(relatedTo(store_, sheet.id, Relation::Callouts).size());
+  if (is("LISTMEMBERCOUNT")) return count(relatedTo(store_, sheet.id, Relation::MembersOfList).size());
+  if (is("CONTAINERMEMBERCOUNT")) {
+    const std::string structure = structureOf(store_, sheet.id);
+    if (!equalIgnoringCase(structure, "Container") && !equalIgnoringCase(structure, "List")) return Value::number(-1);
+    return count(relatedTo(store_, sheet.id, Relation::MembersOfContainer).size());
+  }
+  if (is("LISTORDER")) {
+    const std::vector<SheetId> lists = relatedTo(store_, sheet.id, Relation::List);
+    if (lists.empty()) return Value::number(-1);
+    const std::vector<SheetId> members = relatedTo(store_, lists.front(), Relation::MembersOfList);
+    const auto place = std::find(members.begin(), members.end(), sheet.id);
+    return Value::number(place == members.end() ? -1 : static_cast<double>(place - members.begin()) + 1);
+  }
+  return {};
+}
+
 Maybe<Value> SheetContext::property(std::string_view name) {
   const Sheet* sheet = store_.sheet(cell_.sheet);
   const Document* document = sheet ? store_.document(sheet->document) : nullptr;
@@ -133,6 +262,7 @@ Maybe<Value> SheetContext::property(std::string_view name) {
     const Master* master = store_.master(store_.masterOf(cell_.sheet));
     return text(master ? std::string_view(master->name) : std::string_view("<no master>"));
   }
+  if (const Maybe<Value> own = shapeProperty(name)) return own;
   if (page && is("PAGENAME")) return text(page->name);
   if (page && is("PAGENUMBER")) {
     const auto place = std::find(document->pages.begin(), document->pages.end(), page->id);

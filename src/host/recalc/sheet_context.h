@@ -20,6 +20,16 @@ class SheetContext : public EvaluationContext {
   Maybe<Value> convertPoint(const Value& point, const Reference* from, const Reference* to) override;
   Maybe<Value> toParent(const Value& point, const Reference* shape) override;
   Maybe<Value> walkedTo() override;
+  Maybe<FormulaPath> path(const Reference& section, bool& exists) override;
+  Maybe<std::vector<double>> boundingBox() override;
+  Maybe<Value> evaluateCell(const Reference& cell, std::vector<std::pair<std::string, Value>> arguments) override;
+  Maybe<Value> evaluateText(const Reference& shape, const std::string& text) override;
+  Maybe<Value> argument(std::string_view name) override;
+  Value relatedValue(std::string_view relation, int index, std::string_view category, const Reference& cell) override;
+  bool hasFormula(const Reference& cell, bool localOnly) override;
+  Maybe<int> fontNumber(std::string_view name) override;
+  std::string listSeparator() override { return std::string(1, store_.locale().listSeparator); }
+  std::string decimalSeparator() override { return std::string(1, store_.locale().decimalSeparator); }
   Maybe<Value> property(std::string_view name) override;
   Value lastValue() override;
 
@@ -34,6 +44,15 @@ class SheetContext : public EvaluationContext {
   SheetId definition_;
   CellAddress cell_;
   bool readUnknown_ = false;
+
+ private:
+  Maybe<Value> evaluateInside(const Formula& formula, SheetContext& inner);
+  Maybe<Value> shapeProperty(std::string_view name) const;
+
+  /// Formulas evaluated inside formulas, which must end.
+  static constexpr int deepest = 16;
+  int depth_ = 0;
+  std::vector<std::pair<std::string, Value>> arguments_;
 };
 
 }  // namespace quorvel::host

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/cells/cell_table.h"
+#include "host/formula/local_syntax.h"
 #include "host/sheet/sheet.h"
 #include "test_context.h"
 
@@ -87,7 +88,7 @@ TEST(Formula, TellsWhatItHangsOn) {
   EXPECT_TRUE(parsed("GUARD(TEXTWIDTH(TheText)+0.5 in)")->readsText());
   EXPECT_TRUE(parsed("SHAPETEXT(TheText)")->readsText());
   EXPECT_TRUE(parsed("PNTX(PAR(PNT(Sheet.5!PinX,Sheet.5!PinY)))")->readsTransforms());
-  EXPECT_FALSE(parsed("IF(1,2,_XFTRIGGER(PinX))")->isKnown());
+  EXPECT_FALSE(parsed("IF(1,2,REWIDEN(1,2," a "))")->isKnown());
   EXPECT_TRUE(parsed("IF(1,2,3)")->isKnown());
 }
 
@@ -250,6 +251,31 @@ TEST(Formula, AValueShownAsAConstantReadsAsItself) {
     EXPECT_EQ(formula->constant()->kind(), value.kind()) << formulaText(cell);
     EXPECT_EQ(formula->constant()->asText(), value.asText());
   }
+}
+
+TEST(Formula, IsWrittenAndReadInTheSyntaxOfACountry) {
+  const FormulaLocale german{';', ','};
+  const struct {
+    const char *local, *universal;
+  } cases[] = {
+      {"1,5 in", "1.5 in"},
+      {"IF(Width>0,5;\"a;b,c.d\";Height*,25)", "IF(Width>0.5,\"a;b,c.d\",Height*.25)"},
+      {"RGB(1;2;3)", "RGB(1,2,3)"},
+      {"Geometry1.X1+Sheet.5!Prop.A.1*2,0", "Geometry1.X1+Sheet.5!Prop.A.1*2.0"},
+      {"Pages[A;B, 1.5]!PinX+'it''s 1,5;'!PinX", "Pages[A;B, 1.5]!PinX+'it''s 1,5;'!PinX"},
+      {"\"He said \"\"1,5\"\"\"&2,5", "\"He said \"\"1,5\"\"\"&2.5"},
+      {"BOUND(;0;FALSE;2,5 in;4 in)", "BOUND(,0,FALSE,2.5 in,4 in)"},
+      {"1,5E-3*x", "1.5E-3*x"},
+      {"Char.Size[1]+Actions.Menu[2]", "Char.Size[1]+Actions.Menu[2]"},
+      {"", ""},
+      {"\"never closed, 1;2", "\"never closed, 1;2"},
+  };
+  for (const auto& each : cases) {
+    EXPECT_EQ(toUniversalSyntax(each.local, german), each.universal);
+    EXPECT_EQ(toLocalSyntax(each.universal, german), each.local);
+    EXPECT_EQ(toLocalSyntax(each.universal, FormulaLocale{}), each.universal);
+  }
+  EXPECT_EQ(toLocalSyntax("SUM(1;2)", german), "SUM(1;2)") << "drawings hold either separator";
 }
 
 }  // namespace

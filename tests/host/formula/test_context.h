@@ -41,10 +41,47 @@ class TestContext : public EvaluationContext {
   Maybe<Value> property(std::string_view name) override {
     if (name == "PAGENAME") return Value::text("Order entry");
     if (name == "PAGENUMBER") return Value::number(3);
+    if (name == "PINX") return Value::number(2, Unit::Inches);
+    if (name == "PINY") return Value::number(3, Unit::Inches);
+    if (name == "CATEGORIES") return Value::text("Flow; Step");
     if (name == "DOCLASTSAVE") return Value::date(35580.6337);
     return {};
   }
   Value lastValue() override { return {}; }
+  /// Geometry1 runs 4 in right and 3 in up, Geometry2 is a curve that is not measured, others are missing.
+  Maybe<FormulaPath> path(const Reference& section, bool& exists) override {
+    const int number = static_cast<int>(section.cell.section) - static_cast<int>(SectionNumber::Geometry) + 1;
+    exists = number == 1 || number == 2;
+    if (number != 1) return {};
+    return FormulaPath{{{{0, 0}, {4, 0}}, {{4, 0}, {4, 3}}}};
+  }
+  Maybe<std::vector<double>> boundingBox() override { return std::vector<double>{1, 2, 4, 8}; }
+  Maybe<Value> evaluateCell(const Reference& cell, std::vector<std::pair<std::string, Value>> arguments) override {
+    const auto found = cells_.find(nameOf(cell));
+    if (found == cells_.end() || !found->second) return Value::error(ErrorCode::Reference);
+    std::swap(arguments_, arguments);
+    const Maybe<Value> value = evaluate(*found->second, *this);
+    std::swap(arguments_, arguments);
+    return value;
+  }
+  Maybe<Value> evaluateText(const Reference&, const std::string& text) override {
+    const FormulaPtr formula = parseFormula(text);
+    return formula ? evaluate(*formula, *this) : Maybe<Value>();
+  }
+  Maybe<Value> argument(std::string_view name) override {
+    for (const auto& [given, value] : arguments_) {
+      if (given == name) return value;
+    }
+    return {};
+  }
+  Value relatedValue(std::string_view relation, int index, std::string_view category, const Reference& cell) override {
+    return Value::text(std::string(relation) + std::to_string(index) + "[" + std::string(category) + "]" +
+                       cell.cellText);
+  }
+  bool hasFormula(const Reference& cell, bool localOnly) override {
+    return cells_.contains(nameOf(cell)) && !(localOnly && isOther(cell));
+  }
+  Maybe<int> fontNumber(std::string_view name) override { return name == "Calibri" ? Maybe<int>(4) : Maybe<int>(); }
 
   int reads = 0;
 
@@ -72,6 +109,7 @@ class TestContext : public EvaluationContext {
   }
 
   std::map<std::string, FormulaPtr> cells_;
+  std::vector<std::pair<std::string, Value>> arguments_;
 };
 
 }  // namespace quorvel::host

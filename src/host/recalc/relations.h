@@ -1,0 +1,31 @@
+// Which shapes a shape is related to as container, list or callout, by its Relationships cell.
+#pragma once
+
+#include <vector>
+
+#include "host/sheet/store.h"
+
+namespace quorvel::host {
+
+/// What the first argument of the cell's DEPENDSON stands for.
+enum class Relation : std::uint8_t {
+  MembersOfContainer = 1,
+  MembersOfList = 2,
+  Callouts = 3,
+  Containers = 4,
+  List = 5,
+  CalloutTarget = 6,
+};
+
+/// In the order of the cell; shapes that are gone are left out.
+std::vector<SheetId> relatedTo(const Store& store, SheetId sheet, Relation relation);
+/// The containers of a shape and theirs, each once, nearest to the front first.
+std::vector<SheetId> containersOf(const Store& store, SheetId sheet);
+/// The shape's categories, separated by semicolons.
+std::string categoriesOf(const Store& store, SheetId sheet);
+/// "Container", "List", "Callout" or empty.
+std::string structureOf(const Store& store, SheetId sheet);
+/// Whether a list separated by semicolons holds the word, in any letter case.
+bool hasWord(std::string_view list, std::string_view word);
+
+}  // namespace quorvel::host
