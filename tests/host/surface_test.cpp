@@ -384,5 +384,27 @@ TEST_F(Surface, CollectionsByName) {
   EXPECT_EQ(bar.Controls().Item("roles..."), button);
 }
 
+TEST_F(Surface, FormulasAreWrittenInTheSyntaxOfTheCountry) {
+  engine().store.setLocale({';', ','});
+  const Shape shape = rectangle();
+  const Cell separator = user(shape, "lstSpr", "LISTSEP()"), mark = user(shape, "mark", "DECIMALSEP()");
+  EXPECT_EQ(separator.ResultStr(0), ";");
+  EXPECT_EQ(mark.ResultStr(0), ",");
+  const Cell width = shape.Cells("Width");
+  ASSERT_TRUE(width.SetFormula("IF(1;2,5 in;0)"));
+  EXPECT_EQ(width.Result(visio::unitsInches), 2.5);
+  EXPECT_EQ(width.Formula(), "IF(1;2,5 in;0)");
+  EXPECT_EQ(width.FormulaU(), "IF(1,2.5 in,0)");
+  ASSERT_TRUE(width.FormulaForceU("MAX(1.5 in,0.5 in)"));
+  EXPECT_EQ(width.Formula(), "MAX(1,5 in;0,5 in)");
+  ASSERT_TRUE(width.SetResult(visio::unitsInches, 1.25));
+  EXPECT_EQ(width.Formula(), "1,25 in.");
+  // What is composed with the cell's separator is read in any country.
+  ASSERT_TRUE(width.FormulaForce("MAX(3 in" + separator.ResultStr(0).or_("") + "1 in)"));
+  EXPECT_EQ(width.Result(visio::unitsInches), 3.0);
+  engine().store.setLocale({});
+  EXPECT_EQ(width.Formula(), "MAX(3 in,1 in)");
+}
+
 }  // namespace
 }  // namespace quorvel

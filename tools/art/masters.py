@@ -453,6 +453,8 @@ def task_link():
         cell("GlueType", 2),
         cell("ObjType", 2),
         cell("NoLiveDynamics", 1),
+        # Processes run from left to right; where they do, links leave and reach Tasks by their sides.
+        cell("ShapeRouteStyle", 6),
         text_cell("EventDrop", ""),
         cell("EventDblClick", 0, "DOCMD(1312)"),
         cell("LineColor", INK),

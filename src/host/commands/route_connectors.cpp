@@ -32,14 +32,23 @@ bool isSame(const Spot& a, const Spot& b, double within) {
   return std::fabs(a.x - b.x) < within && std::fabs(a.y - b.y) < within;
 }
 
+/// Whether the end lies where it may: at the border of the shape that it walks around.
+bool isAtBorder(const Store& store, const ConnectorEnd& end) {
+  constexpr double near = 0.02;
+  const Box box = boxOnPage(store, end.glued);
+  return box.grown(near, near).holds(end.at) && !box.grown(-near, -near).holds(end.at);
+}
+
 /// Whether a connector whose ends changed needs another line. One that was moved as a whole doesn't, nor one that came
 /// with a line that meets its ends, as a pasted one.
 bool isPulled(const Store& store, const PlacementJournal::Entry& entry) {
-  const Spot begin = endOf(store, entry.sheet, true).at, end = endOf(store, entry.sheet, false).at;
+  const ConnectorEnd first = endOf(store, entry.sheet, true), second = endOf(store, entry.sheet, false);
+  const Spot begin = first.at, end = second.at;
   if (entry.came) {
     const Polyline line = lineOnPage(store, entry.sheet);
     constexpr double meeting = 1e-3;
-    return !line.empty() && !(isSame(line.front(), begin, meeting) && isSame(line.back(), end, meeting));
+    const bool stray = (first.walks && !isAtBorder(store, first)) || (second.walks && !isAtBorder(store, second));
+    return stray || (!line.empty() && !(isSame(line.front(), begin, meeting) && isSame(line.back(), end, meeting)));
   }
   const auto& before = entry.endsBefore;
   const Spot beginBy{begin.x - before[0], begin.y - before[1]}, endBy{end.x - before[2], end.y - before[3]};
@@ -115,6 +124,7 @@ class Routing : public Aftermath {
   };
   struct PageWork {
     std::vector<Moved> moved;
+    std::set<SheetId> movedMembers;  ///< of groups that stay where they are
     std::map<SheetId, Reason> connectors;
     void add(SheetId connector, Reason reason) {
       const auto [place, made] = connectors.try_emplace(connector, reason);
@@ -175,8 +185,9 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
     const Page* page = store.page(entry.page);
     if (page && page->master) forgetMaps(engine, page->document);
     if (!page || page->master) continue;
-    // A map that is made now does not know where things were before.
+    // A map that is made now knows things where they are; where they were is in the journal.
     if (!mapOf(engine, entry.page)) {
+      std::erase_if(maps_, [&](const auto& each) { return !store.page(each.first); });
       maps_.emplace(entry.page, RouteMap(store, entry.page));
       fresh.insert(entry.page);
     }
@@ -184,8 +195,13 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
     const SheetId top = topOf(store, entry.sheet);
     PageWork& here = work[entry.page];
     if (top == entry.sheet && entry.ended && isRoutable(store, top) && isPulled(store, entry)) here.add(top, Pulled);
+    if (top != entry.sheet && entry.placed) here.movedMembers.insert(entry.sheet);
     if (!seen.insert(top).second) continue;
-    const Maybe<Box> before = fresh.contains(entry.page) ? Maybe<Box>() : map->boxOf(top);
+    Maybe<Box> before = map->boxOf(top);
+    if (fresh.contains(entry.page)) {
+      const auto& box = entry.boxBefore;
+      if (top == entry.sheet) before = entry.stood ? Maybe<Box>(Box{box[0], box[1], box[2], box[3]}) : Maybe<Box>();
+    }
     map->update(store, top);
     const Maybe<Box> after = map->boxOf(top);
     if (bool(before) != bool(after) || (before && !(*before == *after))) here.moved.push_back({top, before, after});
@@ -195,18 +211,19 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
 
 /// Connectors with an end that walks around a moved shape, or around a member of it.
 void Routing::addPulled(const Engine& engine, PageWork& work) const {
+  std::set<SheetId> sheets;
+  const auto take = [&](SheetId shape) {
+    if (!engine.store.sheet(shape)) return;
+    for (const SheetId sheet : engine.store.subtree(shape)) sheets.insert(sheet);
+  };
+  for (const SheetId member : work.movedMembers) take(member);
+  for (const Moved& moved : work.moved) take(moved.shape);
   std::vector<CellAddress> readers;
-  for (const Moved& moved : work.moved) {
-    if (!moved.after) continue;
-    for (const SheetId sheet : engine.store.subtree(moved.shape)) {
-      readers.clear();
-      engine.graph.appendReadersOf(sheet, readers);
-      for (const CellAddress& reader : readers) {
-        if (reader.key != triggerCell(true) && reader.key != triggerCell(false)) continue;
-        if (!isRoutable(engine.store, reader.sheet)) continue;
-        if (endOf(engine.store, reader.sheet, reader.key == triggerCell(true)).walks) work.add(reader.sheet, Pulled);
-      }
-    }
+  for (const SheetId sheet : sheets) engine.graph.appendReadersOf(sheet, readers);
+  for (const CellAddress& reader : readers) {
+    if (reader.key != triggerCell(true) && reader.key != triggerCell(false)) continue;
+    if (!isRoutable(engine.store, reader.sheet)) continue;
+    if (endOf(engine.store, reader.sheet, reader.key == triggerCell(true)).walks) work.add(reader.sheet, Pulled);
   }
 }
 

@@ -206,24 +206,46 @@ void Drawing::setVertices(const Polyline& local) {
   for (std::size_t i = 0; i < local.size(); ++i) putVertex(i + 1, i == 0 ? moveToTag : lineToTag, local[i]);
 }
 
-/// A text that hangs on a control of the connector stays where it was beside the line's middle.
+/// Whether the master puts the cell in the middle of the box, as one without a control for the text does.
+bool isPlacedByBox(const Store& store, SheetId prototype, const CellKey& key) {
+  static const CellKey width = objectCell("Width"), height = objectCell("Height");
+  const FoundCell found = prototype ? findCell(store, prototype, key) : FoundCell{};
+  if (!found.formula || !found.formula->formula || found.formula->formula->isGuarded()) return false;
+  const std::vector<Reference>& references = found.formula->formula->references();
+  return !references.empty() && std::all_of(references.begin(), references.end(), [&](const Reference& each) {
+    return each.scope == ReferenceScope::ThisSheet && (each.cell == width || each.cell == height);
+  });
+}
+
+/// The cell to write so that the text's pin moves: the control that it hangs on, or the pin itself where the master
+/// keeps it in the middle of the box, which is no place on a bent line. A null key for a text that is placed otherwise.
+CellKey textHandle(const Store& store, SheetId connector, const CellKey& pin) {
+  const FoundCell found = findCell(store, connector, pin);
+  const FormulaPtr formula = found.formula ? found.formula->formula : nullptr;
+  constexpr std::string_view redirects = "SETATREF(";
+  if (formula && equalIgnoringCase(std::string_view(formula->text()).substr(0, redirects.size()), redirects)) {
+    const auto& references = formula->references();
+    const bool isControl = !references.empty() && references.front().scope == ReferenceScope::ThisSheet &&
+                           references.front().cell.section == SectionNumber::Control &&
+                           !isGuarded(store, connector, references.front().cell);
+    return isControl ? references.front().cell : CellKey{};
+  }
+  const bool isOwnWish = found.formulaSheet == connector && formula && !formula->constant();
+  return !isOwnWish && isPlacedByBox(store, store.sheet(connector)->prototype, pin) ? pin : CellKey{};
+}
+
+/// A text stays where it was beside the line's middle.
 void Drawing::setText(const Spot& before, const Spot& now) {
   static const CellKey pins[] = {objectCell("TxtPinX"), objectCell("TxtPinY")};
-  for (const CellKey& pin : pins) {
-    const FoundCell found = findCell(store_, connector_, pin);
-    if (!found.formula || !found.formula->formula) continue;
-    const Formula& formula = *found.formula->formula;
-    constexpr std::string_view redirects = "SETATREF(";
-    if (!equalIgnoringCase(std::string_view(formula.text()).substr(0, redirects.size()), redirects)) continue;
-    if (formula.references().empty()) continue;
-    const Reference& control = formula.references().front();
-    if (control.scope != ReferenceScope::ThisSheet || control.cell.section != SectionNumber::Control) continue;
-    if (isGuarded(store_, connector_, control.cell)) continue;
-    const bool vertical = pin == pins[1];
-    const double aside = cellNumber(store_, connector_, control.cell) - (vertical ? before.y : before.x);
+  for (const bool vertical : {false, true}) {
+    const CellKey handle = textHandle(store_, connector_, pins[vertical ? 1 : 0]);
+    if (!handle) continue;
+    const double aside = cellNumber(store_, connector_, handle) - (vertical ? before.y : before.x);
     // Cells that programs write lie a little off; that is no wish of a user's.
     constexpr double wish = 1e-3;
-    setPlain(control.cell, (vertical ? now.y : now.x) + (std::fabs(aside) > wish ? aside : 0));
+    const double wanted = (vertical ? now.y : now.x) + (std::fabs(aside) > wish ? aside : 0);
+    // A formula that gives just this goes on giving it.
+    if (std::fabs(cellNumber(store_, connector_, handle) - wanted) > 1e-9) setPlain(handle, wanted);
   }
 }
 

@@ -157,6 +157,8 @@ std::vector<Port> portsOf(const Store& store, const ConnectorEnd& end, const Con
       if (!isWanted(port.side)) port.cost += weight * apart;
     }
   };
+  // Of two ways alike the one that leaves sideways is taken.
+  if (end.begin) against(0.002, isSideways);
   // A strict style's cost is beyond any detour's, yet a shape that is walled in on that side can still be left.
   if (style.flows) {
     const Side side = flowSide(own, its, end.begin, style);

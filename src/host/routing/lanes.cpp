@@ -33,10 +33,15 @@ void Lanes::collect(const RouteRequest& request, const std::vector<Obstacle>& ob
       }
     }
   }
+  // Half way between sides that face each other.
   for (const Port& from : request.begin) {
     for (const Port& to : request.end) {
-      xs_.push_back({(from.exit.x + to.exit.x) / 2, middleLiking});
-      ys_.push_back({(from.exit.y + to.exit.y) / 2, middleLiking});
+      if (to.side != opposite(from.side)) continue;
+      if (isSideways(from.side)) {
+        xs_.push_back({(from.exit.x + to.exit.x) / 2, middleLiking});
+      } else {
+        ys_.push_back({(from.exit.y + to.exit.y) / 2, middleLiking});
+      }
     }
   }
   for (const Obstacle& obstacle : obstacles) {

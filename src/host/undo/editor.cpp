@@ -129,7 +129,7 @@ void Editor::addConnect(PageId page, Connect connect) {
 }
 
 void Editor::shapeAdded(SheetId root) {
-  placements_.note(*store_.sheet(root));
+  placements_.noteArrival(*store_.sheet(root));
   log_.add(SubtreeExchange{root, 0, {}});
 }
 void Editor::pageAdded(PageId page) { log_.add(PageExchange{page, {}}); }

@@ -118,12 +118,12 @@ struct Apply {
       store.putSubtree(std::move(exchange.held), exchange.place);
       exchange.held.clear();
       for (const SheetId sheet : back) graph.addSheet(sheet);
-      if (const Sheet* root = store.sheet(exchange.root)) placements.note(*root);
+      if (const Sheet* root = store.sheet(exchange.root)) placements.noteArrival(*root);
       return;
     }
     const Sheet* root = store.sheet(exchange.root);
     if (!root) return;
-    placements.note(*root);
+    placements.noteLeaving(store, *root);
     const auto& order = store.siblings(*root);
     exchange.place = static_cast<std::size_t>(std::find(order.begin(), order.end(), exchange.root) - order.begin());
     exchange.held = store.takeSubtree(exchange.root);

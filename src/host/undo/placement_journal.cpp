@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/cells/cell_table.h"
+#include "host/recalc/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
@@ -31,8 +32,22 @@ PlacementJournal::Entry* PlacementJournal::entryOf(const Sheet& sheet) {
   return &entries_.back();
 }
 
-void PlacementJournal::note(const Sheet& sheet) {
+void PlacementJournal::keepBox(const Store& store, const Sheet& sheet, Entry& entry) {
+  if (entry.stood || entry.came || entry.placed || sheet.parent) return;
+  entry.stood = true;
+  const Box box = boxOnPage(store, sheet.id);
+  entry.boxBefore = {box.left, box.bottom, box.right, box.top};
+}
+
+void PlacementJournal::noteArrival(const Sheet& sheet) {
   if (Entry* entry = entryOf(sheet)) entry->came = true;
+}
+
+void PlacementJournal::noteLeaving(const Store& store, const Sheet& sheet) {
+  Entry* entry = entryOf(sheet);
+  if (!entry) return;
+  keepBox(store, sheet, *entry);
+  entry->came = true;
 }
 
 void PlacementJournal::noteCell(const Store& store, const Sheet& sheet, const CellKey& key) {
@@ -50,7 +65,10 @@ void PlacementJournal::noteCell(const Store& store, const Sheet& sheet, const Ce
     entry->ended = true;
     for (std::size_t i = 0; i < ends.size(); ++i) entry->endsBefore[i] = cellNumber(store, sheet.id, ends[i]);
   } else if (std::find(places.begin(), places.end(), key) != places.end()) {
-    if (Entry* entry = entryOf(sheet)) entry->placed = true;
+    Entry* entry = entryOf(sheet);
+    if (!entry || entry->placed) return;
+    keepBox(store, sheet, *entry);
+    entry->placed = true;
   }
 }
 

@@ -16,16 +16,21 @@ class PlacementJournal {
  public:
   struct Entry {
     SheetId sheet;
-    PageId page;          ///< where it stands or stood
-    bool came = false;    ///< it was made or came back, or went
-    bool placed = false;  ///< its place, size or turn changed
-    bool drawn = false;   ///< its geometry changed
-    bool ended = false;   ///< an end of a 1-D shape changed
+    PageId page;                        ///< where it stands or stood
+    bool came = false;                  ///< it was made or came back, or went
+    bool stood = false;                 ///< it stood at the top of the page before, in the box below
+    std::array<double, 4> boxBefore{};  ///< left, bottom, right and top on the page, in inches
+    bool placed = false;                ///< its place, size or turn changed
+    bool drawn = false;                 ///< its geometry changed
+    bool ended = false;                 ///< an end of a 1-D shape changed
     /// BeginX, BeginY, EndX and EndY before the first change, in inches; meaningful when `ended`.
     std::array<double, 4> endsBefore{};
   };
 
-  void note(const Sheet& sheet);
+  /// A shape that came.
+  void noteArrival(const Sheet& sheet);
+  /// A shape that is about to go.
+  void noteLeaving(const Store& store, const Sheet& sheet);
   /// Call before the cell changes.
   void noteCell(const Store& store, const Sheet& sheet, const CellKey& key);
   void noteSection(const Sheet& sheet, SectionNumber section);
@@ -38,6 +43,7 @@ class PlacementJournal {
 
  private:
   Entry* entryOf(const Sheet& sheet);
+  static void keepBox(const Store& store, const Sheet& sheet, Entry& entry);
 
   std::vector<Entry> entries_;
   std::unordered_map<SheetId, std::size_t> places_;

@@ -88,7 +88,7 @@ TEST(Formula, TellsWhatItHangsOn) {
   EXPECT_TRUE(parsed("GUARD(TEXTWIDTH(TheText)+0.5 in)")->readsText());
   EXPECT_TRUE(parsed("SHAPETEXT(TheText)")->readsText());
   EXPECT_TRUE(parsed("PNTX(PAR(PNT(Sheet.5!PinX,Sheet.5!PinY)))")->readsTransforms());
-  EXPECT_FALSE(parsed("IF(1,2,REWIDEN(1,2," a "))")->isKnown());
+  EXPECT_FALSE(parsed("IF(1,2,REWIDEN(1,2,3))")->isKnown());
   EXPECT_TRUE(parsed("IF(1,2,3)")->isKnown());
 }
 
