@@ -60,12 +60,19 @@ bool isPulled(const Store& store, const PlacementJournal::Entry& entry) {
 class WayObstacles : public ObstacleSource {
  public:
   WayObstacles(const Store& store, const RouteMap& map, const ConnectorEnd& begin, const ConnectorEnd& end,
-               const RouteRequest& request)
-      : store_(store), map_(map) {
+               const RouteRequest& request, SheetId connector, bool sharesLines)
+      : store_(store), map_(map), connector_(connector), sharesLines_(sharesLines) {
     for (const bool first : {true, false}) {
       const ConnectorEnd& own = first ? begin : end;
       const SheetId top = own.glued ? topOf(store, own.glued) : SheetId{};
       for (const Port& port : first ? request.begin : request.end) spots_.push_back({port.exit, port.at, top});
+    }
+  }
+
+  void linesTouching(const Box& box, std::vector<Polyline>& out) const override {
+    if (sharesLines_) return;
+    for (const SheetId other : map_.connectorsTouching(box)) {
+      if (other != connector_) out.push_back(lineOnPage(store_, other));
     }
   }
 
@@ -103,6 +110,8 @@ class WayObstacles : public ObstacleSource {
 
   const Store& store_;
   const RouteMap& map_;
+  const SheetId connector_;
+  const bool sharesLines_;  ///< lines of a tree have stems in common
   std::vector<EndSpot> spots_;
 };
 
@@ -283,7 +292,7 @@ void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reas
   request.clearY = std::max(least, cellNumber(store, page, lineToNodeY));
   request.begin = portsOf(store, begin, end, style);
   request.end = portsOf(store, end, begin, style);
-  const Route found = findRoute(request, WayObstacles(store, map, begin, end, request));
+  const Route found = findRoute(request, WayObstacles(store, map, begin, end, request, connector, style.strict));
   if (found.line.size() < 2) return;
   if (reason == Met && found.crossesObstacle) return;
   if (reason == Eased &&
@@ -298,12 +307,13 @@ void Routing::commandEnds(Engine& engine) {
     if (engine.placements.takeOverflow()) maps_.clear();
     std::vector<CellAddress> changed;
     for (auto& [page, here] : work) {
-      const RouteMap* map = mapOf(engine, page);
+      RouteMap* map = mapOf(engine, page);
       if (!map || !map->hasConnectors()) continue;
       addPulled(engine, here);
       addMet(engine, *map, page, here);
       for (const auto& [connector, reason] : here.connectors) {
         route(engine, *map, connector, reason, changed);
+        map->update(engine.store, connector);
       }
     }
     // What was drawn here is no reason to draw again.

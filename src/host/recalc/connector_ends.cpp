@@ -17,6 +17,12 @@ const CellKey& objType() {
   return key;
 }
 
+bool isDeclaredRoutable(const Store& store, SheetId id) {
+  constexpr int routable = 2, neither = 4;
+  const int type = static_cast<int>(cellNumber(store, id, objType()));
+  return (type & routable) != 0 && (type & neither) == 0;
+}
+
 }  // namespace
 
 CellKey endCell(bool begin, bool vertical) {
@@ -40,10 +46,7 @@ bool isEndCell(const CellKey& key, bool& begin) {
 bool isRoutable(const Store& store, SheetId id) {
   const Sheet* sheet = store.sheet(id);
   if (!sheet || !sheet->isShape() || sheet->kind == SheetKind::Guide || sheet->parent) return false;
-  if (!findCell(store, id, endCell(true, false))) return false;
-  constexpr int routable = 2, neither = 4;
-  const int type = static_cast<int>(cellNumber(store, id, objType()));
-  return (type & routable) != 0 && (type & neither) == 0;
+  return findCell(store, id, endCell(true, false)) && isDeclaredRoutable(store, id);
 }
 
 std::string walkingFormula(bool begin) {
@@ -125,7 +128,8 @@ Spot middleOnPage(const Store& store, SheetId shape, Side side) {
 
 Maybe<Spot> walkedPlace(const Store& store, SheetId connector, bool begin) {
   static const CellKey preference = objectCell("WalkPreference");
-  if (isRoutable(store, connector)) return {};
+  // Those in groups too: how they were drawn is all that is known of their way.
+  if (isDeclaredRoutable(store, connector)) return {};
   const SheetId own = triggeredBy(store, connector, triggerCell(begin));
   if (!own) return {};
   const SheetId other = triggeredBy(store, connector, triggerCell(!begin));

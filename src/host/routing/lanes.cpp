@@ -7,17 +7,58 @@ namespace {
 
 /// Lines nearer to each other than this are one, and a line this near to a border runs along it.
 constexpr double hair = 1e-6;
-constexpr double middleLiking = 1, portLiking = 1.001, besideLiking = 1.002, borderLiking = 1.05;
+constexpr double middleLiking = 1, portLiking = 1.001, parallelLiking = 1.0015, besideLiking = 1.002,
+                 borderLiking = 1.05;
 
 }  // namespace
 
-Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, Detail detail) {
+Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, const std::vector<Polyline>& taken,
+             Detail detail) {
   collect(request, obstacles, detail);
+  collectBeside(taken, request.clearX, request.clearY);
   settle(xs_);
   settle(ys_);
   level_.assign(columns() * rows(), Free);
   upright_.assign(columns() * rows(), Free);
   for (const Obstacle& obstacle : obstacles) mark(obstacle, request.clearX, request.clearY);
+  takenLevel_.assign(columns() * rows(), false);
+  takenUpright_.assign(columns() * rows(), false);
+  for (const Polyline& line : taken) {
+    for (std::size_t i = 1; i < line.size(); ++i) markTaken(line[i - 1], line[i]);
+  }
+}
+
+/// Beside a line that lies there already, so that two run side by side.
+void Lanes::collectBeside(const std::vector<Polyline>& taken, double clearX, double clearY) {
+  for (const Polyline& line : taken) {
+    for (std::size_t i = 1; i < line.size(); ++i) {
+      const Spot &a = line[i - 1], &b = line[i];
+      if (std::fabs(a.x - b.x) < hair) {
+        for (const double x : {a.x - clearX, a.x + clearX}) xs_.push_back({x, parallelLiking});
+      } else if (std::fabs(a.y - b.y) < hair) {
+        for (const double y : {a.y - clearY, a.y + clearY}) ys_.push_back({y, parallelLiking});
+      }
+    }
+  }
+}
+
+/// Pieces of the grid that lie upon a level or upright line.
+void Lanes::markTaken(const Spot& from, const Spot& to) {
+  const Box piece = Box::around(from, to);
+  if (piece.height() < hair) {
+    const std::size_t row = rowAt(from.y);
+    if (std::fabs(y(row) - from.y) > 10 * hair) return;
+    for (std::size_t column = 0; column + 1 < columns(); ++column) {
+      if (x(column) < piece.right - hair && x(column + 1) > piece.left + hair)
+        takenLevel_[row * columns() + column] = true;
+    }
+  } else if (piece.width() < hair) {
+    const std::size_t column = columnAt(from.x);
+    if (std::fabs(x(column) - from.x) > 10 * hair) return;
+    for (std::size_t row = 0; row + 1 < rows(); ++row) {
+      if (y(row) < piece.top - hair && y(row + 1) > piece.bottom + hair) takenUpright_[row * columns() + column] = true;
+    }
+  }
 }
 
 void Lanes::collect(const RouteRequest& request, const std::vector<Obstacle>& obstacles, Detail detail) {

@@ -16,7 +16,9 @@ class Lanes {
   };
   enum Passage : std::uint8_t { Free, Near, Blocked };
 
-  Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, Detail detail);
+  /// `taken`: lines that are better not run upon.
+  Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, const std::vector<Polyline>& taken,
+        Detail detail);
 
   std::size_t columns() const { return xs_.size(); }
   std::size_t rows() const { return ys_.size(); }
@@ -34,6 +36,9 @@ class Lanes {
   Passage upward(std::size_t column, std::size_t row) const {
     return static_cast<Passage>(upright_[row * columns() + column]);
   }
+  /// Whether a line lies there already.
+  bool isTakenToTheRight(std::size_t column, std::size_t row) const { return takenLevel_[row * columns() + column]; }
+  bool isTakenUpward(std::size_t column, std::size_t row) const { return takenUpright_[row * columns() + column]; }
 
  private:
   struct Line {
@@ -41,12 +46,15 @@ class Lanes {
   };
   void collect(const RouteRequest& request, const std::vector<Obstacle>& obstacles, Detail detail);
   void collectNarrow(const RouteRequest& request, const std::vector<Obstacle>& obstacles);
+  void collectBeside(const std::vector<Polyline>& taken, double clearX, double clearY);
   void mark(const Obstacle& obstacle, double clearX, double clearY);
+  void markTaken(const Spot& from, const Spot& to);
   static void settle(std::vector<Line>& lines);
   static std::size_t nearest(const std::vector<Line>& lines, double at);
 
   std::vector<Line> xs_, ys_;
   std::vector<std::uint8_t> level_, upright_;
+  std::vector<bool> takenLevel_, takenUpright_;
 };
 
 }  // namespace quorvel::host

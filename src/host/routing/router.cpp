@@ -13,9 +13,12 @@ namespace {
 /// Shapes looked at for one way, and rounds of looking; a drawing that needs more is crossed rather than waited for.
 constexpr std::size_t mostObstacles = 160;
 constexpr int mostRounds = 24;
+constexpr std::size_t mostTaken = 24;
 
 /// Length along a shape, nearer than the distance to keep, counts this much more.
 constexpr double nearCost = 2;
+/// Length upon another line, which then can't be told from it, counts this much more.
+constexpr double takenCost = 4;
 /// So much more does it count to run through a shape, where there is no other way.
 constexpr double crossingCost = 1000;
 
@@ -125,6 +128,9 @@ void Search::goOn(State state, double cost) {
     liking = isSideways(side) ? lanes_.likingOfRow(row) : lanes_.likingOfColumn(column);
     const double length = isSideways(side) ? std::fabs(lanes_.x(nextColumn) - lanes_.x(column))
                                            : std::fabs(lanes_.y(nextRow) - lanes_.y(row));
+    const std::size_t left = std::min(column, nextColumn), low = std::min(row, nextRow);
+    const bool taken = isSideways(side) ? lanes_.isTakenToTheRight(left, row) : lanes_.isTakenUpward(column, low);
+    if (taken) liking += takenCost;
     if (passage == Lanes::Near) liking += nearCost;
     if (passage == Lanes::Blocked) liking += crossingCost;
     reach(stateOf(nextColumn, nextRow, side), cost + length * liking + (side == coming ? 0 : bend_), state);
@@ -188,11 +194,12 @@ bool Search::run(Route& route) {
 }
 
 /// Among known obstacles: on the usual lines, else on all there are, else through what cannot be gone around.
-Route findAmong(const RouteRequest& request, const std::vector<Obstacle>& obstacles) {
+Route findAmong(const RouteRequest& request, const std::vector<Obstacle>& obstacles,
+                const std::vector<Polyline>& taken) {
   Route route;
-  const Lanes usual(request, obstacles, Lanes::Detail::Usual);
+  const Lanes usual(request, obstacles, taken, Lanes::Detail::Usual);
   if (Search(request, usual, false).run(route)) return route;
-  const Lanes every(request, obstacles, Lanes::Detail::Every);
+  const Lanes every(request, obstacles, taken, Lanes::Detail::Every);
   if (Search(request, every, false).run(route)) return route;
   Search(request, usual, true).run(route);
   route.crossesObstacle = true;
@@ -245,9 +252,13 @@ Route findRoute(const RouteRequest& request, const ObstacleSource& source) {
     for (const Port& port : *ports) ends.push_back(port.exit);
   }
   learn(boundsOf(ends).grown(request.clearX, request.clearY));
+  // Other lines only near the ends' own box: a way that leads far out is long enough to be told apart.
+  std::vector<Polyline> taken;
+  source.linesTouching(boundsOf(ends).grown(2 * request.clearX, 2 * request.clearY), taken);
+  if (taken.size() > mostTaken) taken.resize(mostTaken);
   Route route;
   for (int round = 0; round < mostRounds; ++round) {
-    route = findAmong(request, known);
+    route = findAmong(request, known, taken);
     // Shapes beyond those known matter only where the way goes.
     bool learned = false;
     for (std::size_t i = 1; i < route.line.size(); ++i)

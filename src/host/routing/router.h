@@ -22,6 +22,8 @@ class ObstacleSource {
   virtual ~ObstacleSource() = default;
   /// Appends every obstacle that touches the box.
   virtual void touching(const Box& box, std::vector<Obstacle>& out) const = 0;
+  /// Appends lines that touch the box and that another line should cross rather than run upon.
+  virtual void linesTouching(const Box&, std::vector<Polyline>&) const {}
 };
 
 /// A place where a line may begin or end.

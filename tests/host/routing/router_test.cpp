@@ -147,6 +147,23 @@ TEST(Router, BendsHalfWayAndKeepsItsDistance) {
   EXPECT_FALSE(crosses(around.line, between.grown(0.12, 0.12))) << written(around.line);
 }
 
+TEST(Router, RunsBesideOtherLinesAndCrossesThemAtRightAngles) {
+  struct WithLine : Boxes {
+    WithLine(std::vector<Obstacle> obstacles, Polyline taken) : Boxes(std::move(obstacles)), line(std::move(taken)) {}
+    void linesTouching(const Box&, std::vector<Polyline>& out) const override { out.push_back(line); }
+    Polyline line;
+  };
+  const Box from{0, 0, 1, 1}, to{4, 2, 5, 3};
+  RouteRequest request;
+  request.begin = {sideOf(from, Side::Right)};
+  request.end = {sideOf(to, Side::Left)};
+  const std::vector<Obstacle> boxes = {{0, from}, {0, to}};
+  EXPECT_EQ(written(findRoute(request, WithLine(boxes, {{2.5, -3}, {2.5, 5}})).line),
+            "(1,0.5)(2.625,0.5)(2.625,2.5)(4,2.5)");
+  EXPECT_EQ(written(findRoute(request, WithLine(boxes, {{-3, 1.5}, {9, 1.5}})).line),
+            "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
+}
+
 TEST(Router, CrossesOnlyWhatItMust) {
   const Box from{0, 0, 1, 1}, to{10, 0, 11, 1};
   const std::vector<Box> cage = {
