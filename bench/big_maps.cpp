@@ -42,7 +42,10 @@ void measure(int tasks, const std::string& folder) {
   const double save = milliseconds([&] { map.map.SaveAs(file); });
   const double madePeak = peakMemory();
 
-  Session reader(SessionOptions{.installFolder = map.session.installFolder(), .connectAddin = false});
+  SessionOptions withoutAddin;
+  withoutAddin.installFolder = map.session.installFolder();
+  withoutAddin.connectAddin = false;
+  Session reader(withoutAddin);
   Document opened;
   const double open = milliseconds([&] { opened = reader.app().Documents().Open(file); });
   std::size_t bytes = 0;
