@@ -18,7 +18,7 @@ constexpr std::size_t mostTaken = 24;
 /// Length along a shape, nearer than the distance to keep, counts this much more.
 constexpr double nearCost = 2;
 /// Length upon another line, which then can't be told from it, counts this much more.
-constexpr double takenCost = 4;
+constexpr double takenCost = 10;
 /// So much more does it count to run through a shape, where there is no other way.
 constexpr double crossingCost = 1000;
 
