@@ -26,7 +26,9 @@ class Net {
     const auto connect = [&](int from, int to) {
       if (made_ >= connectors) return;
       ++made_;
-      const Shape line = page.Drop(dropped, 0, 0);
+      const Shape& start = boxes_[std::size_t(from)];
+      const auto inches = [&](const char* cell) { return start.Cells(cell).Result(visio::unitsInches).or_(0); };
+      const Shape line = page.Drop(dropped, inches("PinX"), inches("PinY"));
       line.Cells("BeginX").GlueTo(boxes_[std::size_t(from)].Cells("PinX"));
       line.Cells("EndX").GlueTo(boxes_[std::size_t(to)].Cells("PinX"));
     };

@@ -71,7 +71,11 @@ class WayObstacles : public ObstacleSource {
 
   void linesTouching(const Box& box, std::vector<Polyline>& out) const override {
     if (sharesLines_) return;
-    for (const SheetId other : map_.connectorsTouching(box)) {
+    const std::vector<SheetId> others = map_.connectorsTouching(box);
+    // Among so many no line stands alone anyhow.
+    constexpr std::size_t most = 48;
+    if (others.size() > most) return;
+    for (const SheetId other : others) {
       if (other != connector_) out.push_back(lineOnPage(store_, other));
     }
   }

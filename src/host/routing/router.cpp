@@ -12,7 +12,7 @@ namespace {
 
 /// Shapes looked at for one way, and rounds of looking; a drawing that needs more is crossed rather than waited for.
 constexpr std::size_t mostObstacles = 160;
-constexpr int mostRounds = 24;
+constexpr int mostRounds = 40;
 constexpr std::size_t mostTaken = 24;
 
 /// Length along a shape, nearer than the distance to keep, counts this much more.
@@ -251,25 +251,29 @@ Route findRoute(const RouteRequest& request, const ObstacleSource& source) {
   for (const auto* ports : {&request.begin, &request.end}) {
     for (const Port& port : *ports) ends.push_back(port.exit);
   }
-  learn(boundsOf(ends).grown(request.clearX, request.clearY));
+  const Box between = boundsOf(ends).grown(request.clearX, request.clearY);
+  // Between ends far apart lie more shapes than a way meets; they are learned of one by one.
+  constexpr double far = 64;
+  if (between.width() < far * request.clearX && between.height() < far * request.clearY) learn(between);
+  for (const Spot& end : ends) learn(Box{end.x, end.y, end.x, end.y}.grown(2 * request.clearX, 2 * request.clearY));
   // Other lines only near the ends' own box: a way that leads far out is long enough to be told apart.
   std::vector<Polyline> taken;
   source.linesTouching(boundsOf(ends).grown(2 * request.clearX, 2 * request.clearY), taken);
   if (taken.size() > mostTaken) taken.resize(mostTaken);
   Route route;
-  for (int round = 0; round < mostRounds; ++round) {
+  bool learned = true;
+  for (int round = 0; round < mostRounds && learned; ++round) {
     route = findAmong(request, known, taken);
     // Shapes beyond those known matter only where the way goes.
-    bool learned = false;
+    learned = false;
     for (std::size_t i = 1; i < route.line.size(); ++i)
       learned |= learn(Box::around(route.line[i - 1], route.line[i]).grown(request.clearX, request.clearY));
-    if (!learned) break;
   }
-  if (!route.crossesObstacle && known.size() >= mostObstacles) {
+  if (!route.crossesObstacle && (learned || known.size() >= mostObstacles)) {
     met.clear();
     source.touching(boundsOf(route.line), met);
     for (const Obstacle& obstacle : met)
-      route.crossesObstacle |= crosses(route.line, obstacle.box) && !numbers.contains(obstacle.number);
+      route.crossesObstacle |= !obstacle.passSideways && !obstacle.passUpright && crosses(route.line, obstacle.box);
   }
   return route;
 }
