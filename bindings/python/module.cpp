@@ -45,13 +45,22 @@ py::list members() {
 
 std::unique_ptr<ScriptHost> makeHost(const py::object& application, const std::string& version,
                                      const std::string& installFolder, const std::string& profileFolder,
-                                     bool answersDefaults) {
+                                     bool answersDefaults, const std::string& recoveryFolder) {
   SessionOptions options;
   options.version = version;
   options.installFolder = installFolder;
   options.configurationFolder = profileFolder;
+  options.recoveryFolder = recoveryFolder;
   return std::make_unique<ScriptHost>(application, std::move(options),
                                       answersDefaults ? Answers::Defaults : Answers::Nobody);
+}
+
+py::list copiesLeftBehindFor(const std::string& folder) {
+  py::list all;
+  for (const LeftBehind& each : copiesLeftBehind(folder)) {
+    all.append(py::make_tuple(textToPython(each.copy), textToPython(each.original), textToPython(each.name)));
+  }
+  return all;
 }
 
 }  // namespace
@@ -60,6 +69,8 @@ PYBIND11_MODULE(_quorvel, module) {
   py::register_exception_translator(translate);
   module.def("members", members);
   module.def("event_names", eventNames);
+  module.def("copies_left_behind", copiesLeftBehindFor);
+  module.def("discard_copy", &discardCopy);
 
   py::class_<ObjectRef>(module, "Reference")
       .def_property_readonly("kind", [](const ObjectRef& object) { return static_cast<int>(object.kind); })
@@ -82,6 +93,7 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("activate_application", &ScriptHost::activateApplication)
       .def("mouse_down", &ScriptHost::mouseDown)
       .def("export_pages", &ScriptHost::exportPages)
+      .def("write_recovery_copies", &ScriptHost::writeRecoveryCopies)
       .def("listen", [](ScriptHost& host, int event, bool on) { host.listen(static_cast<ScriptEvent>(event), on); })
       .def("asked", &ScriptHost::asked)
       .def("ask", [](ScriptHost& host, const std::string& text,

@@ -151,6 +151,15 @@ void ScriptHost::mouseDown(int button, int shift, double x, double y) {
   enter([&] { session_->host().mouseDown(button, shift, x, y); });
 }
 
+void ScriptHost::writeRecoveryCopies() {
+  RecoveryCopies* copies = session_->recovery();
+  if (!copies) throw Refused{"Application.WriteRecoveryCopies", "the application", "no folder for them was given"};
+  copies->lastError.clear();
+  copies->update();
+  if (!copies->lastError.empty())
+    throw Refused{"Application.WriteRecoveryCopies", "the application", copies->lastError};
+}
+
 void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller) {
   const host::Store& store = session_->engine().store;
   const host::Document* document = nullptr;

@@ -57,6 +57,8 @@ class ScriptHost {
   void mouseDown(int button, int shift, double x, double y);
   /// Draws pages into one file, whose ending says the format.
   void exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller);
+  /// Brings the recovery copies up to date.
+  void writeRecoveryCopies();
 
   // Asking as the add-in does, so that a script's answers can be tried without the occasion.
   std::string ask(const std::string& text, MessageButtons buttons);

@@ -8,6 +8,12 @@ def members() -> list[tuple[int, int, str, str, str]]:
 def event_names() -> tuple[str, ...]:
     """The events in the order of their numbers."""
 
+def copies_left_behind(folder: str) -> list[tuple[str, str, str]]:
+    """Copy, original and name of each copy whose process is gone."""
+
+def discard_copy(copy: str) -> None:
+    """Removes a copy and what belongs to it."""
+
 class Reference:
     """Names one host object."""
 
@@ -20,7 +26,7 @@ class Host:
 
     application_reference: ClassVar[Reference]
     """The application object."""
-    def __init__(self, application: object, version: str, install_folder: str, profile_folder: str, answers_defaults: bool) -> None:
+    def __init__(self, application: object, version: str, install_folder: str, profile_folder: str, answers_defaults: bool, recovery_folder: str) -> None:
         """`application` is held weakly; its _answer_... and _tell are called."""
     def get(self, object: Reference, member: int, arguments: tuple[object, ...]) -> object:
         """Reads; raises HostError."""
@@ -36,6 +42,8 @@ class Host:
         """Raises MouseDown."""
     def export_pages(self, pages: list[Reference], file: str, caller: str) -> None:
         """Draws the pages into one file."""
+    def write_recovery_copies(self) -> None:
+        """Brings the copies up to date."""
     def listen(self, event: int, on: bool) -> None:
         """Whether _tell is called for the event."""
     def asked(self) -> list[tuple[str, str]]:

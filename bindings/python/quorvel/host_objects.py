@@ -154,6 +154,7 @@ class _Application:
         install_folder: Any = None,
         profile: Any = None,
         answers: str | None = None,
+        recovery: Any = None,
     ) -> None:
         if answers not in (None, "defaults"):
             raise ValueError(f'answers is None or "defaults", not {answers!r}')
@@ -161,7 +162,8 @@ class _Application:
         self._app = self
         self._ref = _quorvel.Host.application_reference
         self._handlers: dict[str, Callable[..., Any]] = {}
-        self._host = _quorvel.Host(self, version, folder, profile_folder(profile), answers == "defaults")
+        copies = os.fspath(recovery) if recovery is not None else ""
+        self._host = _quorvel.Host(self, version, folder, profile_folder(profile), answers == "defaults", copies)
 
     @property
     def Asked(self) -> list[Asked]:
@@ -179,6 +181,9 @@ class _Application:
 
     def Activate(self) -> None:
         self._host.activate_application()
+
+    def WriteRecoveryCopies(self) -> None:
+        self._host.write_recovery_copies()
 
     def MouseDown(self, button: int, shift: int = 0, x: float = 0, y: float = 0) -> None:
         self._host.mouse_down(button, shift, x, y)

@@ -74,6 +74,8 @@ class Application(Handle):
     install_folder: the folder of stencil, template, icons and help; None for the one that came with the module.
     profile: the folder of Quorvel.ini, or that file; None for the user's own.
     answers: "defaults" accepts every form as it opens and says Yes; None leaves what no handler answers unanswered.
+    recovery: a folder for copies of unsaved drawings, written aside about every minute while there are changes and
+        removed when they are saved or closed; None writes none. See quorvel.copies_left_behind.
     """
 
     OnForm: Callable[[Form], object] | None
@@ -144,6 +146,7 @@ class Application(Handle):
         install_folder: FileName | None = None,
         profile: FileName | None = None,
         answers: str | None = None,
+        recovery: FileName | None = None,
     ) -> None:
         """Starts the host and connects the add-in."""
     @property
@@ -186,6 +189,8 @@ class Application(Handle):
         """Raises MarkerEvent with the text, and gives its number."""
     def Activate(self) -> None:
         """Gives the host the focus, as a user does who comes back to it."""
+    def WriteRecoveryCopies(self) -> None:
+        """Brings the recovery copies up to date now, without waiting for their minute."""
     def MouseDown(self, button: int, shift: int = 0, x: float = 0, y: float = 0) -> None:
         """Presses a mouse button in the drawing window: 1 left, 2 right."""
     def Quit(self) -> None:
