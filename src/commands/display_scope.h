@@ -1,6 +1,7 @@
 // Which shapes and pages a display command works on, as its dialog's scope says, and what they have in common.
 #pragma once
 
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -34,5 +35,7 @@ int commonSwitch(const dsrVisioConnect& connect, std::string_view cell, ShapeTes
 /// Writes a dialog's box into a switch: 0 turns it off, all else on, the grey state included. A sheet without the cell
 /// is passed over.
 void writeSwitch(const Shape& sheet, std::string_view cell, int box);
+/// A box for each cell, in the same order.
+void writeSwitches(const Shape& sheet, std::span<const std::string_view> cells, std::span<const int> boxes);
 
 }  // namespace quorvel::addin

@@ -7,13 +7,6 @@
 #include "display/task_details.h"
 
 namespace quorvel::addin {
-namespace {
-
-void writeSwitches(const Shape& sheet, const TaskSwitchBoxes& boxes) {
-  for (std::size_t i = 0; i < boxes.size(); ++i) writeSwitch(sheet, taskSwitches[i], boxes[i]);
-}
-
-}  // namespace
 
 int commonTaskSwitch(const dsrVisioConnect& connect, std::string_view cellName) {
   return commonSwitch(connect, cellName, isWholeTask);
@@ -21,11 +14,11 @@ int commonTaskSwitch(const dsrVisioConnect& connect, std::string_view cellName) 
 
 void applyTaskDisplayOptions(const dsrVisioConnect& connect, const TaskSwitchBoxes& boxes, std::string_view scope) {
   const UndoStep step(connect.gvsoApp, "Task Display Options");
-  for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), boxes);
+  for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), taskSwitches, boxes);
   for (const Shape& task : shapesInScope(connect, scope, isWholeTask)) {
     // A scope for each Task: what its shapes went through is forgotten at the end of each, not of all.
     const UndoStep drawing(connect.gvsoApp, "Task Details");
-    writeSwitches(task, boxes);
+    writeSwitches(task, taskSwitches, boxes);
     redrawAllTaskFields(connect, task);
   }
 }

@@ -8,13 +8,6 @@
 #include "shapes/shape_classes.h"
 
 namespace quorvel::addin {
-namespace {
-
-void writeSwitches(const Shape& sheet, const TaskLinkSwitchBoxes& boxes) {
-  for (std::size_t i = 0; i < boxes.size(); ++i) writeSwitch(sheet, taskLinkSwitches[i], boxes[i]);
-}
-
-}  // namespace
 
 int commonTaskLinkSwitch(const dsrVisioConnect& connect, std::string_view cellName) {
   return commonSwitch(connect, cellName, IsTaskLink);
@@ -23,9 +16,9 @@ int commonTaskLinkSwitch(const dsrVisioConnect& connect, std::string_view cellNa
 void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const TaskLinkSwitchBoxes& boxes,
                                  std::string_view scope) {
   const UndoStep step(connect.gvsoApp, "Task Link Display Options");
-  for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), boxes);
+  for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), taskLinkSwitches, boxes);
   for (const Shape& link : shapesInScope(connect, scope, IsTaskLink)) {
-    writeSwitches(link, boxes);
+    writeSwitches(link, taskLinkSwitches, boxes);
     GetAddedTaskLinkDescription2(connect, link);
   }
 }

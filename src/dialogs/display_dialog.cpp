@@ -1,6 +1,7 @@
 #include "dialogs/display_dialog.h"
 
 #include "commands/display_scope.h"
+#include "dialogs/confirm_cancel.h"
 
 namespace quorvel::addin {
 
@@ -86,11 +87,7 @@ void DisplayOptionsDialog::loading() {
 }
 
 void DisplayOptionsDialog::cancelClicked() {
-  const MessageBox question{
-      .text = "Are you sure you want to cancel without saving the changes you have made?",
-      .buttons = MessageButtons::YesNo,
-  };
-  if (!changed_ || platform_.showMessage(question) == MessageAnswer::Yes) close();
+  if (!changed_ || confirmsCancel(platform_)) close();
 }
 
 }  // namespace quorvel::addin

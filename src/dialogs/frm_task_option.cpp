@@ -16,18 +16,15 @@ constexpr const char* userFrame = "fraUserDefined";
 
 constexpr const char* aboutAbbreviations =
     "The list above contains the standard time units for Tasks and Task Links. You may change the abbreviation used "
-    "for "
-    "any time unit by entering a different one- or two-character abbreviation.";
+    "for any time unit by entering a different one- or two-character abbreviation.";
 constexpr const char* aboutDefault =
     "Use the radio buttons in the column labeled Default to specify the default time units for this Quorvel. Note that "
     "changing the default will not change the time units associated with any shapes already in the Quorvel - the "
-    "change "
-    "will only apply to Task and Task Link shapes added after changing the default.";
+    "change will only apply to Task and Task Link shapes added after changing the default.";
 constexpr const char* aboutFrequencies =
     "The list above contains the standard frequencies for Tasks. You may change the abbreviation used for any "
-    "frequency "
-    "by editing the two-character abbreviation. In addition, you may add up to thirteen new frequencies by entering "
-    "one- or two-character abbreviations and descriptions.";
+    "frequency by editing the two-character abbreviation. In addition, you may add up to thirteen new frequencies by "
+    "entering one- or two-character abbreviations and descriptions.";
 
 std::string inRow(const char* name, int place) { return std::string(name) + "(" + std::to_string(place) + ")"; }
 

@@ -20,7 +20,7 @@ class frmTaskOption : public Form {
   /// Fills the boxes from the document, before the dialog is shown.
   void fill();
 
-  /// True unless one of the two Apply buttons was the last to end or confirm the dialog.
+  /// False once Apply was pressed, whether or not everything could be applied; a Cancel after that makes it true again.
   bool cancelled() const { return cancelled_; }
 
  protected:

@@ -1,6 +1,7 @@
 // Apply and Cancel of the options: the document's cells are rewritten and every shape follows.
 #include "addin/undo_step.h"
 #include "base/basic_text.h"
+#include "dialogs/confirm_cancel.h"
 #include "dialogs/frm_task_option.h"
 #include "display/task_details.h"
 #include "document/document_cells.h"
@@ -101,10 +102,7 @@ bool frmTaskOption::applyFrequencies(Ending ending) {
 }
 
 void frmTaskOption::cancel() {
-  if (changed_ &&
-      frmParent.platform.showMessage({"Are you sure you want to cancel without saving the changes you have made?",
-                                      "Quorvel", MessageButtons::YesNo, MessageIcon::None}) != MessageAnswer::Yes)
-    return;
+  if (changed_ && !confirmsCancel(frmParent.platform)) return;
   cancelled_ = true;
   close();
 }

@@ -9,21 +9,21 @@ namespace {
 
 constexpr double gap = 0.5;  // inches between the two boxes
 
-struct Box {
+struct Placement {
   double x, y, width, height;
 };
 
-Box boxOf(const Engine& engine, SheetId shape) {
+Placement placementOf(const Engine& engine, SheetId shape) {
   static const CellKey pinX = objectCell("PinX"), pinY = objectCell("PinY"), width = objectCell("Width"),
                        height = objectCell("Height");
   const auto number = [&](const CellKey& key) { return cellNumber(engine.store, shape, key); };
   return {number(pinX), number(pinY), number(width), number(height)};
 }
 
-Box beside(const Box& target, const Box& dropped, int direction) {
+Placement beside(const Placement& target, const Placement& dropped, int direction) {
   constexpr int above = 1, below = 2, left = 3;
   const double across = (target.width + dropped.width) / 2 + gap, along = (target.height + dropped.height) / 2 + gap;
-  Box place = target;
+  Placement place = target;
   if (direction == above) {
     place.y += along;
   } else if (direction == below) {
@@ -48,7 +48,8 @@ ShapeOutcome dropConnected(Engine& engine, PageId page, MasterId master, SheetId
   if (connector && !store.master(connector)) return refused("the connector's master is gone");
   const std::vector<SheetId>& contents = store.page(store.master(master)->contents)->shapes;
   if (contents.empty()) return refused("the master holds no shape");
-  const Box from = boxOf(engine, target), place = beside(from, boxOf(engine, contents.front()), direction);
+  const Placement from = placementOf(engine, target),
+                  place = beside(from, placementOf(engine, contents.front()), direction);
 
   CommandScope scope(engine, store.page(page)->document, "Drop Connected");
   const ShapeOutcome dropped = dropMaster(engine, master, page, place.x, place.y);

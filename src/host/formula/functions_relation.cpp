@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "host/formula/functions.h"
+#include "host/formula/word_list.h"
 
 namespace quorvel::host {
 namespace {
@@ -47,11 +48,7 @@ Value hasFormula(Call& call, bool localOnly) {
 Value hasCategory(Call& call) {
   const Maybe<Value> categories = call.context().property("CATEGORIES");
   if (!categories) return Value::boolean(false);
-  const std::string wanted(trimmed(call.text(0)));
-  const std::string list = categories->asText();
-  const auto words = splitAt(list, ';');
-  return Value::boolean(std::any_of(words.begin(), words.end(),
-                                    [&](std::string_view word) { return equalIgnoringCase(trimmed(word), wanted); }));
+  return Value::boolean(hasWord(categories->asText(), call.text(0)));
 }
 
 /// "CONTAINERSHEETREF(1,"Swimlane")!Width": the cell behind the mark is the call's last argument.

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "host/cells/cell_table.h"
+#include "host/sheet/elliptical_arc.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/transform.h"
 
@@ -69,35 +70,18 @@ class PathReader {
 /// points lie on one.
 void PathReader::arcThrough(const Point& through, const Point& end, double angle, double ratio,
                             Segment& segment) const {
-  if (!(ratio > 1e-9)) ratio = 1;
-  const double cosine = std::cos(angle), sine = std::sin(angle);
-  // In coordinates turned back and squeezed the ellipse is a circle.
-  const auto squeeze = [&](const Point& p) {
-    return Point{(p.x * cosine + p.y * sine) / ratio, -p.x * sine + p.y * cosine};
-  };
-  const auto stretch = [&](const Point& p) {
-    return Point{p.x * ratio * cosine - p.y * sine, p.x * ratio * sine + p.y * cosine};
-  };
-  const Point p = squeeze(place_), q = squeeze(through), r = squeeze(end);
-  const Point u{q.x - p.x, q.y - p.y}, v{r.x - p.x, r.y - p.y};
-  const double cross = 2 * (u.x * v.y - u.y * v.x);
-  const double size = std::max(std::hypot(u.x, u.y), std::hypot(v.x, v.y));
-  if (!std::isfinite(cross) || std::fabs(cross) <= 1e-9 * size * size) {
+  const auto arc = ellipticalArcThrough(place_.x, place_.y, through.x, through.y, end.x, end.y, angle, ratio);
+  if (!arc) {
     segment = {place_, end};
     return;
   }
-  const double uu = u.x * u.x + u.y * u.y, vv = v.x * v.x + v.y * v.y;
-  const Point centre{p.x + (v.y * uu - u.y * vv) / cross, p.y + (u.x * vv - v.x * uu) / cross};
-  const double radius = std::hypot(p.x - centre.x, p.y - centre.y);
-  const double from = std::atan2(p.y - centre.y, p.x - centre.x);
-  double sweep = std::atan2(r.y - centre.y, r.x - centre.x) - from;
-  constexpr double turn = 2 * std::numbers::pi;
-  if (cross > 0 && sweep <= 0) sweep += turn;
-  if (cross < 0 && sweep >= 0) sweep -= turn;
+  const double cosine = std::cos(arc->angle), sine = std::sin(arc->angle);
   sample(
       [&](double share) {
-        const double at = from + sweep * share;
-        return stretch({centre.x + radius * std::cos(at), centre.y + radius * std::sin(at)});
+        const double at = arc->from + arc->sweep * share;
+        const double x = arc->ratio * (arc->centreX + arc->radius * std::cos(at));
+        const double y = arc->centreY + arc->radius * std::sin(at);
+        return Point{x * cosine - y * sine, x * sine + y * cosine};
       },
       segment);
   segment.front() = place_;

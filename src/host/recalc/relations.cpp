@@ -79,10 +79,4 @@ std::string categoriesOf(const Store& store, SheetId sheet) {
 
 std::string structureOf(const Store& store, SheetId sheet) { return userText(store, sheet, "User.msvStructureType"); }
 
-bool hasWord(std::string_view list, std::string_view word) {
-  const auto words = splitAt(list, ';');
-  return std::any_of(words.begin(), words.end(),
-                     [&](std::string_view each) { return equalIgnoringCase(trimmed(each), trimmed(word)); });
-}
-
 }  // namespace quorvel::host

@@ -25,7 +25,5 @@ std::vector<SheetId> containersOf(const Store& store, SheetId sheet);
 std::string categoriesOf(const Store& store, SheetId sheet);
 /// "Container", "List", "Callout" or empty.
 std::string structureOf(const Store& store, SheetId sheet);
-/// Whether a list separated by semicolons holds the word, in any letter case.
-bool hasWord(std::string_view list, std::string_view word);
 
 }  // namespace quorvel::host

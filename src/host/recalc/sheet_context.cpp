@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/formula/word_list.h"
 #include "host/recalc/connector_ends.h"
 #include "host/recalc/dependency_graph.h"
 #include "host/recalc/geometry_path.h"

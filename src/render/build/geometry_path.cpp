@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "base/text.h"
+#include "host/sheet/elliptical_arc.h"
 
 namespace quorvel::render {
 namespace {
@@ -28,25 +29,11 @@ void appendArc(Path& path, const Matrix& map, double from, double sweep, Point e
 /// `ratio` times the shorter one. A straight line when the three points lie on one.
 void ellipticalArcTo(Path& path, Point end, Point through, double angle, double ratio) {
   const Point start = path.current();
-  if (!(ratio > 1e-9)) ratio = 1;
-  // In coordinates turned back and squeezed the ellipse is a circle.
-  const Matrix squeeze = Matrix::scaling(1 / ratio, 1) * Matrix::rotation(-angle);
-  const Matrix stretch = Matrix::rotation(angle) * Matrix::scaling(ratio, 1);
-  const Point p = squeeze(start), q = squeeze(through), r = squeeze(end);
-  const Point u = q - p, v = r - p;
-  const double cross = 2 * (u.x * v.y - u.y * v.x);
-  const double size = std::max({length(u), length(v), distance(q, r)});
-  if (!std::isfinite(cross) || size == 0 || std::abs(cross) < 1e-7 * size * size) return path.lineTo(end);
-  const double uu = u.x * u.x + u.y * u.y, vv = v.x * v.x + v.y * v.y;
-  const Point centre{p.x + (v.y * uu - u.y * vv) / cross, p.y + (u.x * vv - v.x * uu) / cross};
-  const double radius = distance(centre, p);
-  const double from = std::atan2(p.y - centre.y, p.x - centre.x);
-  double sweep = std::atan2(r.y - centre.y, r.x - centre.x) - from;
-  // Counterclockwise exactly when the middle point lies to the right of the chord.
-  if (cross > 0 && sweep <= 0) sweep += 2 * pi;
-  if (cross < 0 && sweep >= 0) sweep -= 2 * pi;
-  appendArc(path, stretch * Matrix::translation(centre.x, centre.y) * Matrix::scaling(radius, radius), from, sweep,
-            end);
+  const auto arc = host::ellipticalArcThrough(start.x, start.y, through.x, through.y, end.x, end.y, angle, ratio);
+  if (!arc) return path.lineTo(end);
+  const Matrix stretch = Matrix::rotation(arc->angle) * Matrix::scaling(arc->ratio, 1);
+  const Matrix circle = Matrix::translation(arc->centreX, arc->centreY) * Matrix::scaling(arc->radius, arc->radius);
+  appendArc(path, stretch * circle, arc->from, arc->sweep, end);
 }
 
 void arcTo(Path& path, Point end, double bow) {

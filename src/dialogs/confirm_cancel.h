@@ -1,0 +1,16 @@
+// The question that stands before changes in a dialog are thrown away.
+#pragma once
+
+#include "model/platform.h"
+
+namespace quorvel::addin {
+
+/// True when the user lets the changes go.
+inline bool confirmsCancel(Platform& platform) {
+  return platform.showMessage({
+             .text = "Are you sure you want to cancel without saving the changes you have made?",
+             .buttons = MessageButtons::YesNo,
+         }) == MessageAnswer::Yes;
+}
+
+}  // namespace quorvel::addin
