@@ -8,6 +8,7 @@
 #include <map>
 
 #include "host/cells/cell_name.h"
+#include "host/recalc/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel {
@@ -105,9 +106,22 @@ TEST(SampleMap, ShowsOnTheDrawingWhatItsCellsSay) {
   EXPECT_EQ(task.Shapes().Item(3).Text(), "CR01");
   EXPECT_EQ(task.Shapes().Item(4).Text(), "Check the customer's credit");
   EXPECT_EQ(shapes.Item("Connector.SH01").Text(), "SH01");
-  bool linkShown = false;
-  for (const Shape& shape : shapes.all()) linkShown = linkShown || shape.Text().or_({}).starts_with("Refused");
-  EXPECT_TRUE(linkShown);
+  // The two links out of the credit check: one goes straight on, one branches off, and each text lies on its line.
+  int links = 0;
+  for (const Shape& shape : shapes.all()) {
+    const std::string text = shape.Text().or_({});
+    if (!text.starts_with("Refused") && !text.starts_with("Approved")) continue;
+    ++links;
+    const host::SheetId sheet{shape.ref().id};
+    const host::Store& store = session.engine().store;
+    const host::Polyline line = host::lineOnPage(store, sheet);
+    EXPECT_EQ(line.size(), text.starts_with("Refused") ? 4u : 2u) << text;
+    const host::Spot middle = host::midpointOf(line);
+    const auto pin = host::toPageMatrix(store, sheet)
+                         .apply(shape.Cells("TxtPinX").ResultIU().or_(NAN), shape.Cells("TxtPinY").ResultIU().or_(NAN));
+    EXPECT_NEAR(std::hypot(pin.x - middle.x, pin.y - middle.y), 0, 1e-6) << text;
+  }
+  EXPECT_EQ(links, 2);
 }
 
 }  // namespace

@@ -69,14 +69,14 @@ class WayObstacles : public ObstacleSource {
     }
   }
 
-  void linesTouching(const Box& box, std::vector<Polyline>& out) const override {
+  void linesTouching(const Box& box, std::vector<OtherLine>& out) const override {
     if (sharesLines_) return;
     const std::vector<SheetId> others = map_.connectorsTouching(box);
     // Among so many no line stands alone anyhow.
     constexpr std::size_t most = 48;
     if (others.size() > most) return;
     for (const SheetId other : others) {
-      if (other != connector_) out.push_back(lineOnPage(store_, other));
+      if (other != connector_) out.push_back({lineOnPage(store_, other), isRelated(other)});
     }
   }
 
@@ -104,6 +104,15 @@ class WayObstacles : public ObstacleSource {
   };
   bool isOwn(SheetId shape) const {
     return std::any_of(spots_.begin(), spots_.end(), [&](const EndSpot& spot) { return spot.top == shape; });
+  }
+  /// Lines that leave one place for several, or come from several to one, have a stem in common. Two between the same
+  /// shapes would hide each other, and an end that walks has other sides to leave by.
+  bool isRelated(SheetId other) const {
+    const auto shares = [&](bool begin) {
+      const ConnectorEnd own = endOf(store_, connector_, begin);
+      return own.glued && !own.walks && own.glued == endOf(store_, other, begin).glued;
+    };
+    return shares(true) != shares(false);
   }
   /// A shape around an end that is glued elsewhere can't be gone around.
   bool holdsAnEnd(SheetId shape, const Box& box) const {

@@ -206,15 +206,18 @@ void Drawing::setVertices(const Polyline& local) {
   for (std::size_t i = 0; i < local.size(); ++i) putVertex(i + 1, i == 0 ? moveToTag : lineToTag, local[i]);
 }
 
-/// Whether the master puts the cell in the middle of the box, as one without a control for the text does.
-bool isPlacedByBox(const Store& store, SheetId prototype, const CellKey& key) {
+/// Whether a formula puts the cell in the middle of the box, as in connectors without a wish for their text.
+bool isPlacedByBox(const Store& store, SheetId sheet, const CellKey& key) {
   static const CellKey width = objectCell("Width"), height = objectCell("Height");
-  const FoundCell found = prototype ? findCell(store, prototype, key) : FoundCell{};
+  const FoundCell found = sheet ? findCell(store, sheet, key) : FoundCell{};
   if (!found.formula || !found.formula->formula || found.formula->formula->isGuarded()) return false;
   const std::vector<Reference>& references = found.formula->formula->references();
-  return !references.empty() && std::all_of(references.begin(), references.end(), [&](const Reference& each) {
-    return each.scope == ReferenceScope::ThisSheet && (each.cell == width || each.cell == height);
-  });
+  double span = 0;
+  for (const Reference& each : references) {
+    if (each.scope != ReferenceScope::ThisSheet || !(each.cell == width || each.cell == height)) return false;
+    span = cellNumber(store, sheet, each.cell);
+  }
+  return references.size() == 1 && std::fabs(cellNumber(store, sheet, key) - span / 2) < hair;
 }
 
 /// The cell to write so that the text's pin moves: the control that it hangs on, or the pin itself where the master
@@ -240,7 +243,9 @@ void Drawing::setText(const Spot& before, const Spot& now) {
   for (const bool vertical : {false, true}) {
     const CellKey handle = textHandle(store_, connector_, pins[vertical ? 1 : 0]);
     if (!handle) continue;
-    const double aside = cellNumber(store_, connector_, handle) - (vertical ? before.y : before.x);
+    // A formula has followed the size already, and the line has not.
+    const bool inTheMiddle = isPlacedByBox(store_, connector_, handle);
+    const double aside = inTheMiddle ? 0 : cellNumber(store_, connector_, handle) - (vertical ? before.y : before.x);
     // Cells that programs write lie a little off; that is no wish of a user's.
     constexpr double wish = 1e-3;
     const double wanted = (vertical ? now.y : now.x) + (std::fabs(aside) > wish ? aside : 0);

@@ -12,7 +12,7 @@ constexpr double middleLiking = 1, portLiking = 1.001, parallelLiking = 1.0015, 
 
 }  // namespace
 
-Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, const std::vector<Polyline>& taken,
+Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, const std::vector<OtherLine>& taken,
              Detail detail) {
   collect(request, obstacles, detail);
   collectBeside(taken, request.clearX, request.clearY);
@@ -21,17 +21,18 @@ Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles
   level_.assign(columns() * rows(), Free);
   upright_.assign(columns() * rows(), Free);
   for (const Obstacle& obstacle : obstacles) mark(obstacle, request.clearX, request.clearY);
-  takenLevel_.assign(columns() * rows(), false);
-  takenUpright_.assign(columns() * rows(), false);
-  for (const Polyline& line : taken) {
-    for (std::size_t i = 1; i < line.size(); ++i) markTaken(line[i - 1], line[i]);
+  usedLevel_.assign(columns() * rows(), Unused);
+  usedUpright_.assign(columns() * rows(), Unused);
+  for (const OtherLine& other : taken) {
+    for (std::size_t i = 1; i < other.line.size(); ++i)
+      markUsed(other.line[i - 1], other.line[i], other.isRelated ? Shared : Taken);
   }
 }
 
 /// Beside a line that lies there already, so that two run side by side.
-void Lanes::collectBeside(const std::vector<Polyline>& taken, double clearX, double clearY) {
-  for (const Polyline& line : taken) {
-    for (std::size_t i = 1; i < line.size(); ++i) {
+void Lanes::collectBeside(const std::vector<OtherLine>& taken, double clearX, double clearY) {
+  for (const auto& [line, isRelated] : taken) {
+    for (std::size_t i = 1; i < line.size() && !isRelated; ++i) {
       const Spot &a = line[i - 1], &b = line[i];
       if (std::fabs(a.x - b.x) < hair) {
         for (const double x : {a.x - clearX, a.x + clearX}) xs_.push_back({x, parallelLiking});
@@ -43,20 +44,21 @@ void Lanes::collectBeside(const std::vector<Polyline>& taken, double clearX, dou
 }
 
 /// Pieces of the grid that lie upon a level or upright line.
-void Lanes::markTaken(const Spot& from, const Spot& to) {
+void Lanes::markUsed(const Spot& from, const Spot& to, Use use) {
   const Box piece = Box::around(from, to);
+  const auto raise = [use](std::uint8_t& used) { used = std::max<std::uint8_t>(used, use); };
   if (piece.height() < hair) {
     const std::size_t row = rowAt(from.y);
     if (std::fabs(y(row) - from.y) > 10 * hair) return;
     for (std::size_t column = 0; column + 1 < columns(); ++column) {
       if (x(column) < piece.right - hair && x(column + 1) > piece.left + hair)
-        takenLevel_[row * columns() + column] = true;
+        raise(usedLevel_[row * columns() + column]);
     }
   } else if (piece.width() < hair) {
     const std::size_t column = columnAt(from.x);
     if (std::fabs(x(column) - from.x) > 10 * hair) return;
     for (std::size_t row = 0; row + 1 < rows(); ++row) {
-      if (y(row) < piece.top - hair && y(row + 1) > piece.bottom + hair) takenUpright_[row * columns() + column] = true;
+      if (y(row) < piece.top - hair && y(row + 1) > piece.bottom + hair) raise(usedUpright_[row * columns() + column]);
     }
   }
 }

@@ -15,9 +15,9 @@ class Lanes {
     Every,  ///< besides, the very borders of shapes: if there is a way at all, there is one on these lines
   };
   enum Passage : std::uint8_t { Free, Near, Blocked };
+  enum Use : std::uint8_t { Unused, Shared, Taken };
 
-  /// `taken`: lines that are better not run upon.
-  Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, const std::vector<Polyline>& taken,
+  Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, const std::vector<OtherLine>& taken,
         Detail detail);
 
   std::size_t columns() const { return xs_.size(); }
@@ -36,9 +36,13 @@ class Lanes {
   Passage upward(std::size_t column, std::size_t row) const {
     return static_cast<Passage>(upright_[row * columns() + column]);
   }
-  /// Whether a line lies there already.
-  bool isTakenToTheRight(std::size_t column, std::size_t row) const { return takenLevel_[row * columns() + column]; }
-  bool isTakenUpward(std::size_t column, std::size_t row) const { return takenUpright_[row * columns() + column]; }
+  /// What lies there already.
+  Use useToTheRight(std::size_t column, std::size_t row) const {
+    return static_cast<Use>(usedLevel_[row * columns() + column]);
+  }
+  Use useUpward(std::size_t column, std::size_t row) const {
+    return static_cast<Use>(usedUpright_[row * columns() + column]);
+  }
 
  private:
   struct Line {
@@ -46,15 +50,14 @@ class Lanes {
   };
   void collect(const RouteRequest& request, const std::vector<Obstacle>& obstacles, Detail detail);
   void collectNarrow(const RouteRequest& request, const std::vector<Obstacle>& obstacles);
-  void collectBeside(const std::vector<Polyline>& taken, double clearX, double clearY);
+  void collectBeside(const std::vector<OtherLine>& taken, double clearX, double clearY);
   void mark(const Obstacle& obstacle, double clearX, double clearY);
-  void markTaken(const Spot& from, const Spot& to);
+  void markUsed(const Spot& from, const Spot& to, Use use);
   static void settle(std::vector<Line>& lines);
   static std::size_t nearest(const std::vector<Line>& lines, double at);
 
   std::vector<Line> xs_, ys_;
-  std::vector<std::uint8_t> level_, upright_;
-  std::vector<bool> takenLevel_, takenUpright_;
+  std::vector<std::uint8_t> level_, upright_, usedLevel_, usedUpright_;
 };
 
 }  // namespace quorvel::host

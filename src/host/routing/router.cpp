@@ -17,8 +17,9 @@ constexpr std::size_t mostTaken = 24;
 
 /// Length along a shape, nearer than the distance to keep, counts this much more.
 constexpr double nearCost = 2;
-/// Length upon another line, which then can't be told from it, counts this much more.
-constexpr double takenCost = 10;
+/// Length upon another line, which then can't be told from it, counts this much more; upon a related one no more than
+/// tips the scales.
+constexpr double takenCost = 10, sharedCost = 0.0005;
 /// So much more does it count to run through a shape, where there is no other way.
 constexpr double crossingCost = 1000;
 
@@ -129,8 +130,8 @@ void Search::goOn(State state, double cost) {
     const double length = isSideways(side) ? std::fabs(lanes_.x(nextColumn) - lanes_.x(column))
                                            : std::fabs(lanes_.y(nextRow) - lanes_.y(row));
     const std::size_t left = std::min(column, nextColumn), low = std::min(row, nextRow);
-    const bool taken = isSideways(side) ? lanes_.isTakenToTheRight(left, row) : lanes_.isTakenUpward(column, low);
-    if (taken) liking += takenCost;
+    const Lanes::Use use = isSideways(side) ? lanes_.useToTheRight(left, row) : lanes_.useUpward(column, low);
+    if (use != Lanes::Unused) liking += use == Lanes::Taken ? takenCost : sharedCost;
     if (passage == Lanes::Near) liking += nearCost;
     if (passage == Lanes::Blocked) liking += crossingCost;
     reach(stateOf(nextColumn, nextRow, side), cost + length * liking + (side == coming ? 0 : bend_), state);
@@ -195,7 +196,7 @@ bool Search::run(Route& route) {
 
 /// Among known obstacles: on the usual lines, else on all there are, else through what cannot be gone around.
 Route findAmong(const RouteRequest& request, const std::vector<Obstacle>& obstacles,
-                const std::vector<Polyline>& taken) {
+                const std::vector<OtherLine>& taken) {
   Route route;
   const Lanes usual(request, obstacles, taken, Lanes::Detail::Usual);
   if (Search(request, usual, false).run(route)) return route;
@@ -257,7 +258,7 @@ Route findRoute(const RouteRequest& request, const ObstacleSource& source) {
   if (between.width() < far * request.clearX && between.height() < far * request.clearY) learn(between);
   for (const Spot& end : ends) learn(Box{end.x, end.y, end.x, end.y}.grown(2 * request.clearX, 2 * request.clearY));
   // Other lines only near the ends' own box: a way that leads far out is long enough to be told apart.
-  std::vector<Polyline> taken;
+  std::vector<OtherLine> taken;
   source.linesTouching(boundsOf(ends).grown(2 * request.clearX, 2 * request.clearY), taken);
   if (taken.size() > mostTaken) taken.resize(mostTaken);
   Route route;

@@ -16,14 +16,22 @@ struct Obstacle {
   bool passUpright = false;   ///< upright lines may
 };
 
+/// A line that lies there already, better crossed than run upon.
+struct OtherLine {
+  Polyline line;
+  /// It leaves or reaches the same shape: a stem in common is no harm, and a way of its own better where it costs
+  /// nothing.
+  bool isRelated = false;
+};
+
 /// Gives obstacles by place, so that a way is found among those near it only.
 class ObstacleSource {
  public:
   virtual ~ObstacleSource() = default;
   /// Appends every obstacle that touches the box.
   virtual void touching(const Box& box, std::vector<Obstacle>& out) const = 0;
-  /// Appends lines that touch the box and that another line should cross rather than run upon.
-  virtual void linesTouching(const Box&, std::vector<Polyline>&) const {}
+  /// Appends lines that touch the box.
+  virtual void linesTouching(const Box&, std::vector<OtherLine>&) const {}
 };
 
 /// A place where a line may begin or end.

@@ -149,9 +149,11 @@ TEST(Router, BendsHalfWayAndKeepsItsDistance) {
 
 TEST(Router, RunsBesideOtherLinesAndCrossesThemAtRightAngles) {
   struct WithLine : Boxes {
-    WithLine(std::vector<Obstacle> obstacles, Polyline taken) : Boxes(std::move(obstacles)), line(std::move(taken)) {}
-    void linesTouching(const Box&, std::vector<Polyline>& out) const override { out.push_back(line); }
+    WithLine(std::vector<Obstacle> obstacles, Polyline taken, bool related = false)
+        : Boxes(std::move(obstacles)), line(std::move(taken)), isRelated(related) {}
+    void linesTouching(const Box&, std::vector<OtherLine>& out) const override { out.push_back({line, isRelated}); }
     Polyline line;
+    bool isRelated;
   };
   const Box from{0, 0, 1, 1}, to{4, 2, 5, 3};
   RouteRequest request;
@@ -162,6 +164,10 @@ TEST(Router, RunsBesideOtherLinesAndCrossesThemAtRightAngles) {
             "(1,0.5)(2.625,0.5)(2.625,2.5)(4,2.5)");
   EXPECT_EQ(written(findRoute(request, WithLine(boxes, {{-3, 1.5}, {9, 1.5}})).line),
             "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
+  // One that leaves by the same port may keep to the stem, and does not bend to get off it.
+  const Polyline stem{{1, 0.5}, {2.5, 0.5}, {2.5, -3}};
+  EXPECT_EQ(written(findRoute(request, WithLine(boxes, stem, true)).line), "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
+  EXPECT_NE(written(findRoute(request, WithLine(boxes, stem)).line), "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
 }
 
 TEST(Router, CrossesOnlyWhatItMust) {
