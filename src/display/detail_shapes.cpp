@@ -41,8 +41,15 @@ std::string cellOfTask(const Shape& task, std::string_view cell) {
   return task.NameID().or_({}) + "!" + std::string(cell);
 }
 
+std::string smallSheetName(const Shape& task) {
+  const Maybe<int> id = task.ID();
+  return id ? "sheet." + std::to_string(*id) : std::string();
+}
+
 void tieToTask(const Shape& shape, const Shape& task, std::string_view cell) {
-  shape.Cells(cell).FormulaForce("guard(" + cellOfTask(task, cell) + ")");
+  // This one cell has always been written in small letters, and drawings are compared by their text.
+  const std::string sheet = cell == "FillPattern" ? smallSheetName(task) : task.NameID().or_({});
+  shape.Cells(cell).FormulaForce("guard(" + sheet + "!" + std::string(cell) + ")");
 }
 
 void addHyperlinkAction(const Shape& shape) {

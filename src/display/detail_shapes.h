@@ -26,6 +26,8 @@ void markDetail(const Shape& shape, const Layer& layer, std::string_view tag, st
 
 /// "Sheet.12!" and the cell.
 std::string cellOfTask(const Shape& task, std::string_view cell);
+/// "sheet.12", as some of the formulas spell it; empty when the host does not say.
+std::string smallSheetName(const Shape& task);
 /// The shape's cell takes the Task's value of the same cell and keeps it.
 void tieToTask(const Shape& shape, const Shape& task, std::string_view cell);
 /// The menu entry that opens our hyperlink dialog.

@@ -12,10 +12,12 @@ constexpr double notMeasured = -1;
 }  // namespace
 
 void setLowerTextBlock(const Shape& line, const Shape& task, bool guarded) {
-  const std::string width = cellOfTask(task, "width*1.5");
-  const std::string height = "TextHeight(TheText" + listSeparator(line.Document()) + width + ")";
-  line.Cells("TxtWidth").FormulaForce(width);
-  line.Cells("TxtHeight").FormulaForce(guarded ? "guard(" + height + ")" : height);
+  const std::string sheet = smallSheetName(task);
+  const auto height = [&](const char* width) {
+    return "TextHeight(TheText" + listSeparator(line.Document()) + sheet + width + ")";
+  };
+  line.Cells("TxtWidth").FormulaForce(sheet + "!width*1.5");
+  line.Cells("TxtHeight").FormulaForce(guarded ? "guard(" + height("!Width*1.5") + ")" : height("!width*1.5"));
   line.Cells("Para.Spline[1]").FormulaForce("guard(8 pt)");
   line.Cells("TxtPinX").FormulaForce("EndX");
   line.Cells("TxtLocPinX").FormulaForce("EndX-Width - 0.25 in");
