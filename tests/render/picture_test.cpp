@@ -1,9 +1,12 @@
 // Pictures that shapes carry.
 #include <gtest/gtest.h>
 
-#include "render/build/image.h"
-#include "render/build/metafile.h"
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
 #include "render/drawing.h"
+#include "render/picture/image.h"
 
 namespace quorvel::render {
 namespace {
@@ -42,30 +45,155 @@ const std::string& sample() {
   return bytes;
 }
 
-TEST(Picture, MetafilesBecomePaths) {
-  const std::vector<PathItem> items = metafilePaths(sample());
-  ASSERT_EQ(items.size(), 3u);
-  EXPECT_EQ(textOf(items[0].path), "M0 0L1 0L0 1Z");
-  EXPECT_EQ(std::get<Colour>(items[0].fill).rgb, 0x0000FFu);
-  EXPECT_EQ(items[0].stroke.colour.rgb, 0xFF0000u);
-  EXPECT_EQ(textOf(items[1].path), "M0 0L0.5 0L0.5 0.5L0 0.5Z");
-  EXPECT_TRUE(std::holds_alternative<std::monostate>(items[1].fill));
-  EXPECT_TRUE(std::holds_alternative<Colour>(items[2].fill)) << "the state came back";
-  EXPECT_NEAR(items[2].path.bounds().width(), 1, 1e-9);
+/// The same of 16 bits, its window from the header that places it.
+std::string olderMetafile(std::initializer_list<std::vector<std::uint16_t>> records) {
+  std::string bytes;
+  const auto put16 = [&](std::uint32_t number) { bytes += {char(number & 255), char(number >> 8 & 255)}; };
+  for (const std::uint32_t each : {0xCDD7u, 0x9AC6u, 0u, 0u, 0u, 100u, 50u, 96u, 0u, 0u, 0u}) put16(each);
+  for (const std::uint32_t each : {1u, 9u, 0x300u, 0u, 0u, 0u, 0u, 0u, 0u}) put16(each);
+  for (const auto& record : records) {
+    put16(std::uint32_t(record.size() + 2));
+    put16(0);
+    for (const std::uint16_t each : record) put16(each);
+  }
+  for (const std::uint32_t each : {3u, 0u, 0u}) put16(each);
+  return bytes;
 }
 
-TEST(Picture, DamagedMetafilesEndQuietly) {
-  for (std::size_t size = 0; size < sample().size(); ++size) metafilePaths(sample().substr(0, size));
-  for (std::size_t at = 88; at < sample().size(); ++at) {
-    std::string damaged = sample();
-    damaged[at] = char(0xFF);
-    metafilePaths(damaged);
+const std::string& olderSample() {
+  static const std::string bytes = olderMetafile({
+      {0x02FA, 0, 2, 0, 0x00FF, 0},  // a red pen, 2 wide
+      {0x02FC, 0, 0, 0x00FF, 0},     // a blue brush
+      {0x012D, 0},
+      {0x012D, 1},
+      {0x01F0, 0},           // the first place is free,
+      {0x02FC, 1, 0, 0, 0},  // so this one, which paints nothing, takes it
+      {0x0324, 3, 0, 0, 100, 0, 0, 50},
+      {0x012D, 0},
+      {0x0418, 50, 100, 0, 0},
+      {0x02FB, std::uint16_t(-10), 0, 0, 0, 700, 0, 0, 0, 0, 0x6153, 0x736E, 0},
+      {0x012D, 2},
+      {0x0A32, 25, 10, 2, 0, 0x6948, 10, 10},  // "Hi", each letter 10 wide
+  });
+  return bytes;
+}
+
+struct Metafiles : testing::Test {
+  TextEngine text;
+  std::vector<SceneItem> items(const std::string& bytes) {
+    return pictureOf({"MetaFile", "", "", bytes, {}}, text).items;
+  }
+  /// The corners of the first line on the unit square.
+  static Box placeOf(const TextItem& item) {
+    const TextLine& line = item.layout->lines.at(0);
+    Box box;
+    box.add(item.transform({line.left, line.runs.at(0).baseline}));
+    box.add(item.transform({line.left + line.width, line.top}));
+    return box;
+  }
+};
+
+TEST_F(Metafiles, BecomePaths) {
+  const std::vector<SceneItem> found = items(sample());
+  ASSERT_EQ(found.size(), 3u);
+  const auto& triangle = std::get<PathItem>(found[0]);
+  EXPECT_EQ(textOf(triangle.path), "M0 0L1 0L0 1Z");
+  EXPECT_EQ(std::get<Colour>(triangle.fill).rgb, 0x0000FFu);
+  EXPECT_EQ(triangle.stroke.colour.rgb, 0xFF0000u);
+  const auto& rectangle = std::get<PathItem>(found[1]);
+  EXPECT_EQ(textOf(rectangle.path), "M0 0L0.5 0L0.5 0.5L0 0.5Z");
+  EXPECT_TRUE(std::holds_alternative<std::monostate>(rectangle.fill));
+  const auto& ellipse = std::get<PathItem>(found[2]);
+  EXPECT_TRUE(std::holds_alternative<Colour>(ellipse.fill)) << "the state came back";
+  EXPECT_NEAR(ellipse.path.bounds().width(), 1, 1e-9);
+}
+
+TEST_F(Metafiles, ShowTextsAndBitmaps) {
+  const std::uint32_t upsideDown = 0xFFFFFFCEu;  // -50
+  const std::vector<SceneItem> found = items(metafile({
+      {82, 1, 0xFFFFFFF6u, 0, 0, 0, 700, 0, 0, 0, 0x610053u, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0},
+      {37, 1},
+      {24, 0x0000FF},
+      {22, 24},
+      {84, 0, 0, 0, 0, 1, 0, 0, 10, 25, 2, 76, 0, 0, 0, 0, 0, 80, 'H' | 'i' << 16, 10, 10},
+      // A bitmap of two pixels: the left one over the lower half.
+      {81,           0, 0, 0, 0, 0, 25, 0,        0,        1, 1,   80, 48, 128, 8, 0, 0xCC0020, 100, 25, 40, 2, 1,
+       1 | 1u << 16, 0, 4, 0, 0, 0, 0,  0x000000, 0xFFFFFF, 0, 0xAA},
+      // The same text with the axis upward stays upright.
+      {9, 100, upsideDown},
+      {11, 100, 50},
+      {10, 0, 50},
+      {84, 0, 0, 0, 0, 1, 0, 0, 10, 25, 2, 76, 0, 0, 0, 0, 0, 80, 'H' | 'i' << 16, 10, 10},
+  }));
+  ASSERT_EQ(found.size(), 3u);
+  const auto& text = std::get<TextItem>(found[0]);
+  EXPECT_EQ(text.layout->styles.at(0).colour.rgb, 0xFF0000u);
+  EXPECT_TRUE(text.layout->styles.at(0).bold);
+  for (const SceneItem* each : {&found[0], &found[2]}) {
+    const Box place = placeOf(std::get<TextItem>(*each));
+    EXPECT_NEAR(place.left, 0.1, 1e-9);
+    EXPECT_NEAR(place.width(), 0.2, 1e-9) << "as wide as its maker's font had it";
+    EXPECT_NEAR(place.bottom, 0.5, 1e-9) << "stands on its base line";
+    EXPECT_GT(place.height(), 0.15);
+  }
+  const auto& image = std::get<ImageItem>(found[1]);
+  EXPECT_EQ(image.mediaType, "image/bmp");
+  EXPECT_EQ(image.transform({0, 0}), (Point{0, 0.5}));
+  EXPECT_EQ(image.transform({0.5, 1}), (Point{1, 1})) << "half the bitmap fills the place";
+  EXPECT_EQ(image.clip.bounds().right, 1);
+}
+
+TEST_F(Metafiles, OfSixteenBitsAreReadToo) {
+  const std::vector<SceneItem> found = items(olderSample());
+  ASSERT_EQ(found.size(), 3u);
+  EXPECT_EQ(textOf(std::get<PathItem>(found[0]).path), "M0 0L1 0L0 1Z");
+  EXPECT_EQ(std::get<Colour>(std::get<PathItem>(found[0]).fill).rgb, 0x0000FFu);
+  EXPECT_EQ(std::get<PathItem>(found[1]).stroke.colour.rgb, 0xFF0000u);
+  EXPECT_TRUE(std::holds_alternative<std::monostate>(std::get<PathItem>(found[1]).fill));
+  const Box place = placeOf(std::get<TextItem>(found[2]));
+  EXPECT_NEAR(place.left, 0.1, 1e-9);
+  EXPECT_NEAR(place.width(), 0.2, 1e-9);
+  EXPECT_NEAR(place.top, 0.5, 1e-9) << "hangs from its place";
+}
+
+/// One drawing that an office program wrote as both kinds.
+TEST_F(Metafiles, OfAnotherMakerShowTheSame) {
+  for (const char* name : {"order.emf", "order.wmf"}) {
+    std::ifstream file(std::string(QUORVEL_SOURCE_FOLDER "/tests/data/pictures/") + name, std::ios::binary);
+    const std::vector<SceneItem> found = items({std::istreambuf_iterator<char>(file), {}});
+    std::vector<std::uint32_t> fills;
+    std::string texts;
+    for (const SceneItem& item : found) {
+      if (const auto* path = std::get_if<PathItem>(&item)) {
+        if (const auto* fill = std::get_if<Colour>(&path->fill)) fills.push_back(fill->rgb);
+        const Box bounds = path->path.bounds();
+        EXPECT_TRUE(bounds.left > -0.01 && bounds.top > -0.01 && bounds.right < 1.01 && bounds.bottom < 1.01) << name;
+      } else if (const auto* text = std::get_if<TextItem>(&item)) {
+        texts += text->layout->lines.at(0).runs.at(0).text;
+        EXPECT_NEAR(placeOf(*text).bottom, 0.3, 0.05) << name;
+      }
+    }
+    EXPECT_EQ(texts, "Order é") << name;
+    EXPECT_EQ(fills.front(), 0xFFCC00u) << name;
+    EXPECT_TRUE(std::ranges::count(fills, 0x88CCFFu) > 0) << name;
+  }
+}
+
+TEST_F(Metafiles, EndQuietlyWhereTheyAreDamaged) {
+  for (const std::string* whole : {&sample(), &olderSample()}) {
+    for (std::size_t size = 0; size < whole->size(); ++size) items(whole->substr(0, size));
+    for (std::size_t at = 0; at < whole->size(); ++at) {
+      std::string damaged = *whole;
+      damaged[at] = char(0xFF);
+      items(damaged);
+    }
   }
 }
 
 TEST(Picture, ContentTellsTheFormat) {
-  const auto typeOf = [](std::string bytes, const char* type = "Bitmap") {
-    return pictureOf({type, "", "", std::move(bytes), {}}).mediaType;
+  TextEngine text;
+  const auto typeOf = [&](std::string bytes, const char* type = "Bitmap") {
+    return pictureOf({type, "", "", std::move(bytes), {}}, text).mediaType;
   };
   EXPECT_EQ(typeOf("\x89PNG\r\n"), "image/png");
   EXPECT_EQ(typeOf("\xFF\xD8\xFF\xE0"), "image/jpeg");
@@ -74,7 +202,7 @@ TEST(Picture, ContentTellsTheFormat) {
   // Without a file header: 40 bytes of header, two colours, one row of pixels.
   std::string bitmap;
   put(bitmap, {40, 8, 1, 1 | 1u << 16, 0, 4, 0, 0, 0, 0, 0x000000, 0xFFFFFF, 0xAA});
-  const Picture picture = pictureOf({"Bitmap", "DIB", "dib", bitmap, {}});
+  const Picture picture = pictureOf({"Bitmap", "DIB", "dib", bitmap, {}}, text);
   ASSERT_EQ(picture.mediaType, "image/bmp");
   EXPECT_EQ(picture.bytes->size(), bitmap.size() + 14);
   EXPECT_EQ(int((*picture.bytes)[10]), 14 + 40 + 8) << "where the pixels begin";

@@ -12,6 +12,7 @@
 #include "formats/vsdx/document_elements.h"
 #include "formats/vsdx/shape_reader.h"
 #include "formats/vsdx/sheet_reader.h"
+#include "host/sheet/bitmap_file.h"
 
 namespace quorvel::formats::vdx {
 namespace {
@@ -36,8 +37,9 @@ bool readPicture(ReadState&, const ShapeSource&, host::Sheet& sheet, pugi::xml_n
     }
   }
   picture->extension = extensionOf(picture->type, picture->compression);
-  carry->olderLacksHeader = picture->extension == "bmp" && lacksBitmapHeader(*bytes);
-  picture->bytes = carry->olderLacksHeader ? withBitmapHeader(*bytes) : std::move(*bytes);
+  std::string bitmap = picture->extension == "bmp" ? host::bitmapFile(*bytes) : std::string();
+  carry->olderLacksHeader = !bitmap.empty();
+  picture->bytes = carry->olderLacksHeader ? std::move(bitmap) : std::move(*bytes);
   picture->extras = std::move(carry);
   sheet.foreign = std::move(picture);
   return true;

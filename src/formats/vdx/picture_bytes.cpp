@@ -7,17 +7,6 @@ namespace quorvel::formats::vdx {
 namespace {
 
 constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr std::size_t fileHeaderSize = 14;
-
-std::uint32_t numberAt(std::string_view bytes, std::size_t at, std::size_t size) {
-  std::uint32_t number = 0;
-  for (std::size_t i = size; i-- > 0;) number = number << 8 | static_cast<unsigned char>(bytes[at + i]);
-  return number;
-}
-
-void appendNumber(std::string& bytes, std::uint32_t number) {
-  for (int i = 0; i < 4; ++i) bytes += static_cast<char>(number >> 8 * i & 0xFF);
-}
 
 }  // namespace
 
@@ -76,31 +65,6 @@ std::string extensionOf(std::string_view foreignType, std::string_view compressi
   if (compression == "GIF") return "gif";
   if (compression == "TIFF") return "tif";
   return "bmp";
-}
-
-bool lacksBitmapHeader(std::string_view bytes) {
-  constexpr std::size_t infoHeaderSize = 40;
-  return bytes.size() > infoHeaderSize && numberAt(bytes, 0, 4) == infoHeaderSize;
-}
-
-std::string withBitmapHeader(std::string_view bytes) {
-  const std::uint32_t bitsPerPixel = numberAt(bytes, 14, 2), compression = numberAt(bytes, 16, 4);
-  std::uint32_t colours = numberAt(bytes, 32, 4);
-  if (colours == 0 && bitsPerPixel <= 8) colours = 1u << bitsPerPixel;
-  constexpr std::uint32_t withMasks = 3;
-  const std::uint32_t masks = compression == withMasks ? 12 : 0;
-  const auto size = static_cast<std::uint32_t>(bytes.size());
-  std::string file = "BM";
-  appendNumber(file, size + fileHeaderSize);
-  appendNumber(file, 0);
-  appendNumber(file, fileHeaderSize + 40 + masks + 4 * std::min(colours, size / 4));
-  return file.append(bytes);
-}
-
-std::string_view withoutBitmapHeader(std::string_view bytes) {
-  return bytes.starts_with("BM") && lacksBitmapHeader(bytes.substr(std::min(fileHeaderSize, bytes.size())))
-             ? bytes.substr(fileHeaderSize)
-             : bytes;
 }
 
 }  // namespace quorvel::formats::vdx

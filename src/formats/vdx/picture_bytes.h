@@ -15,10 +15,4 @@ Maybe<std::string> fromBase64(std::string_view text);
 /// What a picture of that kind is called when it is a file: "png", "emf", "bmp" …
 std::string extensionOf(std::string_view foreignType, std::string_view compression);
 
-/// Files hold bitmaps without the header that a bitmap file begins with; viewers want one.
-bool lacksBitmapHeader(std::string_view bytes);
-std::string withBitmapHeader(std::string_view bytes);
-/// The bytes behind the header; all of them when there is none.
-std::string_view withoutBitmapHeader(std::string_view bytes);
-
 }  // namespace quorvel::formats::vdx

@@ -9,6 +9,7 @@
 #include "formats/vdx/relative_rows.h"
 #include "formats/vsdx/cell_text.h"
 #include "formats/vsdx/row_types.h"
+#include "host/sheet/bitmap_file.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::formats::vdx {
@@ -443,7 +444,7 @@ void SheetWriter::picture(XmlWriter& writer, const host::ForeignData& picture) {
   }
   const bool fromPackage = !carry || !carry->part.empty();
   const bool bare = (carry && carry->olderLacksHeader) || (fromPackage && picture.type == "Bitmap");
-  writer.raw(toBase64(bare ? withoutBitmapHeader(picture.bytes) : std::string_view(picture.bytes))).end();
+  writer.raw(toBase64(bare ? host::withoutBitmapHeader(picture.bytes) : std::string_view(picture.bytes))).end();
 }
 
 }  // namespace quorvel::formats::vdx

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "base/little_endian.h"
+
 namespace quorvel::host {
 namespace {
 
@@ -12,10 +14,9 @@ constexpr double largestFile = 256.0 * 1024 * 1024;
 
 struct Bytes {
   const std::string& text;
+  LittleEndian little{text};
   bool has(std::size_t at, std::size_t count) const { return at <= text.size() && count <= text.size() - at; }
   unsigned at(std::size_t i) const { return static_cast<unsigned char>(text[i]); }
-  unsigned little16(std::size_t i) const { return at(i) | at(i + 1) << 8; }
-  unsigned little32(std::size_t i) const { return little16(i) | little16(i + 2) << 16; }
   unsigned big16(std::size_t i) const { return at(i) << 8 | at(i + 1); }
   unsigned big32(std::size_t i) const { return big16(i) << 16 | big16(i + 2); }
 };
@@ -25,6 +26,7 @@ struct Header {
   const char* extension = "";
   double pixelsWide = 0, pixelsHigh = 0;
   double dpiX = dotsPerInch, dpiY = dotsPerInch;
+  const char* type = "Bitmap";
 };
 
 Header readPng(const Bytes& bytes) {
@@ -66,13 +68,30 @@ Header readJpeg(const Bytes& bytes) {
   return {};
 }
 
+/// The frame that its maker drew in, hundredths of a millimetre.
+Header readEnhancedMetafile(const Bytes& bytes) {
+  const auto at = [&](std::size_t i) { return double(bytes.little.i32(i)); };
+  return {"", "emf", at(32) - at(24), at(36) - at(28), 2540, 2540, "EnhMetaFile"};
+}
+
+/// Without the header that places it, a metafile has no size.
+Header readWindowsMetafile(const Bytes& bytes) {
+  const auto at = [&](std::size_t i) { return double(bytes.little.i16(i)); };
+  const double perInch = bytes.little.u16(14);
+  if (!(perInch > 0)) return {};
+  return {"", "wmf", std::fabs(at(10) - at(6)), std::fabs(at(12) - at(8)), perInch, perInch, "MetaFile"};
+}
+
 Header readHeader(const Bytes& bytes) {
+  if (bytes.has(0, 88) && bytes.little.u32(0) == 1 && bytes.text.compare(40, 4, " EMF") == 0)
+    return readEnhancedMetafile(bytes);
+  if (bytes.has(0, 40) && bytes.little.u32(0) == 0x9AC6CDD7) return readWindowsMetafile(bytes);
   if (bytes.text.starts_with("\x89PNG\r\n\x1a\n")) return readPng(bytes);
   if (bytes.text.starts_with("\xFF\xD8")) return readJpeg(bytes);
   if ((bytes.text.starts_with("GIF87a") || bytes.text.starts_with("GIF89a")) && bytes.has(6, 4))
-    return {"GIF", "gif", double(bytes.little16(6)), double(bytes.little16(8))};
+    return {"GIF", "gif", double(bytes.little.u16(6)), double(bytes.little.u16(8))};
   if (bytes.text.starts_with("BM") && bytes.has(18, 8))
-    return {"DIB", "bmp", double(bytes.little32(18)), std::fabs(double(static_cast<int>(bytes.little32(22))))};
+    return {"DIB", "bmp", double(bytes.little.u32(18)), std::fabs(double(bytes.little.i32(22)))};
   return {};
 }
 
@@ -86,7 +105,7 @@ PictureFile readPictureFile(const std::string& fileName) {
   const Header header = readHeader(Bytes{bytes});
   if (!header.compression || header.pixelsWide <= 0 || header.pixelsHigh <= 0) return {};
   auto data = std::make_shared<ForeignData>();
-  data->type = "Bitmap";
+  data->type = header.type;
   data->compression = header.compression;
   data->extension = header.extension;
   data->bytes = std::move(bytes);

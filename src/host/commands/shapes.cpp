@@ -209,7 +209,7 @@ ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, do
 ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const std::string& fileName) {
   if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
   const PictureFile picture = readPictureFile(fileName);
-  if (!picture.data) return refusedShape("the file is missing or is no PNG, JPEG, GIF or BMP picture");
+  if (!picture.data) return refusedShape("the file is missing or is no picture that can be read (PNG, JPEG, GIF, BMP, EMF, WMF with its placing header)");
   CommandScope scope(engine, engine.store.page(page)->document, "Picture");
   static const CellKey pageWidth = objectCell("PageWidth"), pageHeight = objectCell("PageHeight"),
                        width = objectCell("Width"), height = objectCell("Height");

@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "render/build/arrowheads.h"
 #include "render/build/geometry_path.h"
-#include "render/build/image.h"
+#include "render/picture/image.h"
 #include "render/build/line_style.h"
 #include "render/cells/colours.h"
 #include "render/cells/fill.h"
@@ -150,9 +150,9 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
   const ObjectKeys& keys = objectKeys();
   // Instances share their master's picture.
   const auto [known, isNew] = pictures_.try_emplace(foreign);
-  if (isNew) known->second = pictureOf(*foreign);
+  if (isNew) known->second = pictureOf(*foreign, text_);
   const Picture& picture = known->second;
-  if (!picture.bytes && picture.paths.empty()) {
+  if (!picture.bytes && picture.items.empty()) {
     // A picture that we cannot show still takes its place.
     PathItem box{cornersOf(toPage, 0, 0, frame.width, frame.height), Colour{0xF2F2F2, 1}, {}};
     box.stroke = {true, {0xA0A0A0, 1}, 0.5, LineCap::Butt, {}};
@@ -166,12 +166,7 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
   // The unit square's top edge is the picture's upper one.
   const Matrix place = toPage * Matrix{width, 0, 0, -height, x, y + height};
   if (!picture.bytes) {
-    for (const PathItem& path : picture.paths) {
-      PathItem item = path;
-      item.path.transform(place);
-      if (item.stroke.visible) item.stroke.width = std::max(item.stroke.width * place.scale(), 0.24);
-      scene_.items.emplace_back(std::move(item));
-    }
+    for (const SceneItem& item : picture.items) scene_.items.push_back(placed(item, place));
     return;
   }
   ImageItem item;

@@ -3,7 +3,7 @@
 
 #include <unordered_map>
 
-#include "render/build/image.h"
+#include "render/picture/image.h"
 #include "render/cells/page_context.h"
 #include "render/cells/shape_cells.h"
 #include "render/scene/scene.h"

@@ -1,0 +1,19 @@
+// Bitmaps as drawings and metafiles hold them: without the header that a bitmap file begins with and viewers want.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvel::host {
+
+/// The bitmap as a file of its own; empty when the bytes are none, or have that header.
+std::string bitmapFile(std::string_view bytes);
+/// The bytes behind the header; all of them when there is none.
+std::string_view withoutBitmapHeader(std::string_view file);
+
+struct BitmapSize {
+  int width = 0, height = 0;  ///< pixels; 0 when the bytes are no bitmap
+};
+BitmapSize bitmapSize(std::string_view bytes);
+
+}  // namespace quorvel::host

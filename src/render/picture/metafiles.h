@@ -1,0 +1,19 @@
+// Draws metafiles: pictures that drawings carry as recorded drawing calls.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "render/scene/scene.h"
+#include "render/text/layout.h"
+
+namespace quorvel::render {
+
+/// The picture as paths, texts and images in the unit square, (0, 0) its top left corner; line widths are shares of its
+/// side. Empty when the bytes are no such picture or hold nothing that we draw. Clipping is left out, and so are
+/// bitmaps that are mixed with what lies below them.
+std::vector<SceneItem> enhancedMetafileItems(const std::string& bytes, TextEngine& text);
+/// The same for the older kind, of 16 bits, with or without the header that places it.
+std::vector<SceneItem> windowsMetafileItems(const std::string& bytes, TextEngine& text);
+
+}  // namespace quorvel::render
