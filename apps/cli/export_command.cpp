@@ -10,6 +10,7 @@
 #include "cli/open_drawing.h"
 #include "formats/package/atomic_file.h"
 #include "render/build/build_scene.h"
+#include "render/text/fonts.h"
 #include "session/document_themes.h"
 #include "session/pictures.h"
 
@@ -72,6 +73,7 @@ int runExport(const ExportOptions& options) {
                 " was not written: pictures are written as SVG, PNG or PDF; end its name with .svg, .png or .pdf.");
   if (!(options.pixelsPerInch >= 10 && options.pixelsPerInch <= 1200))
     return fail(options.output + " was not written: --dpi goes from 10 to 1200.");
+  render::findFontsAhead();
   const OpenedDrawing drawing = openDrawing(options.file);
   if (!drawing.error.empty()) return fail(drawing.error);
   const host::Store& store = drawing.store;
@@ -102,7 +104,7 @@ int runExport(const ExportOptions& options) {
                   " was not written: there is not enough memory for a picture of this size; try a smaller --dpi.");
   }
   for (const Picture& picture : pictures) {
-    const std::string wrong = formats::replaceFile(picture.file, picture.bytes);
+    const std::string wrong = formats::replaceFile(picture.file, picture.bytes, formats::Flush::WhenConvenient);
     if (!wrong.empty()) return fail(picture.file + " " + wrong + ".");
     std::cout << picture.file << '\n';
   }

@@ -5,6 +5,7 @@
 
 #include "cli/commands.h"
 #include "cli/exit_codes.h"
+#include "cli/process_memory.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ Exit code: 0 done, 2 the command line was not understood, 3 a file could not be 
 
 int main(int argc, char** argv) {
   using namespace quorvel::cli;
+  prepareProcessMemory();
   CLI::App program{"Makes, reads and draws process maps.", "quorvel"};
   program.set_version_flag("--version", "quorvel " QUORVEL_VERSION);
   program.footer(footer);

@@ -35,7 +35,7 @@ void flushFolder(const fs::path& folder) {
 
 }  // namespace
 
-std::string replaceFile(const std::string& fileName, std::string_view bytes) {
+std::string replaceFile(const std::string& fileName, std::string_view bytes, Flush flush) {
   std::error_code error;
   fs::path target = fileName;
   if (fs::is_symlink(target, error)) {
@@ -68,14 +68,16 @@ std::string replaceFile(const std::string& fileName, std::string_view bytes) {
   if (file < 0) return "cannot be written (" + systemReason(errno) + "); choose another folder";
 
   int reason = 0;
-  if (!writeAll(file, bytes) || (keepMode && ::fchmod(file, mode) != 0) || ::fsync(file) != 0) reason = errno;
+  const bool flushes = flush == Flush::ToDisk;
+  if (!writeAll(file, bytes) || (keepMode && ::fchmod(file, mode) != 0) || (flushes && ::fsync(file) != 0))
+    reason = errno;
   if (::close(file) != 0 && reason == 0) reason = errno;
   if (reason == 0 && ::rename(beside.c_str(), target.c_str()) != 0) reason = errno;
   if (reason != 0) {
     ::unlink(beside.c_str());
     return "was not written (" + systemReason(reason) + "); what was there before is unchanged";
   }
-  flushFolder(folder);
+  if (flushes) flushFolder(folder);
   return {};
 }
 

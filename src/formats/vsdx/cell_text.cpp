@@ -96,19 +96,35 @@ void appendNumber(std::string& out, double number) {
     return;
   }
   std::array<char, 64> buffer;
-  const auto scientific =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::scientific);
-  const std::string_view text(buffer.data(), static_cast<std::size_t>(scientific.ptr - buffer.data()));
-  const std::size_t e = text.find('e');
-  int exponent = 0;
-  const std::size_t digits = e + (text[e + 1] == '+' ? 2 : 1);
-  std::from_chars(text.data() + digits, text.data() + text.size(), exponent);
-  if (exponent < -4 || exponent > 15) {
-    out.append(text.substr(0, e)).append("E").append(std::to_string(exponent));
+  char* const begin = buffer.data();
+  char* const limit = begin + buffer.size();
+  if (std::fabs(number) < 1e15 && number == std::trunc(number)) {
+    out.append(begin, std::to_chars(begin, limit, static_cast<long long>(number)).ptr);
     return;
   }
-  const auto fixed = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed);
-  out.append(buffer.data(), fixed.ptr);
+  const auto scientific = std::to_chars(begin, limit, number, std::chars_format::scientific);
+  std::string_view text(begin, static_cast<std::size_t>(scientific.ptr - begin));
+  const std::size_t e = text.find('e');
+  int exponent = 0;
+  std::from_chars(text.data() + e + (text[e + 1] == '+' ? 2 : 1), text.data() + text.size(), exponent);
+  text = text.substr(0, e);
+  if (exponent < -4 || exponent > 15) {
+    out.append(text).append("E").append(std::to_string(exponent));
+    return;
+  }
+  // The shortest digits are found once; placing the point among them is much quicker than finding them again.
+  if (text.front() == '-') {
+    out += '-';
+    text.remove_prefix(1);
+  }
+  const std::string_view first = text.substr(0, 1), rest = text.size() > 2 ? text.substr(2) : std::string_view();
+  if (exponent < 0) {
+    out.append("0.").append(static_cast<std::size_t>(-exponent - 1), '0').append(first).append(rest);
+    return;
+  }
+  const std::size_t whole = std::min(static_cast<std::size_t>(exponent), rest.size());
+  out.append(first).append(rest.substr(0, whole)).append(static_cast<std::size_t>(exponent) - whole, '0');
+  if (rest.size() > whole) out.append(".").append(rest.substr(whole));
 }
 
 Maybe<double> parseDateText(std::string_view text) {

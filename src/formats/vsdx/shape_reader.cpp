@@ -200,12 +200,16 @@ void readMember(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml
   carry.deletedMasterShapes.push_back(wholeNumber(child.attribute("MasterShape").value(), -1));
 }
 
-/// Parses and reads the top shapes of a large part one by one.
+/// Parses and reads the top shapes of a large part a few at a time.
 std::string readPieces(ReadState& state, ShapeSource& source, std::string& bytes, const SplitList& list) {
+  constexpr std::size_t enough = 128 << 10;
   pugi::xml_document piece;
-  for (const auto& [from, to] : list.children) {
+  for (std::size_t at = 0; at < list.children.size();) {
+    const std::size_t from = list.children[at].first;
+    std::size_t to = from;
+    while (at < list.children.size() && to - from < enough) to = list.children[at++].second;
     if (std::string wrong = parseXml(piece, std::span(bytes.data() + from, to - from)); !wrong.empty()) return wrong;
-    readMember(state, source, {}, piece.document_element(), -1);
+    for (const pugi::xml_node child : piece) readMember(state, source, {}, child, -1);
   }
   return {};
 }

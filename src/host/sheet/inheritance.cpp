@@ -1,6 +1,7 @@
 #include "host/sheet/inheritance.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "host/cells/cell_table.h"
 
@@ -119,6 +120,38 @@ bool cellExists(const Store& store, SheetId sheet, const CellKey& key, bool loca
   return definitionOf(key) != nullptr || findCell(store, sheet, key);
 }
 
+namespace {
+
+/// Finds rows of a list that grows; long lists get an index, so that a walk over them stays in step with their length.
+class RowPlaces {
+ public:
+  using Place = std::vector<RowView>::iterator;
+  explicit RowPlaces(std::vector<RowView>& rows) : rows_(rows) {}
+
+  Place find(RowKey key) {
+    if (rows_.size() < indexedFrom)
+      return std::find_if(rows_.begin(), rows_.end(), [&](const RowView& view) { return view.key == key; });
+    for (; indexed_ < rows_.size(); ++indexed_) places_[rows_[indexed_].key.packed()] = indexed_;
+    const auto found = places_.find(key.packed());
+    return found == places_.end() ? rows_.end() : rows_.begin() + static_cast<std::ptrdiff_t>(found->second);
+  }
+  /// Rows have moved from this place on.
+  void forgetFrom(Place place) {
+    const auto stays = static_cast<std::size_t>(place - rows_.begin());
+    if (stays >= indexed_) return;
+    indexed_ = 0;
+    places_.clear();
+  }
+
+ private:
+  static constexpr std::size_t indexedFrom = 48;
+  std::vector<RowView>& rows_;
+  std::unordered_map<std::uint32_t, std::size_t> places_;
+  std::size_t indexed_ = 0;
+};
+
+}  // namespace
+
 std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number) {
   std::vector<SheetId> chain;
   for (SheetId at = id; at && chain.size() < 64;) {
@@ -130,27 +163,28 @@ std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number
     at = sheet->prototype;
   }
   std::vector<RowView> rows;
+  RowPlaces places(rows);
   for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
     const Section* section = store.sheet(*at)->find(number);
     if (!section || section->deleted) continue;
     const bool local = *at == id;
     for (const Row& row : section->rows) {
-      const auto known =
-          std::find_if(rows.begin(), rows.end(), [&](const RowView& view) { return view.key == row.key; });
+      const auto known = places.find(row.key);
       if (row.deleted) {
-        if (known != rows.end()) rows.erase(known);
+        if (known != rows.end()) places.forgetFrom(rows.erase(known));
       } else if (known != rows.end()) {
         known->local = local;
         if (row.name) known->name = row.name;
         if (row.type) known->type = row.type;
       } else {
         auto place = rows.end();
-        if (!row.key.isNamed()) {
+        const bool isLast = rows.empty() || (!rows.back().key.isNamed() && rows.back().key.index() < row.key.index());
+        if (!row.key.isNamed() && !isLast) {
           place = std::find_if(rows.begin(), rows.end(), [&](const RowView& view) {
             return !view.key.isNamed() && view.key.index() > row.key.index();
           });
         }
-        rows.insert(place, {row.key, row.name, row.type, local});
+        places.forgetFrom(rows.insert(place, {row.key, row.name, row.type, local}));
       }
     }
   }

@@ -52,8 +52,20 @@ Cell& Row::at(Column column) {
 }
 
 const Row* Section::find(RowKey key) const {
-  for (const Row& row : rows) {
-    if (row.key == key) return &row;
+  constexpr std::size_t longSection = 16;
+  if (rows.size() < longSection) {
+    for (const Row& row : rows) {
+      if (row.key == key) return &row;
+    }
+    return nullptr;
+  }
+  // Long sections are mostly walked, several cells from each row: the row wanted is the last one found or the next.
+  thread_local std::size_t lastFound = 0;
+  for (std::size_t place = lastFound; place < rows.size() && place <= lastFound + 1; ++place) {
+    if (rows[place].key == key) return &rows[lastFound = place];
+  }
+  for (std::size_t place = 0; place < rows.size(); ++place) {
+    if (rows[place].key == key) return &rows[lastFound = place];
   }
   return nullptr;
 }

@@ -74,6 +74,8 @@ std::string findInstalled(std::string_view family) {
 
 }  // namespace
 
+void findFontsAhead() { pango_cairo_font_map_get_default(); }
+
 std::string installedFamily(std::string_view family) {
   static std::mutex mutex;
   static std::map<std::string, std::string, std::less<>> known;

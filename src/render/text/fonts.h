@@ -6,6 +6,10 @@
 
 namespace quorvel::render {
 
+/// Begins to read the machine's font configuration on a thread of its own. Whoever will need fonts soon calls this
+/// first and does something else meanwhile; nobody has to.
+void findFontsAhead();
+
 /// The installed family that is drawn for `family`: itself when it is there, else one of the same widths or at least
 /// the same kind. Never empty.
 std::string installedFamily(std::string_view family);

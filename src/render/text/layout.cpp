@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/maybe.h"
+#include "base/text.h"
 #include "render/text/pango_text.h"
 
 namespace quorvel::render {
@@ -29,19 +31,19 @@ double baselineShift(const CharacterFormat& format) {
 
 PangoFontDescriptionPointer describe(const CharacterFormat& format) { return fontOf(format.style, drawnSize(format)); }
 
-/// The number of the format travels through the layout as a colour, which also keeps runs of different formats apart.
-PangoAttribute* formatMark(int format) {
-  return pango_attr_foreground_new(guint16(format & 0xFFFF), guint16(format >> 16), 0);
-}
-int formatOfRun(const PangoItem* item) {
-  for (GSList* at = item->analysis.extra_attrs; at; at = at->next) {
-    const auto* attribute = static_cast<PangoAttribute*>(at->data);
-    if (attribute->klass->type != PANGO_ATTR_FOREGROUND) continue;
-    const PangoColor& colour = reinterpret_cast<const PangoAttrColor*>(attribute)->color;
-    return int(colour.red) | int(colour.green) << 16;
+/// Which span a run came from. Each span has a font of its own in the layout, so that no run reaches over its end.
+class SpanPlaces {
+ public:
+  void add(std::size_t end, int format) { ends_.emplace_back(end, format); }
+  /// Format of the span that holds the byte.
+  int formatAt(std::size_t byte) const {
+    const auto place = std::ranges::upper_bound(ends_, byte, {}, &std::pair<std::size_t, int>::first);
+    return place == ends_.end() ? 0 : place->second;
   }
-  return 0;
-}
+
+ private:
+  std::vector<std::pair<std::size_t, int>> ends_;  ///< in order: the byte behind the span, its format
+};
 
 struct Heights {
   double ascent = 0, descent = 0, size = 0;
@@ -56,29 +58,66 @@ struct Heights {
 
 struct TextEngine::Pango {
   PangoContextPointer context = newPangoContext();
-  std::unordered_map<std::string, std::pair<double, double>> metrics;  ///< ascent and descent of a face by description
+  using FaceHeights = std::pair<double, double>;         ///< ascent and descent, points
+  std::unordered_map<std::string, FaceHeights> metrics;  ///< by description of the face
 
-  std::pair<double, double> heightsOf(const CharacterFormat& format) {
+  FaceHeights heightsOf(const CharacterFormat& format) {
     const PangoFontDescriptionPointer font = describe(format);
     gchar* name = pango_font_description_to_string(font.get());
     const auto [place, isNew] = metrics.try_emplace(name);
     g_free(name);
-    if (isNew) {
-      PangoFontMetrics* found = pango_context_get_metrics(context.get(), font.get(), nullptr);
-      place->second = {pango_font_metrics_get_ascent(found) / unitsPerPoint,
-                       pango_font_metrics_get_descent(found) / unitsPerPoint};
-      pango_font_metrics_unref(found);
-    }
+    if (isNew) place->second = measure(font.get());
     return place->second;
   }
+  FaceHeights measure(const PangoFontDescription* description) const;
 
-  void setParagraph(const StyledText& text, const Paragraph& paragraph, double width, TextLayout& result, double& top);
+  /// Heights of the formats of one text, looked up once for each.
+  class HeightsOfFormats {
+   public:
+    HeightsOfFormats(Pango& pango, const StyledText& text) : pango_(pango), text_(text), known_(text.formats.size()) {}
+    FaceHeights at(std::size_t format) {
+      Maybe<FaceHeights>& known = known_[format];
+      if (!known) known = pango_.heightsOf(text_.formats[format]);
+      return *known;
+    }
+
+   private:
+    Pango& pango_;
+    const StyledText& text_;
+    std::vector<Maybe<FaceHeights>> known_;
+  };
+
+  void setParagraph(const StyledText& text, HeightsOfFormats& heights, const Paragraph& paragraph, double width,
+                    TextLayout& result, double& top);
 };
 
-void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& paragraph, double width,
-                                     TextLayout& result, double& top) {
+/// What pango_context_get_metrics gives, without the widths, for which it would lay out a sample text. The sample
+/// matters only where the face lacks letters of it: the heights then are those of the stand-ins too.
+TextEngine::Pango::FaceHeights TextEngine::Pango::measure(const PangoFontDescription* description) const {
+  PangoLanguage* const language = pango_context_get_language(context.get());
+  const std::unique_ptr<PangoFont, GObjectUnref> font(pango_context_load_font(context.get(), description));
+  const auto covers = [&](std::string_view sample) {
+    for (std::size_t at = 0; at < sample.size();)
+      if (!pango_font_has_char(font.get(), decodeNext(sample, at))) return false;
+    return true;
+  };
+  if (font && covers(pango_language_get_sample_string(language))) {
+    PangoRectangle logical;
+    pango_font_get_glyph_extents(font.get(), PANGO_GLYPH_EMPTY, nullptr, &logical);
+    return {-logical.y / unitsPerPoint, (logical.y + logical.height) / unitsPerPoint};
+  }
+  PangoFontMetrics* const found = pango_context_get_metrics(context.get(), description, nullptr);
+  const FaceHeights heights{pango_font_metrics_get_ascent(found) / unitsPerPoint,
+                            pango_font_metrics_get_descent(found) / unitsPerPoint};
+  pango_font_metrics_unref(found);
+  return heights;
+}
+
+void TextEngine::Pango::setParagraph(const StyledText& text, HeightsOfFormats& heightsOfFormats,
+                                     const Paragraph& paragraph, double width, TextLayout& result, double& top) {
   const ParagraphFormat& format = paragraph.format;
   std::string characters;
+  SpanPlaces places;
   PangoAttrList* attributes = pango_attr_list_new();
   const auto addAttribute = [&](PangoAttribute* attribute, std::size_t from) {
     attribute->start_index = guint(from);
@@ -90,7 +129,7 @@ void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& pa
     characters += span.text;
     const CharacterFormat& character = text.formats[std::size_t(span.format)];
     addAttribute(pango_attr_font_desc_new(describe(character).get()), from);
-    addAttribute(formatMark(span.format), from);
+    places.add(characters.size(), span.format);
     if (character.style.letterSpacing != 0)
       addAttribute(pango_attr_letter_spacing_new(int(character.style.letterSpacing * unitsPerPoint)), from);
   }
@@ -134,10 +173,10 @@ void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& pa
     for (GSList* run = source->runs; run; run = run->next) {
       const auto* glyphs = static_cast<PangoGlyphItem*>(run->data);
       const PangoItem* item = glyphs->item;
-      const int formatIndex = std::clamp(formatOfRun(item), 0, int(text.formats.size()) - 1);
+      const int formatIndex = places.formatAt(std::size_t(item->offset));
       const CharacterFormat& character = text.formats[std::size_t(formatIndex)];
       const double runWidth = pango_glyph_string_get_width(glyphs->glyphs) / unitsPerPoint;
-      const auto [ascent, descent] = heightsOf(character);
+      const auto [ascent, descent] = heightsOfFormats.at(std::size_t(formatIndex));
       const double shift = baselineShift(character);
       heights.add(ascent - shift, descent + shift, character.style.size);
       std::string piece = characters.substr(std::size_t(item->offset), std::size_t(item->length));
@@ -148,7 +187,7 @@ void TextEngine::Pango::setParagraph(const StyledText& text, const Paragraph& pa
     }
     if (line.runs.empty()) {
       const auto index = paragraph.spans.empty() ? 0 : std::size_t(paragraph.spans.back().format);
-      const auto [ascent, descent] = heightsOf(text.formats[index]);
+      const auto [ascent, descent] = heightsOfFormats.at(index);
       heights.add(ascent, descent, text.formats[index].style.size);
     }
     line.width = x;
@@ -195,10 +234,12 @@ std::shared_ptr<const TextLayout> TextEngine::layOut(const StyledText& text, dou
     style.size = drawnSize(format);
     layout->styles.push_back(std::move(style));
   }
+  Pango::HeightsOfFormats heights(*pango_, text);
   const auto set = [&](double within) {
     double top = 0;
     layout->lines.clear();
-    for (const Paragraph& paragraph : text.paragraphs) pango_->setParagraph(text, paragraph, within, *layout, top);
+    for (const Paragraph& paragraph : text.paragraphs)
+      pango_->setParagraph(text, heights, paragraph, within, *layout, top);
     layout->height = top;
   };
   set(width);
