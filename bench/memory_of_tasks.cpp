@@ -2,11 +2,10 @@
 #include <malloc.h>
 #include <unistd.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <fstream>
 
 #include "map_with_tasks.h"
+#include "measuring.h"
 
 namespace {
 
@@ -22,11 +21,7 @@ double residentBytes() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const int tasks = argc > 1 ? std::atoi(argv[1]) : 10'000;
-  if (tasks < 1) {
-    std::fprintf(stderr, "usage: memory_of_tasks [NUMBER OF TASKS]\n");
-    return 2;
-  }
+  const int tasks = quorvel::taskCounts(argc, argv, 1, {10'000}, "memory_of_tasks [TASKS]").front();
   quorvel::MapWithTasks map(1);  // the master and the vocabularies stand
   const double before = residentBytes();
   map.drop(tasks);

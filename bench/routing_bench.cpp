@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "host/automation/in_memory_host.h"
-#include "host/cells/cell_name.h"
-#include "host/cells/cell_table.h"
+#include "host/connector_master.h"
 
 namespace quorvel {
 namespace {
@@ -17,7 +16,7 @@ class Net {
  public:
   explicit Net(int connectors) {
     const int side = static_cast<int>(std::ceil(std::sqrt(connectors / 2.0)));
-    const host::MasterId master = addMaster();
+    const host::MasterId master = host::addConnectorMaster(running.engine(), host::DocumentId{document.ref().id});
     for (int i = 0; i < side * side; ++i) {
       const double x = 2 + 3 * (i % side), y = 2 + 2 * (i / side);
       boxes_.push_back(page.DrawRectangle(x - 0.75, y - 0.5, x + 0.75, y + 0.5));
@@ -45,44 +44,6 @@ class Net {
   void forgetSteps() { running.engine().undo.forget(host::DocumentId{document.ref().id}); }
 
  private:
-  host::MasterId addMaster() {
-    host::Store& store = running.engine().store;
-    const host::MasterId made = store.addMaster(host::DocumentId{document.ref().id}, "Dynamic connector");
-    const host::SheetId id = store.addShape(store.master(made)->contents, {}, host::SheetKind::Shape);
-    host::Sheet& sheet = *store.sheet(id);
-    const char* const cells[][2] = {{"BeginX", "0 in"},
-                                    {"BeginY", "0 in"},
-                                    {"EndX", "1 in"},
-                                    {"EndY", "0 in"},
-                                    {"PinX", "GUARD((BeginX+EndX)/2)"},
-                                    {"PinY", "GUARD((BeginY+EndY)/2)"},
-                                    {"Width", "GUARD(EndX-BeginX)"},
-                                    {"Height", "GUARD(EndY-BeginY)"},
-                                    {"LocPinX", "GUARD(Width*0.5)"},
-                                    {"LocPinY", "GUARD(Height*0.5)"},
-                                    {"GlueType", "2"},
-                                    {"ObjType", "2"}};
-    for (const auto& [name, formula] : cells) {
-      host::Cell& cell = sheet.local(*host::parseCellName(name));
-      cell.formula = store.formulas().get(formula);
-      if (cell.formula->constant()) cell.value = *cell.formula->constant();
-    }
-    host::Section& geometry = sheet.section(host::SectionNumber::Geometry);
-    for (std::uint32_t i = 0; i < 3; ++i) {
-      host::Row row;
-      row.key = host::RowKey::index(i);
-      row.type = static_cast<std::uint8_t>(i == 0 ? 0 : i == 1 ? 138 : 139);
-      for (host::Column column = 0; column < 2 && i > 0; ++column) {
-        host::Cell cell;
-        cell.value = host::Value::number(column == 0 && i == 2 ? 1 : 0, host::Unit::Inches);
-        row.cells.emplace_back(column, cell);
-      }
-      geometry.rows.push_back(row);
-    }
-    running.engine().graph.addSheet(id);
-    return made;
-  }
-
   host::InMemoryHost running;
   Document document = running.app().Documents().Add("");
   Page page = document.Pages().Item(1);

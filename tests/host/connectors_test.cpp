@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "host/commands/route_map.h"
+#include "host/connector_master.h"
 #include "host/host_fixture.h"
 #include "host/recalc/connector_ends.h"
 #include "host/recalc/recalculator.h"
@@ -16,53 +17,7 @@ namespace {
 
 class Connectors : public HostTest {
  protected:
-  /// As drawings hold it: a size from its ends, a text on a control, one bend.
-  host::MasterId master = addConnectorMaster();
-
-  host::MasterId addConnectorMaster() {
-    host::Store& store = engine().store;
-    const host::MasterId made = store.addMaster(host::DocumentId{document.ref().id}, "Dynamic connector");
-    const host::SheetId id = store.addShape(store.master(made)->contents, {}, host::SheetKind::Shape);
-    host::Sheet& sheet = *store.sheet(id);
-    const struct {
-      const char *cell, *formula;
-      double value;
-    } cells[] = {
-        {"BeginX", "1 in", 0},
-        {"BeginY", "1 in", 0},
-        {"EndX", "2 in", 0},
-        {"EndY", "2 in", 0},
-        {"PinX", "GUARD((BeginX+EndX)/2)", 1.5},
-        {"PinY", "GUARD((BeginY+EndY)/2)", 1.5},
-        {"Width", "GUARD(EndX-BeginX)", 1},
-        {"Height", "GUARD(EndY-BeginY)", 1},
-        {"LocPinX", "GUARD(Width*0.5)", 0.5},
-        {"LocPinY", "GUARD(Height*0.5)", 0.5},
-        {"GlueType", "2", 2},
-        {"ObjType", "2", 2},
-        {"TxtPinX", "SETATREF(Controls.TextPosition)", 1},
-        {"TxtPinY", "SETATREF(Controls.TextPosition.Y)", 0},
-        {"Controls.TextPosition", "1 in", 1},
-        {"Controls.TextPosition.Y", "0 in", 0},
-    };
-    for (const auto& cell : cells) set(sheet, cell.cell, cell.formula, cell.value);
-    sheet.section(host::SectionNumber::Control).rows.front().name = host::intern("TextPosition");
-    host::Section& geometry = sheet.section(host::SectionNumber::Geometry);
-    const double points[][2] = {{0, 0}, {1, 0}, {1, 1}};
-    for (std::uint32_t i = 0; i < 4; ++i) {
-      host::Row row;
-      row.key = host::RowKey::index(i);
-      row.type = static_cast<std::uint8_t>(i == 0 ? 0 : i == 1 ? 138 : 139);
-      for (std::size_t column = 0; column < 2 && i > 0; ++column) {
-        host::Cell cell;
-        cell.value = host::Value::number(points[i - 1][column], host::Unit::Inches);
-        row.cells.emplace_back(static_cast<host::Column>(column), cell);
-      }
-      geometry.rows.push_back(row);
-    }
-    engine().graph.addSheet(id);
-    return made;
-  }
+  host::MasterId master = host::addConnectorMaster(engine(), host::DocumentId{document.ref().id});
 
   Shape box(double x, double y, double width = 1, double height = 1) {
     return page.DrawRectangle(x - width / 2, y - height / 2, x + width / 2, y + height / 2);

@@ -91,19 +91,26 @@ struct TextEngine::Pango {
                     TextLayout& result, double& top);
 };
 
-/// What pango_context_get_metrics gives, without the widths, for which it would lay out a sample text. The sample
+/// What pango_context_get_metrics gives, without the widths, for which it would take a sample text apart. The sample
 /// matters only where the face lacks letters of it: the heights then are those of the stand-ins too.
 TextEngine::Pango::FaceHeights TextEngine::Pango::measure(const PangoFontDescription* description) const {
   PangoLanguage* const language = pango_context_get_language(context.get());
-  const std::unique_ptr<PangoFont, GObjectUnref> font(pango_context_load_font(context.get(), description));
+  const std::unique_ptr<PangoFontset, GObjectUnref> faces(
+      pango_context_load_fontset(context.get(), description, language));
+  PangoFont* first = nullptr;
+  const auto takeFirst = [](PangoFontset*, PangoFont* font, gpointer place) -> gboolean {
+    *static_cast<PangoFont**>(place) = font;
+    return TRUE;
+  };
+  if (faces) pango_fontset_foreach(faces.get(), takeFirst, &first);
   const auto covers = [&](std::string_view sample) {
     for (std::size_t at = 0; at < sample.size();)
-      if (!pango_font_has_char(font.get(), decodeNext(sample, at))) return false;
+      if (!pango_font_has_char(first, decodeNext(sample, at))) return false;
     return true;
   };
-  if (font && covers(pango_language_get_sample_string(language))) {
+  if (first && covers(pango_language_get_sample_string(language))) {
     PangoRectangle logical;
-    pango_font_get_glyph_extents(font.get(), PANGO_GLYPH_EMPTY, nullptr, &logical);
+    pango_font_get_glyph_extents(first, PANGO_GLYPH_EMPTY, nullptr, &logical);
     return {-logical.y / unitsPerPoint, (logical.y + logical.height) / unitsPerPoint};
   }
   PangoFontMetrics* const found = pango_context_get_metrics(context.get(), description, nullptr);
