@@ -17,7 +17,7 @@ namespace {
 
 constexpr int mebibyte = 1 << 20;
 /// Address space, not memory: what is not written to takes none.
-constexpr int step = 64 * mebibyte;
+constexpr int step = 256 * mebibyte;
 constexpr std::uintptr_t largePage = 2 * mebibyte;
 
 /// A drawing of thousands of shapes fills tens of thousands of pages for the first time, each by way of the kernel. In

@@ -11,6 +11,8 @@ struct Token {
   std::string_view name;
 };
 
+bool endsName(char c) { return c == ' ' || c == '>' || c == '/' || c == '\t' || c == '\r' || c == '\n'; }
+
 /// The next piece of markup at or behind `at`.
 Token nextToken(std::string_view xml, std::size_t at) {
   Token token;
@@ -38,18 +40,16 @@ Token nextToken(std::string_view xml, std::size_t at) {
   if (rest.size() < 3 || rest[1] == '!') return token;
   const bool closes = rest[1] == '/';
   const std::size_t nameBegin = closes ? 2 : 1;
-  const std::size_t nameEnd = rest.find_first_of(" \t\r\n/>", nameBegin);
-  if (nameEnd == std::string_view::npos || nameEnd == nameBegin) return token;
-  token.name = rest.substr(nameBegin, nameEnd - nameBegin);
-  std::size_t place = nameEnd;
-  while (true) {
-    place = rest.find_first_of("\"'>", place);
-    if (place == std::string_view::npos) return token;
-    if (rest[place] == '>') break;
+  std::size_t place = nameBegin;
+  while (place < rest.size() && !endsName(rest[place])) ++place;
+  if (place == rest.size() || place == nameBegin) return token;
+  token.name = rest.substr(nameBegin, place - nameBegin);
+  for (; place < rest.size() && rest[place] != '>'; ++place) {
+    if (rest[place] != '"' && rest[place] != '\'') continue;
     place = rest.find(rest[place], place + 1);
     if (place == std::string_view::npos) return token;
-    ++place;
   }
+  if (place == rest.size()) return token;
   token.end = token.begin + place + 1;
   token.kind = closes ? TokenKind::End : rest[place - 1] == '/' ? TokenKind::Empty : TokenKind::Start;
   return token;

@@ -5,6 +5,29 @@
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
+namespace {
+
+/// Name and type of the row as the sheet inherits it; they stay where it inherits none.
+void takeInheritedHead(const Store& store, SheetId id, SectionNumber number, Row& head) {
+  bool hasName = false, hasType = false;
+  for (int depth = 0; depth < 64 && !(hasName && hasType); ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    if (!sheet) return;
+    if (const Section* section = sheet->find(number)) {
+      if (section->deleted) return;
+      if (const Row* row = section->find(head.key)) {
+        if (row->deleted) return;
+        if (!hasName && row->name) head.name = row->name;
+        if (!hasType && row->type) head.type = row->type;
+        hasName = hasName || row->name;
+        hasType = hasType || row->type;
+      }
+    }
+    id = sheet->prototype;
+  }
+}
+
+}  // namespace
 
 void Editor::commit(Exchange exchange) {
   apply(exchange, store_, graph_, placements_);
@@ -47,11 +70,7 @@ void Editor::setCell(const CellAddress& cell, std::optional<Cell> content) {
     Row row;
     row.key = cell.key.row;
     row.name = cell.key.row.name();
-    for (const RowView& view : rowsOf(store_, cell.sheet, cell.key.section)) {
-      if (view.key != row.key) continue;
-      row.name = view.name;
-      row.type = view.type;
-    }
+    takeInheritedHead(store_, cell.sheet, cell.key.section, row);
     row.cells.emplace_back(cell.key.column, std::move(*content));
     std::size_t place = 0;
     if (const Section* section = sheet.find(cell.key.section)) {
