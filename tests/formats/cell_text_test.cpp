@@ -71,6 +71,11 @@ TEST(CellText, WritesWhatTheEngineMade) {
       {"User.a", made("1/0", Value::error(host::ErrorCode::DivisionByZero)), "0", "", "1/0", "#DIV/0!"},
       {"Width", made("", Value::number(3.873086406713372e-5)), "3.873086406713372E-5", "", "", ""},
       {"Width", made("", Value::number(1234567)), "1234567", "", "", ""},
+      {"Width", made("", Value::number(-0.000125)), "-0.000125", "", "", ""},
+      {"Width", made("", Value::number(-12345.678)), "-12345.678", "", "", ""},
+      {"Width", made("", Value::number(4503599627370497.5)), "4503599627370497.5", "", "", ""},
+      {"Width", made("", Value::number(9e15)), "9000000000000000", "", "", ""},
+      {"Width", made("", Value::number(-1e16)), "-1E16", "", "", ""},
   };
   for (const auto& one : cases) {
     WrittenCell written;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/host_fixture.h"
+#include "host/sheet/inheritance.h"
 
 namespace quorvel {
 namespace {
@@ -56,6 +57,37 @@ TEST_F(Surface, NamesOfPages) {
   EXPECT_FALSE(second.SetBackPage(second));
   EXPECT_TRUE(second.Delete());
   EXPECT_FALSE(page.Delete()) << "the last page";
+}
+
+/// Long sections are searched in other ways than short ones: what is overridden, deleted and added must stand the same.
+TEST_F(Surface, LongSectionsShowTheMastersRowsAndTheirOwn) {
+  constexpr int ofMaster = 200;
+  const auto name = [](int i) { return "row" + std::to_string(i); };
+  const host::MasterId master = addMaster("Long", [&](host::Sheet& group, host::Sheet&) {
+    for (int i = 0; i < ofMaster; ++i) set(group, "User." + name(i), std::to_string(i));
+  });
+  const Shape shape = drop(master);
+  for (const int i : {150, 3, 77}) user(shape, name(i), std::to_string(1000 + i));
+  for (const int i : {199, 0, 78})
+    EXPECT_TRUE(shape.DeleteRow(visio::sectionUser, shape.Cells("User." + name(i)).Row().or_(-1)));
+  for (int i = ofMaster; i < ofMaster + 60; ++i) user(shape, name(i), std::to_string(i));
+
+  std::vector<std::string> expected;
+  for (int i = 0; i < ofMaster + 60; ++i)
+    if (i != 0 && i != 78 && i != 199) expected.push_back(name(i));
+  std::vector<std::string> shown;
+  for (const host::RowView& row : host::rowsOf(engine().store, sheetOf(shape), host::SectionNumber::User))
+    shown.emplace_back(host::spelling(row.name));
+  EXPECT_EQ(shown, expected);
+  for (int step = 0; step < ofMaster + 60; ++step) {
+    const int i = step * 97 % (ofMaster + 60);  // neither the last row nor the next
+    const bool own = i == 150 || i == 3 || i == 77;
+    const Cell cell = shape.Cells("User." + name(i));
+    if (i == 0 || i == 78 || i == 199)
+      EXPECT_FALSE(cell) << i;
+    else
+      EXPECT_EQ(cell.ResultInt(visio::unitsNone, 0), own ? 1000 + i : i) << i;
+  }
 }
 
 TEST_F(Surface, RowsOfTheMasterAreThereButNotLocal) {

@@ -157,6 +157,30 @@ TEST(Text, RunsTakeTheirFormat) {
   EXPECT_EQ(layout.lines[1].left, 0);
 }
 
+/// Many runs in one paragraph, all of one face: only the colours tell them apart.
+TEST(Text, RunsOfOneFaceKeepTheirColours) {
+  constexpr int runCount = 300;
+  TextDrawing drawing;
+  host::TextBody body;
+  for (int i = 0; i < runCount; ++i) {
+    body.push_back({host::TextPiece::CharacterRun, i % 2, ""});
+    body.push_back({host::TextPiece::Characters, 0, i % 2 ? "ab " : "cd "});
+  }
+  drawing.store.sheet(drawing.shape)->text = std::make_shared<host::TextBody>(std::move(body));
+  drawing.set(drawing.shape, "Char.Color[1]", 2);
+  drawing.set(drawing.shape, "Char.Color[2]", 4);
+  const TextItem item = drawing.item();
+  int seen = 0;
+  for (const TextLine& line : item.layout->lines) {
+    for (const TextRun& run : line.runs) {
+      EXPECT_EQ(run.text.substr(0, 2), seen % 2 ? "ab" : "cd");
+      EXPECT_EQ(item.layout->styles[std::size_t(run.style)].colour.rgb, seen % 2 ? 0x0000FFu : 0xFF0000u);
+      ++seen;
+    }
+  }
+  EXPECT_EQ(seen, runCount);
+}
+
 TEST(Text, HangsBehindBulletsAndFillsJustifiedLines) {
   TextDrawing drawing("Check the order against the customer's credit");
   drawing.set(drawing.shape, "Para.HorzAlign", 0.0);

@@ -164,13 +164,20 @@ void writeCellAgain(XmlWriter& writer, Vocabulary vocabulary, const host::CellKe
 
 bool usesLaterFunctions(const host::Cell& cell) {
   static constexpr std::string_view functions[] = {
-      "THEME(",        "THEMEGUARD(",        "THEMEVAL(",     "THEMERESTORE(", "THEMECBV(",
-      "CELLISTHEMED(", "SETATREFEXPR(",      "SETATREFEVAL(", "TINT(",         "SHADE(",
-      "MSOTINT(",      "MSOSHADE(",          "LUMDIFF(",      "SATDIFF(",      "HUEDIFF(",
-      "TONE(",         "CONTAINERSHEETREF(", "LISTSHEETREF(", "USERUI(",       "IFERROR("};
+      "THEME",   "THEMEGUARD",   "THEMEVAL", "THEMERESTORE", "THEMECBV",     "CELLISTHEMED",     "SETATREFEXPR",
+      "TINT",    "SETATREFEVAL", "SHADE",    "MSOTINT",      "MSOSHADE",     "LUMDIFF",          "SATDIFF",
+      "HUEDIFF", "TONE",         "USERUI",   "IFERROR",      "LISTSHEETREF", "CONTAINERSHEETREF"};
   if (!cell.formula) return false;
+  // Every cell of a drawing is asked: only what stands before a parenthesis is compared.
   const std::string_view text = cell.formula->text();
-  return std::ranges::any_of(functions, [&](std::string_view name) { return containsIgnoringCase(text, name); });
+  for (std::size_t at = text.find('('); at != std::string_view::npos; at = text.find('(', at + 1)) {
+    const std::string_view before = text.substr(0, at);
+    const bool isLater = std::ranges::any_of(functions, [&](std::string_view name) {
+      return before.size() >= name.size() && equalIgnoringCase(before.substr(before.size() - name.size()), name);
+    });
+    if (isLater) return true;
+  }
+  return false;
 }
 
 }  // namespace quorvel::formats::vdx
