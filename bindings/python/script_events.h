@@ -24,6 +24,7 @@ class ScriptHost;
   EVENT(PageChanged, Page)              \
   EVENT(ShapeAdded, Shape)              \
   EVENT(BeforeShapeDelete, Shape)       \
+  EVENT(ShapeParentChanged, Shape)      \
   EVENT(BeforeShapeTextEdit, Shape)     \
   EVENT(ShapeExitedTextEdit, Shape)     \
   EVENT(TextChanged, Shape)             \

@@ -221,6 +221,7 @@ bool Characters::AddCustomField(const Maybe<std::string>& formula, int format) c
   return formula && call(Member::Characters_AddCustomField, {std::string_view(*formula), whole(format)});
 }
 
+Shape Selection::Group() const { return result<Shape>(Member::Selection_Group); }
 Shape Selection::Item(int index) const { return object<Shape>(Member::Selection_Item, {whole(index)}); }
 bool Selection::SetIterationMode(Maybe<int> mode) const {
   return mode && put(Member::Selection_IterationMode, whole(*mode));

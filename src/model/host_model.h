@@ -326,6 +326,10 @@ class Shape : public Handle {
   Shape Duplicate() const;
   /// Fails while LockDelete is 1.
   bool Delete() const { return call(Member::Shape_Delete); }
+  /// Makes a drawn shape a group that has no members yet.
+  bool Group() const { return call(Member::Shape_Group); }
+  /// The members come to where the group stood, and the group is deleted. Refused while LockGroup is 1.
+  bool Ungroup() const { return call(Member::Shape_Ungroup); }
   bool BringForward() const { return call(Member::Shape_BringForward); }
   bool BringToFront() const { return call(Member::Shape_BringToFront); }
   bool FlipHorizontal() const { return call(Member::Shape_FlipHorizontal); }
@@ -417,6 +421,11 @@ class Selection : public Handle {
   bool SetIterationMode(Maybe<int> mode) const;
   bool Delete() const { return call(Member::Selection_Delete); }
   bool Copy() const { return call(Member::Selection_Copy); }
+  /// The new group of the selected shapes, which stand in one group or at the top of the page; members that are
+  /// selected are grouped without their group, whatever IterationMode is. Null when a handler removed it.
+  Shape Group() const;
+  /// Gives up every selected group; other shapes are left alone. Refused when none is a group or one of them is locked.
+  bool Ungroup() const { return call(Member::Selection_Ungroup); }
   std::vector<Shape> all() const;
 };
 
@@ -639,6 +648,8 @@ class ApplicationEvents {
   virtual void PageChanged(Page) {}
   virtual void ShapeAdded(Shape) {}
   virtual void BeforeShapeDelete(Shape) {}
+  /// It was grouped, or its group was given up.
+  virtual void ShapeParentChanged(Shape) {}
   virtual void BeforeShapeTextEdit(Shape) {}
   virtual void ShapeExitedTextEdit(Shape) {}
   virtual void TextChanged(Shape) {}

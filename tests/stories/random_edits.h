@@ -20,7 +20,7 @@ class RandomEdits {
     const Shape shape = pickShape(page);
     // Pages stay of a size at which shapes still meet each other.
     const bool isFull = page.Shapes().Count().or_(0) > 25;
-    switch (below(30)) {
+    switch (below(33)) {
       case 0:
       case 1:
         if (!isFull) page.Drop(pick(masters_), below(10), below(10));
@@ -109,6 +109,13 @@ class RandomEdits {
       case 25:
         writeResult(shape);
         return;
+      case 26:
+      case 27:
+        group(page);
+        return;
+      case 28:
+        below(2) ? shape.Ungroup() : shape.Shapes().Count() > 0 && pick(shape.Shapes().all()).Ungroup();
+        return;
       default:
         writeFormula(below(5) ? shape : below(3) ? page.PageSheet() : document_.DocumentSheet());
     }
@@ -128,6 +135,35 @@ class RandomEdits {
     Shape shape = pick(page.Shapes().all());
     while (shape && below(2) && shape.Shapes().Count() > 0) shape = pick(shape.Shapes().all());
     return shape;
+  }
+
+  /// Some shapes of one page, most often of one level; now and then all that is done to them is one step.
+  void group(const Page& page) {
+    const int scope = below(4) ? 0 : app_.BeginUndoScope("regroup").or_(0);
+    app_.ActiveWindow().SetPage(page);
+    app_.ActiveWindow().DeselectAll();
+    const Shape first = pickShape(page);
+    const Shape home = first.Parent();
+    const std::vector<Shape> beside = home ? home.Shapes().all() : page.Shapes().all();
+    app_.ActiveWindow().Select(first, visio::select);
+    for (int i = below(4); i > 0; --i)
+      app_.ActiveWindow().Select(below(8) ? pick(beside) : pickShape(page), visio::select);
+    const Shape made = app_.ActiveWindow().Selection().Group();
+    switch (below(6)) {
+      case 0:
+        made.Cells("PinX").SetResult(visio::unitsInches, below(10));
+        made.Cells(below(2) ? "Angle" : "FlipX").SetResult(0, below(3));
+        break;
+      case 1:
+        made.Cells(below(2) ? "Width" : "Height").SetResult(visio::unitsInches, below(10));
+        break;
+      case 2:
+        scope ? made.Delete() : made.Ungroup();
+        break;
+      default:
+        break;
+    }
+    if (scope) app_.EndUndoScope(scope, below(3) > 0);
   }
 
   void glue(const Shape& shape, const Shape& target) {

@@ -105,6 +105,8 @@ class Application(Handle):
     """A page's name or kind changed."""
     OnShapeAdded: Callable[[Shape], object] | None
     """A shape was dropped, pasted or drawn."""
+    OnShapeParentChanged: Callable[[Shape], object] | None
+    """A shape was grouped, or its group was given up."""
     OnBeforeShapeDelete: Callable[[Shape], object] | None
     """A shape is about to go."""
     OnBeforeShapeTextEdit: Callable[[Shape], object] | None
@@ -433,6 +435,10 @@ class Shape(Handle):
         """A copy on the same page, with a name of its own; None when a handler removed it."""
     def Delete(self) -> None:
         """Deletes the shape; refused while LockDelete is 1."""
+    def Group(self) -> None:
+        """Makes a drawn shape a group that has no members yet."""
+    def Ungroup(self) -> None:
+        """Gives the group up; its members stay where they are. Refused while LockGroup is 1."""
     def BringForward(self) -> None:
         """One step up in the stack."""
     def BringToFront(self) -> None:
@@ -528,6 +534,10 @@ class Selection(Collection[Shape]):
         """Deletes the shapes."""
     def Copy(self) -> None:
         """Takes the shapes for Page.Paste."""
+    def Group(self) -> Shape | None:
+        """The new group of the shapes; None when a handler removed it. Members are grouped without their group."""
+    def Ungroup(self) -> None:
+        """Gives up every selected group; its members stay where they are."""
 
 class Window(Handle):
     """The window of a document; there is none on a screen."""

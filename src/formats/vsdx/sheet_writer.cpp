@@ -275,7 +275,7 @@ void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId id, S
   const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras);
   writer.start("Shape").attribute("ID", shape.shapeId);
   dialect.names(writer, shape);
-  if (!carry || !carry->lacksType) writer.attribute("Type", typeName(shape.kind));
+  if (!carry || !carry->lacksType || !shape.prototype) writer.attribute("Type", typeName(shape.kind));
   if (const host::Master* const master = store.master(shape.master)) {
     writer.attribute("Master", master->fileId);
     dialect.uses(master->id);

@@ -6,6 +6,7 @@
 #include "host/cells/cell_name.h"
 #include "host/cells/cell_table.h"
 #include "host/commands/glue.h"
+#include "host/commands/group_shapes.h"
 #include "host/commands/layers.h"
 #include "host/commands/shapes.h"
 #include "host/commands/text_fields.h"
@@ -233,6 +234,10 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
       return shape(duplicateShape(engine_, id));
     case Member::Shape_Delete:
       return settled(deleteShape(engine_, id));
+    case Member::Shape_Group:
+      return settled(convertToGroup(engine_, id));
+    case Member::Shape_Ungroup:
+      return settled(ungroupShapes(engine_, {id}));
     case Member::Shape_BringForward:
       return settled(bringForward(engine_, id, false));
     case Member::Shape_BringToFront:

@@ -4,6 +4,7 @@
 #include "base/basic_text.h"
 #include "host/automation/in_memory_host.h"
 #include "host/cells/cell_table.h"
+#include "host/commands/group_shapes.h"
 #include "host/commands/layers.h"
 #include "host/commands/shapes.h"
 #include "host/commands/write_cell.h"
@@ -57,9 +58,17 @@ Maybe<Variant> InMemoryHost::getSelection(const ObjectRef& object, Member member
 Maybe<Variant> InMemoryHost::callSelection(const ObjectRef& object, Member member) {
   const SelectionSnapshot* snapshot = engine_.selections.find(object.id);
   if (!snapshot) return refuse("the selection is gone");
-  std::vector<SheetId> shapes = listed(*snapshot);
+  const bool regroups = member == Member::Selection_Group || member == Member::Selection_Ungroup;
+  // Members that are selected are grouped among themselves, however the selection is walked.
+  std::vector<SheetId> shapes = listed(regroups ? SelectionSnapshot{snapshot->shapes, skipSuper} : *snapshot);
   std::erase_if(shapes, [&](SheetId id) { return !engine_.store.sheet(id); });
   if (member == Member::Selection_Copy) return settled(copyToClipboard(engine_, shapes));
+  if (member == Member::Selection_Ungroup) return settled(ungroupShapes(engine_, shapes));
+  if (member == Member::Selection_Group) {
+    const ShapeOutcome made = groupShapes(engine_, shapes);
+    if (!settle(made.outcome)) return {};
+    return Variant(made.shape ? refTo(ObjectKind::Shape, made.shape.value) : ObjectRef{});
+  }
   if (member != Member::Selection_Delete) return refuse("not an action");
   if (shapes.empty()) return refuse("nothing is selected");
   CommandScope scope(engine_, engine_.store.sheet(shapes.front())->document, "Delete");

@@ -160,6 +160,7 @@ class Routing : public Aftermath {
   void forgetMaps(const Engine& engine, DocumentId document);
   void absorb(Engine& engine, const std::vector<PlacementJournal::Entry>& entries);
   Work sort(Engine& engine, const std::vector<PlacementJournal::Entry>& entries);
+  static void follow(const Store& store, RouteMap& map, SheetId shape);
   void addPulled(const Engine& engine, PageWork& work) const;
   void addMet(const Engine& engine, const RouteMap& map, PageId page, PageWork& work) const;
   void route(Engine& engine, const RouteMap& map, SheetId connector, Reason reason, std::vector<CellAddress>& changed);
@@ -185,12 +186,18 @@ void Routing::forgetMaps(const Engine& engine, DocumentId document) {
   });
 }
 
+/// The shape itself may stand in a group since, and is none of the map's then.
+void Routing::follow(const Store& store, RouteMap& map, SheetId shape) {
+  map.update(store, shape);
+  if (const SheetId top = topOf(store, shape); top != shape) map.update(store, top);
+}
+
 void Routing::absorb(Engine& engine, const std::vector<PlacementJournal::Entry>& entries) {
   if (engine.placements.takeOverflow()) maps_.clear();
   for (const PlacementJournal::Entry& entry : entries) {
     const Page* page = engine.store.page(entry.page);
     if (page && page->master) forgetMaps(engine, page->document);
-    if (RouteMap* map = mapOf(engine, entry.page)) map->update(engine.store, topOf(engine.store, entry.sheet));
+    if (RouteMap* map = mapOf(engine, entry.page)) follow(engine.store, *map, entry.sheet);
   }
 }
 
@@ -216,6 +223,12 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
     RouteMap* map = mapOf(engine, entry.page);
     const SheetId top = topOf(store, entry.sheet);
     PageWork& here = work[entry.page];
+    // What was grouped or ungrouped lies where it lay, so that the lines around it are still right.
+    if (entry.still) {
+      follow(store, *map, entry.sheet);
+      continue;
+    }
+    if (top != entry.sheet) map->update(store, entry.sheet);
     if (top == entry.sheet && entry.ended && isRoutable(store, top) && isPulled(store, entry)) here.add(top, Pulled);
     if (top != entry.sheet && entry.placed) here.movedMembers.insert(entry.sheet);
     if (!seen.insert(top).second) continue;

@@ -107,9 +107,11 @@ void Drawing::setWalking(const CellKey& key, double inches) {
 }
 
 void Drawing::setEnds(const Polyline& line) {
+  const Matrix fromPage = toPageMatrix(store_, store_.sheet(connector_)->parent).inverse();
   for (const bool begin : {true, false}) {
     if (!endOf(store_, connector_, begin).walks) continue;
-    const Spot& at = begin ? line.front() : line.back();
+    const Spot& onPage = begin ? line.front() : line.back();
+    const auto at = fromPage.apply(onPage.x, onPage.y);
     setWalking(endCell(begin, false), at.x);
     setWalking(endCell(begin, true), at.y);
   }

@@ -8,6 +8,7 @@
 #include "host/commands/copy_shapes.h"
 #include "host/commands/loosen_references.h"
 #include "host/commands/picture_file.h"
+#include "host/commands/shape_maker.h"
 #include "host/commands/write_cell.h"
 #include "host/sheet/inheritance.h"
 
@@ -15,71 +16,6 @@ namespace quorvel::host {
 namespace {
 
 ShapeOutcome refusedShape(std::string reason) { return {Outcome::refused(std::move(reason)), {}}; }
-
-/// Cells of a shape in the making: nobody listens and nothing is in the undo log yet.
-class Maker {
- public:
-  Maker(Engine& engine, SheetId shape) : engine_(engine), shape_(shape) {}
-
-  void length(std::string_view name, double inches, std::string_view formula = {}) {
-    set(objectCell(name), Value::number(inches, Unit::Inches), formula);
-  }
-  void angle(std::string_view name, double radians, std::string_view formula = {}) {
-    set(objectCell(name), Value::number(radians, Unit::Degrees), formula);
-  }
-  void number(std::string_view name, double value) { set(objectCell(name), Value::number(value), {}); }
-  /// The block of the text fills the shape. Who changes one of its cells relies on the others, and so do other programs
-  /// that read the drawing.
-  void textBlock(double width, double height) {
-    length("TxtPinX", width / 2, "Width*0.5");
-    length("TxtPinY", height / 2, "Height*0.5");
-    length("TxtWidth", width, "Width*1");
-    length("TxtHeight", height, "Height*1");
-    length("TxtLocPinX", width / 2, "TxtWidth*0.5");
-    length("TxtLocPinY", height / 2, "TxtHeight*0.5");
-    angle("TxtAngle", 0);
-  }
-  void geometryFlag(std::string_view name, bool on) {
-    set({SectionNumber::Geometry, RowKey::index(0), columnOf(SectionNumber::Geometry, name).or_(0)}, Value::boolean(on),
-        {});
-  }
-  void vertex(std::uint32_t row, std::uint8_t tag, double x, std::string_view xFormula, double y,
-              std::string_view yFormula) {
-    const Column columnX = columnOf(SectionNumber::Geometry, "X").or_(0);
-    const Column columnY = columnOf(SectionNumber::Geometry, "Y").or_(1);
-    set({SectionNumber::Geometry, RowKey::index(row), columnX}, Value::number(x, Unit::Inches), xFormula);
-    set({SectionNumber::Geometry, RowKey::index(row), columnY}, Value::number(y, Unit::Inches), yFormula);
-    engine_.store.sheet(shape_)->find(SectionNumber::Geometry)->find(RowKey::index(row))->type = tag;
-  }
-
- private:
-  void set(const CellKey& key, Value value, std::string_view formula) {
-    Cell& cell = engine_.store.sheet(shape_)->local(key);
-    cell.value = std::move(value);
-    if (!formula.empty()) cell.formula = engine_.store.formulas().get(formula);
-  }
-  Engine& engine_;
-  SheetId shape_;
-};
-
-SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind) {
-  const SheetId id = engine.store.addShape(page, parent, kind);
-  Sheet& shape = *engine.store.sheet(id);
-  const Document& document = *engine.store.document(shape.document);
-  shape.lineStyle = document.defaultLineStyle;
-  shape.fillStyle = document.defaultFillStyle;
-  shape.textStyle = document.defaultTextStyle;
-  if (parent && engine.store.sheet(parent)->kind == SheetKind::Shape)
-    engine.edit.setFields(parent, [](SheetFields& fields) { fields.kind = SheetKind::Group; });
-  return id;
-}
-
-void tellAdded(Engine& engine, SheetId shape) {
-  engine.events.arrival([&engine, shape] {
-    if (engine.store.sheet(shape))
-      engine.events.raise([&](ApplicationEvents& listener) { listener.ShapeAdded(engine.handle(shape)); });
-  });
-}
 
 /// Registers a finished drawn shape, tells of it, and gives it back if it is still there.
 ShapeOutcome finish(Engine& engine, SheetId shape, CommandScope& scope) {
@@ -162,7 +98,7 @@ ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x
   if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
   CommandScope scope(engine, engine.store.page(page)->document, "Rectangle");
   const SheetId shape = newShape(engine, page, parent, SheetKind::Shape);
-  Maker make(engine, shape);
+  ShapeMaker make(engine, shape);
   const double width = std::fabs(x2 - x1), height = std::fabs(y2 - y1);
   make.length("PinX", (x1 + x2) / 2);
   make.length("PinY", (y1 + y2) / 2);
@@ -185,7 +121,7 @@ ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, do
   if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
   CommandScope scope(engine, engine.store.page(page)->document, "Line");
   const SheetId shape = newShape(engine, page, parent, SheetKind::Shape);
-  Maker make(engine, shape);
+  ShapeMaker make(engine, shape);
   const double length = std::hypot(x2 - x1, y2 - y1);
   make.length("BeginX", x1);
   make.length("BeginY", y1);
@@ -218,7 +154,7 @@ ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const st
   const double homeHeight = cellNumber(engine.store, home, parent ? height : pageHeight);
   const SheetId shape = newShape(engine, page, parent, SheetKind::Foreign);
   engine.store.sheet(shape)->foreign = picture.data;
-  Maker make(engine, shape);
+  ShapeMaker make(engine, shape);
   make.length("PinX", homeWidth / 2);
   make.length("PinY", homeHeight / 2);
   make.length("Width", picture.width);

@@ -45,7 +45,12 @@ bool isEndCell(const CellKey& key, bool& begin) {
 
 bool isRoutable(const Store& store, SheetId id) {
   const Sheet* sheet = store.sheet(id);
-  if (!sheet || !sheet->isShape() || sheet->kind == SheetKind::Guide || sheet->parent) return false;
+  return sheet && !sheet->parent && mayBeDrawnAnew(store, id);
+}
+
+bool mayBeDrawnAnew(const Store& store, SheetId id) {
+  const Sheet* sheet = store.sheet(id);
+  if (!sheet || !sheet->isShape() || sheet->kind == SheetKind::Guide) return false;
   return findCell(store, id, endCell(true, false)) && isDeclaredRoutable(store, id);
 }
 
@@ -73,7 +78,11 @@ SheetId triggeredBy(const Store& store, SheetId connector, const CellKey& trigge
 ConnectorEnd endOf(const Store& store, SheetId connector, bool begin) {
   ConnectorEnd end;
   end.begin = begin;
-  end.at = {cellNumber(store, connector, endCell(begin, false)), cellNumber(store, connector, endCell(begin, true))};
+  const Sheet* sheet = store.sheet(connector);
+  const auto at = toPageMatrix(store, sheet ? sheet->parent : SheetId{})
+                      .apply(cellNumber(store, connector, endCell(begin, false)),
+                             cellNumber(store, connector, endCell(begin, true)));
+  end.at = {at.x, at.y};
   const FoundCell found = findCell(store, connector, endCell(begin, false));
   if (!found.formula || !found.formula->formula) return end;
   const Formula& formula = *found.formula->formula;

@@ -8,12 +8,14 @@
 
 namespace quorvel::host {
 
-/// A 1-D shape that the host may draw anew (ObjType 2), standing at the top of its page.
+/// A 1-D shape that the host may draw anew (ObjType 2).
+bool mayBeDrawnAnew(const Store& store, SheetId sheet);
+/// The same, standing at the top of its page.
 bool isRoutable(const Store& store, SheetId sheet);
 
 struct ConnectorEnd {
   bool begin = true;
-  Spot at;             ///< as its cells have it, inches of the page
+  Spot at;             ///< inches of the page
   SheetId glued;       ///< null: the end is free
   bool walks = false;  ///< glued to the shape as a whole; where on it, is found anew when something moves
 };

@@ -166,12 +166,37 @@ void DependencyGraph::addFormula(const CellAddress& cell, const Formula& formula
   if (std::find(list.begin(), list.end(), cell) == list.end()) list.push_back(cell);
 }
 
+void DependencyGraph::followNewGroups(SheetId shape) {
+  std::vector<CellAddress> readers;
+  for (const SheetId each : store_.subtree(shape)) appendLive({each, transformKey}, readers);
+  for (const CellAddress& reader : readers)
+    addFormula(reader, *store_.sheet(reader.sheet)->findLocal(reader.key)->formula);
+}
+
+/// Places are read through all groups that stand around a shape.
+bool DependencyGraph::readsPlaceOf(SheetId reader, const Formula& formula, SheetId sheet) const {
+  if (!formula.readsTransforms()) return false;
+  const auto standsIn = [&](SheetId shape) {
+    for (int depth = 0; shape && depth < 64; ++depth) {
+      if (shape == sheet) return true;
+      const Sheet* here = store_.sheet(shape);
+      shape = here ? here->parent : SheetId{};
+    }
+    return false;
+  };
+  if (standsIn(reader)) return true;
+  for (const Reference& reference : formula.references()) {
+    if (reference.watched && standsIn(resolveReference(store_, reader, reader, reference))) return true;
+  }
+  return false;
+}
+
 bool DependencyGraph::stillReads(const CellAddress& dependent, SheetId sheet, const CellKey& key) const {
   const Sheet* home = store_.sheet(dependent.sheet);
   const Cell* cell = home ? home->findLocal(dependent.key) : nullptr;
   if (!cell || !cell->formula || cell->inheritsFormula) return false;
   const Formula& formula = *cell->formula;
-  if (key == transformKey) return formula.readsTransforms();
+  if (key == transformKey) return readsPlaceOf(dependent.sheet, formula, sheet);
   if (key == theText() && formula.readsText() && dependent.sheet == sheet) return true;
   for (const Reference& reference : formula.references()) {
     if (reference.watched && reference.cell == key &&
@@ -215,6 +240,22 @@ void DependencyGraph::appendInherited(const CellAddress& cell, std::vector<CellA
   }
 }
 
+void DependencyGraph::appendReadersOfPlace(SheetId sheet, std::vector<CellAddress>& out) const {
+  appendLive({sheet, transformKey}, out);
+  appendInherited({sheet, transformKey}, out);
+}
+
+/// A group takes its members along: triggers of theirs fire, and what instances among them inherit is read anew. What
+/// reads their places by formulas of its own has edges to the group itself.
+void DependencyGraph::appendReadersOfPlacesIn(SheetId group, std::vector<CellAddress>& out) const {
+  for (const SheetId member : store_.subtree(group)) {
+    if (member == group) continue;
+    appendLive({member, boxTrigger()}, out);
+    const bool isOfInstance = bool(store_.sheet(store_.sheet(member)->parent)->prototype);
+    if (!isOfInstance) appendInherited({member, transformKey}, out);
+  }
+}
+
 void DependencyGraph::appendToInstances(MasterId master, const CellAddress& masterCell, PageId onPage,
                                         std::vector<CellAddress>& out) const {
   const auto found = instances_.find(master);
@@ -235,8 +276,8 @@ void DependencyGraph::dependentsOf(const CellAddress& cell, std::vector<CellAddr
   appendLive(cell, out);
   appendInherited(cell, out);
   if (sheet->isShape() && movesShape(cell.key)) {
-    appendLive({cell.sheet, transformKey}, out);
-    appendInherited({cell.sheet, transformKey}, out);
+    appendReadersOfPlace(cell.sheet, out);
+    if (!sheet->children.empty()) appendReadersOfPlacesIn(cell.sheet, out);
   }
   if (sheet->isShape() && changesBox(cell.key)) appendLive({cell.sheet, boxTrigger()}, out);
   // A path follows its vertices, and those that are shares of the size follow that.

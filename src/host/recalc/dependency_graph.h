@@ -21,6 +21,8 @@ class DependencyGraph {
   /// Adds edges for the formulas that the sheet itself holds, and counts it among its master's instances.
   void addSheet(SheetId sheet);
   void addFormula(const CellAddress& cell, const Formula& formula);
+  /// A shape stands in another group now: formulas that read where it lies follow the places of those groups too.
+  void followNewGroups(SheetId shape);
   /// Edges are dropped when they are next walked and found stale; a sheet that goes needs no call.
   void forgetDocument(DocumentId document);
 
@@ -28,6 +30,8 @@ class DependencyGraph {
   void dependentsOf(const CellAddress& cell, std::vector<CellAddress>& out) const;
   /// Appends the cells whose own formulas read any cell of the sheet, its place included; repeats are possible.
   void appendReadersOf(SheetId sheet, std::vector<CellAddress>& out) const;
+  /// Appends the cells whose formulas read where the shape lies; repeats are possible.
+  void appendReadersOfPlace(SheetId sheet, std::vector<CellAddress>& out) const;
   /// Formulas of the master that depend on where an instance stands (ThePage!, page and shape names): a new instance
   /// must evaluate them afresh.
   const std::vector<CellAddress>* placeDependent(MasterId master) const;
@@ -41,8 +45,10 @@ class DependencyGraph {
   SheetId targetOf(const CellAddress& cell, const struct Reference& reference) const;
   void appendLive(const CellAddress& cell, std::vector<CellAddress>& out) const;
   void appendInherited(const CellAddress& cell, std::vector<CellAddress>& out) const;
+  void appendReadersOfPlacesIn(SheetId group, std::vector<CellAddress>& out) const;
   void appendToInstances(MasterId master, const CellAddress& masterCell, PageId onPage,
                          std::vector<CellAddress>& out) const;
+  bool readsPlaceOf(SheetId reader, const Formula& formula, SheetId sheet) const;
   bool stillReads(const CellAddress& dependent, SheetId sheet, const CellKey& key) const;
 
   const Store& store_;

@@ -222,8 +222,15 @@ void Store::putSubtree(std::vector<std::unique_ptr<Sheet>> in, std::size_t where
     home.byShapeId[sheet->shapeId] = id;
     sheets_[id.value] = std::move(sheet);
   }
-  auto& order = siblings(*sheet(root));
-  order.insert(order.begin() + static_cast<std::ptrdiff_t>(std::min(where, order.size())), root);
+  putInto(siblings(*sheet(root)), root, where);
+}
+
+std::size_t Store::stand(SheetId id, SheetId parent, std::size_t where) {
+  Sheet& shape = *sheet(id);
+  const std::size_t left = takeFrom(siblings(shape), id);
+  shape.parent = parent;
+  putInto(siblings(shape), id, where);
+  return left;
 }
 
 SheetId Store::styleNamed(DocumentId id, std::string_view name) const {
@@ -274,10 +281,12 @@ std::vector<SheetId> Store::subtree(SheetId root) const {
 }
 
 SheetId Store::instanceRoot(SheetId shape) const {
+  const Sheet* member = sheet(shape);
+  if (!member || !member->prototype) return shape;
   for (SheetId at = shape; at;) {
     const Sheet* here = sheet(at);
-    if (!here || !here->prototype) return shape;
-    if (here->master) return at;
+    if (!here) return shape;
+    if (here->prototype && here->master) return at;
     at = here->parent;
   }
   return shape;

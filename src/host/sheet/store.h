@@ -146,6 +146,10 @@ class Store {
   /// Puts it back under the same ids, at `place` among its parent's or page's children.
   void putSubtree(std::vector<std::unique_ptr<Sheet>> sheets, std::size_t place);
 
+  /// Moves a shape with its members into a group of its page (null: to the top of the page), at the place of the stack
+  /// there. Gives its place in the stack that it left.
+  std::size_t stand(SheetId shape, SheetId parent, std::size_t place);
+
   FormulaPool& formulas() { return formulas_; }
   /// How a user writes formulas and numbers; what is stored is always universal.
   const FormulaLocale& locale() const { return locale_; }
@@ -161,7 +165,8 @@ class Store {
   const std::vector<SheetId>& siblings(const Sheet& shape) const;
   /// The shape and all below it, parents before members.
   std::vector<SheetId> subtree(SheetId root) const;
-  /// The outermost shape of the same instance: the one that bears the master. Itself for a drawn shape.
+  /// The outermost shape of the same instance: the one that bears the master. Itself for a drawn shape. Groups that
+  /// were drawn around members within the instance are passed by.
   SheetId instanceRoot(SheetId shape) const;
   /// The master of a shape or of the instance that it is a member of by inheritance; null for drawn shapes.
   MasterId masterOf(SheetId shape) const;

@@ -38,7 +38,7 @@ std::unique_ptr<SheetFields> Editor::fieldsOf(SheetId id) const {
   const Sheet& sheet = *store_.sheet(id);
   return std::make_unique<SheetFields>(SheetFields{sheet.kind, sheet.name, sheet.universalName, sheet.data1,
                                                    sheet.data2, sheet.data3, sheet.text, sheet.foreign, sheet.lineStyle,
-                                                   sheet.fillStyle, sheet.textStyle});
+                                                   sheet.fillStyle, sheet.textStyle, sheet.master, sheet.prototype});
 }
 
 std::unique_ptr<PageFields> Editor::fieldsOf(PageId id) const {
@@ -156,6 +156,9 @@ void Editor::masterAdded(MasterId master) { log_.add(MasterExchange{master, {}})
 void Editor::styleAdded(SheetId style) { log_.add(StyleExchange{style, {}}); }
 void Editor::removeShape(SheetId root) { commit(SubtreeExchange{root, 0, {}}); }
 void Editor::removePage(PageId page) { commit(PageExchange{page, {}}); }
-void Editor::moveInStack(SheetId shape, std::size_t place) { commit(OrderExchange{shape, place}); }
+void Editor::moveInStack(SheetId shape, std::size_t place) { moveToGroup(shape, store_.sheet(shape)->parent, place); }
+void Editor::moveToGroup(SheetId shape, SheetId parent, std::size_t place) {
+  commit(StandingExchange{shape, parent, place});
+}
 
 }  // namespace quorvel::host

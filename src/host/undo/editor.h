@@ -52,6 +52,9 @@ class Editor {
   void removeShape(SheetId root);
   void removePage(PageId page);
   void moveInStack(SheetId shape, std::size_t place);
+  /// Into a group of the same page (null: to the top of the page), at the place of the stack there. Its cells are left
+  /// as they are.
+  void moveToGroup(SheetId shape, SheetId parent, std::size_t place);
 
  private:
   void commit(Exchange exchange);

@@ -18,6 +18,16 @@ struct Apply {
     for (const auto& entry : row.cells) watch({sheet, {section, row.key, entry.first}});
   }
 
+  /// What a page, a master or a group brought back is read and counted again.
+  template <class Put>
+  void bringBack(const std::vector<std::unique_ptr<Sheet>>& sheets, Put put) const {
+    std::vector<SheetId> back;
+    back.reserve(sheets.size());
+    for (const auto& sheet : sheets) back.push_back(sheet->id);
+    put();
+    for (const SheetId sheet : back) graph.addSheet(sheet);
+  }
+
   void operator()(CellExchange& exchange) const {
     Sheet* sheet = store.sheet(exchange.cell.sheet);
     if (!sheet) return;
@@ -109,15 +119,14 @@ struct Apply {
     std::swap(sheet->lineStyle, held.lineStyle);
     std::swap(sheet->fillStyle, held.fillStyle);
     std::swap(sheet->textStyle, held.textStyle);
+    std::swap(sheet->master, held.master);
+    std::swap(sheet->prototype, held.prototype);
   }
 
   void operator()(SubtreeExchange& exchange) const {
     if (!exchange.held.empty()) {
-      std::vector<SheetId> back;
-      for (const auto& sheet : exchange.held) back.push_back(sheet->id);
-      store.putSubtree(std::move(exchange.held), exchange.place);
+      bringBack(exchange.held, [&] { store.putSubtree(std::move(exchange.held), exchange.place); });
       exchange.held.clear();
-      for (const SheetId sheet : back) graph.addSheet(sheet);
       if (const Sheet* root = store.sheet(exchange.root)) placements.noteArrival(*root);
       return;
     }
@@ -129,24 +138,20 @@ struct Apply {
     exchange.held = store.takeSubtree(exchange.root);
   }
 
-  void operator()(OrderExchange& exchange) const {
+  void operator()(StandingExchange& exchange) const {
     const Sheet* shape = store.sheet(exchange.shape);
-    if (!shape) return;
-    auto& order = store.siblings(*shape);
-    const auto at = std::find(order.begin(), order.end(), exchange.shape);
-    const auto place = static_cast<std::size_t>(at - order.begin());
-    order.erase(at);
-    order.insert(order.begin() + static_cast<std::ptrdiff_t>(std::min(exchange.place, order.size())), exchange.shape);
-    exchange.place = place;
+    if (!shape || (exchange.parent && !store.sheet(exchange.parent))) return;
+    const SheetId before = shape->parent;
+    if (before != exchange.parent) placements.noteRegrouping(store, *shape);
+    exchange.place = store.stand(exchange.shape, exchange.parent, exchange.place);
+    if (before != exchange.parent) graph.followNewGroups(exchange.shape);
+    exchange.parent = before;
   }
 
   void operator()(PageExchange& exchange) const {
     if (exchange.held.page) {
-      std::vector<SheetId> back;
-      for (const auto& sheet : exchange.held.sheets) back.push_back(sheet->id);
-      store.putPage(std::move(exchange.held));
+      bringBack(exchange.held.sheets, [&] { store.putPage(std::move(exchange.held)); });
       exchange.held = {};
-      for (const SheetId sheet : back) graph.addSheet(sheet);
     } else if (store.page(exchange.page)) {
       exchange.held = store.takePage(exchange.page);
     }
@@ -154,11 +159,8 @@ struct Apply {
 
   void operator()(MasterExchange& exchange) const {
     if (exchange.held.master) {
-      std::vector<SheetId> back;
-      for (const auto& sheet : exchange.held.sheets) back.push_back(sheet->id);
-      store.putMaster(std::move(exchange.held));
+      bringBack(exchange.held.sheets, [&] { store.putMaster(std::move(exchange.held)); });
       exchange.held = {};
-      for (const SheetId sheet : back) graph.addSheet(sheet);
     } else if (store.master(exchange.master)) {
       exchange.held = store.takeMaster(exchange.master);
     }

@@ -52,6 +52,8 @@ struct SheetFields {
   std::shared_ptr<const TextBody> text;
   std::shared_ptr<const ForeignData> foreign;
   SheetId lineStyle, fillStyle, textStyle;
+  MasterId master;
+  SheetId prototype;
 };
 struct SheetFieldsExchange {
   SheetId sheet;
@@ -65,9 +67,10 @@ struct SubtreeExchange {
   std::vector<std::unique_ptr<Sheet>> held;
 };
 
-/// A shape's place in the stack.
-struct OrderExchange {
+/// Where a shape stands: in which group (null: at the top of the page), and at which place of the stack there.
+struct StandingExchange {
   SheetId shape;
+  SheetId parent;
   std::size_t place = 0;
 };
 
@@ -105,7 +108,7 @@ struct ConnectExchange {
 
 using Exchange =
     std::variant<CellExchange, RowExchange, RowHeadExchange, SectionExchange, SheetFieldsExchange, SubtreeExchange,
-                 OrderExchange, PageExchange, MasterExchange, StyleExchange, PageFieldsExchange, ConnectExchange>;
+                 StandingExchange, PageExchange, MasterExchange, StyleExchange, PageFieldsExchange, ConnectExchange>;
 
 /// Swaps, and notes what moved; an entry whose object is gone does nothing.
 void apply(Exchange& exchange, Store& store, DependencyGraph& graph, PlacementJournal& placements);

@@ -18,7 +18,11 @@ constexpr std::size_t mostEntries = 1 << 18;
 PlacementJournal::Entry* PlacementJournal::entryOf(const Sheet& sheet) {
   if (!sheet.isShape()) return nullptr;
   const auto [place, made] = places_.try_emplace(sheet.id, entries_.size());
-  if (!made) return &entries_[place->second];
+  if (!made) {
+    Entry& known = entries_[place->second];
+    known.still = known.still && standstills_ > 0;
+    return &known;
+  }
   if (entries_.size() >= mostEntries) {
     entries_.clear();
     places_.clear();
@@ -28,6 +32,7 @@ PlacementJournal::Entry* PlacementJournal::entryOf(const Sheet& sheet) {
   Entry entry;
   entry.sheet = sheet.id;
   entry.page = sheet.page;
+  entry.still = standstills_ > 0;
   entries_.push_back(entry);
   return &entries_.back();
 }
@@ -48,6 +53,10 @@ void PlacementJournal::noteLeaving(const Store& store, const Sheet& sheet) {
   if (!entry) return;
   keepBox(store, sheet, *entry);
   entry->came = true;
+}
+
+void PlacementJournal::noteRegrouping(const Store& store, const Sheet& sheet) {
+  if (Entry* entry = entryOf(sheet)) keepBox(store, sheet, *entry);
 }
 
 void PlacementJournal::noteCell(const Store& store, const Sheet& sheet, const CellKey& key) {
@@ -73,8 +82,7 @@ void PlacementJournal::noteCell(const Store& store, const Sheet& sheet, const Ce
 }
 
 void PlacementJournal::noteSection(const Sheet& sheet, SectionNumber section) {
-  if (!isGeometry(section)) return;
-  if (Entry* entry = entryOf(sheet)) entry->drawn = true;
+  if (isGeometry(section)) entryOf(sheet);
 }
 
 std::vector<PlacementJournal::Entry> PlacementJournal::take() {

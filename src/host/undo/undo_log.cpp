@@ -8,18 +8,32 @@
 namespace quorvel::host {
 namespace {
 
-/// The sheets that came into being with these entries, members included.
+/// The sheets that came into being with these entries, members included. A shape that was moved into a group on the way
+/// is none of those that came with the group.
 std::unordered_set<SheetId> sheetsMadeIn(std::span<const Exchange> entries, const Store& store) {
-  std::unordered_set<SheetId> made;
+  std::unordered_set<SheetId> made, moved;
+  for (const Exchange& entry : entries) {
+    if (const auto* standing = std::get_if<StandingExchange>(&entry)) moved.insert(standing->shape);
+  }
   for (const Exchange& entry : entries) {
     const auto* subtree = std::get_if<SubtreeExchange>(&entry);
     if (!subtree) continue;
     if (!subtree->held.empty()) {
       // One that left again took its members along.
       if (!made.contains(subtree->root)) continue;
-      for (const auto& sheet : subtree->held) made.insert(sheet->id);
+      std::unordered_set<SheetId> ofGroup{subtree->root};
+      for (const auto& sheet : subtree->held) {
+        if (!moved.contains(sheet->id) && ofGroup.contains(sheet->parent)) ofGroup.insert(sheet->id);
+      }
+      made.merge(ofGroup);
     } else if (store.sheet(subtree->root)) {
-      for (const SheetId sheet : store.subtree(subtree->root)) made.insert(sheet);
+      std::vector<SheetId> ofGroup{subtree->root};
+      for (std::size_t i = 0; i < ofGroup.size(); ++i) {
+        made.insert(ofGroup[i]);
+        for (const SheetId member : store.sheet(ofGroup[i])->children) {
+          if (!moved.contains(member)) ofGroup.push_back(member);
+        }
+      }
     } else {
       made.insert(subtree->root);
     }

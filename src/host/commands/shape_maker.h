@@ -1,0 +1,39 @@
+// Making a shape: its cells while nobody listens yet, and telling of it when it stands.
+#pragma once
+
+#include <string_view>
+
+#include "host/engine/engine.h"
+
+namespace quorvel::host {
+
+/// A drawn shape at the top of the page's or the group's stack, in the document's default styles. A shape that gets its
+/// first member becomes a group. Nothing is in the undo log yet: register it with the graph and Editor::shapeAdded.
+SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind);
+
+/// ShapeAdded, once no deletion is being announced any more.
+void tellAdded(Engine& engine, SheetId shape);
+
+/// Cells of a shape in the making: nobody listens and nothing is in the undo log yet.
+class ShapeMaker {
+ public:
+  ShapeMaker(Engine& engine, SheetId shape) : engine_(engine), shape_(shape) {}
+
+  void length(std::string_view name, double inches, std::string_view formula = {});
+  void angle(std::string_view name, double radians, std::string_view formula = {});
+  void number(std::string_view name, double value);
+  /// The block of the text fills the shape. Who changes one of its cells relies on the others, and so do other programs
+  /// that read the drawing.
+  void textBlock(double width, double height);
+  void geometryFlag(std::string_view name, bool on);
+  /// `tag`: the published row tag.
+  void vertex(std::uint32_t row, std::uint8_t tag, double x, std::string_view xFormula, double y,
+              std::string_view yFormula);
+
+ private:
+  void set(const CellKey& key, Value value, std::string_view formula);
+  Engine& engine_;
+  SheetId shape_;
+};
+
+}  // namespace quorvel::host
