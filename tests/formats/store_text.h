@@ -99,7 +99,8 @@ class StoreText {
             name + " " + std::to_string(static_cast<int>(section.number)) + "." +
             (row.key.isNamed() ? std::string(host::spelling(row.name)) : std::to_string(row.key.index()));
         if (row.type != 0 || row.deleted)
-          add(rowName + " type " + std::to_string(row.type) + (row.deleted ? " deleted" : ""));
+          // A row that only hides the master's has no kind of its own; a file may have to name one.
+          add(rowName + (row.deleted ? " deleted" : " type " + std::to_string(row.type)));
         for (const auto& [column, cell] : row.cells) {
           const host::CellKey key{section.number, row.key, column};
           add(rowName + "." + std::string(host::columnName(key)) + " = " + valueText(cell.value) +
