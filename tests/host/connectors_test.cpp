@@ -258,6 +258,15 @@ TEST_F(Connectors, EndsOfPlainLinesWalkByTheirPreference) {
   EXPECT_EQ(line.Cells("BeginX").Formula().or_({}).substr(0, 3), "PAR");
 }
 
+TEST_F(Connectors, SheetsThatAreNoShapesHaveNoEnds) {
+  const std::string glue = "PAR(PNT(" + at(box(2, 2), "PinX") + ",1))";
+  for (const Shape& sheet : {document.DocumentSheet(), page.PageSheet()}) {
+    sheet.Cells("BeginX").FormulaForce(glue);
+    sheet.Cells("BeginX").FormulaForce("1 in");
+  }
+  EXPECT_TRUE(connects().empty());
+}
+
 TEST_F(Connectors, EventsAndStepsAreThoseOfTheCause) {
   const Shape from = box(2, 2), to = box(8, 2), connector = glued(from, to);
   const host::DocumentId id{document.ref().id};

@@ -87,6 +87,27 @@ TEST_F(GroupedTasks, KeepTheirIdNameDetailsAndLinks) {
   EXPECT_EQ(firstDifference(end, dump()), "");
 }
 
+TEST_F(GroupedTasks, ALinkInTheGroupStillReachesTheTaskOutside) {
+  const Shape next = dropTask(page, 8), link = drop(page, "Task Link", 5, 2);
+  ASSERT_TRUE(link.Cells("BeginX").GlueTo(task.Cells("Connections.X2"))) << lastRefusal();
+  ASSERT_TRUE(link.Cells("EndX").GlueTo(next.Cells("Connections.X1"))) << lastRefusal();
+  const Shape made = group({task, link});
+  ASSERT_TRUE(made);
+  const std::string before = dump();
+  for (const double y : {3.0, 9.0}) {
+    ASSERT_TRUE(made.Cells("PinY").SetResult(visio::unitsInches, y));
+    const host::Polyline drawn = lineOf(link);
+    EXPECT_EQ(drawn.size(), 4u) << "right-angled";
+    EXPECT_NEAR(drawn.front().x, boxOf(task).right, 1e-6);
+    EXPECT_NEAR(drawn.front().y, boxOf(task).middle().y, 1e-6);
+    EXPECT_NEAR(drawn.back().x, boxOf(next).left, 1e-6);
+    EXPECT_NEAR(drawn.back().y, boxOf(next).middle().y, 1e-6);
+  }
+  ASSERT_TRUE(app.Undo());
+  ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(firstDifference(before, dump()), "");
+}
+
 TEST_F(GroupedTasks, ComeBackFromFilesInTheirGroups) {
   const Shape next = dropTask(page, 8), link = drop(page, "Task Link", 5, 2), label = page.DrawRectangle(1, 8, 2, 9);
   ASSERT_TRUE(link.Cells("BeginX").GlueTo(task.Cells("PinX"))) << lastRefusal();

@@ -176,7 +176,8 @@ void freeWalkingEnd(Engine& engine, SheetId connector, bool begin) {
 
 void followGlue(Engine& engine, const CellAddress& cell, const FormulaPtr& before) {
   bool begin = false;
-  if (!isEndCell(cell.key, begin)) return;
+  // Pages and documents take such cells too, and are glued to nothing.
+  if (!isEndCell(cell.key, begin) || !engine.store.sheet(cell.sheet)->isShape()) return;
   const FormulaPtr now = formulaOf(engine.store, cell);
   if (before == now) return;
   if (isGluing(before) && !isGluing(now)) {

@@ -128,6 +128,20 @@ class WayObstacles : public ObstacleSource {
   std::vector<EndSpot> spots_;
 };
 
+/// The line of a connector inside a group: what lies in the way there is the group's own affair.
+Polyline plainLine(const Spot& begin, const Spot& end) {
+  const double middle = (begin.x + end.x) / 2;
+  return withoutNeedlessPoints({begin, {middle, begin.y}, {middle, end.y}, end});
+}
+
+/// Whether the line of a connector inside a group no longer meets its ends.
+bool hasLostAnEnd(const Store& store, SheetId connector) {
+  constexpr double meeting = 1e-3;
+  const Polyline line = lineOnPage(store, connector);
+  return !line.empty() && !(isSame(line.front(), endOf(store, connector, true).at, meeting) &&
+                            isSame(line.back(), endOf(store, connector, false).at, meeting));
+}
+
 class Routing : public Aftermath {
  public:
   void commandBegins(Engine& engine) override;
@@ -230,6 +244,8 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
     }
     if (top != entry.sheet) map->update(store, entry.sheet);
     if (top == entry.sheet && entry.ended && isRoutable(store, top) && isPulled(store, entry)) here.add(top, Pulled);
+    if (top != entry.sheet && entry.ended && mayBeDrawnAnew(store, entry.sheet) && hasLostAnEnd(store, entry.sheet))
+      here.add(entry.sheet, Pulled);
     if (top != entry.sheet && entry.placed) here.movedMembers.insert(entry.sheet);
     if (!seen.insert(top).second) continue;
     Maybe<Box> before = map->boxOf(top);
@@ -297,7 +313,8 @@ void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reas
   static const CellKey lineToNodeX = objectCell("LineToNodeX"), lineToNodeY = objectCell("LineToNodeY"),
                        dynamicsOff = objectCell("DynamicsOff");
   const Store& store = engine.store;
-  if (!isRoutable(store, connector)) return;
+  if (!mayBeDrawnAnew(store, connector)) return;
+  const bool isMember = !isRoutable(store, connector);
   const SheetId page = store.page(store.sheet(connector)->page)->sheet;
   if (cellNumber(store, page, dynamicsOff) != 0) return;
   const ConnectorEnd begin = endOf(store, connector, true), end = endOf(store, connector, false);
@@ -311,6 +328,7 @@ void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reas
     moveEnds(engine, connector, line, changed);
     return stretchLine(engine, connector, changed);
   }
+  if (isMember) return drawLine(engine, connector, plainLine(begin.at, end.at), changed);
   RouteRequest request;
   // A distance of nothing would make lines run along borders.
   constexpr double least = 0.01;
@@ -334,12 +352,14 @@ void Routing::commandEnds(Engine& engine) {
     std::vector<CellAddress> changed;
     for (auto& [page, here] : work) {
       RouteMap* map = mapOf(engine, page);
-      if (!map || !map->hasConnectors()) continue;
-      addPulled(engine, here);
-      addMet(engine, *map, page, here);
+      if (!map) continue;
+      if (map->hasConnectors()) {
+        addPulled(engine, here);
+        addMet(engine, *map, page, here);
+      }
       for (const auto& [connector, reason] : here.connectors) {
         route(engine, *map, connector, reason, changed);
-        map->update(engine.store, connector);
+        follow(engine.store, *map, connector);
       }
     }
     // What was drawn here is no reason to draw again.

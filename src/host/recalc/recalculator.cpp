@@ -123,7 +123,11 @@ struct Recalculator::Run {
   }
 
   void markDependents(std::uint32_t number) {
-    for (const std::uint32_t dependent : nodes[number].dependents) nodes[dependent].dirty = true;
+    for (const std::uint32_t dependent : nodes[number].dependents) {
+      Node& node = nodes[dependent];
+      node.dirty = true;
+      if (node.circle != 0 && node.circle == nodes[number].circle && !node.done) passed.push_back(dependent);
+    }
   }
 
   void evaluateNode(std::uint32_t number, int depth);
@@ -133,6 +137,7 @@ struct Recalculator::Run {
   std::vector<Node> nodes;
   std::unordered_map<CellAddress, std::uint32_t> numbers;
   std::vector<std::uint32_t> stack, order;
+  std::vector<std::uint32_t> passed;  ///< of a circle, whose order is anybody's: they may have had their turn already
   std::vector<CellAddress> scratch, result;
   std::uint32_t counter = 0, circles = 0;
 };
@@ -224,6 +229,11 @@ std::vector<CellAddress> Recalculator::run(std::span<const CellAddress> seeds, s
   for (std::size_t i = run.order.size(); i-- > 0;) {
     const std::uint32_t number = run.order[i];
     if (run.nodes[number].dirty && !run.nodes[number].done) run.evaluateNode(number, 0);
+    while (!run.passed.empty()) {
+      const std::uint32_t mate = run.passed.back();
+      run.passed.pop_back();
+      if (!run.nodes[mate].done) run.evaluateNode(mate, 0);
+    }
   }
   return std::move(run.result);
 }
