@@ -275,9 +275,9 @@ void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId id, S
   const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras);
   writer.start("Shape").attribute("ID", shape.shapeId);
   dialect.names(writer, shape);
-  // A member that left its instance has no master any more that tells its kind.
-  const bool saidByNobody = !shape.prototype && shape.kind != host::SheetKind::Shape;
-  if (!carry || !carry->lacksType || saidByNobody) writer.attribute("Type", typeName(shape.kind));
+  // A member that left its instance has no master any more that would tell its kind.
+  const bool onlyTypeTells = !shape.prototype && shape.kind != host::SheetKind::Shape;
+  if (!carry || !carry->lacksType || onlyTypeTells) writer.attribute("Type", typeName(shape.kind));
   if (const host::Master* const master = store.master(shape.master)) {
     writer.attribute("Master", master->fileId);
     dialect.uses(master->id);
