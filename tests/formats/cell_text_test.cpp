@@ -6,6 +6,7 @@
 #include "formats/drawing_files.h"
 #include "formats/formats.h"
 #include "host/cells/cell_name.h"
+#include "host/sheet/inheritance.h"
 
 namespace quorvel::formats::testing {
 namespace {
@@ -20,11 +21,13 @@ TEST(CellText, ReadsValuesByUnitAndCell) {
     std::string cell, value, unit;
     Value expected;
   } cases[] = {
-      {"Width", "1.75", "", Value::number(1.75)},
+      {"Width", "1.75", "", Value::number(1.75, Unit::Drawing)},
+      {"Char.Size", "0.125", "", Value::number(0.125, Unit::Drawing)},
+      {"Para.SpLine", "-1.2", "", Value::number(-1.2)},
       {"Width", "1.968503937007874", "MM", Value::number(1.968503937007874, Unit::Millimetres)},
       {"Angle", "1.5707963267949", "", Value::number(1.5707963267949, Unit::Radians)},
       {"Angle", "1.5707963267949", "DEG", Value::number(1.5707963267949, Unit::Degrees)},
-      {"Width", "-7.591035761743328E-16", "", Value::number(-7.591035761743328E-16)},
+      {"Width", "-7.591035761743328E-16", "", Value::number(-7.591035761743328E-16, Unit::Drawing)},
       {"FillForegnd", "#7f7f7F", "", Value::colour(0x7f7f7f)},
       {"FillForegnd", "Themed", "", Value::text("Themed")},
       {"FillForegnd", "4", "", Value::number(4)},
@@ -59,7 +62,7 @@ TEST(CellText, WritesWhatTheEngineMade) {
     host::Cell held;
     std::string value, unit, formula, error;
   } cases[] = {
-      {"Width", made("", Value::number(0.1)), "0.1", "", "", ""},
+      {"Width", made("", Value::number(0.1, Unit::Drawing)), "0.1", "", "", ""},
       {"Width", made("Height*2", Value::number(0.5, Unit::Inches)), "0.5", "IN", "Height*2", ""},
       {"LineWeight", made("0.72 pt", Value::number(0.01, Unit::Points)), "0.01", "PT", "0.72 pt", ""},
       {"Prop.a", made("\"say \"\"hi\"\"\"", Value::text("say \"hi\"")), "say \"hi\"", "STR", "", ""},
@@ -69,12 +72,12 @@ TEST(CellText, WritesWhatTheEngineMade) {
       {"Prop.a", made("", Value::date(41978.75)), "2014-12-05T18:00:00", "DATE", "", ""},
       {"LineColor", made("RGB(User.r,0,16)", Value::colour(0xff0010)), "#ff0010", "", "RGB(User.r,0,16)", ""},
       {"User.a", made("1/0", Value::error(host::ErrorCode::DivisionByZero)), "0", "", "1/0", "#DIV/0!"},
-      {"Width", made("", Value::number(3.873086406713372e-5)), "3.873086406713372E-5", "", "", ""},
-      {"Width", made("", Value::number(1234567)), "1234567", "", "", ""},
-      {"Width", made("", Value::number(-0.000125)), "-0.000125", "", "", ""},
-      {"Width", made("", Value::number(-12345.678)), "-12345.678", "", "", ""},
-      {"Width", made("", Value::number(9e15)), "9000000000000000", "", "", ""},
-      {"Width", made("", Value::number(-1e16)), "-1E16", "", "", ""},
+      {"User.a", made("", Value::number(3.873086406713372e-5)), "3.873086406713372E-5", "", "", ""},
+      {"User.a", made("", Value::number(1234567)), "1234567", "", "", ""},
+      {"User.a", made("", Value::number(-0.000125)), "-0.000125", "", "", ""},
+      {"User.a", made("", Value::number(-12345.678)), "-12345.678", "", "", ""},
+      {"User.a", made("", Value::number(9e15)), "9000000000000000", "", "", ""},
+      {"User.a", made("", Value::number(-1e16)), "-1E16", "", "", ""},
   };
   for (const auto& one : cases) {
     WrittenCell written;
@@ -124,7 +127,7 @@ TEST(CellText, KeepsTheSpellingOfUnchangedCells) {
     EXPECT_NE(partOf(file, "/visio/pages/page1.xml").find(cell), std::string::npos) << cell;
 
   host::Sheet& sheet = *store.sheet(store.page(store.document(opened.document)->pages.front())->shapes.front());
-  EXPECT_EQ(sheet.findLocal(keyOf("LocPinX"))->value, Value::number(-0.05)) << "the last good value stands";
+  EXPECT_EQ(sheet.findLocal(keyOf("LocPinX"))->value, Value::number(-0.05, Unit::Drawing)) << "the last good value stands";
   EXPECT_EQ(sheet.findLocal(keyOf("FlipY")), nullptr) << "inherits both formula and value";
   for (const char* const name : {"PinX", "Width", "Height", "LocPinX"})
     sheet.findLocal(keyOf(name))->value = Value::number(7);
@@ -133,6 +136,55 @@ TEST(CellText, KeepsTheSpellingOfUnchangedCells) {
   for (const char* const expected : {R"x(<Cell N="PinX" V="7" F="GUARD( 1.5 )"/>)x", R"(<Cell N="Width" V="7"/>)",
                                      R"(<Cell N="Height" V="7"/>)", R"(<Cell N="LocPinX" V="7" F="Sheet.99!Width"/>)"})
     EXPECT_NE(page.find(expected), std::string::npos) << expected << "\n" << page;
+}
+
+/// A value of several lines stands as the element's text. It reads as one, comes back as it was, and once it changes
+/// the file says the new one only.
+TEST(CellText, TakesAValueFromTheElementsText) {
+  const std::string note = "First line\nsecond & last", contents = ">First line\nsecond &amp; last</Cell>";
+  const std::string row = "<Section N='Property'><Row N='Notes'><Cell N='Value' U='STR'" + contents +
+                          "<Cell N='Prompt' F='Inh'" + contents + "</Row><Row N='Both'><Cell N='Value' V='new' U='STR'" +
+                          contents + "<Cell N='Label' F='Inh'>\n  </Cell></Row></Section>";
+  Parts parts = plainParts();
+  setPage(parts, "<Shapes><Shape ID='1' Type='Shape'>" + row + "</Shape></Shapes>");
+  const std::string single = "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'><Pages><Page ID='0'>"
+                             "<Shapes><Shape ID='1' Type='Shape'><Prop NameU='Notes' ID='1'><Value Unit='STR'>First "
+                             "line\nsecond &amp; last</Value></Prop></Shape></Shapes></Page></Pages></VisioDocument>";
+  TemporaryFolder folder;
+  for (const std::string ending : {"vsdx", "vdx"}) {
+    const std::string file = folder.file("map." + ending), other = folder.file("other.vdx");
+    writeFile(file, ending == "vdx" ? single : zipOf(parts));
+    host::Store store;
+    const auto reopened = [&](const std::string& name) -> host::Sheet& {
+      const host::OpenResult opened = formatFor(name)->open(store, name);
+      EXPECT_TRUE(opened.document) << opened.error;
+      return *store.sheet(store.page(store.document(opened.document)->pages.front())->shapes.front());
+    };
+    const auto text = [&](const host::Sheet& sheet, const char* name) {
+      return host::cellText(store, sheet.id, keyOf(name));
+    };
+    host::Sheet& sheet = reopened(file);
+    EXPECT_EQ(text(sheet, "Prop.Notes"), note);
+    ASSERT_EQ(formatFor(file)->save(store, sheet.document, file), "");
+    ASSERT_EQ(formatFor(other)->save(store, sheet.document, other), "");
+    for (const std::string& saved : {file, other}) EXPECT_EQ(text(reopened(saved), "Prop.Notes"), note) << saved;
+    if (ending == "vsdx") {
+      EXPECT_EQ(text(sheet, "Prop.Notes.Prompt"), note);
+      EXPECT_EQ(text(sheet, "Prop.Both"), "new") << "the attribute counts where both are";
+      EXPECT_EQ(sheet.findLocal(keyOf("Prop.Both.Label")), nullptr) << "blanks are no value";
+      const std::string page = partOf(file, "/visio/pages/page1.xml");
+      EXPECT_NE(page.find("<Cell N=\"Value\" U=\"STR\"" + contents), std::string::npos) << page;
+      EXPECT_NE(page.find(R"(<Cell N="Value" V="new" U="STR"/>)"), std::string::npos) << page;
+    }
+    for (const char* const name : {"Prop.Notes", "Prop.Both"}) {
+      if (host::Cell* const cell = sheet.findLocal(keyOf(name))) cell->value = Value::text("one\ntwo");
+    }
+    ASSERT_EQ(formatFor(file)->save(store, sheet.document, file), "");
+    EXPECT_EQ(text(reopened(file), "Prop.Notes"), "one\ntwo");
+    const std::string bytes = ending == "vdx" ? readFile(file) : partOf(file, "/visio/pages/page1.xml");
+    EXPECT_EQ(bytes.find("First line", bytes.find("Value")), ending == "vdx" ? std::string::npos : bytes.rfind("First line"))
+        << "only the prompt, which did not change";
+  }
 }
 
 }  // namespace

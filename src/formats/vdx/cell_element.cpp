@@ -103,6 +103,7 @@ void readCell(FileState& state, pugi::xml_node node, Vocabulary vocabulary, cons
   if (isCell) {
     host::Cell& cell = row.at(key.column);
     cell = formats::readCell(key, host::definitionOf(key), text, state.store.formulas(), formulaIsBroken);
+    if (lacksValue(text, cell)) state.unvalued.push_back({state.sheet, key});
     if (holdsFont(key)) nameFont(cell, state.fonts);
     XmlWriter own;
     writeCell(own, cellElement(key), key, cell, nullptr, state.fonts);

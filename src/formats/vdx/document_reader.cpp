@@ -12,6 +12,7 @@
 #include "formats/vsdx/document_elements.h"
 #include "formats/vsdx/shape_reader.h"
 #include "formats/vsdx/sheet_reader.h"
+#include "host/recalc/missing_values.h"
 #include "host/sheet/bitmap_file.h"
 
 namespace quorvel::formats::vdx {
@@ -223,6 +224,7 @@ std::string DocumentReader::read(std::string& bytes) {
   }
   readMasters(childNamed(root, "Masters"));
   readPages(childNamed(root, "Pages"));
+  host::evaluateMissing(state_.store, state_.unvalued);
   makeSharedParts(*carried_);
   document().extras = carried_;
   return {};

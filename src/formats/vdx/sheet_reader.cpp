@@ -194,6 +194,7 @@ void readRow(FileState& state, host::Sheet& sheet, pugi::xml_node node, Vocabula
 }  // namespace
 
 void readSheetChild(FileState& state, host::Sheet& sheet, pugi::xml_node child) {
+  state.sheet = sheet.id;
   const std::string_view name = localName(child);
   Vocabulary vocabulary;
   if (!vocabularyOf(child, vocabulary)) {

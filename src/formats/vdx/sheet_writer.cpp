@@ -120,7 +120,8 @@ std::string selfContained(const std::string& xml) {
   std::string kept;
   for (pugi::xml_node child : document.document_element()) {
     if (child.type() != pugi::node_element) continue;
-    if (localName(child) == "Cell" && !child.attribute("V") && std::string_view(child.attribute("F").value()) == "Inh")
+    if (localName(child) == "Cell" && !child.attribute("V") && !child.first_child() &&
+        std::string_view(child.attribute("F").value()) == "Inh")
       continue;
     Walker walker;
     walker.for_each(child);

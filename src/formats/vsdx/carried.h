@@ -26,6 +26,7 @@ struct CarriedCell {
   bool hasValue = false, hasUnit = false, hasFormula = false, hasError = false;
   std::string value, unit, formula, error;
   bool formulaIsBroken = false;
+  bool valueIsContent = false;  ///< the value is the element's own text, as that of several lines may be
   AttributeList attributes;   ///< that we don't know
   std::string contents;       ///< raw XML
   std::string older;          ///< the whole element; also for one that only says "inherited" and stands for no cell

@@ -173,7 +173,18 @@ std::string dateText(double days) {
   return text;
 }
 
-Value readValue(const CellKey&, const CellDefinition* definition, const CellAttributes& text) {
+namespace {
+
+/// A length without a unit is one in the drawing's own units. Where a negative number stands for a share of the
+/// letters' size it is none.
+Value withUnitOfCell(const CellKey& key, const CellDefinition* definition, const Value& value) {
+  if (unitsOf(definition) != CellUnits::Length || value.kind() != ValueKind::Number || value.unit() != Unit::None)
+    return value;
+  if (key.section == SectionNumber::Paragraph && value.internal() < 0) return value;
+  return Value::number(value.internal(), Unit::Drawing);
+}
+
+Value readTyped(const CellDefinition* definition, const CellAttributes& text) {
   if (text.hasError && (text.value == "0" || text.value.empty())) {
     // With the value that had been good before, a picture is nearer to what its maker saw than with an error.
     if (const host::ErrorCode code = host::errorOfText(text.error); code != host::ErrorCode::None)
@@ -198,6 +209,12 @@ Value readValue(const CellKey&, const CellDefinition* definition, const CellAttr
   return Value::number(*number, host::unitOfFileName(text.unit).or_(Unit::None));
 }
 
+}  // namespace
+
+Value readValue(const CellKey& key, const CellDefinition* definition, const CellAttributes& text) {
+  return withUnitOfCell(key, definition, readTyped(definition, text));
+}
+
 host::Cell readCell(const CellKey& key, const CellDefinition* definition, const CellAttributes& text,
                     host::FormulaPool& formulas, bool& formulaIsBroken) {
   host::Cell cell;
@@ -220,6 +237,10 @@ host::Cell readCell(const CellKey& key, const CellDefinition* definition, const 
   return cell;
 }
 
+bool lacksValue(const CellAttributes& text, const host::Cell& cell) {
+  return !text.hasValue && !text.hasError && cell.formula && !cell.formula->constant();
+}
+
 void writeCell(const CellKey& key, const CellDefinition* definition, const host::Cell& cell, WrittenCell& written) {
   written.value.clear();
   written.formula.clear();
@@ -232,6 +253,7 @@ void writeCell(const CellKey& key, const CellDefinition* definition, const host:
     case ValueKind::Number:
       appendNumber(written.value, value.internal());
       // Where texts stand, a bare number would be read as one.
+      if (value.unit() == Unit::Drawing && unitsOf(definition) == CellUnits::Length) break;
       if (value.unit() != Unit::None || unitsOf(definition) == CellUnits::Text)
         written.unit = host::fileNameOf(value.unit());
       break;
@@ -304,9 +326,13 @@ bool stillReads(const CarriedCell& text, const CellKey& key, const CellDefinitio
   }
   // A value that the file left out is whatever the formula gives.
   if (!text.hasValue) return expectsFormula;
-  return cell.value == readValue(key, definition,
-                                 {text.hasValue, text.hasUnit, text.hasFormula, text.hasError, text.value, text.unit,
-                                  text.formula, text.error});
+  const Value read = readValue(key, definition,
+                               {text.hasValue, text.hasUnit, text.hasFormula, text.hasError, text.value, text.unit,
+                                text.formula, text.error});
+  // Rows that count in shares of the size have numbers where others have lengths.
+  const bool isShare = cell.value.kind() == ValueKind::Number && cell.value.unit() == Unit::None &&
+                       read.kind() == ValueKind::Number && read.unit() == Unit::Drawing;
+  return isShare ? cell.value.internal() == read.internal() : cell.value == read;
 }
 
 }  // namespace quorvel::formats

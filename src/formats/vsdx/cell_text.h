@@ -32,6 +32,9 @@ host::Value readValue(const host::CellKey& key, const host::CellDefinition* defi
 host::Cell readCell(const host::CellKey& key, const host::CellDefinition* definition, const CellAttributes& text,
                     host::FormulaPool& formulas, bool& formulaIsBroken);
 
+/// True for a cell of which the file gives only the formula.
+bool lacksValue(const CellAttributes& text, const host::Cell& cell);
+
 void writeCell(const host::CellKey& key, const host::CellDefinition* definition, const host::Cell& cell,
                WrittenCell& written);
 

@@ -8,6 +8,7 @@
 #include "formats/vsdx/properties.h"
 #include "formats/vsdx/shape_reader.h"
 #include "formats/vsdx/sheet_reader.h"
+#include "host/recalc/missing_values.h"
 
 namespace quorvel::formats {
 namespace {
@@ -40,6 +41,7 @@ class DocumentReader {
           &DocumentReader::readMasters, &DocumentReader::readPages, &DocumentReader::keepOtherParts}) {
       if (std::string wrong = (this->*step)(); !wrong.empty()) return wrong;
     }
+    host::evaluateMissing(state_.store, state_.unvalued);
     carried_->package = state_.carriedPackage;
     document().extras = carried_;
     return {};

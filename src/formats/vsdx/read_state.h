@@ -11,6 +11,7 @@
 
 #include "formats/package/zip_package.h"
 #include "formats/vsdx/carried.h"
+#include "host/recalc/cell_address.h"
 #include "host/sheet/store.h"
 
 namespace quorvel::formats {
@@ -37,6 +38,8 @@ struct ReadState {
   std::unordered_map<int, host::SheetId> styles;
   std::unordered_map<int, host::MasterId> masters;
   std::vector<PendingLink> pending;
+  host::SheetId sheet;                      ///< whose cells are being read
+  std::vector<host::CellAddress> unvalued;  ///< cells with a formula and no value
   int madeMembers = 0;                    ///< members made for instances whose file left them out
   std::unordered_set<std::string> taken;  ///< keys of the parts whose contents stand in the engine's data
   /// Pictures by part and attributes: shapes that show the same picture share its bytes.

@@ -32,4 +32,6 @@ std::string_view rowTypeName(std::uint8_t tag) {
   return {};
 }
 
+bool countsInShares(std::uint8_t tag) { return rowTypeName(tag).starts_with("Rel"); }
+
 }  // namespace quorvel::formats

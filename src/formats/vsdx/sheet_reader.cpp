@@ -15,6 +15,14 @@ using host::RowKey;
 using host::Section;
 using host::SectionNumber;
 
+/// A value that is the element's own text. Blanks around other elements or beside a formula are the file's layout.
+bool hasContentValue(pugi::xml_node cell) {
+  if (cell.attribute("V") || !cell.first_child()) return false;
+  const bool blanksCount = !cell.attribute("F") && !childNamed(cell, "RefBy");
+  const std::string text = innerText(cell);
+  return blanksCount ? !text.empty() : text.find_first_not_of(" \t\r\n") != std::string::npos;
+}
+
 /// Reads the cell into `cell`. What our writing of it would not give back is carried with its row.
 void readCellElement(ReadState& state, pugi::xml_node node, const CellKey& key, host::Cell& cell,
                      host::ExtrasPtr& rowExtras) {
@@ -42,9 +50,17 @@ void readCellElement(ReadState& state, pugi::xml_node node, const CellKey& key, 
       unknown.emplace_back(which, value);
     }
   }
+  std::string content;
+  const bool valueIsContent = hasContentValue(node);
+  if (valueIsContent) {
+    content = innerText(node);
+    text.hasValue = true;
+    text.value = content;
+  }
   const host::CellDefinition* definition = host::definitionOf(key);
   bool formulaIsBroken = false;
   cell = readCell(key, definition, text, state.store.formulas(), formulaIsBroken);
+  if (lacksValue(text, cell)) state.unvalued.push_back({state.sheet, key});
 
   thread_local WrittenCell written;
   writeCell(key, definition, cell, written);
@@ -65,17 +81,22 @@ void readCellElement(ReadState& state, pugi::xml_node node, const CellKey& key, 
   carry.formula = text.formula;
   carry.error = text.error;
   carry.formulaIsBroken = formulaIsBroken;
+  carry.valueIsContent = valueIsContent;
   carry.attributes = std::move(unknown);
-  for (const pugi::xml_node child : node) carry.contents += rawXml(child);
+  for (const pugi::xml_node child : node) {
+    // Text is the value, here or in the attribute; said twice it would differ after the next change.
+    if (child.type() == pugi::node_element) carry.contents += rawXml(child);
+  }
   extrasOf<CarriedRow>(rowExtras).cells.push_back(std::move(carry));
 }
 
 /// "Inherited" without a value says nothing that is not so anyway; taken in, it would hide the master's value.
 bool saysNothing(pugi::xml_node cell) {
-  return !cell.attribute("V") && std::string_view(cell.attribute("F").value()) == "Inh";
+  return !cell.attribute("V") && std::string_view(cell.attribute("F").value()) == "Inh" && !hasContentValue(cell);
 }
 
 void readRowCells(ReadState& state, pugi::xml_node node, SectionNumber section, Row& row) {
+  const bool inShares = host::isGeometry(section) && countsInShares(row.type);
   row.cells.reserve(row.cells.size() + static_cast<std::size_t>(std::distance(node.begin(), node.end())));
   for (const pugi::xml_node child : node) {
     if (child.type() != pugi::node_element) continue;
@@ -85,7 +106,9 @@ void readRowCells(ReadState& state, pugi::xml_node node, SectionNumber section, 
       continue;
     }
     const Column column = host::columnOrNew(section, name);
-    readCellElement(state, child, {section, row.key, column}, row.at(column), row.extras);
+    host::Cell& cell = row.at(column);
+    readCellElement(state, child, {section, row.key, column}, cell, row.extras);
+    if (inShares && cell.value.unit() == host::Unit::Drawing) cell.value = host::Value::number(cell.value.internal());
   }
 }
 
@@ -228,6 +251,7 @@ bool readStyleAttribute(const ReadState& state, host::Sheet& sheet, std::string_
 }
 
 void readSheetChild(ReadState& state, host::Sheet& sheet, pugi::xml_node child) {
+  state.sheet = sheet.id;
   const std::string_view kind = localName(child);
   const char* const name = child.attribute("N").value();
   if (kind == "Cell" && *name && !saysNothing(child)) {

@@ -161,8 +161,9 @@ void writeCellElement(XmlWriter& writer, const CellKey& key, const host::Cell& c
   const CarriedCell* carry = row ? row->find(key.column) : nullptr;
   writer.start("Cell");
   writer.attribute("N", carry && !carry->name.empty() ? std::string_view(carry->name) : host::columnName(key));
-  if (carry && stillReads(*carry, key, definition, cell)) {
-    if (carry->hasValue) writer.attribute("V", carry->value);
+  const bool asRead = carry && stillReads(*carry, key, definition, cell);
+  if (asRead) {
+    if (carry->hasValue && !carry->valueIsContent) writer.attribute("V", carry->value);
     if (carry->hasUnit) writer.attribute("U", carry->unit);
     if (carry->hasError) writer.attribute("E", carry->error);
     if (carry->hasFormula) writer.attribute("F", carry->formula);
@@ -176,6 +177,7 @@ void writeCellElement(XmlWriter& writer, const CellKey& key, const host::Cell& c
   }
   if (carry) {
     writeAttributes(writer, carry->attributes);
+    if (asRead && carry->valueIsContent) writer.text(carry->value);
     writer.raw(carry->contents);
   }
   writer.end();

@@ -1,0 +1,68 @@
+// Cells of which a file gives only the formula have its value once the file is open, in both formats.
+#include <gtest/gtest.h>
+
+#include "formats/drawing_files.h"
+#include "formats/formats.h"
+#include "host/cells/cell_name.h"
+#include "host/sheet/inheritance.h"
+
+namespace quorvel::formats::testing {
+namespace {
+
+struct Opened {
+  host::Store store;
+  host::DocumentId document;
+  explicit Opened(const std::string& file) {
+    const host::OpenResult result = formatFor(file)->open(store, file);
+    EXPECT_TRUE(result.document) << result.error;
+    document = result.document;
+  }
+  std::string text(int shape, const std::string& cell) {
+    const host::Page& page = *store.page(store.document(document)->pages.front());
+    return host::cellText(store, page.byShapeId.at(shape), *host::parseCellName(cell));
+  }
+};
+
+TEST(MissingValues, AreThoseOfTheFormulas) {
+  Parts parts = partsWithMaster(
+      "<Shapes><Shape ID='5' Type='Group'><Cell N='Width' V='2'/><Cell N='LocPinX' F='Width*0.5'/>"
+      "<Shapes><Shape ID='6' Type='Shape'><Cell N='Width' F='Sheet.5!Width*0.25'/></Shape></Shapes></Shape></Shapes>");
+  setPage(parts,
+          "<Shapes><Shape ID='1' Type='Shape'><Cell N='LocPinX' F='User.half'/><Cell N='Width' V='3'/>"
+          "<Cell N='TxtWidth' F='TEXTWIDTH(TheText)'/><Cell N='LocPinY' V='7' F='Width*1'/>"
+          "<Cell N='TxtPinX' F='Sheet.9!LocPinX+1'/><Cell N='TxtPinY' F='NOSUCHFUNCTION(1)'/>"
+          "<Section N='User'><Row N='half'><Cell N='Value' F='Width*0.5'/></Row>"
+          "<Row N='a'><Cell N='Value' F='User.b+1'/></Row><Row N='b'><Cell N='Value' F='User.a+1'/></Row></Section>"
+          "<Text>A label of some length</Text></Shape>"
+          "<Shape ID='9' Type='Group' Master='2'><Cell N='Width' V='8'/><Shapes>"
+          "<Shape ID='10' Type='Shape' MasterShape='6'/></Shapes></Shape></Shapes>");
+  TemporaryFolder folder;
+  const std::string file = folder.file("map.vsdx");
+  writeFile(file, zipOf(parts));
+  Opened opened(file);
+  EXPECT_EQ(opened.text(1, "User.half"), "1.5 in.");
+  EXPECT_EQ(opened.text(1, "LocPinX"), "1.5 in.");
+  EXPECT_EQ(opened.text(1, "LocPinY"), "7 in.") << "a value that the file gives counts";
+  EXPECT_EQ(opened.text(9, "LocPinX"), "4 in.") << "the instance's own half, not the master's";
+  EXPECT_EQ(opened.text(10, "Width"), "2 in.");
+  EXPECT_EQ(opened.text(1, "TxtPinX"), "5 in.");
+  EXPECT_EQ(opened.text(1, "User.a"), "#CIRCLE!");
+  const host::Sheet& label =
+      *opened.store.sheet(opened.store.page(opened.store.document(opened.document)->pages.front())->byShapeId.at(1));
+  EXPECT_GT(host::cellNumber(opened.store, label.id, *host::parseCellName("TxtWidth")), 1);
+  ASSERT_EQ(formatFor(file)->save(opened.store, opened.document, file), "");
+  EXPECT_NE(partOf(file, "/visio/pages/page1.xml").find(R"(<Cell N="LocPinX" F="User.half"/>)"), std::string::npos)
+      << "comes back as it was";
+
+  const std::string single = folder.file("map.vdx");
+  writeFile(single,
+            "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'><Pages><Page ID='0'><Shapes>"
+            "<Shape ID='1' Type='Shape'><XForm><LocPinX F='Width*0.5'/><Width>3</Width></XForm>"
+            "<TextXForm><TxtWidth F='LocPinX*4'/></TextXForm></Shape></Shapes></Page></Pages></VisioDocument>");
+  Opened other(single);
+  EXPECT_EQ(other.text(1, "LocPinX"), "1.5 in.");
+  EXPECT_EQ(other.text(1, "TxtWidth"), "6 in.");
+}
+
+}  // namespace
+}  // namespace quorvel::formats::testing
