@@ -20,7 +20,11 @@ namespace {
 /// Cells that the add-in itself writes around every save.
 bool isOwnBookkeeping(const Cell& cell) {
   const std::string name = cell.Name().or_({});
-  return equalIgnoringCase(name, "User.AddinIsFound") || startsWithIgnoringCase(name, "Actions.Menu");
+  if (equalIgnoringCase(name, "User.AddinIsFound")) return true;
+  // "Actions.Menu[1]" and, of a row with a name, "Actions.Row_1.Menu".
+  if (!startsWithIgnoringCase(name, "Actions.")) return false;
+  const std::string_view column = std::string_view(name).substr(name.rfind('.') + 1);
+  return startsWithIgnoringCase(column, "Menu");
 }
 
 bool showsDrawing(const Window& window) {

@@ -114,6 +114,7 @@ bool Document::SaveAs(const Maybe<std::string>& file) const {
 
 Page Pages::Item(int index) const { return object<Page>(Member::Pages_Item, {whole(index)}); }
 Page Pages::Item(std::string_view name) const { return object<Page>(Member::Pages_ItemByName, {name}); }
+Page Pages::ItemU(std::string_view name) const { return object<Page>(Member::Pages_ItemU, {name}); }
 Page Pages::Add() const { return result<Page>(Member::Pages_Add); }
 std::vector<Page> Pages::all() const { return itemsOf<Page>(*this, 1); }
 
@@ -142,10 +143,12 @@ Shape Page::DropConnected(const Master& master, const Shape& target, int directi
 
 Master Masters::Item(int index) const { return object<Master>(Member::Masters_Item, {whole(index)}); }
 Master Masters::Item(std::string_view name) const { return object<Master>(Member::Masters_ItemByName, {name}); }
+Master Masters::ItemU(std::string_view name) const { return object<Master>(Member::Masters_ItemU, {name}); }
 std::vector<Master> Masters::all() const { return itemsOf<Master>(*this, 1); }
 
 Shape Shapes::Item(int index) const { return object<Shape>(Member::Shapes_Item, {whole(index)}); }
 Shape Shapes::Item(std::string_view name) const { return object<Shape>(Member::Shapes_ItemByName, {name}); }
+Shape Shapes::ItemU(std::string_view name) const { return object<Shape>(Member::Shapes_ItemU, {name}); }
 Shape Shapes::ItemFromID(int id) const { return object<Shape>(Member::Shapes_ItemFromID, {whole(id)}); }
 std::vector<Shape> Shapes::all() const { return itemsOf<Shape>(*this, 1); }
 

@@ -184,6 +184,8 @@ class Pages : public Handle {
   /// 1-based; background pages stand among the others.
   Page Item(int index) const;
   Page Item(std::string_view name) const;
+  /// By universal names first.
+  Page ItemU(std::string_view name) const;
   Maybe<int> Count() const { return integer(Member::Pages_Count); }
   Page Add() const;
   std::vector<Page> all() const;
@@ -197,6 +199,9 @@ class Page : public Handle {
   Maybe<std::string> Name() const { return text(Member::Page_Name); }
   /// Fails for an empty name and for one that another page of the document bears.
   bool SetName(const Maybe<std::string>& name) const { return putText(Member::Page_Name, name); }
+  /// The name that formulas and programs use in every language. A put of Name changes it too as long as they are one.
+  Maybe<std::string> NameU() const { return text(Member::Page_NameU); }
+  bool SetNameU(const Maybe<std::string>& name) const { return putText(Member::Page_NameU, name); }
   Maybe<bool> Background() const { return truth(Member::Page_Background); }
   bool SetBackground(Maybe<bool> background) const { return putValue(Member::Page_Background, background); }
   /// Null when the page has no background.
@@ -230,6 +235,8 @@ class Masters : public Handle {
 
   Master Item(int index) const;
   Master Item(std::string_view name) const;
+  /// By universal names first.
+  Master ItemU(std::string_view name) const;
   Maybe<int> Count() const { return integer(Member::Masters_Count); }
   std::vector<Master> all() const;
 };
@@ -240,6 +247,7 @@ class Master : public Handle {
   static constexpr ObjectKind kind = ObjectKind::Master;
 
   Maybe<std::string> Name() const { return text(Member::Master_Name); }
+  Maybe<std::string> NameU() const { return text(Member::Master_NameU); }
 };
 
 class Shapes : public Handle {
@@ -251,6 +259,8 @@ class Shapes : public Handle {
   Shape Item(int index) const;
   /// The first shape of that name in stacking order.
   Shape Item(std::string_view name) const;
+  /// By universal names first.
+  Shape ItemU(std::string_view name) const;
   /// A shape of the page or of its groups by its ID.
   Shape ItemFromID(int id) const;
   Maybe<int> Count() const { return integer(Member::Shapes_Count); }
@@ -269,6 +279,8 @@ class Shape : public Handle {
   Maybe<std::string> Name() const { return text(Member::Shape_Name); }
   /// Any text but the empty one; two shapes may bear one name.
   bool SetName(const Maybe<std::string>& name) const { return putText(Member::Shape_Name, name); }
+  Maybe<std::string> NameU() const { return text(Member::Shape_NameU); }
+  bool SetNameU(const Maybe<std::string>& name) const { return putText(Member::Shape_NameU, name); }
   /// With fields expanded.
   Maybe<std::string> Text() const { return text(Member::Shape_Text); }
   bool SetText(const Maybe<std::string>& value) const { return putText(Member::Shape_Text, value); }
@@ -359,6 +371,9 @@ class Row : public Handle {
   Maybe<std::string> Name() const { return text(Member::Row_Name); }
   /// Fails for a name that another row of the section bears and for one that is no cell name.
   bool SetName(const Maybe<std::string>& name) const { return putText(Member::Row_Name, name); }
+  /// The name that cells go by.
+  Maybe<std::string> NameU() const { return text(Member::Row_NameU); }
+  bool SetNameU(const Maybe<std::string>& name) const { return putText(Member::Row_NameU, name); }
   /// By column number; fails for a column that the section lacks.
   class Cell Cell(int column) const;
 };

@@ -64,6 +64,14 @@ class StoreText {
            std::to_string(static_cast<int>(value.unit()));
   }
 
+  /// Actions and controls without a name get one in packages, by their number.
+  static std::string nameOf(host::SectionNumber section, const host::Row& row) {
+    const bool getsName = section == host::SectionNumber::Action || section == host::SectionNumber::Control;
+    if (!row.key.isNamed()) return (getsName ? "Row_" : "") + std::to_string(row.key.index() + (getsName ? 1 : 0));
+    const std::string name(host::spelling(row.name));
+    return row.localName ? name + "(" + std::string(host::spelling(row.localName)) + ")" : name;
+  }
+
   std::string textLine(const host::TextBody& body) const {
     std::string text;
     for (const host::TextPiece& piece : body) {
@@ -96,8 +104,7 @@ class StoreText {
       if (section.deleted) add(name + " section " + std::to_string(static_cast<int>(section.number)) + " deleted");
       for (const host::Row& row : section.rows) {
         const std::string rowName =
-            name + " " + std::to_string(static_cast<int>(section.number)) + "." +
-            (row.key.isNamed() ? std::string(host::spelling(row.name)) : std::to_string(row.key.index()));
+            name + " " + std::to_string(static_cast<int>(section.number)) + "." + nameOf(section.number, row);
         if (row.type != 0 || row.deleted)
           // A row that only hides the master's has no kind of its own; a file may have to name one.
           add(rowName + (row.deleted ? " deleted" : " type " + std::to_string(row.type)));

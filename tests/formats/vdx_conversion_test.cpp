@@ -122,7 +122,7 @@ TEST(NewerDrawing, StandsInTheOlderFormatAsItWouldHaveSaidIt) {
            "<FaceName ID=\"1\" Name=\"Calibri\"/>",
            "<Font>1</Font>",
            "<User NameU=\"Kind\" ID=\"1\" Del=\"1\"/><User NameU=\"Other\" ID=\"2\" Del=\"1\"/>",
-           "<Prop NameU=\"Cost\" ID=\"1\"><Value Unit=\"STR\">5</Value></Prop>",
+           "<Prop NameU=\"Cost\" Name=\"Preis\" ID=\"1\"><Value Unit=\"STR\">5</Value></Prop>",
        })
     EXPECT_NE(xml.find(expected), std::string::npos) << expected;
   EXPECT_EQ(xml.find("OriginalID"), std::string::npos);

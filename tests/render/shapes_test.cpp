@@ -155,6 +155,43 @@ TEST(Shapes, BackgroundPagesComeFirstAndCirclesEnd) {
   EXPECT_TRUE(buildScene(drawing.store, {}).items.empty());
 }
 
+TEST(Shapes, FieldsOfABackgroundTellOfThePageInFront) {
+  Drawing drawing;
+  const auto back = drawing.store.addPage(drawing.document, "Back", 0);
+  const auto other = drawing.store.addPage(drawing.document, "Other", 1), front = drawing.page;
+  drawing.page = back;
+  const auto title = drawing.addRectangle(3, 1, 1, 1);
+  auto body = std::make_shared<host::TextBody>();
+  for (int field = 0; field < 3; ++field) {
+    const auto add = [&](const std::string& column, const std::string& formula, host::Value value) {
+      host::Cell& cell =
+          drawing.store.sheet(title)->local(*host::parseCellName("Fields." + column + "[" + std::to_string(field + 1) + "]"));
+      cell.formula = drawing.store.formulas().get(formula);
+      cell.value = std::move(value);
+    };
+    const char* const formulas[] = {"PAGENUMBER()", "PAGENAME()", "Width*2"};
+    add("Format", "0", host::Value::number(0));
+    add("Value", formulas[field], field == 1 ? host::Value::text("Back") : host::Value::number(0));
+    body->push_back({host::TextPiece::Field, field, {}});
+    body->push_back({host::TextPiece::Characters, 0, "|"});
+  }
+  drawing.store.sheet(title)->text = body;
+  drawing.store.page(back)->background = true;
+  const std::pair<host::PageId, std::string> cases[] = {
+      {other, "1|Other|0|"}, {front, "2|" + drawing.store.page(front)->name + "|0|"}, {back, "0|Back|0|"}};
+  for (const auto& [page, shown] : cases) {
+    if (page != back) drawing.store.page(page)->backPage = back;
+    const Scene scene = buildScene(drawing.store, page);
+    const auto texts = itemsOf<TextItem>(scene);
+    ASSERT_EQ(texts.size(), 1u);
+    std::string text;
+    for (const auto& line : texts[0]->layout->lines) {
+      for (const auto& run : line.runs) text += run.text;
+    }
+    EXPECT_EQ(text, shown);
+  }
+}
+
 TEST(Arrowheads, StandAtOpenEndsAndShortenTheLine) {
   Path line;
   line.moveTo({0, 0});

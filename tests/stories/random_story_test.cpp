@@ -67,7 +67,9 @@ class RandomStory : public testing::Test {
     const auto set = [&](host::SheetId sheet, const char* name, const std::string& formula, double inches = 0) {
       host::Cell& cell = store.sheet(sheet)->local(*host::parseCellName(name));
       cell.formula = store.formulas().get(formula);
-      cell.value = cell.formula->constant() ? *cell.formula->constant() : host::Value::number(inches);
+      const bool isLength = host::definitionOf(*host::parseCellName(name))->units == host::CellUnits::Length;
+      const host::Value given = host::Value::number(inches, isLength ? host::Unit::Inches : host::Unit::None);
+      cell.value = cell.formula->constant() ? *cell.formula->constant() : given;
     };
     for (const host::SheetId sheet : {group, member}) {
       set(sheet, "Width", "2 in");

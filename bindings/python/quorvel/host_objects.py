@@ -93,6 +93,7 @@ class Collection(Handle):
     _first = 1
     _by_number: int
     _by_name: int | None
+    _by_universal_name: int | None
     _count: int
 
     @property
@@ -109,7 +110,12 @@ class Collection(Handle):
                 return item
         raise HostError(f"{type(self).__name__}.Item", repr(self), f'there is nothing of the name "{index}"')
 
-    ItemU = __call__ = __getitem__ = Item
+    __call__ = __getitem__ = Item
+
+    def ItemU(self, index: int | str) -> Any:
+        if not isinstance(index, str) or self._by_universal_name is None:
+            return self.Item(index)
+        return self._get(self._by_universal_name, index)
 
     def __len__(self) -> int:
         return self._get(self._count)
@@ -388,6 +394,7 @@ def _build() -> None:
             by_name = own.get("Item" if swapped else "ItemByName")
             space |= {"_by_number": own["ItemByIndex" if swapped else "Item"][0], "_count": own["Count"][0]}
             space |= {"_by_name": by_name[0] if by_name else None, "_first": 0 if node.name == "Hyperlinks" else 1}
+            space |= {"_by_universal_name": own["ItemU"][0] if "ItemU" in own else None}
         if node.name == "Application":
             space["__slots__"] = ("_host", "_handlers", "__weakref__")
         made = type(node.name, (Collection if is_collection else Handle,), space)

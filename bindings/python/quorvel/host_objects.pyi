@@ -55,7 +55,7 @@ class Collection(Handle, Generic[Item_]):
     def Item(self, index: int | str) -> Item_:
         """The object of that number, or the first of that name in any letter case."""
     def ItemU(self, index: int | str) -> Item_:
-        """The same as Item: names have one form here."""
+        """The same, but by universal names first where pages, masters and shapes have one of their own."""
     def __call__(self, index: int | str) -> Item_:
         """The same as Item."""
     def __getitem__(self, index: int | str) -> Item_:
@@ -269,14 +269,13 @@ class Page(Handle):
     """A page of a drawing."""
 
     Name: str
-    """Unique in the document, and not empty."""
+    """As people read it: unique in the document, and not empty."""
+    NameU: str
+    """The universal name, which formulas use in every language. A put of Name changes it too as long as they are one."""
     Background: bool
     """Whether it is a background page."""
     BackPage: Page | None
     """The background page behind it."""
-    @property
-    def NameU(self) -> str:
-        """The same as Name."""
     @property
     def Document(self) -> _h.Document:
         """The document that holds it."""
@@ -324,7 +323,7 @@ class Master(Handle):
         """The name, such as "Task"."""
     @property
     def NameU(self) -> str:
-        """The same as Name."""
+        """The universal name, which is the same in every language."""
 
 class Shapes(Collection[Shape]):
     """The shapes of a page or a group, the lowest first."""
@@ -337,6 +336,8 @@ class Shape(Handle):
 
     Name: str
     """Any text but the empty one; two shapes may bear one name. A Task's name is its Task ID."""
+    NameU: str
+    """The universal name, which formulas use in every language. A put of Name changes it too as long as they are one."""
     Text: str
     """The text with its fields expanded."""
     Data1: str
@@ -353,9 +354,6 @@ class Shape(Handle):
     @property
     def NameID(self) -> str:
         """"Sheet." and the ID."""
-    @property
-    def NameU(self) -> str:
-        """The same as Name."""
     @property
     def Master(self) -> _h.Master | None:
         """The master that it is an instance of; None for a drawn shape."""
@@ -467,7 +465,9 @@ class Row(Handle):
     """A row of a section."""
 
     Name: str
-    """The row's name; a new one must be free and fit for a cell name."""
+    """The row's name as people read it; a new one must be free and fit for a cell name."""
+    NameU: str
+    """The universal name, by which cells are named. A put of Name changes it too as long as they are one."""
     def Cell(self, column: int) -> _h.Cell:
         """The cell in that column, counted from 0."""
 

@@ -178,6 +178,8 @@ void readRow(FileState& state, host::Sheet& sheet, pugi::xml_node node, Vocabula
   Row& row = rowOf(state, sheet.id, section,
                    name.empty() ? RowKey::index(static_cast<std::uint32_t>(index)) : RowKey::named(atom));
   row.name = atom;
+  const std::string_view shown = node.attribute("Name").value();
+  row.localName = name.empty() || shown.empty() || shown == name ? host::Atom{} : host::intern(shown);
   if (const pugi::xml_attribute deleted = node.attribute("Del")) row.deleted = truth(deleted.value());
   if (vocabulary == Vocabulary::Core && (!name.empty() || node.attribute("ID"))) keepAttributes(row, node);
   if (localName(node) == "ConnectionABCD") {

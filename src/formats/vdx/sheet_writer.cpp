@@ -83,7 +83,8 @@ const AttributeList* attributesOf(const Row& row, SectionNumber section) {
   std::string name = value("NameU");
   if (name.empty()) name = value("Name");
   if (name.empty() && namesItsRows(section)) name = "Row_" + value("ID");
-  return RowKey::named(host::intern(name)) == row.key ? &carry->olderAttributes : nullptr;
+  const bool sameLocal = value("Name").empty() || value("Name") == host::spelling(row.localName ? row.localName : row.name);
+  return sameLocal && RowKey::named(host::intern(name)) == row.key ? &carry->olderAttributes : nullptr;
 }
 
 int carriedId(const Row& row, SectionNumber section) {
@@ -251,6 +252,7 @@ void SheetWriter::row(XmlWriter& writer, const Row& row, SectionNumber section, 
     writeAttributes(writer, *attributes);
   } else if (row.key.isNamed()) {
     writer.attribute("NameU", host::spelling(row.name ? row.name : row.key.name()));
+    if (row.localName) writer.attribute("Name", host::spelling(row.localName));
     writer.attribute("ID", ids.at(row.key.packed()));
   } else {
     // Named rows have numbers from 1 and no index.

@@ -159,6 +159,8 @@ void readRow(ReadState& state, pugi::xml_node node, Section& section, RowFinder&
     if ((which == "N" && !geometry) || (which == "IX" && name.empty())) continue;
     if (which == "Del") {
       row.deleted = truth(attribute.value());
+    } else if (which == "LocalName" && !name.empty() && attribute.value() != name && *attribute.value()) {
+      row.localName = host::intern(attribute.value());
     } else if (which == "T" && geometry && rowTagOf(attribute.value()) != 0) {
       row.type = rowTagOf(attribute.value());
     } else {

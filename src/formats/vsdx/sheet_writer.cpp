@@ -23,18 +23,29 @@ void writeCells(XmlWriter& writer, SectionNumber section, const Row& row) {
   for (const auto& [column, cell] : row.cells) writeCellElement(writer, {section, row.key, column}, cell, carry);
 }
 
-void writeRow(XmlWriter& writer, SectionNumber section, const Row& row) {
+/// The name of a row without one in sections whose rows have names in all files; formulas that say a number mean the row
+/// at that place. Empty in others, and when another row has the name.
+std::string nameInFile(const Section& section, const Row& row) {
+  if (section.number != SectionNumber::Action && section.number != SectionNumber::Control) return {};
+  const std::string name = "Row_" + std::to_string(row.key.index() + 1);
+  return section.find(host::RowKey::named(host::intern(name))) ? std::string() : name;
+}
+
+void writeRow(XmlWriter& writer, const Section& section, const Row& row) {
   const CarriedRow* const carry = carried<CarriedRow>(row.extras);
   writer.start("Row");
   if (row.key.isNamed()) {
     writer.attribute("N", host::spelling(row.name ? row.name : row.key.name()));
+    if (row.localName) writer.attribute("LocalName", host::spelling(row.localName));
+  } else if (const std::string name = nameInFile(section, row); !name.empty()) {
+    writer.attribute("N", name);
   } else {
     writer.attribute("IX", static_cast<long>(row.key.index()));
   }
   if (const std::string_view type = rowTypeName(row.type); !type.empty()) writer.attribute("T", type);
   if (row.deleted) writer.attribute("Del", "1");
   if (carry) writeAttributes(writer, carry->attributes);
-  writeCells(writer, section, row);
+  writeCells(writer, section.number, row);
   if (carry) writer.raw(carry->contents);
   writer.end();
 }
@@ -254,7 +265,7 @@ void writeSection(XmlWriter& writer, const Section& section) {
   }
   if (carry) writer.raw(carry->contents);
   for (const Row& row : section.rows) {
-    if (!geometry || row.key != host::RowKey::index(0)) writeRow(writer, section.number, row);
+    if (!geometry || row.key != host::RowKey::index(0)) writeRow(writer, section, row);
   }
   writer.end();
 }

@@ -14,10 +14,11 @@ namespace {
 
 std::uint64_t rowPart(SectionNumber section, RowKey row) { return (std::uint64_t(section) << 32) | row.packed(); }
 
-std::string rowNameOf(const Store& store, const CellAddress& cell) {
+std::string rowNameOf(const Store& store, const CellAddress& cell, NameKind kind = NameKind::Universal) {
   if (!cell.key.row.isNamed()) return {};
   for (const RowView& row : rowsOf(store, cell.sheet, cell.key.section)) {
-    if (row.key == cell.key.row) return std::string(spelling(row.name));
+    if (row.key != cell.key.row) continue;
+    return std::string(spelling(kind == NameKind::Local && row.localName ? row.localName : row.name));
   }
   return {};
 }
@@ -37,7 +38,9 @@ Maybe<Variant> InMemoryHost::getSectionOrRow(const ObjectRef& object, Member mem
   const auto section = static_cast<SectionNumber>(object.part >> 32);
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
   if (!rowExists(engine_.store, sheet, section, row, false)) return refuse("the row is gone");
-  if (member == Member::Row_Name) return Variant(rowNameOf(engine_.store, {sheet, {section, row, 0}}));
+  if (member == Member::Row_Name || member == Member::Row_NameU)
+    return Variant(rowNameOf(engine_.store, {sheet, {section, row, 0}},
+                             member == Member::Row_Name ? NameKind::Local : NameKind::Universal));
   const int column = integerAt(arguments, 0).or_(-1);
   const CellKey key{section, row, static_cast<Column>(column)};
   if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuse("the section has no such column");
@@ -46,12 +49,13 @@ Maybe<Variant> InMemoryHost::getSectionOrRow(const ObjectRef& object, Member mem
 
 bool InMemoryHost::putRow(const ObjectRef& object, Member member, const Argument& value) {
   const Maybe<std::string_view> name = textOfArgument(value);
-  if (member != Member::Row_Name || !name) {
+  if ((member != Member::Row_Name && member != Member::Row_NameU) || !name) {
     refuse("the property can't be put so");
     return false;
   }
   return settle(renameRow(engine_, SheetId{object.id}, static_cast<SectionNumber>(object.part >> 32),
-                          RowKey::fromPacked(static_cast<std::uint32_t>(object.part)), *name));
+                          RowKey::fromPacked(static_cast<std::uint32_t>(object.part)), *name,
+                          member == Member::Row_Name ? NameKind::Local : NameKind::Universal));
 }
 
 Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arguments arguments) {

@@ -206,8 +206,9 @@ Maybe<Variant> InMemoryHost::callDocument(DocumentId id, Member member, Argument
 Maybe<Variant> InMemoryHost::getPages(DocumentId id, Member member, Arguments arguments) {
   const auto& pages = engine_.store.document(id)->pages;
   if (member == Member::Pages_Count) return Variant(static_cast<std::int64_t>(pages.size()));
-  if (member == Member::Pages_ItemByName) {
-    const PageId page = engine_.store.pageNamed(id, textAt(arguments, 0).or_(""));
+  if (member == Member::Pages_ItemByName || member == Member::Pages_ItemU) {
+    const NameKind kind = member == Member::Pages_ItemU ? NameKind::Universal : NameKind::Local;
+    const PageId page = engine_.store.pageNamed(id, textAt(arguments, 0).or_(""), kind);
     if (!page) return refuse("no page of this name");
     return Variant(refTo(ObjectKind::Page, page.value));
   }
@@ -219,8 +220,9 @@ Maybe<Variant> InMemoryHost::getPages(DocumentId id, Member member, Arguments ar
 Maybe<Variant> InMemoryHost::getMasters(DocumentId id, Member member, Arguments arguments) {
   const auto& masters = engine_.store.document(id)->masters;
   if (member == Member::Masters_Count) return Variant(static_cast<std::int64_t>(masters.size()));
-  if (member == Member::Masters_ItemByName) {
-    const MasterId master = engine_.store.masterNamed(id, textAt(arguments, 0).or_(""));
+  if (member == Member::Masters_ItemByName || member == Member::Masters_ItemU) {
+    const NameKind kind = member == Member::Masters_ItemU ? NameKind::Universal : NameKind::Local;
+    const MasterId master = engine_.store.masterNamed(id, textAt(arguments, 0).or_(""), kind);
     if (!master) return refuse("no master of this name");
     return Variant(refTo(ObjectKind::Master, master.value));
   }
@@ -234,6 +236,8 @@ Maybe<Variant> InMemoryHost::getPage(PageId id, Member member) {
   switch (member) {
     case Member::Page_Name:
       return Variant(page.name);
+    case Member::Page_NameU:
+      return Variant(page.universalName);
     case Member::Page_Background:
       return Variant(page.background);
     case Member::Page_BackPage:
@@ -256,7 +260,9 @@ Maybe<Variant> InMemoryHost::getPage(PageId id, Member member) {
 bool InMemoryHost::putPage(PageId id, Member member, const Argument& value) {
   switch (member) {
     case Member::Page_Name:
-      return settle(renamePage(engine_, id, textOfArgument(value).or_("")));
+    case Member::Page_NameU:
+      return settle(renamePage(engine_, id, textOfArgument(value).or_(""),
+                               member == Member::Page_Name ? NameKind::Local : NameKind::Universal));
     case Member::Page_Background: {
       const Maybe<double> background = numberOf(value);
       if (!background) break;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "base/xml_characters.h"
 #include "host/commands/route_connectors.h"
 
 namespace quorvel::host {
@@ -137,6 +138,31 @@ bool InMemoryHost::admits(const ObjectRef& object, Member member) {
   return true;
 }
 
+bool InMemoryHost::admitsTexts(const ObjectRef& object, Arguments arguments) {
+  switch (object.kind) {
+    case ObjectKind::Page:
+    case ObjectKind::Shape:
+    case ObjectKind::Characters:
+    case ObjectKind::Row:
+    case ObjectKind::Cell:
+    case ObjectKind::Layers:
+    case ObjectKind::Hyperlink:
+      break;
+    default:
+      return true;  // what is written there is kept in no drawing
+  }
+  for (const Argument& argument : arguments) {
+    const auto* const text = std::get_if<std::string_view>(&argument);
+    const std::optional<char32_t> character = text ? firstOutsideXml(*text) : std::nullopt;
+    if (!character) continue;
+    char number[16];
+    std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(*character));
+    refuse(std::string("the text has the character ") + number + ", which no drawing file can hold");
+    return false;
+  }
+  return true;
+}
+
 Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Arguments arguments) {
   const Current current(*this, object, member);
   if (!admits(object, member)) return {};
@@ -152,7 +178,8 @@ Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Argumen
     case ObjectKind::Masters:
       return getMasters(DocumentId{object.id}, member, arguments);
     case ObjectKind::Master:
-      return Variant(engine_.store.master(MasterId{object.id})->name);
+      return Variant(member == Member::Master_NameU ? engine_.store.master(MasterId{object.id})->universalName
+                                                    : engine_.store.master(MasterId{object.id})->name);
     case ObjectKind::Page:
       return getPage(PageId{object.id}, member);
     case ObjectKind::Shapes:
@@ -187,7 +214,7 @@ Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Argumen
 bool InMemoryHost::put(const ObjectRef& object, Member member, Arguments indices, const Argument& value) {
   const Current current(*this, object, member);
   const Nesting nesting(nesting_);
-  if (!admits(object, member)) return false;
+  if (!admits(object, member) || !admitsTexts(object, {&value, 1})) return false;
   if (nesting.tooDeep()) {
     refuse("calls inside calls are nested too deeply");
     return false;
@@ -217,7 +244,7 @@ bool InMemoryHost::put(const ObjectRef& object, Member member, Arguments indices
 Maybe<Variant> InMemoryHost::call(const ObjectRef& object, Member member, Arguments arguments) {
   const Current current(*this, object, member);
   const Nesting nesting(nesting_);
-  if (!admits(object, member)) return {};
+  if (!admits(object, member) || !admitsTexts(object, arguments)) return {};
   if (nesting.tooDeep()) return refuse("calls inside calls are nested too deeply");
   switch (object.kind) {
     case ObjectKind::Application:

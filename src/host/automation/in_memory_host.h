@@ -77,6 +77,8 @@ class InMemoryHost : public Backend {
   class Current;
   /// Refuses a member that the object lacks and an object that is gone.
   bool admits(const ObjectRef& object, Member member);
+  /// Refuses a text for the drawing that no file could hold.
+  bool admitsTexts(const ObjectRef& object, Arguments arguments);
   /// The document, page and shape at hand still live; a page that is out of its document counts as gone.
   bool alive(const ObjectRef& object) const;
   /// Shapes of the snapshot as its iteration mode lists them.

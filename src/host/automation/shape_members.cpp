@@ -28,12 +28,11 @@ Maybe<Variant> InMemoryHost::getShapes(const ObjectRef& object, Member member, A
       if (index < 1 || index > static_cast<int>(shapes.size())) return refuse("the index lies outside 1 to Count");
       return found(shapes[static_cast<std::size_t>(index) - 1]);
     }
-    case Member::Shapes_ItemByName: {
-      const std::string_view name = textAt(arguments, 0).or_("");
-      for (const SheetId id : shapes) {
-        if (equalIgnoringCase(store.shapeName(*store.sheet(id)), name)) return found(id);
-      }
-      return refuse("no shape of this name");
+    case Member::Shapes_ItemByName:
+    case Member::Shapes_ItemU: {
+      const NameKind kind = member == Member::Shapes_ItemU ? NameKind::Universal : NameKind::Local;
+      const SheetId id = store.shapeNamed(shapes, textAt(arguments, 0).or_(""), kind);
+      return id ? Maybe<Variant>(found(id)) : refuse("no shape of this name");
     }
     case Member::Shapes_ItemFromID: {
       const Page* home = page ? page : store.page(store.sheet(SheetId{object.id})->page);
@@ -48,13 +47,13 @@ Maybe<Variant> InMemoryHost::getShapes(const ObjectRef& object, Member member, A
 }
 
 Maybe<Variant> InMemoryHost::cellNamed(SheetId sheet, std::string_view name, Member member) {
-  const Maybe<CellKey> key = parseCellName(name);
-  if (!key) return refuse("\"" + std::string(name) + "\" is no cell name");
-  const CellAddress cell{sheet, *key};
-  if (!cellExists(engine_.store, sheet, *key, false) && !isFieldToBe(engine_, cell))
+  const Maybe<CellKey> parsed = parseCellName(name);
+  if (!parsed) return refuse("\"" + std::string(name) + "\" is no cell name");
+  const CellKey key = member == Member::Shape_CellsU ? keyOnSheet(engine_.store, sheet, *parsed)
+                                                     : keyByLocalName(engine_.store, sheet, *parsed);
+  if (!cellExists(engine_.store, sheet, key, false) && !isFieldToBe(engine_, {sheet, key}))
     return refuse("the cell \"" + std::string(name) + "\" does not exist");
-  (void)member;
-  return Variant(refTo(ObjectKind::Cell, sheet.value, key->packed()));
+  return Variant(refTo(ObjectKind::Cell, sheet.value, key.packed()));
 }
 
 Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments arguments) {
@@ -67,6 +66,8 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
       return Variant("Sheet." + std::to_string(sheet.isShape() ? sheet.shapeId : 0));
     case Member::Shape_Name:
       return Variant(store.shapeName(sheet));
+    case Member::Shape_NameU:
+      return Variant(store.shapeName(sheet, NameKind::Universal));
     case Member::Shape_Text:
       return Variant(shownText(store, id));
     case Member::Shape_Data1:
@@ -116,7 +117,7 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
     }
     case Member::Shape_CellExists: {
       const Maybe<CellKey> key = parseCellName(textAt(arguments, 0).or_(""));
-      return Variant(key && cellExists(store, id, *key, integerAt(arguments, 1).or_(0) != 0));
+      return Variant(key && cellExists(store, id, keyByLocalName(store, id, *key), integerAt(arguments, 1).or_(0) != 0));
     }
     case Member::Shape_RowCount:
       return Variant(static_cast<std::int64_t>(
@@ -168,7 +169,9 @@ bool InMemoryHost::putShape(SheetId id, Member member, Arguments indices, const 
   }
   switch (member) {
     case Member::Shape_Name:
-      return settle(renameShape(engine_, id, *text));
+      return settle(renameShape(engine_, id, *text, NameKind::Local));
+    case Member::Shape_NameU:
+      return settle(renameShape(engine_, id, *text, NameKind::Universal));
     case Member::Shape_Text:
       return settle(setText(engine_, id, *text));
     case Member::Shape_Data1:

@@ -34,6 +34,7 @@ SheetId localStyle(Engine& engine, DocumentId document, SheetId styleId) {
     number = std::max(number, store.sheet(other)->shapeId + 1);
   const SheetId made = store.addStyle(document, number, name);
   store.sheet(made)->sections = store.sheet(styleId)->sections;
+  store.sheet(made)->universalName = store.sheet(styleId)->universalName;
   const auto parent = [&](SheetId Sheet::*member) {
     const SheetId source = store.sheet(styleId)->*member;
     if (source && source != styleId) store.sheet(made)->*member = localStyle(engine, document, source);
@@ -73,13 +74,16 @@ void renumberReferences(Store& store, const SheetMap& copies) {
         for (auto& [column, cell] : row.cells) {
           if (!cell.formula) continue;
           bool touched = false;
-          const std::string text = cell.formula->textWithIds([&](int id) {
-            const auto source = page->byShapeId.find(id);
-            if (source == page->byShapeId.end()) return id;
-            const auto copy = copies.find(source->second);
-            if (copy == copies.end()) return id;
+          const std::string text = cell.formula->textWithIds([&](const Reference& reference) {
+            // A copy has no name, so what is named becomes a number.
+            const bool named = reference.scope == ReferenceScope::NamedShape;
+            const auto source = page->byShapeId.find(reference.shapeId);
+            const auto copy = copies.find(named ? resolveShapeName(store, from, from, reference)
+                                          : source == page->byShapeId.end() ? SheetId{}
+                                                                            : source->second);
+            if (copy == copies.end()) return -1;
             const int renumbered = store.sheet(copy->second)->shapeId;
-            touched |= renumbered != id;
+            touched |= named || renumbered != reference.shapeId;
             return renumbered;
           });
           if (touched) cell.formula = store.formulas().get(text);
@@ -113,6 +117,7 @@ MasterId copyMaster(Engine& engine, DocumentId document, MasterId source) {
   const MasterId made = store.addMaster(document, name);
   Master& target = *store.master(made);
   const Master& from = *store.master(source);
+  if (name == from.name && !store.masterNamed(document, from.universalName)) target.universalName = from.universalName;
   target.uniqueId = from.uniqueId;
   target.baseId = from.baseId;
   target.prompt = from.prompt;

@@ -63,6 +63,72 @@ void tellWindow(Engine& engine) {
   engine.events.raise([&](ApplicationEvents& listener) { listener.WindowActivated(engine.handle(window)); });
 }
 
+/// Values that follow the time of the last save. They are brought up to date before the file is written, which tells of
+/// its own save, and taken back when it could not be written.
+class LastSaveValues {
+ public:
+  LastSaveValues(Engine& engine, DocumentId document);
+  void takeBack();
+
+ private:
+  void tell(const std::vector<CellAddress>& cells);
+  Engine& engine_;
+  std::vector<std::pair<CellAddress, std::optional<Cell>>> before_;
+};
+
+/// Formulas that tell when the document was last saved.
+std::vector<CellAddress> tellingLastSave(const Store& store, const Document& document) {
+  std::vector<SheetId> sheets{document.sheet};
+  const auto addPage = [&](PageId id) {
+    const Page& page = *store.page(id);
+    sheets.push_back(page.sheet);
+    for (const SheetId top : page.shapes) {
+      for (const SheetId each : store.subtree(top)) sheets.push_back(each);
+    }
+  };
+  for (const MasterId master : document.masters) addPage(store.master(master)->contents);
+  for (const PageId page : document.pages) addPage(page);
+  std::vector<CellAddress> cells;
+  for (const SheetId id : sheets) {
+    for (const Section& section : store.sheet(id)->sections) {
+      for (const Row& row : section.rows) {
+        for (const auto& [column, cell] : row.cells) {
+          if (cell.formula && cell.formula->isVolatile() && containsIgnoringCase(cell.formula->text(), "DOCLASTSAVE"))
+            cells.push_back({id, {section.number, row.key, column}});
+        }
+      }
+    }
+  }
+  return cells;
+}
+
+LastSaveValues::LastSaveValues(Engine& engine, DocumentId document) : engine_(engine) {
+  const std::vector<CellAddress> telling = tellingLastSave(engine.store, *engine.store.document(document));
+  if (telling.empty()) return;
+  tell(engine.recalculator.run(telling, {}, [this](const CellAddress& cell, const Value& value) {
+    const Cell* const held = engine_.store.sheet(cell.sheet)->findLocal(cell.key);
+    before_.emplace_back(cell, held ? std::optional<Cell>(*held) : std::nullopt);
+    engine_.edit.setValue(cell, value);
+  }));
+}
+
+void LastSaveValues::takeBack() {
+  std::vector<CellAddress> changed;
+  for (auto& [cell, held] : before_) {
+    if (!engine_.store.sheet(cell.sheet)) continue;
+    engine_.edit.setCell(cell, std::move(held));
+    changed.push_back(cell);
+  }
+  tell(changed);
+}
+
+void LastSaveValues::tell(const std::vector<CellAddress>& cells) {
+  for (const CellAddress& cell : cells) {
+    if (engine_.store.sheet(cell.sheet))
+      engine_.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine_.handle(cell)); });
+  }
+}
+
 }  // namespace
 
 DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
@@ -147,9 +213,13 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
   const DocumentProperties before = document->properties;
   document->properties.timeSaved = nowUtc();
   if (document->properties.timeCreated.empty()) document->properties.timeCreated = document->properties.timeSaved;
+  LastSaveValues lastSave(engine, id);
+  document = engine.store.document(id);
+  if (!document) return Outcome::refused("the document was closed while it was saved");
   const Outcome written = writeCopy(engine, id, target);
   if (!written) {
     document->properties = before;
+    lastSave.takeBack();
     return written;
   }
   placeDocument(*document, target);

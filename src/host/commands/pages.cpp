@@ -77,15 +77,15 @@ Outcome deletePage(Engine& engine, PageId id) {
   return Outcome::done();
 }
 
-Outcome renamePage(Engine& engine, PageId id, std::string_view name) {
+Outcome renamePage(Engine& engine, PageId id, std::string_view name, NameKind kind) {
   const Page* page = engine.store.page(id);
   if (!page || page->master) return Outcome::refused("the page is gone");
   if (trimmed(name).empty()) return Outcome::refused("a page's name can't be empty");
-  if (page->name == name) return Outcome::done();
+  if ((kind == NameKind::Local ? page->name : page->universalName) == name) return Outcome::done();
   const PageId other = engine.store.pageNamed(page->document, name);
   if (other && other != id) return Outcome::refused("another page bears this name");
   CommandScope scope(engine, page->document, "Page name");
-  engine.edit.setPageFields(id, [&](PageFields& fields) { fields.name = fields.universalName = std::string(name); });
+  engine.edit.setPageFields(id, [&](PageFields& fields) { rename(fields.name, fields.universalName, name, kind); });
   recalculatePlace(engine, id);
   tellChanged(engine, id);
   scope.commit();
@@ -98,6 +98,9 @@ Outcome setBackground(Engine& engine, PageId id, bool background) {
   if (page->background == background) return Outcome::done();
   CommandScope scope(engine, page->document, "Page kind");
   engine.edit.setPageFields(id, [&](PageFields& fields) { fields.background = background; });
+  for (const PageId each : std::vector<PageId>(engine.store.document(page->document)->pages)) {
+    if (engine.store.page(each)) recalculatePlace(engine, each);
+  }
   tellChanged(engine, id);
   scope.commit();
   return Outcome::done();

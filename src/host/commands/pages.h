@@ -12,7 +12,8 @@ PageId addPage(Engine& engine, DocumentId document);
 /// Refused for the last page of a drawing.
 Outcome deletePage(Engine& engine, PageId page);
 /// Refused for an empty name and for one that another page bears in any letter case. PageChanged is told.
-Outcome renamePage(Engine& engine, PageId page, std::string_view name);
+/// Both names as long as they are one; else that of the kind.
+Outcome renamePage(Engine& engine, PageId page, std::string_view name, NameKind kind);
 Outcome setBackground(Engine& engine, PageId page, bool background);
 /// `background` null: none. Refused for a page that is no background.
 Outcome setBackPage(Engine& engine, PageId page, PageId background);

@@ -31,6 +31,19 @@ bool hasNamedRows(SectionNumber section) {
   }
 }
 
+/// True when the sheet or one that it inherits from has a row for which `fits` holds, hidden ones included.
+template <class Fits>
+bool isHeld(const Store& store, SheetId id, SectionNumber number, Fits fits) {
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    const Section* section = sheet ? sheet->find(number) : nullptr;
+    if (section && std::any_of(section->rows.begin(), section->rows.end(), [&](const Row& row) { return fits(row.key); }))
+      return true;
+    id = sheet ? sheet->prototype : SheetId{};
+  }
+  return false;
+}
+
 RowOutcome refusedRow(std::string reason) { return {Outcome::refused(std::move(reason)), -1, {}}; }
 
 /// A new row is announced by its own cell, as a write to it would be.
@@ -76,6 +89,7 @@ void coverInheritedCells(const Store& store, SheetId sheet, SectionNumber sectio
     Cell& cell = row.at(definition.column);
     cell.noFormula = true;
     if (definition.units == CellUnits::Text) cell.value = Value::text("");
+    if (definition.units == CellUnits::Length) cell.value = Value::number(0, Unit::Inches);
   }
 }
 
@@ -185,11 +199,17 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   CommandScope scope(engine, sheet->document, "Row");
   Row row;
   row.type = static_cast<std::uint8_t>(geometry ? tag : 0);
-  if (section == SectionNumber::Hyperlink) {
-    // The host names these rows itself.
+  const auto named = std::count_if(rows.begin(), rows.end(), [](const RowView& one) { return one.key.isNamed(); });
+  const bool startsNamed = section == SectionNumber::Action || section == SectionNumber::Control;
+  if (section == SectionNumber::Hyperlink || (hasNamedRows(section) && named > 0) || 
+      (startsNamed && !isHeld(engine.store, id, section, [](RowKey key) { return !key.isNamed(); }))) {
+    // The host names these rows itself. Files give rows with a number the name of that number.
     for (int n = static_cast<int>(rows.size()) + 1;; ++n) {
       row.name = intern("Row_" + std::to_string(n));
-      if (!rowExists(engine.store, id, section, RowKey::named(row.name), false)) break;
+      const RowKey wanted = RowKey::named(row.name), numbered = RowKey::index(static_cast<std::uint32_t>(n) - 1);
+      const bool taken = rowExists(engine.store, id, section, wanted, false) ||
+                         isHeld(engine.store, id, section, [&](RowKey key) { return key == numbered; });
+      if (!taken) break;
     }
     row.key = RowKey::named(row.name);
   } else {
@@ -198,7 +218,11 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   }
   const RowKey key = row.key;
   if (unhide(engine, id, section, key)) coverInheritedCells(engine.store, id, section, row);
-  engine.edit.insertRow(id, section, placeForRow(*sheet, section, key), std::move(row));
+  std::size_t where = placeForRow(*sheet, section, key);
+  const bool isInserted = key.isNamed() && place >= 0 && place < static_cast<int>(rows.size());
+  if (isInserted && sheet->find(section, rows[static_cast<std::size_t>(place)].key))
+    where = localPlace(*sheet, section, rows[static_cast<std::size_t>(place)].key);
+  engine.edit.insertRow(id, section, where, std::move(row));
   tellRowAdded(engine, id, section, key);
   scope.commit();
   return {Outcome::done(), placeOf(engine.store, id, section, key), key};
@@ -254,19 +278,30 @@ Outcome deleteSection(Engine& engine, SheetId id, int number) {
   return Outcome::done();
 }
 
-Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key, std::string_view name) {
+Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key, std::string_view name,
+                  NameKind kind) {
   const Sheet* sheet = engine.store.sheet(id);
   if (!sheet || !rowExists(engine.store, id, section, key, false)) return Outcome::refused("no such row");
   if (!hasNamedRows(section)) return Outcome::refused("the section has no named rows");
   if (!isRowName(name)) return Outcome::refused("the name can't name a row");
   const Atom atom = intern(name);
+  const Row* const local = sheet->find(section, key);
+  if (kind == NameKind::Local && local && local->localName) {
+    CommandScope scope(engine, sheet->document, "Rename row");
+    engine.edit.setRowHead(id, section, localPlace(*sheet, section, key), key, local->name, local->type, atom);
+    scope.commit();
+    return Outcome::done();
+  }
   const RowKey renamed = RowKey::named(atom);
   if (renamed != key && rowExists(engine.store, id, section, renamed, false))
     return Outcome::refused("another row bears this name");
   if (!sheet->find(section, key)) return Outcome::refused("the row belongs to the master");
   CommandScope scope(engine, sheet->document, "Rename row");
   const std::size_t place = localPlace(*sheet, section, key);
-  engine.edit.setRowHead(id, section, place, renamed, atom, sheet->find(section)->rows[place].type);
+  // A universal name of its own leaves the one that people read.
+  const bool parts = kind == NameKind::Universal && local->name && !local->localName;
+  engine.edit.setRowHead(id, section, place, renamed, atom, local->type,
+                         parts ? std::optional<Atom>(local->name) : std::nullopt);
   engine.recalculateAndTell({}, cellsOf(id, section, renamed));
   scope.commit();
   return Outcome::done();

@@ -24,7 +24,9 @@ RowOutcome addRow(Engine& engine, SheetId sheet, int section, int place, int tag
 /// goes with its component row, place 0.
 Outcome deleteRow(Engine& engine, SheetId sheet, int section, int place);
 Outcome deleteSection(Engine& engine, SheetId sheet, int section);
-Outcome renameRow(Engine& engine, SheetId sheet, SectionNumber section, RowKey row, std::string_view name);
+/// Both names as long as they are one; else that of the kind. Cells go by the universal one.
+Outcome renameRow(Engine& engine, SheetId sheet, SectionNumber section, RowKey row, std::string_view name,
+                  NameKind kind);
 Outcome setRowType(Engine& engine, SheetId sheet, int section, int place, int tag);
 
 /// The row at the 0-based place (for Geometry, row 0 is the component row and vertices follow); nothing outside.

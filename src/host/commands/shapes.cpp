@@ -205,12 +205,12 @@ Outcome deleteShape(Engine& engine, SheetId id) {
   return Outcome::done();
 }
 
-Outcome renameShape(Engine& engine, SheetId id, std::string_view name) {
+Outcome renameShape(Engine& engine, SheetId id, std::string_view name, NameKind kind) {
   const Sheet* shape = engine.store.sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes bear a name");
   if (name.empty()) return Outcome::refused("a name can't be empty");
   CommandScope scope(engine, shape->document, "Name");
-  engine.edit.setFields(id, [&](SheetFields& fields) { fields.name = fields.universalName = std::string(name); });
+  engine.edit.setFields(id, [&](SheetFields& fields) { rename(fields.name, fields.universalName, name, kind); });
   scope.commit();
   return Outcome::done();
 }

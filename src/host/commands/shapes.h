@@ -26,7 +26,8 @@ ShapeOutcome duplicateShape(Engine& engine, SheetId shape);
 
 /// BeforeShapeDelete is told first. Refused while LockDelete is 1.
 Outcome deleteShape(Engine& engine, SheetId shape);
-Outcome renameShape(Engine& engine, SheetId shape, std::string_view name);
+/// Both names as long as they are one; else that of the kind.
+Outcome renameShape(Engine& engine, SheetId shape, std::string_view name, NameKind kind);
 Outcome setData(Engine& engine, SheetId shape, int which, std::string_view text);
 Outcome applyStyle(Engine& engine, SheetId shape, std::string_view name);
 Outcome bringForward(Engine& engine, SheetId shape, bool toFront);

@@ -28,7 +28,7 @@ Maybe<Cell> contentFor(Engine& engine, const CellAddress& cell, std::string_view
   Cell content;
   if (formula.empty() || equalIgnoringCase(formula, "No Formula")) {
     content.noFormula = true;
-    if (isText(engine, cell)) content.value = Value::text("");
+    content.value = isText(engine, cell) ? Value::text("") : fitToCell(engine.store, cell, Value());
     return content;
   }
   FormulaPtr parsed = engine.store.formulas().get(formula);

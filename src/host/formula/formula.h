@@ -28,14 +28,17 @@ enum class ReferenceScope : std::uint8_t {
 
 struct Reference {
   ReferenceScope scope = ReferenceScope::ThisSheet;
-  int shapeId = 0;        ///< for Shape, and for Page with a shape behind it (0: the page's sheet)
-  std::string name;       ///< shape, page, style or master name
+  /// Of a Shape, also behind a page or a master (0: the page's sheet). With a name: the number at its end, which may be
+  /// part of the name ("Box.2") or the ID of a shape that is only called "Box"; 0 for none.
+  int shapeId = 0;
+  std::string name;       ///< shape, page, style or master name, as written
   std::string innerName;  ///< shape's name behind a page or a master: "Shaft" in Masters[Gear]!Shaft!Width
   CellKey cell;           ///< null when the cell name could not be read: a reference to nothing
   std::string cellText;   ///< the cell name as written
   /// Read but not watched: what SETATREF and its like write to, and where a dependency would be a circle by design.
   bool watched = true;
-  /// Where the shape's number stands in the source, for rewriting "Sheet.5!" in a copy; length 0 when there is none.
+  /// Where a Shape's number or a NamedShape's name stands in the source, for rewriting it in a copy; length 0 when there
+  /// is none.
   std::uint32_t idPosition = 0, idLength = 0;
 };
 
@@ -132,15 +135,19 @@ class Formula {
   /// For a formula that is one constant: its value. The cell then needs no evaluation.
   const Maybe<Value>& constant() const { return constant_; }
 
-  /// The source with each "Sheet.n" replaced through `newId` (gives the same id to leave it).
+  /// The source with each shape that it names on its own page replaced by "Sheet.n" through `newId`, which gives a
+  /// number for a reference; negative to leave it.
   template <class NewId>
   std::string textWithIds(NewId newId) const {
     std::string result;
     std::size_t from = 0;
     for (const Reference& reference : references_) {
       if (reference.idLength == 0 || reference.idPosition < from) continue;
+      const int number = newId(reference);
+      if (number < 0) continue;
       result.append(text_, from, reference.idPosition - from);
-      result += std::to_string(newId(reference.shapeId));
+      if (reference.scope == ReferenceScope::NamedShape) result += "Sheet.";
+      result += std::to_string(number);
       from = reference.idPosition + reference.idLength;
     }
     return result.append(text_, from);

@@ -16,10 +16,16 @@ struct Name {
   char letters[size];
 };
 
-/// A function that is a property of the document, the page or the shape under the same name.
+/// A function that is a property of the document, the page or the shape under the same name. Names are asked for in a
+/// language: the universal one has a property of its own, with a "U" behind it.
 template <Name name>
 Value property(Call& call) {
-  const Maybe<Value> value = call.context().property(std::string_view(name.letters, sizeof name.letters - 1));
+  constexpr int universalLanguage = 750;
+  const std::string_view local(name.letters, sizeof name.letters - 1);
+  if (local.ends_with("NAME") && call.given(0) && call.whole(0) == universalLanguage) {
+    if (const Maybe<Value> universal = call.context().property(std::string(local) + "U")) return *universal;
+  }
+  const Maybe<Value> value = call.context().property(local);
   return value ? *value : call.unknown();
 }
 

@@ -64,7 +64,7 @@ class FormulaParser {
   /// A word or a quoted name before "!", with its place in the source.
   struct NamePart {
     std::string text;
-    std::size_t position = 0;
+    std::size_t position = 0, end = 0;  ///< with its quotation marks
     bool quoted = false;
   };
 
@@ -371,11 +371,12 @@ Maybe<FormulaParser::NamePart> FormulaParser::namePart() {
     if (!name) return {};
     part.text = *name;
     part.quoted = true;
-    ++part.position;
+    part.end = at_;
     return part;
   }
   if (at_ >= text_.size() || !isWordStart(text_[at_])) return {};
   part.text = readWord();
+  part.end = at_;
   return part;
 }
 
@@ -399,7 +400,7 @@ FormulaParser::Tree FormulaParser::word() {
       if (!style || !take('!')) return {};
       parts.push_back(*style);
     } else {
-      parts.push_back({std::string(name), from, false});
+      parts.push_back({std::string(name), from, from + name.size(), false});
     }
   } else {
     at_ = from;
@@ -448,17 +449,20 @@ void FormulaParser::placeSheet(Reference& reference, const NamePart& part, bool 
   const std::string_view base = numbered ? name.substr(0, id.position - 1) : name;
   const bool plainSheet = numbered && equalWord(base, "SHEET");
   if (numbered) reference.shapeId = id.id;
-  if (ownPage) {
-    reference.scope = plainSheet ? ReferenceScope::Shape : ReferenceScope::NamedShape;
-    if (!plainSheet) reference.name = base;
-    // A name with doubled quotation marks does not stand in the source as it reads.
-    if (numbered && text_.substr(part.position, name.size()) == name) {
-      reference.idPosition = static_cast<std::uint32_t>(part.position + id.position);
-      reference.idLength = static_cast<std::uint32_t>(name.size() - id.position);
-    }
-  } else if (!plainSheet) {
-    reference.innerName = base;
+  if (!ownPage) {
+    if (!plainSheet) reference.innerName = name;
+    return;
   }
+  reference.scope = plainSheet ? ReferenceScope::Shape : ReferenceScope::NamedShape;
+  std::size_t from = part.position, to = part.end;
+  if (plainSheet) {
+    from += id.position + (part.quoted ? 1 : 0);
+    to -= part.quoted ? 1 : 0;
+  } else {
+    reference.name = name;
+  }
+  reference.idPosition = static_cast<std::uint32_t>(from);
+  reference.idLength = static_cast<std::uint32_t>(to - from);
 }
 
 FormulaParser::Tree FormulaParser::reference(std::vector<NamePart> parts, ReferenceScope scope, std::string container) {

@@ -40,6 +40,15 @@ const CellKey& theText() {
   return key;
 }
 
+/// What a reference to a page or a master names there: a shape, or the page's sheet.
+SheetId insidePage(const Store& store, const Page* page, const Reference& reference) {
+  if (!page) return {};
+  if (!reference.innerName.empty()) return shapeOnPage(store, *page, reference.innerName, reference.shapeId);
+  if (reference.shapeId == 0) return page->sheet;
+  const auto found = page->byShapeId.find(reference.shapeId);
+  return found == page->byShapeId.end() ? SheetId{} : found->second;
+}
+
 }  // namespace
 
 SheetId resolveReference(const Store& store, SheetId definition, SheetId context, const Reference& reference) {
@@ -58,31 +67,16 @@ SheetId resolveReference(const Store& store, SheetId definition, SheetId context
       const Document* document = store.document(here->document);
       return document ? document->sheet : SheetId{};
     }
-    case ReferenceScope::NamedShape: {
-      const Sheet* home = store.sheet(definition);
-      const Page* page = home ? store.page(home->page) : nullptr;
-      if (!page) return {};
-      for (const SheetId top : page->shapes) {
-        for (const SheetId candidate : store.subtree(top)) {
-          if (!equalIgnoringCase(store.shapeName(*store.sheet(candidate)), reference.name)) continue;
-          return definition == context ? candidate : counterpartOf(store, context, candidate);
-        }
-      }
-      return {};
-    }
-    case ReferenceScope::Page: {
-      const Page* page = store.page(store.pageNamed(here->document, reference.name));
-      if (!page) return {};
-      if (reference.shapeId == 0) return page->sheet;
-      const auto found = page->byShapeId.find(reference.shapeId);
-      return found == page->byShapeId.end() ? SheetId{} : found->second;
-    }
+    case ReferenceScope::NamedShape:
+      return resolveShapeName(store, definition, context, reference);
+    case ReferenceScope::Page:
+      return insidePage(store, store.page(store.pageNamed(here->document, reference.name, NameKind::Universal)),
+                        reference);
     case ReferenceScope::Style:
       return store.styleNamed(here->document, reference.name);
     case ReferenceScope::Master: {
-      const Master* master = store.master(store.masterNamed(here->document, reference.name));
-      const Page* contents = master ? store.page(master->contents) : nullptr;
-      return contents ? contents->sheet : SheetId{};
+      const Master* master = store.master(store.masterNamed(here->document, reference.name, NameKind::Universal));
+      return insidePage(store, master ? store.page(master->contents) : nullptr, reference);
     }
   }
   return {};
@@ -154,7 +148,7 @@ void DependencyGraph::addFormula(const CellAddress& cell, const Formula& formula
     placed |= reference.scope == ReferenceScope::ThePage;
     if (!reference.watched) continue;
     const SheetId target = resolveReference(store_, cell.sheet, cell.sheet, reference);
-    addEdge(target, reference.cell, cell);
+    addEdge(target, keyOnSheet(store_, target, reference.cell), cell);
     if (formula.readsTransforms() && target) addTransformEdges(target, cell);
   }
   if (formula.readsText()) addEdge(cell.sheet, theText(), cell);
@@ -199,8 +193,9 @@ bool DependencyGraph::stillReads(const CellAddress& dependent, SheetId sheet, co
   if (key == transformKey) return readsPlaceOf(dependent.sheet, formula, sheet);
   if (key == theText() && formula.readsText() && dependent.sheet == sheet) return true;
   for (const Reference& reference : formula.references()) {
-    if (reference.watched && reference.cell == key &&
-        resolveReference(store_, dependent.sheet, dependent.sheet, reference) == sheet)
+    if (reference.watched && reference.cell.section == key.section && reference.cell.column == key.column &&
+        resolveReference(store_, dependent.sheet, dependent.sheet, reference) == sheet &&
+        keyOnSheet(store_, sheet, reference.cell) == key)
       return true;
   }
   return false;

@@ -41,7 +41,7 @@ class MissingValues {
         : SheetContext(owner.store_, tableTextMetrics(), definition, cell), owner_(owner), depth_(depth) {}
     Value valueOf(const Reference& reference) override {
       const SheetId target = resolve(&reference);
-      if (target && !owner_.bringUpToDate({target, reference.cell}, depth_ + 1))
+      if (target && !owner_.bringUpToDate({target, keyOn(target, reference)}, depth_ + 1))
         return Value::error(ErrorCode::Circle);
       return SheetContext::valueOf(reference);
     }

@@ -114,10 +114,21 @@ struct Recalculator::Run {
     }
   }
 
+  /// The value is that of the master's cell, which changed in this run: no other value is there, but it is a new one.
+  bool showsChangedMaster(const CellAddress& cell) const {
+    if (owner.store_.sheet(cell.sheet)->findLocal(cell.key)) return false;
+    const SheetId master = findCell(owner.store_, cell.sheet, cell.key).formulaSheet;
+    const auto known = numbers.find({master, cell.key});
+    return known != numbers.end() && nodes[known->second].changed;
+  }
+
   void setIfChanged(std::uint32_t number, const Value& value) {
     Node& node = nodes[number];
-    if (cellValue(owner.store_, node.cell.sheet, node.cell.key) == value) return;
-    setValue(node.cell, value);
+    if (!(cellValue(owner.store_, node.cell.sheet, node.cell.key) == value)) {
+      setValue(node.cell, value);
+    } else if (!showsChangedMaster(node.cell)) {
+      return;
+    }
     node.changed = true;
     result.push_back(node.cell);
   }
@@ -156,7 +167,7 @@ class CircleContext : public SheetContext {
   Value valueOf(const Reference& reference) override {
     if (reference.watched) {
       const SheetId target = resolve(&reference);
-      if (target && !visit_({target, reference.cell})) {
+      if (target && !visit_({target, keyOn(target, reference)})) {
         closed_ = true;
         return Value::error(ErrorCode::Circle);
       }

@@ -44,11 +44,16 @@ SheetId SheetContext::resolve(const Reference* reference) const {
   return reference ? resolveReference(store_, definition_, cell_.sheet, *reference) : cell_.sheet;
 }
 
+CellKey SheetContext::keyOn(SheetId target, const Reference& reference) const {
+  return keyOnSheet(store_, target, reference.cell);
+}
+
 Value SheetContext::valueOf(const Reference& reference) {
   const SheetId target = resolve(&reference);
-  if (!target || !reference.cell || !cellExists(store_, target, reference.cell, false))
-    return Value::error(ErrorCode::Reference);
-  Value value = cellValue(store_, target, reference.cell);
+  if (!target || !reference.cell) return Value::error(ErrorCode::Reference);
+  const CellKey key = keyOn(target, reference);
+  if (!cellExists(store_, target, key, false)) return Value::error(ErrorCode::Reference);
+  Value value = cellValue(store_, target, key);
   // Files write "Themed" where the theme decides.
   readUnknown_ |= value.isText() && value.textView() == "Themed";
   return value;
@@ -118,9 +123,10 @@ Maybe<Value> SheetContext::evaluateInside(const Formula& formula, SheetContext& 
 Maybe<Value> SheetContext::evaluateCell(const Reference& cell, std::vector<std::pair<std::string, Value>> arguments) {
   const SheetId target = resolve(&cell);
   if (!target || !cell.cell) return Value::error(ErrorCode::Reference);
-  const FoundCell found = findCell(store_, target, cell.cell);
+  const CellKey key = keyOn(target, cell);
+  const FoundCell found = findCell(store_, target, key);
   if (!found.formula || !found.formula->formula) return valueOf(cell);
-  SheetContext inner(store_, metrics_, found.formulaSheet, {target, cell.cell});
+  SheetContext inner(store_, metrics_, found.formulaSheet, {target, key});
   inner.arguments_ = std::move(arguments);
   return evaluateInside(*found.formula->formula, inner);
 }
@@ -150,14 +156,15 @@ Value SheetContext::relatedValue(std::string_view relation, int index, std::stri
   }
   if (index < 1 || index > static_cast<int>(related.size()) || !cell.cell) return Value::error(ErrorCode::Reference);
   const SheetId target = related[static_cast<std::size_t>(index) - 1];
-  if (!cellExists(store_, target, cell.cell, false)) return Value::error(ErrorCode::Reference);
-  return cellValue(store_, target, cell.cell);
+  const CellKey key = keyOn(target, cell);
+  if (!cellExists(store_, target, key, false)) return Value::error(ErrorCode::Reference);
+  return cellValue(store_, target, key);
 }
 
 bool SheetContext::hasFormula(const Reference& reference, bool localOnly) {
   const SheetId target = resolve(&reference);
   if (!target || !reference.cell) return false;
-  const FoundCell found = findCell(store_, target, reference.cell);
+  const FoundCell found = findCell(store_, target, keyOn(target, reference));
   if (!found.formula || found.formula->noFormula) return false;
   return !localOnly || found.formulaSheet == target;
 }
@@ -197,10 +204,11 @@ Maybe<Value> SheetContext::shapeProperty(std::string_view name) const {
         return Value::number(77);
     }
   }
-  if (is("BKGPAGENAME")) {
+  if (is("BKGPAGENAME") || is("BKGPAGENAMEU")) {
     const Page* page = store_.page(sheet.page);
     const Page* back = page ? store_.page(page->backPage) : nullptr;
-    return Value::text(back ? std::string_view(back->name) : std::string_view("<no background>"));
+    if (!back) return Value::text("<no background>");
+    return Value::text(is("BKGPAGENAME") ? back->name : back->universalName);
   }
   if (!sheet.isShape()) return is("IS1D") ? Maybe<Value>(Value::error(ErrorCode::Reference)) : Maybe<Value>();
   if (is("IS1D")) return Value::boolean(bool(findCell(store_, sheet.id, endCell(true, false))));
@@ -229,8 +237,9 @@ Maybe<Value> SheetContext::property(std::string_view name) {
   const Sheet* sheet = store_.sheet(cell_.sheet);
   const Document* document = sheet ? store_.document(sheet->document) : nullptr;
   if (!document) return {};
-  const Page* page = store_.page(sheet->page);
+  const Page* page = store_.page(drawn_ ? drawn_ : sheet->page);
   const auto is = [&](std::string_view other) { return equalIgnoringCase(name, other); };
+  const auto isForeground = [&](PageId id) { return !store_.page(id)->background; };
   const auto text = [](std::string_view value) { return Maybe<Value>(Value::text(value)); };
   const auto time = [](std::string_view iso) {
     const Maybe<double> days = daysOfIso(iso);
@@ -253,22 +262,26 @@ Maybe<Value> SheetContext::property(std::string_view name) {
   if (is("FILENAME")) return text(document->name);
   if (is("DIRECTORY")) return text(document->path);
   if (is("PAGECOUNT")) {
-    const auto foreground = std::count_if(document->pages.begin(), document->pages.end(),
-                                          [&](PageId id) { return !store_.page(id)->background; });
+    const auto foreground = std::count_if(document->pages.begin(), document->pages.end(), isForeground);
     return Value::number(static_cast<double>(foreground));
   }
   if (is("ID")) return Value::number(sheet->shapeId);
   if (is("NAME")) return text(store_.shapeName(*sheet));
-  if (is("MASTERNAME")) {
+  if (is("NAMEU")) return text(store_.shapeName(*sheet, NameKind::Universal));
+  if (is("MASTERNAME") || is("MASTERNAMEU")) {
     const Master* master = store_.master(store_.masterOf(cell_.sheet));
-    return text(master ? std::string_view(master->name) : std::string_view("<no master>"));
+    if (!master) return text("<no master>");
+    return text(is("MASTERNAME") ? master->name : master->universalName);
   }
   if (const Maybe<Value> own = shapeProperty(name)) return own;
   if (page && is("PAGENAME")) return text(page->name);
+  if (page && is("PAGENAMEU")) return text(page->universalName);
   if (page && is("PAGENUMBER")) {
     const auto place = std::find(document->pages.begin(), document->pages.end(), page->id);
     if (place == document->pages.end()) return {};
-    return Value::number(static_cast<double>(place - document->pages.begin()) + 1);
+    // Background pages are not counted and have no number.
+    if (page->background) return Value::number(0);
+    return Value::number(static_cast<double>(std::count_if(document->pages.begin(), place, isForeground)) + 1);
   }
   return {};
 }

@@ -11,8 +11,10 @@ namespace quorvel::host {
 class SheetContext : public EvaluationContext {
  public:
   /// `definition`: the sheet that holds the formula; `cell.sheet` the one it is evaluated for.
-  SheetContext(const Store& store, const TextMetrics& metrics, SheetId definition, const CellAddress& cell)
-      : store_(store), metrics_(metrics), definition_(definition), cell_(cell) {}
+  /// `drawn`: the page in front while a background page is drawn; null for the sheet's own.
+  SheetContext(const Store& store, const TextMetrics& metrics, SheetId definition, const CellAddress& cell,
+               PageId drawn = {})
+      : store_(store), metrics_(metrics), definition_(definition), cell_(cell), drawn_(drawn) {}
 
   Value valueOf(const Reference& reference) override;
   double measureText(const TextMetricsRequest& request) override;
@@ -38,11 +40,14 @@ class SheetContext : public EvaluationContext {
 
  protected:
   SheetId resolve(const Reference* reference) const;
+  /// The cell that the reference means on the sheet that it resolves to.
+  CellKey keyOn(SheetId target, const Reference& reference) const;
 
   const Store& store_;
   const TextMetrics& metrics_;
   SheetId definition_;
   CellAddress cell_;
+  PageId drawn_;
   bool readUnknown_ = false;
 
  private:

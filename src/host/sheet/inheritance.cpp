@@ -122,6 +122,54 @@ bool cellExists(const Store& store, SheetId sheet, const CellKey& key, bool loca
 
 namespace {
 
+bool mayNameRows(SectionNumber section) {
+  switch (section) {
+    case SectionNumber::User:
+    case SectionNumber::Property:
+    case SectionNumber::Action:
+    case SectionNumber::Control:
+    case SectionNumber::Connection:
+    case SectionNumber::Hyperlink:
+    case SectionNumber::ActionTag:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool hasNamedRow(const Store& store, SheetId id, SectionNumber number) {
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    if (!sheet) return false;
+    if (const Section* section = sheet->find(number)) {
+      if (section->deleted) return false;
+      if (std::ranges::any_of(section->rows, [](const Row& row) { return row.key.isNamed(); })) return true;
+    }
+    id = sheet->prototype;
+  }
+  return false;
+}
+
+}  // namespace
+
+CellKey keyOnSheet(const Store& store, SheetId sheet, const CellKey& key) {
+  if (!mayNameRows(key.section) || key.row.isNamed() || !hasNamedRow(store, sheet, key.section)) return key;
+  const std::vector<RowView> rows = rowsOf(store, sheet, key.section);
+  if (key.row.index() >= rows.size()) return key;
+  return {key.section, rows[key.row.index()].key, key.column};
+}
+
+CellKey keyByLocalName(const Store& store, SheetId sheet, const CellKey& key) {
+  if (!key.row.isNamed()) return keyOnSheet(store, sheet, key);
+  if (rowExists(store, sheet, key.section, key.row, false)) return key;
+  for (const RowView& row : rowsOf(store, sheet, key.section)) {
+    if (row.localName && folded(row.localName) == key.row.name()) return {key.section, row.key, key.column};
+  }
+  return key;
+}
+
+namespace {
+
 /// Finds rows of a list that grows; long lists get an index, so that a walk over them stays in step with their length.
 class RowPlaces {
  public:
@@ -175,6 +223,7 @@ std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number
       } else if (known != rows.end()) {
         known->local = local;
         if (row.name) known->name = row.name;
+        if (row.localName) known->localName = row.localName;
         if (row.type) known->type = row.type;
       } else {
         auto place = rows.end();
@@ -184,7 +233,7 @@ std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number
             return !view.key.isNamed() && view.key.index() > row.key.index();
           });
         }
-        places.forgetFrom(rows.insert(place, {row.key, row.name, row.type, local}));
+        places.forgetFrom(rows.insert(place, {row.key, row.name, row.localName, row.type, local}));
       }
     }
   }
@@ -276,12 +325,36 @@ SheetId resolveShapeId(const Store& store, SheetId definition, SheetId context, 
   return definition == context ? found->second : counterpartOf(store, context, found->second);
 }
 
+SheetId shapeOnPage(const Store& store, const Page& page, std::string_view name, int number) {
+  std::vector<SheetId> shapes;
+  for (const SheetId top : page.shapes) {
+    const std::vector<SheetId> below = store.subtree(top);
+    shapes.insert(shapes.end(), below.begin(), below.end());
+  }
+  if (const SheetId found = store.shapeNamed(shapes, name, NameKind::Universal)) return found;
+  const auto numbered = number > 0 ? page.byShapeId.find(number) : page.byShapeId.end();
+  if (numbered == page.byShapeId.end()) return {};
+  const std::string_view base = name.substr(0, name.rfind('.'));
+  return store.shapeNamed({numbered->second}, base, NameKind::Universal);
+}
+
+SheetId resolveShapeName(const Store& store, SheetId definition, SheetId context, const Reference& reference) {
+  const Sheet* home = store.sheet(definition);
+  const Page* page = home ? store.page(home->page) : nullptr;
+  if (!page) return {};
+  const SheetId found = shapeOnPage(store, *page, reference.name, reference.shapeId);
+  return !found || definition == context ? found : counterpartOf(store, context, found);
+}
+
 std::string formulaFor(const Store& store, SheetId context, const FoundCell& cell) {
   if (!cell.formula) return {};
   if (!cell.formula->formula || cell.formulaSheet == context) return formulaText(*cell.formula);
-  return cell.formula->formula->textWithIds([&](int id) {
-    const Sheet* target = store.sheet(resolveShapeId(store, cell.formulaSheet, context, id));
-    return target ? target->shapeId : id;
+  return cell.formula->formula->textWithIds([&](const Reference& reference) {
+    const bool named = reference.scope == ReferenceScope::NamedShape;
+    const Sheet* target =
+        store.sheet(named ? resolveShapeName(store, cell.formulaSheet, context, reference)
+                          : resolveShapeId(store, cell.formulaSheet, context, reference.shapeId));
+    return target && target->isShape() ? target->shapeId : -1;
   });
 }
 

@@ -26,10 +26,16 @@ std::string cellText(const Store& store, SheetId sheet, const CellKey& key);
 /// …), cells of rows when the row exists, here or inherited. `localOnly`: inherited rows do not count.
 bool cellExists(const Store& store, SheetId sheet, const CellKey& key, bool localOnly);
 
+/// The cell as the sheet's rows have it: where rows have names, a number means the row at that place, as in
+/// "Actions.Menu[2]". The same key when there is no such row.
+CellKey keyOnSheet(const Store& store, SheetId sheet, const CellKey& key);
+/// The same for a cell name that people may have read: local names of rows count where no row has the name itself.
+CellKey keyByLocalName(const Store& store, SheetId sheet, const CellKey& key);
+
 /// One effective row of a section: inherited rows first, in the master's order, then the sheet's own.
 struct RowView {
   RowKey key;
-  Atom name;
+  Atom name, localName;
   std::uint8_t type = 0;
   bool local = false;
 };
@@ -50,6 +56,11 @@ SheetId textStyleOf(const Store& store, SheetId sheet);
 SheetId counterpartOf(const Store& store, SheetId context, SheetId prototype);
 /// The sheet that "Sheet.<shapeId>" means in a formula that stands on `definition` and is evaluated for `context`.
 SheetId resolveShapeId(const Store& store, SheetId definition, SheetId context, int shapeId);
+/// The sheet that "Name!" or "Name.5!" means there: the shape with the whole name, universal names first; then the one of
+/// that number, if it is called so.
+SheetId resolveShapeName(const Store& store, SheetId definition, SheetId context, const Reference& reference);
+/// Shapes of the page by name, members of groups among them.
+SheetId shapeOnPage(const Store& store, const Page& page, std::string_view name, int number);
 /// The formula as `context` reads it: with the numbers of its own instance's members. Empty for a cell without formula.
 std::string formulaFor(const Store& store, SheetId context, const FoundCell& cell);
 

@@ -34,7 +34,25 @@ void putInto(std::vector<Id>& list, Id id, std::size_t place) {
   list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(place, list.size())), id);
 }
 
+/// The first for which `isCalled` holds with names of that kind, else with those of the other.
+template <class Id, class IsCalled>
+Id firstNamed(const std::vector<Id>& list, NameKind kind, IsCalled isCalled) {
+  const NameKind other = kind == NameKind::Local ? NameKind::Universal : NameKind::Local;
+  for (const NameKind which : {kind, other}) {
+    for (const Id candidate : list) {
+      if (isCalled(candidate, which)) return candidate;
+    }
+  }
+  return {};
+}
+
 }  // namespace
+
+void rename(std::string& local, std::string& universal, std::string_view name, NameKind kind) {
+  const bool both = kind == NameKind::Local ? local == universal : local.empty();
+  if (both || kind == NameKind::Local) local = name;
+  if (both || kind == NameKind::Universal) universal = name;
+}
 
 Document* Store::document(DocumentId id) { return at(documents_, id); }
 const Document* Store::document(DocumentId id) const { return at(documents_, id); }
@@ -248,19 +266,26 @@ SheetId Store::styleWithId(DocumentId id, int styleId) const {
   return {};
 }
 
-PageId Store::pageNamed(DocumentId id, std::string_view name) const {
-  for (const PageId candidate : document(id)->pages) {
-    if (equalIgnoringCase(page(candidate)->name, name)) return candidate;
-  }
-  return {};
+PageId Store::pageNamed(DocumentId id, std::string_view name, NameKind kind) const {
+  return firstNamed(document(id)->pages, kind, [&](PageId candidate, NameKind which) {
+    const Page& one = *page(candidate);
+    return equalIgnoringCase(which == NameKind::Local ? one.name : one.universalName, name);
+  });
 }
 
-MasterId Store::masterNamed(DocumentId id, std::string_view name) const {
-  for (const MasterId candidate : document(id)->masters) {
-    if (equalIgnoringCase(master(candidate)->name, name) || equalIgnoringCase(master(candidate)->universalName, name))
-      return candidate;
-  }
-  return {};
+MasterId Store::masterNamed(DocumentId id, std::string_view name, NameKind kind) const {
+  return firstNamed(document(id)->masters, kind, [&](MasterId candidate, NameKind which) {
+    const Master& one = *master(candidate);
+    return equalIgnoringCase(which == NameKind::Local ? one.name : one.universalName, name);
+  });
+}
+
+SheetId Store::shapeNamed(const std::vector<SheetId>& shapes, std::string_view name, NameKind kind) const {
+  return firstNamed(shapes, kind, [&](SheetId candidate, NameKind which) {
+    const Sheet& one = *sheet(candidate);
+    const std::string& own = which == NameKind::Local ? one.name : one.universalName;
+    return own.empty() ? equalIgnoringCase(shapeName(one, which), name) : equalIgnoringCase(own, name);
+  });
 }
 
 std::vector<SheetId>& Store::siblings(const Sheet& shape) {
@@ -298,8 +323,9 @@ MasterId Store::masterOf(SheetId shape) const {
   return sheet(instanceRoot(shape))->master;
 }
 
-std::string Store::shapeName(const Sheet& shape) const {
-  if (!shape.name.empty()) return shape.name;
+std::string Store::shapeName(const Sheet& shape, NameKind kind) const {
+  const std::string& own = kind == NameKind::Local ? shape.name : shape.universalName;
+  if (!own.empty()) return own;
   switch (shape.kind) {
     case SheetKind::Document:
       return "TheDoc";
@@ -309,7 +335,9 @@ std::string Store::shapeName(const Sheet& shape) const {
       break;
   }
   const Master* source = master(shape.master);
-  return (source ? source->name : "Sheet") + "." + std::to_string(shape.shapeId);
+  const std::string number = "." + std::to_string(shape.shapeId);
+  if (!source) return "Sheet" + number;
+  return (kind == NameKind::Local ? source->name : source->universalName) + number;
 }
 
 }  // namespace quorvel::host

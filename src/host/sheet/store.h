@@ -17,6 +17,13 @@
 
 namespace quorvel::host {
 
+/// Drawings name things twice: as formulas and programs call them everywhere, and as people read them in their language.
+enum class NameKind : std::uint8_t { Local, Universal };
+
+/// A new name of that kind. A local name counts for both as long as the two are one; a universal one only stands alone
+/// where there is a local one.
+void rename(std::string& local, std::string& universal, std::string_view name, NameKind kind);
+
 /// A glued end, as files keep it beside the formulas that do the gluing.
 struct Connect {
   int fromShape = 0;
@@ -66,6 +73,8 @@ struct DocumentProperties {
   std::string templateName;                                     ///< file name only
   std::string timeCreated, timeSaved, timeEdited, timePrinted;  ///< ISO 8601, UTC; empty: never
   std::map<std::string, std::string> custom;
+  /// What kind of value a custom property has: "Number", "Date" or "Boolean"; text has no entry.
+  std::map<std::string, std::string> customKinds;
 };
 
 struct Document {
@@ -158,8 +167,11 @@ class Store {
   /// The document's style of that name in any letter case; null when it has none.
   SheetId styleNamed(DocumentId document, std::string_view name) const;
   SheetId styleWithId(DocumentId document, int styleId) const;
-  PageId pageNamed(DocumentId document, std::string_view name) const;
-  MasterId masterNamed(DocumentId document, std::string_view name) const;
+  /// By names of that kind first, then by those of the other. Null when there is none.
+  PageId pageNamed(DocumentId document, std::string_view name, NameKind kind = NameKind::Local) const;
+  MasterId masterNamed(DocumentId document, std::string_view name, NameKind kind = NameKind::Local) const;
+  /// The first shape among them.
+  SheetId shapeNamed(const std::vector<SheetId>& shapes, std::string_view name, NameKind kind) const;
   /// Siblings of a shape: its group's members or its page's shapes.
   std::vector<SheetId>& siblings(const Sheet& shape);
   const std::vector<SheetId>& siblings(const Sheet& shape) const;
@@ -170,8 +182,8 @@ class Store {
   SheetId instanceRoot(SheetId shape) const;
   /// The master of a shape or of the instance that it is a member of by inheritance; null for drawn shapes.
   MasterId masterOf(SheetId shape) const;
-  /// Name as shown: its own, or the master's name (or "Sheet") "." ID.
-  std::string shapeName(const Sheet& shape) const;
+  /// Its own name, or the master's name (or "Sheet") "." ID.
+  std::string shapeName(const Sheet& shape, NameKind kind = NameKind::Local) const;
 
  private:
   SheetId newSheet(SheetKind kind, DocumentId document, PageId page);

@@ -69,14 +69,16 @@ class TableTextMetrics : public TextMetrics {
 }  // namespace
 
 std::string fieldText(const Store& store, SheetId sheet, int index) {
-  const CellKey value = fieldCell(index, "Value"), format = fieldCell(index, "Format");
-  const FoundCell found = findCell(store, sheet, value);
-  if (!found) return {};
-  const Value picture = cellValue(store, sheet, format);
-  if (picture.isText()) return formatValue(found.value->value, picture.textView());
+  const FoundCell found = findCell(store, sheet, fieldCell(index, "Value"));
+  return found ? fieldText(store, sheet, index, found.value->value) : std::string();
+}
+
+std::string fieldText(const Store& store, SheetId sheet, int index, const Value& value) {
+  const Value picture = cellValue(store, sheet, fieldCell(index, "Format"));
+  if (picture.isText()) return formatValue(value, picture.textView());
   // A number is the published number of a picture; 0 shows the value as it is.
   const std::string_view standard = fieldPicture(static_cast<int>(picture.internal()));
-  return standard.empty() ? found.value->value.asText() : formatValue(found.value->value, standard);
+  return standard.empty() ? value.asText() : formatValue(value, standard);
 }
 
 std::string shownText(const Store& store, SheetId sheet) {

@@ -12,6 +12,8 @@ namespace quorvel::host {
 std::string shownText(const Store& store, SheetId sheet);
 /// What field row `index` of the sheet shows now.
 std::string fieldText(const Store& store, SheetId sheet, int index);
+/// The same with another value in the row's own format.
+std::string fieldText(const Store& store, SheetId sheet, int index, const Value& value);
 
 /// Width and height of text. Render serves real fonts; a table of widths stands in where there is none.
 class TextMetrics {

@@ -134,8 +134,9 @@ void Editor::removeRow(SheetId sheet, SectionNumber section, std::size_t place) 
 }
 
 void Editor::setRowHead(SheetId sheet, SectionNumber section, std::size_t place, RowKey key, Atom name,
-                        std::uint8_t type) {
-  commit(RowHeadExchange{sheet, section, place, key, name, type});
+                        std::uint8_t type, std::optional<Atom> localName) {
+  const Atom kept = std::as_const(store_).sheet(sheet)->find(section)->rows[place].localName;
+  commit(RowHeadExchange{sheet, section, place, key, name, type, localName.value_or(kept)});
 }
 
 void Editor::replaceSection(SheetId sheet, SectionNumber number, std::optional<Section> content) {

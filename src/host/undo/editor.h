@@ -20,7 +20,9 @@ class Editor {
   void setValue(const CellAddress& cell, const Value& value);
   void insertRow(SheetId sheet, SectionNumber section, std::size_t place, Row row);
   void removeRow(SheetId sheet, SectionNumber section, std::size_t place);
-  void setRowHead(SheetId sheet, SectionNumber section, std::size_t place, RowKey key, Atom name, std::uint8_t type);
+  /// Without a local name the row keeps the one it has.
+  void setRowHead(SheetId sheet, SectionNumber section, std::size_t place, RowKey key, Atom name, std::uint8_t type,
+                  std::optional<Atom> localName = std::nullopt);
   void replaceSection(SheetId sheet, SectionNumber number, std::optional<Section> content);
   /// `change` edits a copy of the fields.
   template <class Change>

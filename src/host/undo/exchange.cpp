@@ -84,6 +84,7 @@ struct Apply {
     std::swap(row.key, exchange.key);
     std::swap(row.name, exchange.name);
     std::swap(row.type, exchange.type);
+    std::swap(row.localName, exchange.localName);
     watchRow(exchange.sheet, exchange.section, row);
   }
 

@@ -29,7 +29,7 @@ struct RowExchange {
   std::optional<Row> held;
 };
 
-/// Key, name and type of a row: renaming and retyping.
+/// Key, names and type of a row: renaming and retyping.
 struct RowHeadExchange {
   SheetId sheet;
   SectionNumber section = SectionNumber::None;
@@ -37,6 +37,7 @@ struct RowHeadExchange {
   RowKey key;
   Atom name;
   std::uint8_t type = 0;
+  Atom localName;
 };
 
 struct SectionExchange {

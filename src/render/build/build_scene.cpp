@@ -64,14 +64,15 @@ class PageDrawer {
   TextEngine& engine() { return *engine_; }
 
   /// Background pages first. `paperHeight`: of the page in front, from whose lower left corner all measure.
-  void draw(host::PageId id, double paperHeight, Scene& scene, int depth = 0) {
+  void draw(host::PageId id, double paperHeight, Scene& scene, host::PageId front = {}, int depth = 0) {
     const host::Page* page = store_.page(id);
     if (!page) return;
     if (options_.withBackgroundPages && page->backPage && depth < deepestBackground)
-      draw(page->backPage, paperHeight, scene, depth + 1);
+      draw(page->backPage, paperHeight, scene, front ? front : id, depth + 1);
     // A shape is mostly its two brackets, an outline and a text.
     scene.items.reserve(scene.items.size() + 4 * page->byShapeId.size());
-    const PageContext context(store_, *page, options_.themes);
+    PageContext context(store_, *page, options_.themes);
+    context.front = front;
     ShapeBuilder builder(context, *engine_, scene);
     const Matrix toScene{context.scale, 0, 0, -context.scale, 0, paperHeight};
     for (host::SheetId shape : page->shapes) builder.add(shape, toScene);

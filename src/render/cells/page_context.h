@@ -16,6 +16,7 @@ struct PageContext {
   int variationColour = 0, variationStyle = 0;
   double scale = 72;               ///< points on paper for an inch of the drawing
   std::vector<bool> layerVisible;  ///< by layer index
+  host::PageId front;              ///< the page that this one is drawn behind; null: it is drawn for itself
 
   PageContext(const host::Store& of, const host::Page& page, const std::vector<Theme>& themes);
 };

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "base/text.h"
+#include "host/recalc/drawn_field.h"
 #include "host/text/text.h"
 #include "render/cells/colours.h"
 #include "render/cells/fill.h"
@@ -77,9 +78,9 @@ class Reader {
   /// A field whose row is gone keeps the text that it last showed.
   std::string fieldTextOf(const host::TextPiece& piece) const {
     const auto row = host::RowKey::index(static_cast<std::uint32_t>(std::max(piece.index, 0)));
-    return host::rowExists(page_.store, cells_.sheet(), SectionNumber::TextField, row, false)
-               ? host::fieldText(page_.store, cells_.sheet(), piece.index)
-               : piece.text;
+    if (!host::rowExists(page_.store, cells_.sheet(), SectionNumber::TextField, row, false)) return piece.text;
+    return page_.front ? host::fieldTextBehind(page_.store, cells_.sheet(), piece.index, page_.front)
+                       : host::fieldText(page_.store, cells_.sheet(), piece.index);
   }
 
   /// A line end begins a paragraph only when something follows it.

@@ -33,7 +33,7 @@ TEST(Formula, NamesWhatItReads) {
                                    ReferenceScope::NamedShape, ReferenceScope::ThePage,  ReferenceScope::TheDocument,
                                    ReferenceScope::Page,       ReferenceScope::Style,    ReferenceScope::Master,
                                    ReferenceScope::NamedShape, ReferenceScope::ThisSheet};
-  const std::string_view names[] = {"",        "",          "Star", "Executive", "", "",
+  const std::string_view names[] = {"",        "",          "Star", "Executive.3", "", "",
                                     "My Page", "Text Only", "Gear", "It's here", ""};
   const int ids[] = {0, 12, 0, 3, 0, 0, 4, 0, 0, 0, 0};
   for (std::size_t i = 0; i < references.size(); ++i) {
@@ -49,13 +49,15 @@ TEST(Formula, NamesWhatItReads) {
 
 TEST(Formula, RewritesTheNumbersOfShapesOfItsOwnPageOnly) {
   const auto rewrite = [](std::string_view text) {
-    return parsed(text)->textWithIds([](int id) { return id == 99 ? 99 : id + 100; });
+    return parsed(text)->textWithIds(
+        [](const Reference& shape) { return shape.shapeId == 99 || shape.name == "Far" ? -1 : shape.shapeId + 100; });
   };
   EXPECT_EQ(rewrite("GUARD(Height-0.07+Sheet.7 !Height+sheet.8!PinX)"),
             "GUARD(Height-0.07+Sheet.107 !Height+sheet.108!PinX)");
   EXPECT_EQ(rewrite("\"Sheet.7!X\"&Sheet.7!Prop.Cost&Sheet.99!PinX"),
             "\"Sheet.7!X\"&Sheet.107!Prop.Cost&Sheet.99!PinX");
-  EXPECT_EQ(rewrite("Task.5!Width+'Odd name.6'!Width"), "Task.105!Width+'Odd name.106'!Width");
+  EXPECT_EQ(rewrite("Task.5!Width+'Odd ''name.6' !Width+Star!Angle+Far!PinX+'Sheet.9'!PinY"),
+            "Sheet.105!Width+Sheet.106 !Width+Sheet.100!Angle+Far!PinX+'Sheet.109'!PinY");
   EXPECT_EQ(rewrite("Pages[Page-3]!Sheet.4!PinX+Prop.Row_4+ThePage!PageWidth"),
             "Pages[Page-3]!Sheet.4!PinX+Prop.Row_4+ThePage!PageWidth");
 }

@@ -103,7 +103,8 @@ class TestContext : public EvaluationContext {
         sheet = "TheDoc!";
         break;
       default:
-        sheet = reference.name + "!";
+        // No shape here has a number in its name.
+        sheet = (reference.shapeId ? reference.name.substr(0, reference.name.rfind('.')) : reference.name) + "!";
     }
     return foldCase(sheet + reference.cellText);
   }
