@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "formats/drawing_files.h"
 #include "formats/formats.h"
+#include "formats/vsdx/vsdx_format.h"
 
 namespace quorvel::formats::testing {
 namespace {
@@ -101,7 +102,50 @@ TEST(BadInput, RefusesDamagedAndHarmfulPackages) {
       {changed("visio/document.xml", "<VisioDocument"), "not well-formed"},
       {changed("visio/pages/page1.xml", "<PageContents>" + deep + "</PageContents>"), "too deep"},
       {zipOf(tooDeep), "too deep"},
-      {changed("docProps/thumbnail.emf", std::string(64u << 20, '\0')), "far more than a drawing needs"},
+  };
+  for (const auto& one : cases) EXPECT_NE(errorOf(one.bytes).find(one.expected), std::string::npos) << one.expected;
+}
+
+/// The zip with a number of `width` bytes changed in the directory's entry of that name.
+std::string withDirectory(std::string zip, const std::string& name, std::size_t offset, std::size_t width,
+                          std::uint64_t number) {
+  const std::size_t at = zip.rfind(name) - 46;
+  EXPECT_EQ(zip.substr(at, 4), "PK\x01\x02");
+  for (std::size_t i = 0; i < width; ++i) zip[at + offset + i] = static_cast<char>(number >> 8 * i & 0xFF);
+  return zip;
+}
+
+/// Small files that would take all memory, and directories that lie about what is in them.
+TEST(BadInput, RefusesWhatUnpacksWithoutEnd) {
+  const std::string part = "visio/thing.bin";
+  Parts parts = plainParts();
+  parts[part] = std::string(100'000, 'x');
+  const std::string plain = zipOf(parts);
+  constexpr std::size_t flags = 8, method = 10, checksum = 16, packedSize = 20, size = 24;
+  Parts twice = parts;
+  twice["Visio/THING.bin"] = "other";
+  Parts emptyElements = plainParts(), emptyShapes = plainParts();
+  std::string elements;
+  for (int i = 0; i < 2'000'000; ++i) elements += "<a/>";
+  setPage(emptyElements, elements);
+  elements.clear();
+  for (int i = 0; i < 300'000; ++i) elements += "<Shape/>";
+  setPage(emptyShapes, "<Shapes>" + elements + "</Shapes>");
+
+  const struct {
+    std::string bytes, expected;
+  } cases[] = {
+      {withDirectory(plain, part, size, 4, 99'999), "do not unpack"},
+      {withDirectory(plain, part, size, 4, 100'001), "do not unpack"},
+      {withDirectory(plain, part, size, 4, 0x7FFF'FFFF), "far more than a drawing needs"},
+      {withDirectory(plain, part, packedSize, 4, 60), "do not unpack"},
+      {withDirectory(plain, part, packedSize, 4, plain.size()), "on top of each other"},
+      {withDirectory(plain, part, checksum, 4, 1), "do not unpack"},
+      {withDirectory(plain, part, method, 2, 12), "packed in a way that drawings are not"},
+      {withDirectory(plain, part, flags, 2, 1), "password"},
+      {zipOf(twice), "twice"},
+      {zipOf(emptyElements), "far more than a drawing needs"},
+      {zipOf(emptyShapes), "far more than a drawing needs"},
   };
   for (const auto& one : cases) EXPECT_NE(errorOf(one.bytes).find(one.expected), std::string::npos) << one.expected;
 }
@@ -161,10 +205,29 @@ TEST(BadInput, BoundsAreThoseOfTheLimits) {
   writeFile(file, zipOf(plainParts()));
   for (const PackageLimits& limits :
        {PackageLimits{.entries = 3}, PackageLimits{.partBytes = 100}, PackageLimits{.totalBytes = 1000},
-        PackageLimits{.unboundedRatioBytes = 10, .ratio = 1}}) {
-    ZipPackage package;
-    EXPECT_FALSE(package.open(file, limits).empty());
+        PackageLimits{.xmlWeight = 10, .xmlWeightPerByte = 0}}) {
+    host::Store store;
+    EXPECT_FALSE(VsdxFormat(limits).open(store, file).error.empty());
+    EXPECT_TRUE(store.documents().empty());
   }
+  // A picture that many shapes show in other ways each is unpacked for each.
+  Parts parts = plainParts();
+  parts["visio/media/image1.png"] = std::string(50'000, 'x');
+  parts["visio/pages/_rels/page1.xml.rels"] =
+      "<Relationships xmlns='http://schemas.openxmlformats.org/package/2006/relationships'><Relationship Id='rId1' "
+      "Type='http://schemas.openxmlformats.org/officeDocument/2006/relationships/image' "
+      "Target='../media/image1.png'/></Relationships>";
+  std::string shapes;
+  for (int i = 1; i <= 20; ++i)
+    shapes += "<Shape ID='" + std::to_string(i) + "' Type='Foreign'><ForeignData ForeignType='Bitmap' ObjectWidth='" +
+              std::to_string(i) + "'><Rel r:id='rId1'/></ForeignData></Shape>";
+  setPage(parts, "<Shapes>" + shapes + "</Shapes>");
+  const std::string pictures = folder.file("pictures.vsdx");
+  writeFile(pictures, zipOf(parts));
+  host::Store store;
+  EXPECT_TRUE(VsdxFormat().open(store, pictures).document);
+  EXPECT_NE(VsdxFormat({.totalBytes = 500'000}).open(store, pictures).error.find("far more than a drawing needs"),
+            std::string::npos);
   ZipPackage package;
   EXPECT_EQ(package.open(file), "");
 }

@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "formats/package/part_name.h"
+#include "formats/package/xml_measure.h"
 
 namespace quorvel::formats {
 namespace {
@@ -59,6 +60,9 @@ struct ZipPackage::Handle {
   struct Entry {
     zip_uint64_t index = 0;
     zip_uint64_t size = 0;
+    zip_uint64_t packedSize = 0;
+    zip_uint32_t checksum = 0;
+    bool isDeflated = false;
   };
   std::unordered_map<std::string, Entry> entries;  ///< by part key
 };
@@ -84,11 +88,13 @@ std::string ZipPackage::open(const std::string& fileName, const PackageLimits& l
     return "holds more than " + std::to_string(limits.entries) +
            " parts, which no drawing does; do not open it if you do not trust its sender";
 
-  zip_uint64_t total = 0;
+  limits_ = limits;
+  fileBytes_ = std::filesystem::file_size(fileName, ignored);
+  constexpr zip_uint64_t needed = ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_CRC;
+  zip_uint64_t total = 0, packedTotal = 0;
   for (zip_uint64_t index = 0; index < static_cast<zip_uint64_t>(count); ++index) {
     zip_stat_t entry;
-    if (zip_stat_index(archive, index, 0, &entry) != 0 || !(entry.valid & ZIP_STAT_NAME) ||
-        !(entry.valid & ZIP_STAT_SIZE))
+    if (zip_stat_index(archive, index, 0, &entry) != 0 || (entry.valid & needed) != needed)
       return "is damaged: part " + std::to_string(index + 1) + " cannot be read; copy or download it again";
     std::string name = entry.name;
     if (name.starts_with('/')) name.erase(0, 1);
@@ -96,13 +102,19 @@ std::string ZipPackage::open(const std::string& fileName, const PackageLimits& l
     if (!isSafePartName(name)) return "names a part outside of itself; do not open it if you do not trust its sender";
     if ((entry.valid & ZIP_STAT_ENCRYPTION_METHOD) && entry.encryption_method != ZIP_EM_NONE)
       return "is protected with a password; unpack it or save it without one";
+    const bool isStored = (entry.valid & ZIP_STAT_COMP_METHOD) && entry.comp_method == ZIP_CM_STORE;
+    if (!isStored && entry.comp_method != ZIP_CM_DEFLATE)
+      return "is packed in a way that drawings are not; unpack it and save it again in the program that made it";
+    // What the directory says is only good for a quick refusal; what counts is measured while parts are unpacked.
+    if (entry.size > limits.partBytes || entry.size > limits.totalBytes - total) return std::string(isPastLimits);
     total += entry.size;
-    const bool packedTooTightly = entry.size > limits.unboundedRatioBytes && (entry.valid & ZIP_STAT_COMP_SIZE) &&
-                                  entry.size / limits.ratio > entry.comp_size;
-    if (entry.size > limits.partBytes || total > limits.totalBytes || packedTooTightly)
-      return "unpacks to far more than a drawing needs; do not open it if you do not trust its sender";
+    if (entry.comp_size > fileBytes_ - packedTotal)
+      return "is damaged: its parts lie on top of each other; do not open it if you do not trust its sender";
+    packedTotal += entry.comp_size;
     name.insert(0, "/");
-    if (!handle_->entries.try_emplace(partKey(name), Handle::Entry{index, entry.size}).second)
+    if (!handle_->entries
+             .try_emplace(partKey(name), Handle::Entry{index, entry.size, entry.comp_size, entry.crc, !isStored})
+             .second)
       return "is damaged: it holds the part " + name + " twice; save it again in the program that made it";
     names_.push_back(std::move(name));
   }
@@ -111,22 +123,114 @@ std::string ZipPackage::open(const std::string& fileName, const PackageLimits& l
 
 bool ZipPackage::has(std::string_view part) const { return handle_->entries.contains(partKey(part)); }
 
-bool ZipPackage::read(std::string_view part, std::string& bytes) const {
-  bytes.clear();
+bool ZipPackage::take(std::string_view part, std::string* plain, PackedBytes* packed) const {
   const auto found = handle_->entries.find(partKey(part));
-  if (found == handle_->entries.end()) return false;
-  zip_file_t* file = zip_fopen_index(handle_->archive.get(), found->second.index, 0);
+  if (found == handle_->entries.end() || isPastLimit_) return false;
+  const Handle::Entry& entry = found->second;
+  zip_file_t* file = zip_fopen_index(handle_->archive.get(), entry.index, ZIP_FL_COMPRESSED);
   if (!file) return false;
-  // One byte more than announced, so that a part longer than the directory says shows itself.
-  bytes.resize(found->second.size + 1);
+  std::string held(entry.packedSize, '\0');
   std::size_t filled = 0;
   zip_int64_t got = 0;
-  while (filled < bytes.size() && (got = zip_fread(file, bytes.data() + filled, bytes.size() - filled)) > 0)
+  while (filled < held.size() && (got = zip_fread(file, held.data() + filled, held.size() - filled)) > 0)
     filled += static_cast<std::size_t>(got);
-  const bool intact = zip_fclose(file) == 0 && got >= 0 && filled == found->second.size;
-  bytes.resize(intact ? filled : 0);
-  return intact;
+  if (zip_fclose(file) != 0 || filled != held.size()) return false;
+
+  const std::uint64_t limit = std::min(limits_.partBytes, limits_.totalBytes - unpacked_);
+  Unpacking result{true, held.size() > limit, held.size(), 0};
+  if (entry.isDeflated) {
+    result = unpack(held, limit, plain);
+  } else {
+    result.checksum = checksumOf(held);
+  }
+  isPastLimit_ = result.isTooLong;
+  if (result.isTooLong) return false;
+  unpacked_ += result.size;
+  if (!result.isWhole || result.size != entry.size || result.checksum != entry.checksum) return false;
+  if (packed) {
+    *packed =
+        entry.isDeflated ? PackedBytes(std::move(held), result.size, result.checksum) : PackedBytes(std::move(held));
+  } else if (!entry.isDeflated) {
+    *plain = std::move(held);
+  }
+  return true;
 }
+
+bool ZipPackage::read(std::string_view part, std::string& bytes) const {
+  bytes.clear();
+  const bool isWhole = take(part, &bytes, nullptr);
+  if (!isWhole) bytes = {};
+  return isWhole;
+}
+
+bool ZipPackage::readXml(std::string_view part, std::string& bytes) const {
+  if (!read(part, bytes)) return false;
+  xmlWeight_ += measureXml(bytes).weight;
+  isPastLimit_ = xmlWeight_ > limits_.xmlWeight + limits_.xmlWeightPerByte * fileBytes_;
+  if (isPastLimit_) bytes = {};
+  return !isPastLimit_;
+}
+
+bool ZipPackage::readPacked(std::string_view part, PackedBytes& bytes) const { return take(part, nullptr, &bytes); }
+
+namespace {
+
+/// A source of bytes that are packed already.
+zip_source_t* sourceOf(zip_t* archive, const ZipEntry& entry) {
+  if (!entry.packed) return zip_source_buffer(archive, entry.bytes.data(), entry.bytes.size(), 0);
+  const std::string& held = entry.packed->held();
+  if (!entry.packed->isDeflated()) return zip_source_buffer(archive, held.data(), held.size(), 0);
+  struct Reading {
+    const PackedBytes* bytes;
+    std::size_t at;
+    zip_error_t error;
+  };
+  const auto answer = [](void* state, void* data, zip_uint64_t length, zip_source_cmd_t command) -> zip_int64_t {
+    Reading& reading = *static_cast<Reading*>(state);
+    const std::string& all = reading.bytes->held();
+    switch (command) {
+      case ZIP_SOURCE_OPEN:
+        reading.at = 0;
+        return 0;
+      case ZIP_SOURCE_READ: {
+        const std::size_t count = std::min<std::size_t>(length, all.size() - reading.at);
+        std::copy_n(all.data() + reading.at, count, static_cast<char*>(data));
+        reading.at += count;
+        return static_cast<zip_int64_t>(count);
+      }
+      case ZIP_SOURCE_CLOSE:
+        return 0;
+      case ZIP_SOURCE_STAT: {
+        zip_stat_t& stat = *static_cast<zip_stat_t*>(data);
+        zip_stat_init(&stat);
+        stat.valid = ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_COMP_METHOD | ZIP_STAT_CRC;
+        stat.size = reading.bytes->size();
+        stat.comp_size = all.size();
+        stat.comp_method = ZIP_CM_DEFLATE;
+        stat.crc = reading.bytes->checksum();
+        return static_cast<zip_int64_t>(sizeof stat);
+      }
+      case ZIP_SOURCE_ERROR:
+        return zip_error_to_data(&reading.error, data, length);
+      case ZIP_SOURCE_FREE:
+        delete &reading;
+        return 0;
+      case ZIP_SOURCE_SUPPORTS:
+        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT,
+                                              ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE, -1);
+      default:
+        zip_error_set(&reading.error, ZIP_ER_OPNOTSUPP, 0);
+        return -1;
+    }
+  };
+  auto reading = std::make_unique<Reading>(Reading{entry.packed, 0, {}});
+  zip_error_init(&reading->error);
+  zip_source_t* source = zip_source_function(archive, answer, reading.get());
+  if (source) reading.release();
+  return source;
+}
+
+}  // namespace
 
 std::string makeZip(const std::vector<ZipEntry>& entries, bool packed) {
   zip_error_t error;
@@ -142,7 +246,7 @@ std::string makeZip(const std::vector<ZipEntry>& entries, bool packed) {
   }
   bool good = true;
   for (const ZipEntry& entry : entries) {
-    zip_source_t* source = zip_source_buffer(archive, entry.bytes.data(), entry.bytes.size(), 0);
+    zip_source_t* source = sourceOf(archive, entry);
     const zip_int64_t index = source ? zip_file_add(archive, entry.name.c_str(), source, ZIP_FL_ENC_UTF_8) : -1;
     if (index < 0) {
       if (source) zip_source_free(source);
@@ -152,9 +256,11 @@ std::string makeZip(const std::vector<ZipEntry>& entries, bool packed) {
     constexpr zip_uint16_t firstDay = (1 << 5) | 1;  // 1980-01-01, the earliest that a zip can say
     // Large parts are XML full of repetition: the quickest level packs them nearly as well in a third of the time.
     const zip_uint32_t level = entry.bytes.size() > (4u << 20) ? 1 : 6;
-    good = zip_file_set_dostime(archive, static_cast<zip_uint64_t>(index), 0, firstDay, 0) == 0 &&
-           zip_set_file_compression(archive, static_cast<zip_uint64_t>(index), packed ? ZIP_CM_DEFLATE : ZIP_CM_STORE,
-                                    packed ? level : 0) == 0;
+    const bool asItIs = entry.packed && entry.packed->isDeflated();
+    const zip_int32_t method = asItIs ? ZIP_CM_DEFAULT : packed ? ZIP_CM_DEFLATE : ZIP_CM_STORE;
+    good =
+        zip_file_set_dostime(archive, static_cast<zip_uint64_t>(index), 0, firstDay, 0) == 0 &&
+        zip_set_file_compression(archive, static_cast<zip_uint64_t>(index), method, packed && !asItIs ? level : 0) == 0;
     if (!good) break;
   }
   if (!good || zip_close(archive) != 0) {

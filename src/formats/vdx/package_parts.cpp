@@ -68,7 +68,7 @@ void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const s
     if (links == byKey.end()) continue;
     reached.insert(links->first);
     Relationships relationships;
-    std::string xml = links->second->bytes;
+    std::string xml = links->second->bytes.unpacked();
     if (!relationships.parse(part.name, xml).empty()) continue;
     for (const Relationship& one : relationships.all()) {
       if (!one.external) reach(partKey(one.part));
@@ -79,7 +79,7 @@ void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const s
     if (!reached.contains(key) || said.contains(key) || !mayBear(part.name) || !mayBeKept(part.contentType)) continue;
     writer.start("Part").attribute("Name", part.name).attribute("ContentType", part.contentType);
     if (const auto lead = leads.find(key); lead != leads.end()) writer.attribute("RelationshipType", lead->second);
-    writer.raw(toBase64(part.bytes)).end();
+    writer.raw(toBase64(part.bytes.unpacked())).end();
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "formats/package/part_name.h"
+#include "formats/package/xml_measure.h"
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
 #include "formats/vdx/vocabulary.h"
@@ -144,18 +145,31 @@ class Parts {
     const CarriedPart* const links = named(relationshipsPartOf(source.name));
     if (!links || !id) return nullptr;
     Relationships relationships;
-    std::string xml = links->bytes;
+    std::string xml = textOf(*links);
     if (!relationships.parse(source.name, xml).empty()) return nullptr;
     const Relationship* const found = relationships.withId(id);
     return found && !found->external ? named(found->part) : nullptr;
   }
+  /// The XML of a part that is going to be parsed. Empty for what is longer than such parts are, taken together: it
+  /// then goes the way of parts that have no words here.
+  std::string textOf(const CarriedPart& part) const {
+    constexpr std::uint64_t most = 256u << 20, mostWeight = 4'000'000;
+    if (part.bytes.size() > most - text_) return {};
+    std::string text = part.bytes.unpacked();
+    const std::uint64_t weight = measureXml(text).weight;
+    if (weight > mostWeight - weight_) return {};
+    text_ += text.size();
+    weight_ += weight;
+    return text;
+  }
 
  private:
   const CarriedPackage& package_;
+  mutable std::uint64_t text_ = 0, weight_ = 0;  ///< taken so far
 };
 
-std::string windowsElement(const CarriedPart& part) {
-  std::string bytes = part.bytes;
+std::string windowsElement(const Parts& parts, const CarriedPart& part) {
+  std::string bytes = parts.textOf(part);
   pugi::xml_document parsed;
   if (!parseXml(parsed, bytes).empty() || localName(parsed.document_element()) != "Windows") return {};
   XmlWriter writer;
@@ -164,14 +178,14 @@ std::string windowsElement(const CarriedPart& part) {
 }
 
 std::string solutionElements(const Parts& parts, const CarriedPart& list) {
-  std::string bytes = list.bytes;
+  std::string bytes = parts.textOf(list);
   pugi::xml_document parsed;
   if (!parseXml(parsed, bytes).empty()) return {};
   std::string elements;
   for (const pugi::xml_node entry : parsed.document_element()) {
     if (localName(entry) != "Solution") continue;
     const CarriedPart* const part = parts.behind(list, attributeNamed(childNamed(entry, "Rel"), "id"));
-    std::string xml = part ? part->bytes : std::string();
+    std::string xml = part ? parts.textOf(*part) : std::string();
     pugi::xml_document solution;
     if (!part || !parseXml(solution, xml).empty()) continue;
     const pugi::xml_node root = solution.document_element();
@@ -197,7 +211,7 @@ std::string dataElements(const Parts& parts) {
   std::string elements;
   for (const PartKind* kind : {&connectionsKind, &recordsetsKind}) {
     const CarriedPart* const part = parts.ofKind(*kind);
-    std::string bytes = part ? part->bytes : std::string();
+    std::string bytes = part ? parts.textOf(*part) : std::string();
     pugi::xml_document parsed;
     if (!part || !parseXml(parsed, bytes).empty()) continue;
     // The records themselves stand inside their set here.
@@ -207,7 +221,7 @@ std::string dataElements(const Parts& parts) {
     }
     for (pugi::xml_node link : links) {
       const CarriedPart* const records = parts.behind(*part, attributeNamed(link, "id"));
-      std::string xml = records ? records->bytes : std::string();
+      std::string xml = records ? parts.textOf(*records) : std::string();
       link.set_name("ADOData");
       while (link.first_attribute()) link.remove_attribute(link.first_attribute());
       pugi::xml_document recordset;
@@ -342,7 +356,7 @@ SharedElements sharedElements(const CarriedDocument& document) {
   SharedElements made;
   if (!document.package) return made;
   const Parts parts(*document.package);
-  if (const CarriedPart* const windows = parts.ofKind(windowsKind)) made.windows = windowsElement(*windows);
+  if (const CarriedPart* const windows = parts.ofKind(windowsKind)) made.windows = windowsElement(parts, *windows);
   if (const CarriedPart* const list = parts.ofKind(solutionsKind)) made.solutions = solutionElements(parts, *list);
   made.data = dataElements(parts);
 
@@ -352,7 +366,8 @@ SharedElements sharedElements(const CarriedDocument& document) {
   if (!again.package) return made;
   for (const CarriedPart& part : again.package->parts) {
     const CarriedPart* const original = parts.named(part.name);
-    if (original && plainPart(original->bytes) == plainPart(part.bytes)) made.parts.insert(partKey(part.name));
+    if (original && plainPart(parts.textOf(*original)) == plainPart(part.bytes.unpacked()))
+      made.parts.insert(partKey(part.name));
   }
   // A list goes with what it leads to, or all of it stays.
   for (const std::string_view folder : {"/visio/solutions/", "/visio/data/"}) {

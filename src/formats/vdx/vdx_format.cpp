@@ -6,6 +6,7 @@
 
 #include "formats/package/atomic_file.h"
 #include "formats/package/part_name.h"
+#include "formats/package/saving_limits.h"
 #include "formats/vdx/document_reader.h"
 #include "formats/vdx/document_writer.h"
 
@@ -14,16 +15,14 @@ namespace {
 
 constexpr std::string_view endings[] = {"vdx", "vsx", "vtx"};
 constexpr std::string_view stencilEnding = "vsx";
-/// The tree of a file takes several times the room of its text.
-constexpr std::uintmax_t largestFile = 1ull << 29;
 
 /// Empty when the bytes are there; else the end of a sentence.
-std::string load(const std::string& fileName, std::string& bytes) {
+std::string load(const std::string& fileName, const PackageLimits& limits, std::string& bytes) {
   std::error_code error;
   if (!std::filesystem::exists(fileName, error)) return "does not exist; check the name and the folder";
   if (!std::filesystem::is_regular_file(fileName, error)) return "is no file; choose a drawing";
   const std::uintmax_t size = std::filesystem::file_size(fileName, error);
-  if (!error && size > largestFile) return "is larger than any drawing; choose another file";
+  if (!error && size > limits.partBytes) return "is larger than any drawing; choose another file";
   std::ifstream file(fileName, std::ios::binary);
   if (error || !file) return "cannot be read; check that you may read it";
   bytes.resize(static_cast<std::size_t>(size));
@@ -40,7 +39,8 @@ bool VdxFormat::handles(std::string_view fileName) const {
 
 host::OpenResult VdxFormat::open(host::Store& store, const std::string& fileName) const {
   std::string bytes;
-  if (const std::string wrong = load(fileName, bytes); !wrong.empty()) return {{}, fileName + " " + wrong + "."};
+  if (const std::string wrong = load(fileName, limits_, bytes); !wrong.empty())
+    return {{}, fileName + " " + wrong + "."};
   const host::DocumentId id = store.addDocument(std::string(lastStep(fileName)));
   if (const std::string wrong = vdx::readDocument(store, id, bytes); !wrong.empty()) {
     store.removeDocument(id);
@@ -61,7 +61,9 @@ std::string VdxFormat::save(const host::Store& store, host::DocumentId id, const
   if (!handles(fileName)) return fileName + " has no ending of an XML drawing; end its name with .vdx, .vsx or .vtx.";
   const host::Document* const document = store.document(id);
   if (!document) return fileName + " was not written: the drawing is closed; open it again.";
-  const std::string wrong = replaceFile(fileName, vdx::writeDocument(store, *document));
+  const std::string xml = vdx::writeDocument(store, *document);
+  std::string wrong = whyNotSaved(xml, limits_);
+  if (wrong.empty()) wrong = replaceFile(fileName, xml);
   return wrong.empty() ? std::string() : fileName + " " + wrong + ".";
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "formats/package/content_types.h"
+#include "formats/package/packed_bytes.h"
 #include "formats/package/relationships.h"
 #include "host/sheet/store.h"
 
@@ -93,7 +94,7 @@ struct CarriedForeign : host::Extras {
 struct CarriedPart {
   std::string name;
   std::string contentType;
-  std::string bytes;
+  PackedBytes bytes;
 };
 
 /// The package that a document came from. Also tells whether part names and relationships of a page or master are those

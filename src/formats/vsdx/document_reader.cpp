@@ -39,7 +39,9 @@ class DocumentReader {
     for (const auto step :
          {&DocumentReader::openPackage, &DocumentReader::readProperties, &DocumentReader::readDocumentPart,
           &DocumentReader::readMasters, &DocumentReader::readPages, &DocumentReader::keepOtherParts}) {
-      if (std::string wrong = (this->*step)(); !wrong.empty()) return wrong;
+      std::string wrong = (this->*step)();
+      if (state_.package.isPastLimit()) return std::string(isPastLimits);
+      if (!wrong.empty()) return wrong;
     }
     host::evaluateMissing(state_.store, state_.unvalued);
     carried_->package = state_.carriedPackage;
@@ -53,7 +55,7 @@ class DocumentReader {
 
   std::string loadBytes(const std::string& part, std::string& bytes) {
     if (!state_.package.has(part)) return "is damaged: its part " + part + " is missing; " + std::string(getAgain);
-    if (!state_.package.read(part, bytes)) return damagedPart(part, "the bytes do not unpack");
+    if (!state_.package.readXml(part, bytes)) return damagedPart(part, "the bytes do not unpack");
     state_.taken.insert(partKey(part));
     return {};
   }
@@ -68,7 +70,7 @@ class DocumentReader {
     const std::string part = relationshipsPartOf(source);
     if (!state_.package.has(part)) return {};
     std::string xml;
-    if (!state_.package.read(part, xml)) return damagedPart(part, "the bytes do not unpack");
+    if (!state_.package.readXml(part, xml)) return damagedPart(part, "the bytes do not unpack");
     state_.taken.insert(partKey(part));
     const std::string wrong = relationships.parse(source, xml);
     return wrong.empty() ? std::string() : damagedPart(part, wrong);
@@ -96,7 +98,7 @@ std::string DocumentReader::openPackage() {
   const std::string noDrawing = "is a zip file without a drawing in it; choose a .vsdx, .vssx or .vstx file";
   std::string xml;
   if (!state_.package.has(contentTypesPart)) return noDrawing;
-  if (!state_.package.read(contentTypesPart, xml)) return damagedPart(contentTypesPart, "the bytes do not unpack");
+  if (!state_.package.readXml(contentTypesPart, xml)) return damagedPart(contentTypesPart, "the bytes do not unpack");
   if (const std::string wrong = package().contentTypes.parse(xml); !wrong.empty())
     return damagedPart(contentTypesPart, wrong);
   state_.taken.insert(partKey(contentTypesPart));
@@ -128,7 +130,7 @@ std::string DocumentReader::readProperties() {
     const Relationship* const found = package().root.ofType(part.type);
     if (!found || !state_.package.has(found->part)) continue;
     std::string& xml = (*carried_).*part.xml;
-    if (!state_.package.read(found->part, xml)) return damagedPart(found->part, "the bytes do not unpack");
+    if (!state_.package.readXml(found->part, xml)) return damagedPart(found->part, "the bytes do not unpack");
     if (const std::string wrong = part.read(xml, document().properties); !wrong.empty())
       return damagedPart(found->part, wrong);
     package().*part.name = found->part;
@@ -278,7 +280,7 @@ std::string DocumentReader::keepOtherParts() {
   for (const std::string& name : state_.package.names()) {
     if (state_.taken.contains(partKey(name))) continue;
     CarriedPart part{name, package().contentTypes.typeOf(name), {}};
-    if (!state_.package.read(name, part.bytes)) return damagedPart(name, "the bytes do not unpack");
+    if (!state_.package.readPacked(name, part.bytes)) return damagedPart(name, "the bytes do not unpack");
     package().parts.push_back(std::move(part));
   }
   return {};

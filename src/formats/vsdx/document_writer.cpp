@@ -339,7 +339,7 @@ std::vector<ZipEntry> DocumentWriter::write() {
     if (!output.relationships.empty()) add(relationshipsPartOf(output.name), output.relationships.xml());
     add(output.name, std::move(output.bytes));
   }
-  for (const CarriedPart* part : kept_) add(part->name, part->bytes);
+  for (const CarriedPart* part : kept_) entries.push_back({part->name.substr(1), {}, &part->bytes});
   return entries;
 }
 

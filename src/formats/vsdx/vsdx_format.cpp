@@ -5,6 +5,7 @@
 
 #include "formats/package/atomic_file.h"
 #include "formats/package/part_name.h"
+#include "formats/package/saving_limits.h"
 #include "formats/vsdx/document_reader.h"
 #include "formats/vsdx/document_writer.h"
 
@@ -22,7 +23,7 @@ bool VsdxFormat::handles(std::string_view fileName) const { return kindOf(fileNa
 
 host::OpenResult VsdxFormat::open(host::Store& store, const std::string& fileName) const {
   ZipPackage package;
-  if (const std::string wrong = package.open(fileName); !wrong.empty()) return {{}, fileName + " " + wrong + "."};
+  if (const std::string wrong = package.open(fileName, limits_); !wrong.empty()) return {{}, fileName + " " + wrong + "."};
   const host::DocumentId id = store.addDocument(std::string(lastStep(fileName)));
   if (const std::string wrong = readDocument(store, id, package); !wrong.empty()) {
     store.removeDocument(id);
@@ -43,10 +44,9 @@ std::string VsdxFormat::save(const host::Store& store, host::DocumentId id, cons
   if (!kind) return fileName + " has no ending of a drawing; end its name with .vsdx, .vssx or .vstx.";
   const host::Document* const document = store.document(id);
   if (!document) return fileName + " was not written: the drawing is closed; open it again.";
-  const std::string bytes = makeZip(writeDocument(store, *document, *kind));
-  if (bytes.empty())
-    return fileName + " was not written: there is not enough memory; close other programs and try again.";
-  const std::string wrong = replaceFile(fileName, bytes);
+  std::string bytes;
+  std::string wrong = makePackage(writeDocument(store, *document, *kind), limits_, bytes);
+  if (wrong.empty()) wrong = replaceFile(fileName, bytes);
   return wrong.empty() ? std::string() : fileName + " " + wrong + ".";
 }
 
