@@ -63,6 +63,10 @@ py::list copiesLeftBehindFor(const std::string& folder) {
   return all;
 }
 
+void discardCopyOf(const std::string& copy) {
+  if (const std::string wrong = discardCopy(copy); !wrong.empty()) throw Refused{"discard_copy", copy, wrong};
+}
+
 }  // namespace
 
 PYBIND11_MODULE(_quorvel, module) {
@@ -70,7 +74,7 @@ PYBIND11_MODULE(_quorvel, module) {
   module.def("members", members);
   module.def("event_names", eventNames);
   module.def("copies_left_behind", copiesLeftBehindFor);
-  module.def("discard_copy", &discardCopy);
+  module.def("discard_copy", discardCopyOf);
 
   py::class_<ObjectRef>(module, "Reference")
       .def_property_readonly("kind", [](const ObjectRef& object) { return static_cast<int>(object.kind); })

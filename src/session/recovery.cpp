@@ -1,15 +1,18 @@
 #include "session/recovery.h"
 
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <sstream>
+#include <system_error>
 
 #include "base/profile_text.h"
-#include "formats/package/atomic_file.h"
 #include "host/cells/cell_name.h"
 #include "host/commands/documents.h"
 
@@ -22,24 +25,72 @@ constexpr std::string_view section = "Recovery";
 constexpr const char* companionEnding = ".recovery";
 constexpr int patience = 20;  ///< a copy takes at most one part in twenty of the time
 
-std::string contentsOf(const fs::path& file) {
-  std::ostringstream contents;
-  contents << std::ifstream(file, std::ios::binary).rdbuf();
-  return contents.str();
+/// Between the document's name and the random part of a copy's. A name of this form is given to nothing else.
+constexpr std::string_view mark = " recovery-";
+constexpr std::size_t randomLetters = 32;
+/// So that a long name leaves room for the rest on every file system.
+constexpr std::size_t longestStart = 100;
+constexpr std::size_t longestCompanion = 64 << 10;
+
+/// 128 random bits; empty when the system has none.
+std::string randomName() {
+  unsigned char bytes[randomLetters / 2];
+  if (::getrandom(bytes, sizeof bytes, 0) != static_cast<ssize_t>(sizeof bytes)) return {};
+  std::string letters;
+  for (const unsigned char byte : bytes) {
+    letters += "0123456789abcdef"[byte >> 4];
+    letters += "0123456789abcdef"[byte & 15];
+  }
+  return letters;
 }
 
-/// Tells a process from a later one of the same number: the time that it started, in ticks since the machine did.
-std::string startOfProcess(const std::string& process) {
-  const std::string stat = contentsOf("/proc/" + process + "/stat");
-  // The second field is the program's name in parentheses, which may hold anything.
-  std::istringstream fields(stat.substr(std::min(stat.size(), stat.rfind(')') + 1)));
-  std::string field;
-  for (int number = 3; number <= 22; ++number)
-    if (!(fields >> field)) return {};
-  return field;
+std::string cutAtLetter(std::string name, std::size_t most) {
+  if (name.size() <= most) return name;
+  while (most > 0 && (static_cast<unsigned char>(name[most]) & 0xC0) == 0x80) --most;
+  return name.substr(0, most);
 }
 
-std::string thisProcess() { return std::to_string(::getpid()); }
+/// The document's name as a copy's own name tells it; missing for other files.
+std::optional<std::string> nameOfCopy(const fs::path& copy) {
+  const std::string stem = copy.stem().string();
+  if (stem.size() < mark.size() + randomLetters) return {};
+  const std::size_t at = stem.size() - mark.size() - randomLetters;
+  const auto isRandom = [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); };
+  if (stem.compare(at, mark.size(), mark) != 0 || !std::ranges::all_of(stem.substr(at + mark.size()), isRandom))
+    return {};
+  if (copy.extension().empty() || copy.extension() == companionEnding) return {};
+  return stem.substr(0, at) + copy.extension().string();
+}
+
+/// The current folder may be another one when a copy is written.
+std::string absoluteName(const std::string& folder) {
+  std::error_code failed;
+  const fs::path absolute = fs::absolute(folder, failed);
+  return failed ? folder : absolute.lexically_normal().string();
+}
+
+/// Folders that are missing are made for the user alone.
+void makeFolder(const fs::path& folder) {
+  std::error_code ignored;
+  if (folder.empty() || fs::exists(folder, ignored)) return;
+  makeFolder(folder.parent_path());
+  ::mkdir(folder.c_str(), 0700);
+}
+
+/// The file itself, not what a link leads to.
+bool isOwnFile(const std::string& file, struct stat& status) {
+  return ::lstat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
+}
+
+std::string contentsOfCompanion(const std::string& file) {
+  struct stat status;
+  if (!isOwnFile(file, status)) return {};
+  std::string contents(longestCompanion, '\0');
+  std::ifstream stream(file, std::ios::binary);
+  stream.read(contents.data(), static_cast<std::streamsize>(contents.size()));
+  contents.resize(static_cast<std::size_t>(stream.gcount()));
+  return contents;
+}
 
 /// Puts another value into a cell for as long as it stands, behind everybody's back.
 class StandIn {
@@ -70,8 +121,6 @@ std::string companionText(const host::Document& document) {
   };
   put("Name", document.name);
   put("Original", document.path.empty() ? std::string() : document.path + document.name);
-  put("Process", thisProcess());
-  put("Started", startOfProcess(thisProcess()));
   return text;
 }
 
@@ -85,17 +134,27 @@ std::string writeCopyAside(host::Engine& engine, host::DocumentId id, const std:
   return written.reason();
 }
 
-RecoveryCopies::RecoveryCopies(host::Engine& engine, std::string folder, std::chrono::seconds interval)
+RecoveryCopies::RecoveryCopies(host::Engine& engine, const std::string& folder, std::chrono::seconds interval)
     : engine_(engine),
-      folder_(std::move(folder)),
+      folder_(absoluteName(folder)),
       interval_(interval),
       due_(std::chrono::steady_clock::now() + interval) {
   engine_.undo.onStep = [this] { updateWhenDue(); };
+  engine_.events.advise(*this);
 }
 
 RecoveryCopies::~RecoveryCopies() {
+  engine_.events.unadvise(*this);
   engine_.undo.onStep = nullptr;
-  for (const auto& [document, copy] : copies_) discardCopy(copy.file);
+  removeSettled();
+}
+
+void RecoveryCopies::BeforeDocumentClose(Document document) {
+  leaveToParent();
+  const auto closing = copies_.find(host::DocumentId{document.ref().id});
+  if (closing == copies_.end()) return;
+  remove(closing->second);
+  copies_.erase(closing);
 }
 
 void RecoveryCopies::updateWhenDue() {
@@ -106,62 +165,123 @@ void RecoveryCopies::updateWhenDue() {
   due_ = end + std::max(interval_, (end - start) * patience);
 }
 
+void RecoveryCopies::leaveToParent() {
+  if (forks_ == forksSoFar()) return;
+  forks_ = forksSoFar();
+  copies_.clear();
+}
+
+void RecoveryCopies::removeSettled() {
+  leaveToParent();
+  for (auto each = copies_.begin(); each != copies_.end();) {
+    const host::Document* document = engine_.store.document(each->first);
+    if (document && !document->saved) {
+      ++each;
+      continue;
+    }
+    remove(each->second);
+    each = copies_.erase(each);
+  }
+}
+
+/// The copy goes first: what is left of a removal that was cut short is no copy.
+void RecoveryCopies::remove(Copy& copy) {
+  ::unlink(copy.file.c_str());
+  ::unlink((copy.file + companionEnding).c_str());
+  copy.companion.reset();
+}
+
 void RecoveryCopies::update() {
-  std::erase_if(copies_, [&](const auto& each) {
-    const host::Document* document = engine_.store.document(each.first);
-    if (document && !document->saved) return false;
-    discardCopy(each.second.file);
-    return true;
-  });
+  removeSettled();
   for (const host::DocumentId id : engine_.store.documents())
     if (const host::Document& document = *engine_.store.document(id); !document.saved) write(id, document);
+}
+
+/// Makes the files of a copy, the companion first: it is held before there is a copy to be found.
+std::string RecoveryCopies::make(Copy& copy) const {
+  makeFolder(folder_);
+  const std::string random = randomName();
+  copy.file = (fs::path(folder_) / (copy.start + std::string(mark) + random + copy.ending)).string();
+  if (random.empty()) return copy.file + " was not written: the system gives no random numbers.";
+  const std::string companion = copy.file + companionEnding;
+  std::string wrong;
+  copy.companion = std::make_unique<HeldFile>(companion, wrong);
+  if (!wrong.empty()) return companion + " was not written (" + wrong + ").";
+  const int file = ::open(copy.file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+  if (file < 0) {
+    wrong = copy.file + " was not written (" + std::generic_category().message(errno) + ").";
+    ::unlink(companion.c_str());
+    return wrong;
+  }
+  ::close(file);
+  return {};
 }
 
 void RecoveryCopies::write(host::DocumentId id, const host::Document& document) {
   const std::uint64_t changeCount = engine_.undo.changeCount(id);
   const auto known = copies_.find(id);
   if (known != copies_.end() && known->second.changeCount == changeCount) return;
-  std::error_code failed;
-  fs::create_directories(folder_, failed);
   const fs::path name(document.name);
   // A document that was never saved has no ending, and one of a kind that is only read can't be written back.
   const bool canBeWritten = host::formatFor(engine_.formats, document.name) != nullptr;
-  const std::string ending = canBeWritten ? name.extension().string() : ".vsdx";
-  const std::string file =
-      (fs::path(folder_) / (name.stem().string() + " " + thisProcess() + "-" + std::to_string(id.value) + ending))
-          .string();
-  if (const std::string wrong = writeCopyAside(engine_, id, file); !wrong.empty()) {
+  Copy fresh;
+  fresh.start = cutAtLetter(name.stem().string(), longestStart);
+  fresh.ending = canBeWritten ? name.extension().string() : ".vsdx";
+  const bool isNew =
+      known == copies_.end() || known->second.start != fresh.start || known->second.ending != fresh.ending;
+  if (isNew) {
+    if (const std::string wrong = make(fresh); !wrong.empty()) {
+      lastError = wrong;
+      return;
+    }
+  }
+  Copy& copy = isNew ? fresh : known->second;
+  if (const std::string text = companionText(document); text != copy.companionText) {
+    if (copy.companion->write(text)) {
+      copy.companionText = text;
+    } else {
+      lastError = copy.file + companionEnding + " was not written.";
+    }
+  }
+  if (const std::string wrong = writeCopyAside(engine_, id, copy.file); !wrong.empty()) {
     lastError = wrong;
+    if (isNew) remove(copy);
     return;
   }
-  if (const std::string wrong = formats::replaceFile(file + companionEnding, companionText(document)); !wrong.empty())
-    lastError = file + companionEnding + " " + wrong + ".";
-  // Saved under another name since the last copy.
-  if (known != copies_.end() && known->second.file != file) discardCopy(known->second.file);
-  copies_[id] = {file, changeCount};
+  copy.changeCount = changeCount;
+  if (!isNew) return;
+  if (known != copies_.end()) remove(known->second);
+  copies_[id] = std::move(fresh);
 }
 
 std::vector<LeftBehind> copiesLeftBehind(const std::string& folder) {
   std::vector<LeftBehind> found;
   std::error_code failed;
   for (fs::directory_iterator each(folder, failed), end; !failed && each != end; each.increment(failed)) {
-    if (each->path().extension() != companionEnding) continue;
-    const std::string companion = contentsOf(each->path());
+    const std::optional<std::string> name = nameOfCopy(each->path());
+    const std::string copy = each->path().string(), companionFile = copy + companionEnding;
+    struct stat status;
+    // An empty one was never written.
+    if (!name || !isOwnFile(copy, status) || status.st_size == 0 || isHeld(companionFile)) continue;
+    const std::string companion = contentsOfCompanion(companionFile);
     const auto value = [&](std::string_view key) { return profileValue(companion, section, key).or_({}); };
-    const std::string process = value("Process"), started = value("Started");
-    if (!process.empty() && !started.empty() && startOfProcess(process) == started) continue;
-    const fs::path copy = fs::path(each->path()).replace_extension();
-    std::error_code ignored;
-    if (fs::exists(copy, ignored)) found.push_back({copy.string(), value("Original"), value("Name")});
+    const std::string told = value("Name");
+    found.push_back({copy, value("Original"), told.empty() ? *name : told});
   }
   std::ranges::sort(found, {}, &LeftBehind::copy);
   return found;
 }
 
-void discardCopy(const std::string& copy) {
-  std::error_code ignored;
-  fs::remove(copy, ignored);
-  fs::remove(copy + companionEnding, ignored);
+std::string discardCopy(const std::string& copy) {
+  const std::string companion = copy + companionEnding;
+  struct stat status;
+  const bool isThere = ::lstat(copy.c_str(), &status) == 0;
+  if (!nameOfCopy(copy) || (isThere && !S_ISREG(status.st_mode)))
+    return "was not removed: it is no copy that was written for recovery";
+  if (isHeld(companion)) return "was not removed: the drawing that it is a copy of is still open";
+  if (isThere && ::unlink(copy.c_str()) != 0) return "was not removed (" + std::generic_category().message(errno) + ")";
+  if (::lstat(companion.c_str(), &status) == 0 && S_ISREG(status.st_mode)) ::unlink(companion.c_str());
+  return {};
 }
 
 }  // namespace quorvel

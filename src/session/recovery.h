@@ -4,10 +4,12 @@
 #include <chrono>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "host/engine/engine.h"
+#include "session/held_file.h"
 
 namespace quorvel {
 
@@ -17,13 +19,16 @@ namespace quorvel {
 std::string writeCopyAside(host::Engine& engine, host::DocumentId document, const std::string& fileName);
 
 /// Writes a copy of each document with unsaved changes into a folder, again when it has changed since; the copy goes
-/// when the document is saved or closed, and all go with this object. What is left behind is of a process that died.
-class RecoveryCopies {
+/// when the document is saved or closed. Copies of documents that are unsaved at the end stay, whatever ended: a
+/// process that died, a script with an error. Each copy has a name of its own that no other process takes, and is held
+/// as long as its process runs. A child that was forked off writes copies of its own.
+class RecoveryCopies : ApplicationEvents {
  public:
-  /// The folder is made when the first copy is written. From here on a copy is written after a step when the last one
-  /// is older than `interval`, or than twenty times what it took: large drawings must not stall.
-  RecoveryCopies(host::Engine& engine, std::string folder, std::chrono::seconds interval = std::chrono::seconds(60));
-  ~RecoveryCopies();
+  /// The folder is made, for the user alone, when the first copy is written. From here on a copy is written after a
+  /// step when the last one is older than `interval`, or than twenty times what it took: large drawings must not stall.
+  RecoveryCopies(host::Engine& engine, const std::string& folder,
+                 std::chrono::seconds interval = std::chrono::seconds(60));
+  ~RecoveryCopies() override;
   RecoveryCopies(const RecoveryCopies&) = delete;
   RecoveryCopies& operator=(const RecoveryCopies&) = delete;
 
@@ -35,29 +40,46 @@ class RecoveryCopies {
  private:
   struct Copy {
     std::string file;
+    std::string start, ending;  ///< of the name
+    std::string companionText;
+    std::unique_ptr<HeldFile> companion;
     std::uint64_t changeCount = 0;
   };
+
+  void DocumentSaved(Document) override { removeSettled(); }
+  void DocumentSavedAs(Document) override { removeSettled(); }
+  void BeforeDocumentClose(Document document) override;
+
   void updateWhenDue();
+  /// Lets go of what belongs to the process that this one was forked off.
+  void leaveToParent();
+  void removeSettled();
+  static void remove(Copy& copy);
   void write(host::DocumentId id, const host::Document& document);
+  std::string make(Copy& copy) const;
 
   host::Engine& engine_;
-  std::string folder_;
+  const std::string folder_;
   std::chrono::steady_clock::duration interval_;
   std::chrono::steady_clock::time_point due_;
   std::map<host::DocumentId, Copy> copies_;
+  unsigned forks_ = forksSoFar();
 };
 
-/// A copy whose process is gone.
+/// A copy that no running process holds.
 struct LeftBehind {
   std::string copy;      ///< full name of the copy
-  std::string original;  ///< where the document was saved last; empty: never
+  std::string original;  ///< where the document was saved last; empty: never, or nobody knows any more
   std::string name;      ///< the document's, to show
 };
 
-/// In the order of their names; copies of running processes are left out. Empty for a folder that is not there.
+/// In the order of their names, also such as lost the file that tells where they come from; only the user's own. Empty
+/// for a folder that is not there.
 std::vector<LeftBehind> copiesLeftBehind(const std::string& folder);
 
-/// Removes a copy and what belongs to it, once it was opened or is not wanted.
-void discardCopy(const std::string& copy);
+/// Removes a copy and what belongs to it, once it was opened or is not wanted; what is removed already is passed over.
+/// Empty when it went well, else why not, as the end of a sentence that begins with the file's name: only what was
+/// written as a copy is removed, and only when no running process holds it.
+std::string discardCopy(const std::string& copy);
 
 }  // namespace quorvel

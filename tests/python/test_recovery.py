@@ -1,4 +1,4 @@
-"""A script that dies leaves copies of its unsaved drawings, and the next one takes them back."""
+"""A script that ends with unsaved drawings leaves copies of its unsaved drawings, and the next one takes them back."""
 
 import os
 import subprocess
@@ -19,14 +19,30 @@ doc.SaveAs(saved)
 task = app.Documents.Open(quorvel.stencil_path()).Masters("Task")
 doc.Pages(1).Drop(task, 3, 6)
 app.WriteRecoveryCopies()
-os._exit(1)
 """
+# How a script may end before it saved, and with what status.
+ENDS = {
+    "killed": ("os._exit(1)", 1),
+    "error": ("raise RuntimeError('no more')", 1),
+    "error in a function": ("def work():\n    inner = app\n    inner.Documents('nowhere')\nwork()", 1),
+    "exit": ("sys.exit('no more')", 1),
+    "error while a child was made": (
+        "child = os.fork()\nif not child:\n    sys.exit(0)\nos.waitpid(child, 0)\nraise RuntimeError('no more')",
+        1,
+    ),
+}
 
 
-def test_work_of_a_script_that_died_is_taken_back(tmp_path):
+def run_script(text, *arguments):
+    script = [sys.executable, "-c", text, *map(str, arguments)]
+    return subprocess.run(script, env=environment_for_children(), stderr=subprocess.DEVNULL).returncode
+
+
+@pytest.mark.parametrize("end", ENDS)
+def test_work_of_a_script_that_died_is_taken_back(tmp_path, end):
     saved, copies = str(tmp_path / "map.vsdx"), tmp_path / "copies"
-    died = subprocess.run([sys.executable, "-c", DYING, str(tmp_path), saved], env=environment_for_children())
-    assert died.returncode == 1
+    last_words, status = ENDS[end]
+    assert run_script(DYING + last_words, tmp_path, saved) == status
     (left,) = quorvel.copies_left_behind(copies)
     assert (left.original, left.name) == (saved, "map.vsdx")
 
@@ -36,6 +52,15 @@ def test_work_of_a_script_that_died_is_taken_back(tmp_path):
     assert len(shapes) == 4 and shapes(4).Cells("Prop.Task_ID").ResultStr(0) == shapes(4).Name
     quorvel.discard_copy(left.copy)
     assert quorvel.copies_left_behind(copies) == [] and os.listdir(copies) == []
+    with pytest.raises(quorvel.HostError, match="no copy that was written for recovery"):
+        quorvel.discard_copy(saved)
+    assert os.path.exists(saved)
+
+
+def test_who_saves_or_quits_leaves_nothing(tmp_path):
+    for last_words in ("doc.Save()", "app.Quit()"):
+        assert run_script(DYING + last_words, tmp_path, tmp_path / "map.vsdx") == 0
+        assert os.listdir(tmp_path / "copies") == []
 
 
 def test_no_copies_without_a_folder(tmp_path):

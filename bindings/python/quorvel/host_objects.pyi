@@ -75,7 +75,8 @@ class Application(Handle):
     profile: the folder of Quorvel.ini, or that file; None for the user's own.
     answers: "defaults" accepts every form as it opens and says Yes; None leaves what no handler answers unanswered.
     recovery: a folder for copies of unsaved drawings, written aside about every minute while there are changes and
-        removed when they are saved or closed; None writes none. See quorvel.copies_left_behind.
+        removed when they are saved or closed; None writes none. Those of drawings that are unsaved when the script
+        ends stay, so a script that is done without saving calls Quit. See quorvel.copies_left_behind.
     """
 
     OnForm: Callable[[Form], object] | None

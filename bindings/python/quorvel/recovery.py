@@ -1,4 +1,4 @@
-"""Copies of unsaved drawings that a process left behind when it died."""
+"""Copies of unsaved drawings that were left behind by a process that ended without saving or closing them."""
 
 from __future__ import annotations
 
@@ -14,7 +14,7 @@ class LeftBehind(NamedTuple):
     copy: str
     """Its full name."""
     original: str
-    """Where the drawing was saved last; empty when it never was."""
+    """Where the drawing was saved last; empty when it never was, or when that is not known any more."""
     name: str
     """The name of the drawing."""
 
@@ -25,5 +25,8 @@ def copies_left_behind(folder: str | os.PathLike[str]) -> list[LeftBehind]:
 
 
 def discard_copy(copy: str | os.PathLike[str]) -> None:
-    """Removes a copy and what belongs to it, once it was taken back or is not wanted."""
+    """Removes a copy and what belongs to it, once it was taken back or is not wanted.
+
+    Raises HostError for a file that is no such copy, and for a copy that belongs to a drawing that is still open.
+    """
     _quorvel.discard_copy(os.fspath(copy))

@@ -1,10 +1,12 @@
 #include "formats/package/atomic_file.h"
 
 #include <fcntl.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 
@@ -57,11 +59,13 @@ std::string replaceFile(const std::string& fileName, std::string_view bytes, Flu
     keepMode = true;
   }
 
-  const std::string start = ".quorvel-" + std::to_string(::getpid()) + "-";
   fs::path beside;
   int file = -1;
   for (int attempt = 0; attempt < 100 && file < 0; ++attempt) {
-    beside = folder / (start + std::to_string(attempt) + ".tmp");
+    // No number of the process: others have the same, and what they left when they were killed must not be in the way.
+    std::uint64_t random = 0;
+    if (::getrandom(&random, sizeof random, 0) != static_cast<ssize_t>(sizeof random)) break;
+    beside = folder / (".quorvel-" + std::to_string(random) + ".tmp");
     file = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (file < 0 && errno != EEXIST) break;
   }

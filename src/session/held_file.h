@@ -1,0 +1,35 @@
+// A file that a running program holds, so that others can tell whether its owner still runs. Process numbers cannot say
+// that: in containers every program has the same.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvel {
+
+/// How often this process was forked off another: objects made before belong to that one.
+unsigned forksSoFar();
+
+/// Held from its making to the end of the object or of the process that made it, whatever becomes of its children.
+class HeldFile {
+ public:
+  /// Makes the file for this user alone. It must not exist; `error` says why it could not be made.
+  HeldFile(const std::string& fileName, std::string& error);
+  ~HeldFile();
+  HeldFile(const HeldFile&) = delete;
+  HeldFile& operator=(const HeldFile&) = delete;
+
+  /// Replaces what is in it. False when that failed.
+  bool write(std::string_view text);
+
+ private:
+  bool isOurs() const;
+
+  int file_ = -1;
+  unsigned forks_ = 0;
+};
+
+/// True while the file exists and its owner, in whatever process, holds it.
+bool isHeld(const std::string& fileName);
+
+}  // namespace quorvel
