@@ -54,13 +54,13 @@ void measure(int tasks) {
     for (const Shape& shape : all) fill(shape);
   });
   const double redraw = cpuMilliseconds([&] {
-    addin::applyTaskDisplayOptions(addin, {1, 1, 1, 1, 1, 1, 1, 1, 1}, "Page");
+    addin::applyTaskDisplayOptions(addin, addin::shownNow(addin), {1, 1, 1, 1, 1, 1, 1, 1, 1}, "Page");
   });
   map.session.platform().onForm = answer;
   const double options = cpuMilliseconds([&] { addin::cbrQuorvelOption_Click(addin); });
   const double rename = cpuMilliseconds([&] { addin::cbrBtnCustomizeRoleName_Click(addin); });
   const std::string role = all.front().Cells("Prop.Responsible_Role").ResultStr(visio::unitsNone).or_("");
-  const double off = cpuMilliseconds([&] { addin::applyTaskDisplay(addin, "Page"); });
+  const double off = cpuMilliseconds([&] { addin::applyTaskDisplay(addin, addin::shownNow(addin), "Page"); });
   std::printf(
       "%6d Tasks, ms for each: entries %6.2f  redraw %6.2f  options %6.2f  rename %6.2f  off %6.3f; peak %5.0f MiB%s\n",
       tasks, entries / tasks, redraw / tasks, options / tasks, rename / tasks, off / tasks, peakMemory(),

@@ -39,7 +39,9 @@ class dsrVisioConnect : public ApplicationEvents {
   Selection globalSelectionObj;  ///< what the last deletion or selection change worked on
   bool toolbarBuilt = false;     ///< the toolbar stands while any document of ours is open
 
-  // One paste: what lies between two selection changes. Each question is asked once for it.
+  // One paste: what lies between two selection changes. Each question is asked once for it. All that follows speaks of
+  // the drawing that is pasted into; shapes that come to another one are a batch of their own, see joinPasteBatch.
+  Document batchDocument;
   bool flagShapeAdded = false;         ///< a new selection has begun, so the next added shape opens a new batch
   bool flagTimeUnitAbbr = false;       ///< the question about time unit abbreviations was asked
   bool flagFeqAbbr_1 = false;          ///< "different description" was asked

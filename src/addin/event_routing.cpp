@@ -1,14 +1,15 @@
 // Which host event leads where: each handler is a guard and a call of the routine that owns the consequence.
 //
-// Guards look at the host and not at flags where they can, because a handler may be entered again by its own writes. A
-// test whose read fails is false. Rows that end in a comment have no consequence: nothing reacts to that event yet.
+// Guards look at the host and not at flags where they can, because a handler may be entered again by its own writes.
+// They look at the document and page of the event, which need not be the active ones: a script works on drawings that
+// are not shown. A test whose read fails is false. Rows that end in a comment have no consequence: nothing reacts to
+// that event yet.
 #include "addin/dsr_visio_connect.h"
 #include "addin/host_queries.h"
 #include "base/text.h"
 #include "document/document_created.h"
 #include "document/hover_upkeep.h"
 #include "document/initialize_page.h"
-#include "document/logo_bounds.h"
 #include "shapes/formula_changes.h"
 #include "shapes/paste_batch.h"
 #include "shapes/shape_added.h"
@@ -18,13 +19,11 @@ namespace quorvel::addin {
 namespace {
 
 /// Cells that the add-in itself writes around every save.
-bool isOwnBookkeeping(const Cell& cell) {
-  const std::string name = cell.Name().or_({});
+bool isOwnBookkeeping(std::string_view name) {
   if (equalIgnoringCase(name, "User.AddinIsFound")) return true;
   // "Actions.Menu[1]" and, of a row with a name, "Actions.Row_1.Menu".
   if (!startsWithIgnoringCase(name, "Actions.")) return false;
-  const std::string_view column = std::string_view(name).substr(name.rfind('.') + 1);
-  return startsWithIgnoringCase(column, "Menu");
+  return startsWithIgnoringCase(name.substr(name.rfind('.') + 1), "Menu");
 }
 
 bool showsDrawing(const Window& window) {
@@ -85,17 +84,19 @@ void dsrVisioConnect::WindowActivated(Window window) {
 // Pages.
 
 void dsrVisioConnect::PageAdded(Page page) {
-  if (isQuorvelDocument(*this) && isInitialized(*this) && page.Background() == false) initializePage(*this, page);
+  if (isForeground(page) && isMap(page.Document())) initializePage(*this, page);
 }
 
-void dsrVisioConnect::PageChanged(Page) {
-  // No guard of its own. Nothing reacts yet: links keep the page name that they were made with.
+void dsrVisioConnect::PageChanged(Page page) {
+  if (isMap(page.Document())) fitToPageKind(*this, page);
+  // Nothing reacts yet to another name: links keep the page name that they were made with.
 }
 
 // Shapes and cells.
 
 void dsrVisioConnect::ShapeAdded(Shape shape) {
-  if (onForegroundPage(*this)) gvsoApp_ShapeAdded(*this, shape);
+  const Page page = shape.ContainingPage();
+  if (isForeground(page)) gvsoApp_ShapeAdded(*this, shape, page);
 }
 
 void dsrVisioConnect::BeforeShapeDelete(Shape) {
@@ -103,15 +104,17 @@ void dsrVisioConnect::BeforeShapeDelete(Shape) {
 }
 
 void dsrVisioConnect::CellChanged(Cell cell) {
-  if (isOwnBookkeeping(cell) || !inPageWindow(*this) || !onForegroundPage(*this)) return;
-  keepLogoInsidePage(cell);
-  gvsoApp_CellChanged(*this, cell);
+  // Cells of masters and of background pages are let through no further than the class of their shape.
+  const std::string name = cell.Name().or_({});
+  if (!isOwnBookkeeping(name)) gvsoApp_CellChanged(*this, cell, name);
 }
 
 void dsrVisioConnect::FormulaChanged(Cell cell) { gvsoApp_FormulaChanged(*this, cell); }
 
-void dsrVisioConnect::SelectionChanged(Window) {
-  if (gvsoApp.ActiveWindow().SubType() == visio::windowPage && onForegroundPage(*this)) beginPasteBatch(*this);
+void dsrVisioConnect::SelectionChanged(Window window) {
+  if (!(window.SubType() == visio::windowPage)) return;
+  const Page page = window.Page();
+  if (isForeground(page)) beginPasteBatch(*this, window, page.Document());
 }
 
 // Text.
@@ -160,6 +163,7 @@ void dsrVisioConnect::Click(CommandBarButton) {
 void dsrVisioConnect::MouseDown(int button, int, double, double) { flag_right = button == rightButton; }
 
 void dsrVisioConnect::MouseMove(int, int, double x, double y) {
+  // The pointer is over the window that is active; the event does not say which page.
   if (showsDrawing(gvsoApp.ActiveWindow())) gvsoApp_MouseMove(*this, x, y);
 }
 

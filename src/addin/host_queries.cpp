@@ -18,25 +18,52 @@ bool hasQuorvelTemplate(const Document& document) {
   return containsIgnoringCase(document.Template().or_({}), "Quorvel");
 }
 
-bool isQuorvelDocument(const dsrVisioConnect& connect) { return hasQuorvelTemplate(connect.gvsoApp.ActiveDocument()); }
-
-bool isInitialized(const dsrVisioConnect& connect) {
-  return connect.gvsoApp.ActiveDocument().DocumentSheet().CellExists("User.Based_On_ZNB", 1) == true;
+bool isInitialized(const Document& document) {
+  return document.DocumentSheet().CellExists("User.Based_On_ZNB", 1) == true;
 }
 
-bool inPageWindow(const dsrVisioConnect& connect) {
-  const Window window = connect.gvsoApp.ActiveWindow();
-  return window.Type() == visio::windowDrawing && window.SubType() == visio::windowPage;
+bool isMap(const Document& document) { return hasQuorvelTemplate(document) && isInitialized(document); }
+
+bool isForeground(const Page& page) { return page.Background() == false; }
+
+bool isOnMapPage(const Shape& shape) {
+  const Page page = shape.ContainingPage();
+  return isForeground(page) && isMap(page.Document());
 }
 
-bool onForegroundPage(const dsrVisioConnect& connect) { return connect.gvsoApp.ActivePage().Background() == false; }
-
-Shape selectedShapeOfMaster(const dsrVisioConnect& connect, std::string_view masterName) {
-  const std::vector<Shape> selected = connect.gvsoApp.ActiveWindow().Selection().all();
+Shape selectedShapeOfMaster(std::span<const Shape> selected, std::string_view masterName) {
   for (const Shape& shape : selected | std::views::reverse) {
     if (shape.Master().Name() == masterName) return shape;
   }
   return {};
+}
+
+Window windowOf(const dsrVisioConnect& connect, const Document& document) {
+  if (!document) return {};
+  const Window active = connect.gvsoApp.ActiveWindow();
+  if (active.Document() == document) return active;
+  for (const Window& window : connect.gvsoApp.Windows().all()) {
+    if (window.Document() == document) return window;
+  }
+  return {};
+}
+
+void showPage(const dsrVisioConnect& connect, const Page& page) {
+  const Window window = windowOf(connect, page.Document());
+  if (!window) return;
+  window.Activate();
+  if (!(window.Page() == page)) window.SetPage(page);
+}
+
+void deselectOn(const dsrVisioConnect& connect, const Page& page) {
+  if (!page) return;
+  const Window active = connect.gvsoApp.ActiveWindow();
+  if (active.Page() == page) {
+    active.DeselectAll();
+    return;
+  }
+  const Window window = windowOf(connect, page.Document());
+  if (window.Page() == page) window.DeselectAll();
 }
 
 }  // namespace quorvel::addin

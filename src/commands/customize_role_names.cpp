@@ -6,10 +6,11 @@
 namespace quorvel::addin {
 
 void cbrBtnCustomizeRoleName_Click(dsrVisioConnect& connect) {
-  frmCustomizeRoleNames dialog(connect);
+  const Document document = connect.gvsoApp.ActiveDocument();
+  frmCustomizeRoleNames dialog(connect, document);
   connect.platform.showModal(dialog);
   // The dialog has written the document's list as it closed.
-  updateRoleFormats(connect);
+  updateRoleFormats(document);
 }
 
 }  // namespace quorvel::addin

@@ -6,48 +6,45 @@
 #include "shapes/shape_classes.h"
 
 namespace quorvel::addin {
-namespace {
-
-std::vector<Shape> selectedShapes(const dsrVisioConnect& connect) {
-  const Selection selection = connect.gvsoApp.ActiveWindow().Selection();
-  selection.SetIterationMode(visio::selectModeSkipSuper);
-  return selection.all();
-}
-
-}  // namespace
-
 bool isWholeTask(const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }
 
-bool hasSelection(const dsrVisioConnect& connect) { return connect.gvsoApp.ActiveWindow().Selection().Count() > 0; }
+DisplayTarget shownNow(const dsrVisioConnect& connect) {
+  const Window window = connect.gvsoApp.ActiveWindow();
+  const Selection selection = window.Selection();
+  DisplayTarget target{window.Page(), selection.all(), {}};
+  selection.SetIterationMode(visio::selectModeSkipSuper);
+  target.selectedWithMembers = selection.all();
+  return target;
+}
 
-std::vector<Page> pagesInScope(const dsrVisioConnect& connect, std::string_view scope) {
-  if (scope == displayScope::page) return {connect.gvsoApp.ActivePage()};
+std::vector<Page> pagesInScope(const DisplayTarget& target, std::string_view scope) {
+  if (scope == displayScope::page) return {target.page};
   if (scope != displayScope::drawing) return {};
-  std::vector<Page> pages = connect.gvsoApp.ActiveDocument().Pages().all();
+  std::vector<Page> pages = target.page.Document().Pages().all();
   pages.erase(std::ranges::find_if(pages, [](const Page& page) { return page.Background() == true; }), pages.end());
   return pages;
 }
 
-std::vector<Shape> shapesInScope(const dsrVisioConnect& connect, std::string_view scope, ShapeTest fits) {
+std::vector<Shape> shapesInScope(const DisplayTarget& target, std::string_view scope, ShapeTest fits) {
   std::vector<Shape> shapes;
-  if (scope == displayScope::selected) shapes = selectedShapes(connect);
-  for (const Page& page : pagesInScope(connect, scope))
+  if (scope == displayScope::selected) shapes = target.selectedWithMembers;
+  for (const Page& page : pagesInScope(target, scope))
     std::ranges::copy(page.Shapes().all(), std::back_inserter(shapes));
   std::erase_if(shapes, [&](const Shape& shape) { return !fits(shape); });
   return shapes;
 }
 
-int commonSwitch(const dsrVisioConnect& connect, std::string_view cell, ShapeTest fits) {
+int commonSwitch(const DisplayTarget& target, std::string_view cell, ShapeTest fits) {
   constexpr int differs = 2;
   const auto valueOn = [&](const Shape& sheet) { return sheet.Cells(cell).ResultInt(visio::unitsNone, 0).or_(0); };
   Maybe<int> common;
-  for (const Shape& shape : selectedShapes(connect)) {
+  for (const Shape& shape : target.selectedWithMembers) {
     if (!fits(shape)) continue;
     const int value = valueOn(shape);
     if (common != value && common) return differs;
     common = value;
   }
-  return common ? *common : valueOn(connect.gvsoApp.ActivePage().PageSheet());
+  return common ? *common : valueOn(target.page.PageSheet());
 }
 
 void writeSwitch(const Shape& sheet, std::string_view cell, int box) {

@@ -19,18 +19,24 @@ using ShapeTest = bool (*)(const Shape&);
 /// A Task that is no member of another shape: members of a Task answer its master too.
 bool isWholeTask(const Shape& shape);
 
-/// Is anything selected, of whatever class?
-bool hasSelection(const dsrVisioConnect& connect);
+/// What was shown and selected when a command began. It works on this to its end, whatever is shown meanwhile.
+struct DisplayTarget {
+  Page page;
+  std::vector<Shape> selected;  ///< in order of selecting, of whatever class
+  std::vector<Shape>
+      selectedWithMembers;  ///< the same, with members in place of their groups where members are selected
+};
+DisplayTarget shownNow(const dsrVisioConnect& connect);
 
-/// The pages whose own switches a scope reaches: none for "Selected", the active page for "Page", and for "Drawing"
-/// those up to the first background page.
-std::vector<Page> pagesInScope(const dsrVisioConnect& connect, std::string_view scope);
+/// The pages whose own switches a scope reaches: none for "Selected", the target's page for "Page", and for "Drawing"
+/// those of its document up to the first background page.
+std::vector<Page> pagesInScope(const DisplayTarget& target, std::string_view scope);
 /// The shapes that fit, on the pages of the scope or among the selected ones; a snapshot.
-std::vector<Shape> shapesInScope(const dsrVisioConnect& connect, std::string_view scope, ShapeTest fits);
+std::vector<Shape> shapesInScope(const DisplayTarget& target, std::string_view scope, ShapeTest fits);
 
-/// What the selected shapes that fit have in common in a switch: its value, 2 where they differ, and the active page's
-/// own value when none is selected.
-int commonSwitch(const dsrVisioConnect& connect, std::string_view cell, ShapeTest fits);
+/// What the selected shapes that fit have in common in a switch: its value, 2 where they differ, and the page's own
+/// value when none is selected.
+int commonSwitch(const DisplayTarget& target, std::string_view cell, ShapeTest fits);
 
 /// Writes a dialog's box into a switch: 0 turns it off, all else on, the grey state included. A sheet without the cell
 /// is passed over.

@@ -5,7 +5,7 @@
 namespace quorvel::addin {
 
 void cbrQuorvelOption_Click(dsrVisioConnect& connect) {
-  frmTaskOption dialog(connect);
+  frmTaskOption dialog(connect, connect.gvsoApp.ActiveDocument());
   dialog.fill();
   connect.platform.showModal(dialog);
 }

@@ -24,30 +24,31 @@ void moveDetails(const Shape& task, std::string_view from, std::string_view to) 
 
 }  // namespace
 
-bool getCurrentDisplayState(const dsrVisioConnect& connect, std::string_view masterName, std::string_view cell) {
-  Shape asked = selectedShapeOfMaster(connect, masterName);
-  if (!asked) asked = connect.gvsoApp.ActivePage().PageSheet();
+bool getCurrentDisplayState(const DisplayTarget& target, std::string_view masterName, std::string_view cell) {
+  Shape asked = selectedShapeOfMaster(target.selected, masterName);
+  if (!asked) asked = target.page.PageSheet();
   return asked.Cells(cell).Result(visio::unitsNone) != 0;
 }
 
-void applyTaskDisplay(const dsrVisioConnect& connect, std::string_view scope) {
-  const bool shown = getCurrentDisplayState(connect, masters::task, taskVisible);
+void applyTaskDisplay(const dsrVisioConnect& connect, const DisplayTarget& target, std::string_view scope) {
+  const bool shown = getCurrentDisplayState(target, masters::task, taskVisible);
   const std::string_view from = shown ? detailLayers::visible : detailLayers::invisible;
   const std::string_view to = shown ? detailLayers::invisible : detailLayers::visible;
   const UndoStep step(connect.gvsoApp, "Task Display");
-  for (const Page& page : pagesInScope(connect, scope)) writeSwitch(page.PageSheet(), taskVisible, shown ? 0 : 1);
-  for (const Shape& task : shapesInScope(connect, scope, isWholeTask)) {
+  for (const Page& page : pagesInScope(target, scope)) writeSwitch(page.PageSheet(), taskVisible, shown ? 0 : 1);
+  for (const Shape& task : shapesInScope(target, scope, isWholeTask)) {
     writeSwitch(task, taskVisible, shown ? 0 : 1);
     moveDetails(task, from, to);
   }
 }
 
 void cbrBtnTaskdisplay_Click(dsrVisioConnect& connect) {
-  if (!onForegroundPage(connect)) return;
-  frmTaskDisplay dialog(!getCurrentDisplayState(connect, masters::task, taskVisible));
-  dialog.offerSelection(hasSelection(connect));
+  const DisplayTarget target = shownNow(connect);
+  if (!isForeground(target.page)) return;
+  frmTaskDisplay dialog(!getCurrentDisplayState(target, masters::task, taskVisible));
+  dialog.offerSelection(!target.selected.empty());
   connect.platform.showModal(dialog);
-  if (!dialog.cancelled()) applyTaskDisplay(connect, dialog.scope());
+  if (!dialog.cancelled()) applyTaskDisplay(connect, target, dialog.scope());
 }
 
 }  // namespace quorvel::addin

@@ -4,18 +4,19 @@
 #include <string_view>
 
 #include "addin/dsr_visio_connect.h"
+#include "commands/display_scope.h"
 
 namespace quorvel::addin {
 
 /// Asks for the scope and turns the display of details over. Does nothing on a background page.
 void cbrBtnTaskdisplay_Click(dsrVisioConnect& connect);
 
-/// Are details shown? The last selected shape of exactly that master says, else the active page. A cell that can't be
+/// Are details shown? The last selected shape of exactly that master says, else the page. A cell that can't be
 /// read counts as hidden.
-bool getCurrentDisplayState(const dsrVisioConnect& connect, std::string_view masterName, std::string_view cell);
+bool getCurrentDisplayState(const DisplayTarget& target, std::string_view masterName, std::string_view cell);
 
 /// Hides what is shown or shows what is hidden, as the state before says: the detail shapes of each Task change their
 /// layer. "Page" and "Drawing" also decide for new Tasks of these pages.
-void applyTaskDisplay(const dsrVisioConnect& connect, std::string_view scope);
+void applyTaskDisplay(const dsrVisioConnect& connect, const DisplayTarget& target, std::string_view scope);
 
 }  // namespace quorvel::addin

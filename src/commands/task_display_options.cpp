@@ -8,14 +8,15 @@
 
 namespace quorvel::addin {
 
-int commonTaskSwitch(const dsrVisioConnect& connect, std::string_view cellName) {
-  return commonSwitch(connect, cellName, isWholeTask);
+int commonTaskSwitch(const DisplayTarget& target, std::string_view cellName) {
+  return commonSwitch(target, cellName, isWholeTask);
 }
 
-void applyTaskDisplayOptions(const dsrVisioConnect& connect, const TaskSwitchBoxes& boxes, std::string_view scope) {
+void applyTaskDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget& target, const TaskSwitchBoxes& boxes,
+                             std::string_view scope) {
   const UndoStep step(connect.gvsoApp, "Task Display Options");
-  for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), taskSwitches, boxes);
-  for (const Shape& task : shapesInScope(connect, scope, isWholeTask)) {
+  for (const Page& page : pagesInScope(target, scope)) writeSwitches(page.PageSheet(), taskSwitches, boxes);
+  for (const Shape& task : shapesInScope(target, scope, isWholeTask)) {
     // A scope for each Task: what its shapes went through is forgotten at the end of each, not of all.
     const UndoStep drawing(connect.gvsoApp, "Task Details");
     writeSwitches(task, taskSwitches, boxes);
@@ -24,15 +25,16 @@ void applyTaskDisplayOptions(const dsrVisioConnect& connect, const TaskSwitchBox
 }
 
 void cbrBtnTaskDisplayOption_Click(dsrVisioConnect& connect) {
-  if (!onForegroundPage(connect)) return;
+  const DisplayTarget target = shownNow(connect);
+  if (!isForeground(target.page)) return;
   frmTaskDisplayOption dialog(connect.platform);
-  dialog.offerSelection(hasSelection(connect));
-  for (std::size_t i = 0; i < taskSwitches.size(); ++i) dialog.setBox(i, commonTaskSwitch(connect, taskSwitches[i]));
+  dialog.offerSelection(!target.selected.empty());
+  for (std::size_t i = 0; i < taskSwitches.size(); ++i) dialog.setBox(i, commonTaskSwitch(target, taskSwitches[i]));
   connect.platform.showModal(dialog);
   if (dialog.cancelled()) return;
   TaskSwitchBoxes boxes{};
   for (std::size_t i = 0; i < boxes.size(); ++i) boxes[i] = dialog.box(i);
-  applyTaskDisplayOptions(connect, boxes, dialog.scope());
+  applyTaskDisplayOptions(connect, target, boxes, dialog.scope());
 }
 
 }  // namespace quorvel::addin

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "addin/dsr_visio_connect.h"
+#include "commands/display_scope.h"
 
 namespace quorvel::addin {
 
@@ -19,10 +20,11 @@ using TaskSwitchBoxes = std::array<int, taskSwitches.size()>;
 /// Shows the dialog and applies it. Does nothing on a background page.
 void cbrBtnTaskDisplayOption_Click(dsrVisioConnect& connect);
 
-/// The switch of the selected Tasks: its value, 2 where they differ, the active page's when no Task is selected.
-int commonTaskSwitch(const dsrVisioConnect& connect, std::string_view cellName);
+/// The switch of the selected Tasks: its value, 2 where they differ, the page's when no Task is selected.
+int commonTaskSwitch(const DisplayTarget& target, std::string_view cellName);
 
 /// Writes the switches and draws the details of each Task anew. A grey box turns its switch on.
-void applyTaskDisplayOptions(const dsrVisioConnect& connect, const TaskSwitchBoxes& boxes, std::string_view scope);
+void applyTaskDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget& target, const TaskSwitchBoxes& boxes,
+                             std::string_view scope);
 
 }  // namespace quorvel::addin

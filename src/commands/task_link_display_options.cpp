@@ -9,32 +9,33 @@
 
 namespace quorvel::addin {
 
-int commonTaskLinkSwitch(const dsrVisioConnect& connect, std::string_view cellName) {
-  return commonSwitch(connect, cellName, IsTaskLink);
+int commonTaskLinkSwitch(const DisplayTarget& target, std::string_view cellName) {
+  return commonSwitch(target, cellName, IsTaskLink);
 }
 
-void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const TaskLinkSwitchBoxes& boxes,
-                                 std::string_view scope) {
+void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget& target,
+                                 const TaskLinkSwitchBoxes& boxes, std::string_view scope) {
   const UndoStep step(connect.gvsoApp, "Task Link Display Options");
-  for (const Page& page : pagesInScope(connect, scope)) writeSwitches(page.PageSheet(), taskLinkSwitches, boxes);
-  for (const Shape& link : shapesInScope(connect, scope, IsTaskLink)) {
+  for (const Page& page : pagesInScope(target, scope)) writeSwitches(page.PageSheet(), taskLinkSwitches, boxes);
+  for (const Shape& link : shapesInScope(target, scope, IsTaskLink)) {
     writeSwitches(link, taskLinkSwitches, boxes);
-    GetAddedTaskLinkDescription2(connect, link);
+    GetAddedTaskLinkDescription2(link);
   }
 }
 
 void cbrBtnTaskLinkDisplayOption_Click(dsrVisioConnect& connect) {
-  if (!onForegroundPage(connect)) return;
+  const DisplayTarget target = shownNow(connect);
+  if (!isForeground(target.page)) return;
   TaskLinkDisplayOption dialog(connect.platform);
-  dialog.offerSelection(hasSelection(connect));
+  dialog.offerSelection(!target.selected.empty());
   for (std::size_t i = 0; i < taskLinkSwitches.size(); ++i) {
-    dialog.setBox(i, commonTaskLinkSwitch(connect, taskLinkSwitches[i]));
+    dialog.setBox(i, commonTaskLinkSwitch(target, taskLinkSwitches[i]));
   }
   connect.platform.showModal(dialog);
   if (dialog.cancelled()) return;
   TaskLinkSwitchBoxes boxes{};
   for (std::size_t i = 0; i < boxes.size(); ++i) boxes[i] = dialog.box(i);
-  applyTaskLinkDisplayOptions(connect, boxes, dialog.scope());
+  applyTaskLinkDisplayOptions(connect, target, boxes, dialog.scope());
 }
 
 }  // namespace quorvel::addin

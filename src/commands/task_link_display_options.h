@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "addin/dsr_visio_connect.h"
+#include "commands/display_scope.h"
 
 namespace quorvel::addin {
 
@@ -19,11 +20,11 @@ void cbrBtnTaskLinkDisplayOption_Click(dsrVisioConnect& connect);
 /// A command that does nothing: a link's display is set through its options alone.
 inline void cbrBtnTaskLinkDisplay_Click(dsrVisioConnect&) {}
 
-/// The switch of the selected Task Links: its value, 2 where they differ, the active page's when none is selected.
-int commonTaskLinkSwitch(const dsrVisioConnect& connect, std::string_view cellName);
+/// The switch of the selected Task Links: its value, 2 where they differ, the page's when none is selected.
+int commonTaskLinkSwitch(const DisplayTarget& target, std::string_view cellName);
 
 /// Writes the switches and composes the text of each link anew. A grey box turns its switch on.
-void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const TaskLinkSwitchBoxes& boxes,
-                                 std::string_view scope);
+void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget& target,
+                                 const TaskLinkSwitchBoxes& boxes, std::string_view scope);
 
 }  // namespace quorvel::addin

@@ -44,11 +44,10 @@ frmCopiedTaskIdSuggestion::frmCopiedTaskIdSuggestion(dsrVisioConnect& parent)
 
 void frmCopiedTaskIdSuggestion::loading() {
   refused_ = true;
-  const Page page = frmParent.gvsoApp.ActivePage();
-  std::string letters = taskIdLettersOf(page);
-  long number = nextTaskIdOf(page);
+  std::string letters = taskIdLettersOf(page_);
+  long number = nextTaskIdOf(page_);
   if (letters.empty()) {
-    letters = getTaskLetterPartFromPageName(frmParent);
+    letters = getTaskLetterPartFromPageName(page_);
     number = 1;
   }
   txtTaskIdLetter.setText(letters);

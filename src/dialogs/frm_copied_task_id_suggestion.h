@@ -14,6 +14,9 @@ class frmCopiedTaskIdSuggestion : public Form {
  public:
   explicit frmCopiedTaskIdSuggestion(dsrVisioConnect& frmParent);
 
+  /// The page that the Tasks come to, before the dialog is shown; without one it suggests what an unnamed page gets.
+  void askFor(const Page& page) { page_ = page; }
+
   /// True unless the dialog was left by OK.
   bool refused() const { return refused_; }
 
@@ -25,6 +28,7 @@ class frmCopiedTaskIdSuggestion : public Form {
   void refreshSuggestion();
 
   dsrVisioConnect& frmParent;
+  Page page_;
   bool refused_ = true;
   Control& lblLetters;
   Control& txtTaskIdLetter;

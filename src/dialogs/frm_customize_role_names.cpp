@@ -22,9 +22,10 @@ constexpr int openForReading = 1 | 2 | 8 | 16 | 64 | 128;
 
 }  // namespace
 
-frmCustomizeRoleNames::frmCustomizeRoleNames(dsrVisioConnect& parent)
+frmCustomizeRoleNames::frmCustomizeRoleNames(dsrVisioConnect& parent, const Document& document)
     : Form("frmCustomizeRoleNames", "Customize Role Names"),
       frmParent(parent),
+      document_(document),
       lblOrganizationRoles(add(ControlKind::Label, "lblOrganizationRoles", "Organization Roles")),
       lstRoleNames(add(ControlKind::ListBox, "lstRoleNames")),
       btnNew(add(ControlKind::Button, "btnNew", "New ...")),
@@ -58,7 +59,7 @@ frmCustomizeRoleNames::frmCustomizeRoleNames(dsrVisioConnect& parent)
 
 void frmCustomizeRoleNames::loading() {
   lstRoleNames.clearRows();
-  const Cell list = frmParent.gvsoApp.ActiveDocument().DocumentSheet().Cells("User.RoleNames");
+  const Cell list = document_.DocumentSheet().Cells("User.RoleNames");
   const Maybe<std::string> roles = list.ResultStr(visio::unitsNone);
   wasRead_ = roles.has();
   const std::vector<std::string> names = parse(roles.or_({}), ";");
@@ -72,7 +73,7 @@ bool frmCustomizeRoleNames::unloading() {
   std::vector<std::string> roles;
   for (const ListRow& row : lstRoleNames.rows()) roles.push_back(row.text());
   beginStep();
-  const Cell list = frmParent.gvsoApp.ActiveDocument().DocumentSheet().Cells("User.RoleNames");
+  const Cell list = document_.DocumentSheet().Cells("User.RoleNames");
   list.FormulaForce(quotedAsIs(roleListText(roles)));
   return true;
 }
@@ -113,7 +114,7 @@ void frmCustomizeRoleNames::editRole() {
     lstRoleNames.removeRow(static_cast<std::size_t>(place));
     lstRoleNames.addRow(dialog.roleName());
     beginStep();
-    UpdateOldRoleNames(frmParent, oldName, dialog.roleName());
+    UpdateOldRoleNames(document_, oldName, dialog.roleName());
   }
   refreshButtons();
 }
@@ -130,14 +131,14 @@ void frmCustomizeRoleNames::deleteRoles() {
       places.push_back(i);
     }
     btnDelete.setEnabled(false);
-    names = deletableRoles(frmParent, std::move(names));
+    names = deletableRoles(frmParent, document_, std::move(names));
     // From the last to the first, so that the places that are still needed stay true.
     for (std::size_t i = names.size(); i-- > 0;) {
       if (!names[i].empty()) lstRoleNames.removeRow(places[i]);
     }
     beginStep();
     for (std::size_t i = names.size(); i-- > 0;) {
-      if (!names[i].empty()) UpdateOldRoleNames(frmParent, names[i], "");
+      if (!names[i].empty()) UpdateOldRoleNames(document_, names[i], "");
     }
   }
   refreshButtons();

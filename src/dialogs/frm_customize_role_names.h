@@ -14,7 +14,8 @@ namespace quorvel::addin {
 /// the dialog unloads, by whatever way. There is no leaving it without keeping the changes.
 class frmCustomizeRoleNames : public Form {
  public:
-  explicit frmCustomizeRoleNames(dsrVisioConnect& frmParent);
+  /// The drawing whose roles are edited, whichever is active meanwhile.
+  frmCustomizeRoleNames(dsrVisioConnect& frmParent, const Document& document);
 
  protected:
   void loading() override;
@@ -32,6 +33,7 @@ class frmCustomizeRoleNames : public Form {
   void beginStep();
 
   dsrVisioConnect& frmParent;
+  const Document document_;
   std::optional<UndoStep> step_;
   bool wasRead_ = false;
   Control& lblOrganizationRoles;

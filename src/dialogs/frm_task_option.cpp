@@ -42,9 +42,10 @@ void fillRow(const std::vector<Control*>& row, const std::vector<std::string>& t
 
 }  // namespace
 
-frmTaskOption::frmTaskOption(dsrVisioConnect& parent)
+frmTaskOption::frmTaskOption(dsrVisioConnect& parent, const Document& document)
     : Form("frmTaskOption", "Quorvel Options"),
       frmParent(parent),
+      document_(document),
       tabOptions(add(ControlKind::TabStrip, "tabOptions")),
       btnApply(add(ControlKind::Button, "btnApply", "Apply")),
       btnApplyAndClose(add(ControlKind::Button, "btnApplyAndClose", "Apply and Close")),
@@ -152,14 +153,13 @@ void frmTaskOption::addRules() {
 }
 
 void frmTaskOption::fill() {
-  const Document document = frmParent.gvsoApp.ActiveDocument();
-  const std::string unit = documentText(document, "User.Time_Unit.Prompt");
+  const std::string unit = documentText(document_, "User.Time_Unit.Prompt");
   for (int i = 0; i < units; ++i) {
     if (at(Label4, i).caption() == unit) at(Option1, i).setState(CheckState::On);
   }
-  fillRow(Text1, parse(documentText(document, "User.Time_Unit_Disply"), ";"), 0);
-  fillRow(Text2, parse(documentText(document, "User.FreqSuggestions.Prompt"), ";"), 0);
-  const std::vector<std::string> descriptions = parse(documentText(document, "User.FreqSuggestions"), ";");
+  fillRow(Text1, parse(documentText(document_, "User.Time_Unit_Disply"), ";"), 0);
+  fillRow(Text2, parse(documentText(document_, "User.FreqSuggestions.Prompt"), ";"), 0);
+  const std::vector<std::string> descriptions = parse(documentText(document_, "User.FreqSuggestions"), ";");
   fillRow(Label3, descriptions, 0);
   fillRow(Text3, descriptions, systemFrequencies);
 }
@@ -167,8 +167,7 @@ void frmTaskOption::fill() {
 void frmTaskOption::loading() {
   cancelled_ = true;
   descriptions_.fill({});
-  const std::vector<std::string> descriptions =
-      parse(documentText(frmParent.gvsoApp.ActiveDocument(), "User.FreqSuggestions"), ";");
+  const std::vector<std::string> descriptions = parse(documentText(document_, "User.FreqSuggestions"), ";");
   for (std::size_t i = 0; i < descriptions_.size() && i + systemFrequencies < descriptions.size(); ++i)
     descriptions_[i] = descriptions[i + systemFrequencies];
   changed_ = false;
@@ -209,7 +208,7 @@ void frmTaskOption::leaveAbbreviation(int i) {
     box.focus();
     return;
   }
-  if (box.tag().empty() || box.tag() == box.text() || !isAbbreviationInUse(frmParent, box.tag())) return;
+  if (box.tag().empty() || box.tag() == box.text() || !isAbbreviationInUse(document_, box.tag())) return;
   if (confirmsChange("This frequency is in use . Are you sure you want to change it in all tasks? ")) return;
   skipText2_ = true;
   box.setText(box.tag());
@@ -226,7 +225,7 @@ void frmTaskOption::leaveDescription(int i) {
     box.focus();
     break;
   }
-  if (isDescriptionInUse(frmParent, box.tag()) &&
+  if (isDescriptionInUse(document_, box.tag()) &&
       !confirmsChange("This frequency is in use. Are you sure you want to change it in all tasks??")) {
     skipText3_ = true;
     box.setText(box.tag());

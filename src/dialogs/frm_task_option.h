@@ -1,4 +1,4 @@
-// The dialog that edits the time units and frequencies of the active drawing.
+// The dialog that edits the time units and frequencies of a drawing.
 #pragma once
 
 #include <array>
@@ -15,7 +15,8 @@ namespace quorvel::addin {
 /// named with their place: "Text1(0)".
 class frmTaskOption : public Form {
  public:
-  explicit frmTaskOption(dsrVisioConnect& frmParent);
+  /// The drawing that is edited, whichever is active meanwhile.
+  frmTaskOption(dsrVisioConnect& frmParent, const Document& document);
 
   /// Fills the boxes from the document, before the dialog is shown.
   void fill();
@@ -54,6 +55,7 @@ class frmTaskOption : public Form {
   void cancel();
 
   dsrVisioConnect& frmParent;
+  const Document document_;
   bool cancelled_ = true;
   bool changed_ = false;
   bool skipText2_ = false;  ///< the next box of the row that is entered keeps what it remembers

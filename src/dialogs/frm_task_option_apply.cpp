@@ -35,17 +35,16 @@ bool frmTaskOption::applyTimeUnits(Ending ending) {
     }
     abbreviations += ";" + Text1[i]->text();
   }
-  const Document document = frmParent.gvsoApp.ActiveDocument();
-  const Shape sheet = document.DocumentSheet();
+  const Shape sheet = document_.DocumentSheet();
   for (std::size_t i = 0; i < Option1.size(); ++i) {
     if (Option1[i]->isOn()) sheet.Cells("User.Time_Unit.Prompt").FormulaForce(quoted(Label4[i]->caption()));
   }
   sheet.Cells("User.Time_Unit_Disply").FormulaForce(quoted(abbreviations));
-  forEachShape(document, [&](const Shape& shape) {
-    if (IsTask(shape)) RedrawTaskUpperExtraFields(frmParent, shape, "Task_Completion_Time");
+  forEachShape(document_, [&](const Shape& shape) {
+    if (IsTask(shape)) RedrawTaskUpperExtraFields(shape, "Task_Completion_Time");
   });
-  forEachShape(document, [&](const Shape& shape) {
-    if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(frmParent, shape);
+  forEachShape(document_, [&](const Shape& shape) {
+    if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(shape);
   });
   return true;
 }
@@ -68,8 +67,7 @@ Maybe<std::string> frmTaskOption::abbreviationText() {
 }
 
 std::string frmTaskOption::descriptionText(Ending ending) const {
-  const std::vector<std::string> stored =
-      parse(documentText(frmParent.gvsoApp.ActiveDocument(), "User.FreqSuggestions"), ";");
+  const std::vector<std::string> stored = parse(documentText(document_, "User.FreqSuggestions"), ";");
   std::string text;
   for (long i = 0; i < systemFrequencies; ++i)
     text += ";" + slot(stored, i).or_(Label3[static_cast<std::size_t>(i)]->caption());
@@ -85,10 +83,10 @@ bool frmTaskOption::applyFrequencies(Ending ending) {
   const Maybe<std::string> abbreviations = abbreviationText();
   if (!abbreviations) return false;
   const std::string descriptions = descriptionText(ending);
-  const Shape sheet = frmParent.gvsoApp.ActiveDocument().DocumentSheet();
+  const Shape sheet = document_.DocumentSheet();
   sheet.Cells("User.FreqSuggestions").FormulaForce(quoted(descriptions));
   sheet.Cells("User.FreqSuggestions.Prompt").FormulaForce(quoted(*abbreviations));
-  update_freq(frmParent, descriptions);
+  update_freq(document_, descriptions);
 
   std::vector<Frequency> frequencies;
   for (std::size_t k = 0; k < Label3.size(); ++k) {
@@ -97,7 +95,7 @@ bool frmTaskOption::applyFrequencies(Ending ending) {
   for (std::size_t k = 0; k < Text3.size(); ++k) {
     if (!Text3[k]->text().empty()) frequencies.push_back({Text3[k]->text(), Text2[k + Label3.size()]->text()});
   }
-  showFrequencies(frmParent, frequencies);
+  showFrequencies(document_, frequencies);
   return true;
 }
 

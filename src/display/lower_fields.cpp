@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "display/detail_fields.h"
@@ -90,7 +91,7 @@ void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std:
       carried += pushedBy(heights.down(position));
     }
   }
-  connect.gvsoApp.ActiveWindow().DeselectAll();
+  deselectOn(connect, task.ContainingPage());
 }
 
 }  // namespace quorvel::addin

@@ -9,9 +9,9 @@
 
 namespace quorvel::addin {
 
-void RedrawTaskUpperExtraFields(const dsrVisioConnect& connect, const Shape& task, std::string_view field) {
+void RedrawTaskUpperExtraFields(const Shape& task, std::string_view field) {
   deleteTaskUpperField(task, field);
-  drawTaskUpperField(connect, task, field);
+  drawTaskUpperField(task, field);
 }
 
 void deleteTaskLowerFields(const Shape& task, std::string_view field, ListRows& rows) {
@@ -37,7 +37,7 @@ void redrawAllTaskFields(const dsrVisioConnect& connect, const Shape& task) {
     deleteTaskUpperField(task, field);
   }
   for (const char* field : {"Responsible_Role", "Task_Completion_Time", "Frequency_Of_Occurrence"}) {
-    drawTaskUpperField(connect, task, field);
+    drawTaskUpperField(task, field);
   }
   redrawTaskLowerFields(connect, task, "controls", rows);
 }

@@ -11,11 +11,11 @@
 namespace quorvel::addin {
 
 /// Deletes and draws an upper field: "Responsible_Role", "Frequency_Of_Occurrence" or "Task_Completion_Time".
-void RedrawTaskUpperExtraFields(const dsrVisioConnect& connect, const Shape& task, std::string_view field);
+void RedrawTaskUpperExtraFields(const Shape& task, std::string_view field);
 
 /// Deletes and draws the lower fields from `field` on: "controls", "Resources" or "SupportingRole_1" to
-/// "SupportingRole_4". `before` is the snapshot of the list rows before they were rewritten. Clears the selection of
-/// the active window.
+/// "SupportingRole_4". `before` is the snapshot of the list rows before they were rewritten. Makes nothing
+/// selected where the Task's page is shown.
 void redrawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std::string_view field, ListRows before);
 
 /// Deletes and draws everything.

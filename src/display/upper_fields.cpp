@@ -65,7 +65,7 @@ void drawFrequency(const Shape& task) {
   markDetail(label, detailLayerOf(task), "Frequency_Of_Occurrence");
 }
 
-void drawCompletionTime(const dsrVisioConnect& connect, const Shape& task) {
+void drawCompletionTime(const Shape& task) {
   if (!isOn(task, "User.Task_Completion_Time") || timeNumber(task) == 0) return;
   const Shape label = task.DrawRectangle(0.5, 0, 0.7, 0.167);
   label.SetStyle("Text Only");
@@ -78,17 +78,17 @@ void drawCompletionTime(const dsrVisioConnect& connect, const Shape& task) {
                       {"LeftMargin", "0"},
                       {"RightMargin", "0"}});
   label.Characters().AddCustomField("=" + cellOfTask(task, "Prop.Process_Time_Str"), 0);
-  label.Cells("Fields.Format[1]").FormulaForce(getFormatText(connect, task.NameID().or_({})));
+  label.Cells("Fields.Format[1]").FormulaForce(getFormatText(task));
   setFormulas(label, {{"Char.Size[1]", "guard(8 pt)"}, {"LockSelect", "1"}, {"LockFormat", "1"}});
   markDetail(label, detailLayerOf(task), "Task_Completion_Time");
 }
 
 }  // namespace
 
-void drawTaskUpperField(const dsrVisioConnect& connect, const Shape& task, std::string_view field) {
+void drawTaskUpperField(const Shape& task, std::string_view field) {
   if (field == "Responsible_Role") drawResponsibleRole(task);
   if (field == "Frequency_Of_Occurrence") drawFrequency(task);
-  if (field == "Task_Completion_Time") drawCompletionTime(connect, task);
+  if (field == "Task_Completion_Time") drawCompletionTime(task);
 }
 
 void deleteTaskUpperField(const Shape& task, std::string_view field) {

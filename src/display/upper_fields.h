@@ -3,12 +3,12 @@
 
 #include <string_view>
 
-#include "addin/dsr_visio_connect.h"
+#include "model/host_model.h"
 
 namespace quorvel::addin {
 
 /// Draws nothing for a field that is switched off or empty, for a time of 0, and for any other text than the three.
-void drawTaskUpperField(const dsrVisioConnect& connect, const Shape& task, std::string_view field);
+void drawTaskUpperField(const Shape& task, std::string_view field);
 void deleteTaskUpperField(const Shape& task, std::string_view field);
 
 }  // namespace quorvel::addin

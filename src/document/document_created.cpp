@@ -14,7 +14,7 @@ void gvsoApp_DocumentCreated(dsrVisioConnect& connect, const Document& document)
   // A template that we once saved brings the row along as true, but a document without a folder was never saved.
   if (isMissing || document.Path() == "") sheet.Cells("User.DocumentSaved").FormulaForce(quoted("False"));
   renewListSeparator(document);
-  initializeDocument(connect);
+  initializeDocument(connect, document);
   stampVersion(document);
 }
 

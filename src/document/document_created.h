@@ -5,7 +5,7 @@
 
 namespace quorvel::addin {
 
-/// The document is ours, and active. There is no toolbar yet that this could build.
+/// The document is ours; it need not be active. There is no toolbar yet that this could build.
 void gvsoApp_DocumentCreated(dsrVisioConnect& connect, const Document& document);
 
 }  // namespace quorvel::addin

@@ -1,6 +1,5 @@
 #include "document/hover_upkeep.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "shapes/shape_classes.h"
@@ -32,14 +31,15 @@ bool isIndicator(const Shape& member) {
   return mark == marks::notes || mark == marks::taskHyperlink || mark == marks::subTaskHyperlink;
 }
 
-bool isOverIndicator(const Shape& shape, double x, double y) {
-  const auto box = boxOf(shape);
-  if (!box) return false;
-  return std::ranges::any_of(shape.Shapes().all(), [&](const Shape& member) {
-    if (!isIndicator(member)) return false;
-    const auto inside = boxOf(member);
-    return inside && inside->contains(x - box->left(), y - box->bottom());
-  });
+/// Is the point inside one of the shape's indicators? Nothing for a shape that has none.
+Maybe<bool> isOverIndicator(const Shape& shape, double x, double y) {
+  Maybe<bool> isOver;
+  for (const Shape& member : shape.Shapes().all()) {
+    if (!isIndicator(member)) continue;
+    const auto box = boxOf(shape), inside = boxOf(member);
+    isOver = isOver == true || (box && inside && inside->contains(x - box->left(), y - box->bottom()));
+  }
+  return isOver;
 }
 
 }  // namespace
@@ -49,11 +49,12 @@ void gvsoApp_MouseMove(const dsrVisioConnect& connect, double x, double y) {
     // Most shapes have no links, and this runs for every move of the pointer.
     const int links = shape.Hyperlinks().Count().or_(0);
     if (links == 0) continue;
-    const bool hide = isOverIndicator(shape, x, y);
+    const Maybe<bool> hide = isOverIndicator(shape, x, y);
+    if (!hide) continue;
     for (int row = 0; row < links; ++row) {
       const Cell invisible = shape.CellsSRC(visio::sectionHyperlink, row, visio::columnHyperlinkInvisible);
       const auto now = invisible.Result(visio::unitsNone);
-      if (now && (*now != 0) != hide) invisible.FormulaForce(hide ? "True" : "False");
+      if (now && (*now != 0) != *hide) invisible.FormulaForce(*hide ? "True" : "False");
     }
   }
 }

@@ -34,8 +34,7 @@ void addVocabularies(const Shape& sheet) {
 
 }  // namespace
 
-void initializeDocument(dsrVisioConnect& connect) {
-  const Document document = connect.gvsoApp.ActiveDocument();
+void initializeDocument(dsrVisioConnect& connect, const Document& document) {
   const Shape sheet = document.DocumentSheet();
   addVocabularies(sheet);
   document.SetProtection("Velmora1998", visio::protectShapes);

@@ -5,7 +5,7 @@
 
 namespace quorvel::addin {
 
-/// Works on the active document. The host's hyperlink command and the last-save command are not switched yet.
-void initializeDocument(dsrVisioConnect& connect);
+/// The host's hyperlink command and the last-save command are not switched yet.
+void initializeDocument(dsrVisioConnect& connect, const Document& document);
 
 }  // namespace quorvel::addin

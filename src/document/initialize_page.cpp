@@ -1,5 +1,10 @@
 #include "document/initialize_page.h"
 
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "document/page_decorations.h"
 #include "shapes/rows.h"
@@ -12,12 +17,13 @@ void addNumberRow(const Shape& sheet, const std::string& name, double value) {
   sheet.Cells("User." + name).SetResult(visio::unitsNone, value);
 }
 
+constexpr std::array firstSwitches{
+    "Task_Visible",         "Responsible_Role",       "controls", "Resources", "Supporting_Role1", "Supporting_Role2",
+    "Task_Completion_Time", "Frequency_Of_Occurrence"};
+
 void addFirstCells(const Shape& sheet) {
   addNumberRow(sheet, "TaskLink_Visible", 0);
-  for (const char* name : {"Task_Visible", "Responsible_Role", "controls", "Resources", "Supporting_Role1",
-                           "Supporting_Role2", "Task_Completion_Time", "Frequency_Of_Occurrence"}) {
-    addNumberRow(sheet, name, 1);
-  }
+  for (const char* name : firstSwitches) addNumberRow(sheet, name, 1);
   addNumberRow(sheet, "Next_Task_Id", 0);
   addUserRow(sheet, "Task_Id_Letters");
   sheet.Cells("User.Task_Id_Letters").FormulaForce(quoted(""));
@@ -40,6 +46,37 @@ void addCellsOfEveryPage(const Page& page) {
   if (const auto name = page.Name()) sheet.Cells("User.PAGE_NAME").FormulaForce(quoted(*name));
 }
 
+void deleteOurRows(const Shape& sheet) {
+  const auto deleteRow = [&](const std::string& name) {
+    if (lacksRow(sheet, "User." + name)) return;
+    if (const auto row = sheet.Cells("User." + name).Row()) sheet.DeleteRow(visio::sectionUser, *row);
+  };
+  for (const char* name : firstSwitches) deleteRow(name);
+  for (const char* name : {"TaskLink_Visible", "Next_Task_Id", "Task_Id_Letters", "TaskLink_txt_Visible",
+                           "TimegreaterThanzero", "Supporting_Role3", "Supporting_Role4", "PAGE_NAME"}) {
+    deleteRow(name);
+  }
+}
+
+void deleteOurLayers(const Page& page) {
+  const Layers layers = page.Layers();
+  for (int place = layers.Count().or_(0); place > 0; --place) {
+    const Maybe<std::string> name = layers.Item(place).Name();
+    if (name == "VisibleLayer" || name == "InvisibleLayer") page.PageSheet().DeleteRow(visio::sectionLayer, place - 1);
+  }
+}
+
+void clearPage(const Page& page) {
+  const std::vector<Shape> shapes = page.Shapes().all();
+  if (!std::ranges::all_of(shapes, isDecorationAsMade)) return;
+  for (const Shape& shape : shapes) {
+    shape.Cells("LockDelete").FormulaForce("0");
+    shape.Delete();
+  }
+  deleteOurLayers(page);
+  deleteOurRows(page.PageSheet());
+}
+
 }  // namespace
 
 void initializePage(const dsrVisioConnect& connect, const Page& page) {
@@ -48,10 +85,16 @@ void initializePage(const dsrVisioConnect& connect, const Page& page) {
     addLogo(connect, page);
     addLegend(connect, page);
     addTitleBox(page);
-    connect.gvsoApp.ActiveWindow().DeselectAll();
+    deselectOn(connect, page);
     addLayers(page);
   }
   addCellsOfEveryPage(page);
+}
+
+void fitToPageKind(const dsrVisioConnect& connect, const Page& page) {
+  const Maybe<bool> isBackground = page.Background(), isPrepared = page.PageSheet().CellExists("User.Task_Visible", 1);
+  if (isBackground == true && isPrepared == true) clearPage(page);
+  if (isBackground == false && isPrepared == false) initializePage(connect, page);
 }
 
 }  // namespace quorvel::addin

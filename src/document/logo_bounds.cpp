@@ -1,15 +1,11 @@
 #include "document/logo_bounds.h"
 
-#include "base/text.h"
-#include "shapes/shape_classes.h"
-
 namespace quorvel::addin {
 namespace {
 
 /// One axis, in inches: the pin stays `inset` away from the far edge; nearer to the zero edge than that it goes to
 /// `lowest`.
 void keepInside(const Shape& shape, std::string_view pin, std::string_view pageSize, double inset, double lowest) {
-  if (!(shape.Data1() == marks::logo)) return;
   const Cell cell = shape.Cells(pin);
   if (const auto size = shape.ContainingPage().PageSheet().Cells(pageSize).Result(visio::unitsInches)) {
     const double farthest = *size - inset;
@@ -24,11 +20,5 @@ void keepLogoInsidePageX(const Shape& shape) { keepInside(shape, "PinX", "PageWi
 
 // A logo below the edge comes back a full height above it, clear of the edge that it was dragged over.
 void keepLogoInsidePageY(const Shape& shape) { keepInside(shape, "PinY", "PageHeight", 0.275, 0.55); }
-
-void keepLogoInsidePage(const Cell& cell) {
-  const std::string name = cell.Name().or_({});
-  if (equalIgnoringCase(name, "PinX")) keepLogoInsidePageX(cell.Shape());
-  if (equalIgnoringCase(name, "PinY")) keepLogoInsidePageY(cell.Shape());
-}
 
 }  // namespace quorvel::addin

@@ -5,11 +5,8 @@
 
 namespace quorvel::addin {
 
-// Each acts on a shape marked as logo only.
+// The shape is marked as logo.
 void keepLogoInsidePageX(const Shape& shape);
 void keepLogoInsidePageY(const Shape& shape);
-
-/// A cell has changed: calls the routine of the axis that moved, if any did.
-void keepLogoInsidePage(const Cell& cell);
 
 }  // namespace quorvel::addin

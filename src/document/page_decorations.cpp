@@ -1,5 +1,7 @@
 #include "document/page_decorations.h"
 
+#include <cmath>
+
 #include "base/basic_text.h"
 #include "data/install_folder.h"
 #include "data/web_site.h"
@@ -11,9 +13,18 @@ namespace {
 
 /// Between the page's edge and the decorations: 12.5 mm, in inches.
 constexpr double margin = 0.492125;
+constexpr double legendHeight = 1.42, titleWidth = 5.5;
+constexpr const char *legendX = "ThePage!PageWidth-1 in", *titleY = "ThePage!PageHeight-0.7 in",
+                     *titleText = "Page Title";
 
 void setInches(const Shape& shape, std::string_view cell, double inches) {
   shape.Cells(cell).SetResult(visio::unitsInches, inches);
+}
+
+bool isAt(const Shape& shape, std::string_view cell, double inches) {
+  constexpr double tolerance = 1e-6;
+  const auto now = shape.Cells(cell).Result(visio::unitsInches);
+  return now && std::abs(*now - inches) < tolerance;
 }
 
 /// `mark` goes to Data1. It comes only after the host has reported the import as a new shape, so the row that marks the
@@ -46,12 +57,11 @@ void addLogo(const dsrVisioConnect& connect, const Page& page) {
 }
 
 void addLegend(const dsrVisioConnect& connect, const Page& page) {
-  constexpr double height = 1.42;
   const Shape legend = importMarked(connect, page, installed::legend, marks::legend);
   setInches(legend, "Width", 1);
-  setInches(legend, "Height", height);
-  legend.Cells("PinX").FormulaForce("ThePage!PageWidth-1 in");
-  setInches(legend, "PinY", height / 2 + margin);
+  setInches(legend, "Height", legendHeight);
+  legend.Cells("PinX").FormulaForce(legendX);
+  setInches(legend, "PinY", legendHeight / 2 + margin);
   const Hyperlink link = legend.AddHyperlink();
   link.SetAddress(std::string(website::legendExplained));
   link.SetDescription("Double-click for a detailed explanation of the Task shape.");
@@ -59,17 +69,26 @@ void addLegend(const dsrVisioConnect& connect, const Page& page) {
 }
 
 void addTitleBox(const Page& page) {
-  constexpr double width = 5.5;
-  const Shape title = page.DrawRectangle(0, 0, width, 0.375);
-  setInches(title, "PinX", width / 2 + margin);
-  title.Cells("PinY").FormulaForce("ThePage!PageHeight-0.7 in");
+  const Shape title = page.DrawRectangle(0, 0, titleWidth, 0.375);
+  setInches(title, "PinX", titleWidth / 2 + margin);
+  title.Cells("PinY").FormulaForce(titleY);
   // The style comes first: applying it resets the cells below.
   title.SetStyle("Text Only");
-  title.SetText("Page Title");
+  title.SetText(titleText);
   title.Cells("Para.HorzAlign[1]").FormulaForce("0");
   title.Cells("Char.Size[1]").SetResult(visio::unitsPoints, 18);
   title.Cells("Char.Style[1]").FormulaForce("1");
   title.Cells("FillPattern").FormulaForce("0");
+}
+
+bool isDecorationAsMade(const Shape& shape) {
+  const Maybe<std::string> mark = shape.Data1();
+  if (mark == marks::logo) return isAt(shape, "PinX", margin + 0.5) && isAt(shape, "PinY", margin);
+  if (mark == marks::legend) {
+    return shape.Cells("PinX").Formula() == legendX && isAt(shape, "PinY", legendHeight / 2 + margin);
+  }
+  return shape.Text() == titleText && !shape.Master() && isAt(shape, "PinX", titleWidth / 2 + margin) &&
+         shape.Cells("PinY").Formula() == titleY;
 }
 
 }  // namespace quorvel::addin

@@ -10,4 +10,7 @@ void addLogo(const dsrVisioConnect& connect, const Page& page);
 void addLegend(const dsrVisioConnect& connect, const Page& page);
 void addTitleBox(const Page& page);
 
+/// Is the shape one of the three, with its place and text as they were made?
+bool isDecorationAsMade(const Shape& shape);
+
 }  // namespace quorvel::addin

@@ -23,11 +23,13 @@ void replaceSingleQoutes(const Shape& link) {
   link.Cells("User.Single_TaskLink").FormulaForce(quoted(withEscapedApostrophes(description)));
 }
 
-void GetAddedTaskLinkDescription2(const dsrVisioConnect& connect, const Shape& link) {
-  const Document document = connect.gvsoApp.ActiveDocument();
+void GetAddedTaskLinkDescription2(const Shape& link) {
+  const Document document = link.Document();
   const PictureParts parts{parse(documentText(document, "User.Time_Unit"), ";"),
                            parse(documentText(document, "User.Time_Unit_Disply"), ";"), listSeparator(document)};
   replaceSingleQoutes(link);
+  // A link that was copied to a foreign drawing.
+  if (parts.separator.empty()) return;
   for (const LinkPictureRule& rule : linkPictureRules()) {
     // Read anew for each rule: a write before may have been answered by a change of the switches.
     if (!rule.fits(switchOf(link, "User.TaskLink_txt_Visible"), switchOf(link, "User.TaskLink_Visible"),
@@ -35,7 +37,9 @@ void GetAddedTaskLinkDescription2(const dsrVisioConnect& connect, const Shape& l
       continue;
     }
     const bool isAboveZero = !rule.testsTime || link.Cells("Prop.Time_Between_Tasks.Value").ResultIU() > 0;
-    link.CellsU("Fields.Format[1]").FormulaForce(linkPicture(isAboveZero ? rule.picture : rule.otherwise, parts));
+    const std::string picture = linkPicture(isAboveZero ? rule.picture : rule.otherwise, parts);
+    // An empty formula would clear the cell, and with it all that the link shows.
+    if (!picture.empty()) link.CellsU("Fields.Format[1]").FormulaForce(picture);
   }
 }
 

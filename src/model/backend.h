@@ -32,6 +32,7 @@ enum class ObjectKind : std::uint8_t {
   Cell,
   Characters,
   Selection,
+  Windows,
   Window,
   Layers,
   Layer,

@@ -76,6 +76,7 @@ ObjectRef Handle::reference(Member member, std::initializer_list<Argument> argum
 Document Application::ActiveDocument() const { return object<Document>(Member::Application_ActiveDocument); }
 Page Application::ActivePage() const { return object<Page>(Member::Application_ActivePage); }
 Window Application::ActiveWindow() const { return object<Window>(Member::Application_ActiveWindow); }
+Windows Application::Windows() const { return object<class Windows>(Member::Application_Windows); }
 Documents Application::Documents() const { return object<class Documents>(Member::Application_Documents); }
 CommandBars Application::CommandBars() const { return object<class CommandBars>(Member::Application_CommandBars); }
 Maybe<int> Application::BeginUndoScope(const Maybe<std::string>& name) const {
@@ -231,6 +232,10 @@ bool Selection::SetIterationMode(Maybe<int> mode) const {
 }
 std::vector<Shape> Selection::all() const { return itemsOf<Shape>(*this, 1); }
 
+Window Windows::Item(int index) const { return object<Window>(Member::Windows_Item, {whole(index)}); }
+std::vector<Window> Windows::all() const { return itemsOf<Window>(*this, 1); }
+
+Document Window::Document() const { return object<class Document>(Member::Window_Document); }
 Page Window::Page() const { return object<class Page>(Member::Window_Page); }
 bool Window::SetPage(const class Page& page) const { return put(Member::Window_Page, page.ref()); }
 Selection Window::Selection() const { return object<class Selection>(Member::Window_Selection); }

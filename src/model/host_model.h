@@ -41,11 +41,13 @@ class Selection;
 class Shape;
 class Shapes;
 class Window;
+class Windows;
 
 /// Published numbers that the logic passes.
 namespace visio {
 inline constexpr int sectionFirstComponent = 10;  ///< the first Geometry section; the n-th is 10 + n - 1
 inline constexpr int sectionAction = 240;
+inline constexpr int sectionLayer = 241;
 inline constexpr int sectionUser = 242;
 inline constexpr int sectionProp = 243;
 inline constexpr int sectionHyperlink = 244;
@@ -112,6 +114,7 @@ class Application : public Handle {
   /// The page shown in the active window; null without one.
   Page ActivePage() const;
   Window ActiveWindow() const;
+  class Windows Windows() const;
   class Documents Documents() const;
   /// Such as "12.0".
   Maybe<std::string> Version() const { return text(Member::Application_Version); }
@@ -444,6 +447,17 @@ class Selection : public Handle {
   std::vector<Shape> all() const;
 };
 
+class Windows : public Handle {
+ public:
+  using Handle::Handle;
+  static constexpr ObjectKind kind = ObjectKind::Windows;
+
+  /// 1-based, in order of opening, whichever is active. Fails outside 1 to Count.
+  Window Item(int index) const;
+  Maybe<int> Count() const { return integer(Member::Windows_Count); }
+  std::vector<Window> all() const;
+};
+
 class Window : public Handle {
  public:
   using Handle::Handle;
@@ -452,6 +466,7 @@ class Window : public Handle {
   Maybe<int> Type() const { return integer(Member::Window_Type); }
   Maybe<int> SubType() const { return integer(Member::Window_SubType); }
   Maybe<std::string> Caption() const { return text(Member::Window_Caption); }
+  class Document Document() const;
   class Page Page() const;
   /// Shows the page, and makes nothing selected.
   bool SetPage(const class Page& page) const;

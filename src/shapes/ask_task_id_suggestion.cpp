@@ -1,24 +1,26 @@
 #include "shapes/ask_task_id_suggestion.h"
 
+#include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "dialogs/frm_task_id_suggestion.h"
 #include "shapes/task_id.h"
 
 namespace quorvel::addin {
 
-bool askTaskIdSuggestion(dsrVisioConnect& connect) {
+bool askTaskIdSuggestion(dsrVisioConnect& connect, const Page& page) {
+  showPage(connect, page);
   // A script may drop another Task while the dialog is open; that one gets a dialog of its own.
   if (!connect.taskIdSuggestion || connect.taskIdSuggestion->isOpen()) {
     connect.taskIdSuggestion = std::make_shared<frmTaskIdSuggestion>(connect);
   }
   const auto dialog = connect.taskIdSuggestion;
-  dialog->suggest(getTaskLetterPartFromPageName(connect));
+  dialog->suggest(getTaskLetterPartFromPageName(page));
   connect.platform.showModal(*dialog);
   if (dialog->refused()) return false;
 
-  const Shape page = connect.gvsoApp.ActivePage().PageSheet();
-  page.Cells("User.Next_Task_Id").SetResult(visio::unitsNone, dialog->number());
-  page.Cells("User.Task_Id_Letters").FormulaForce(quoted(dialog->letters()));
+  const Shape sheet = page.PageSheet();
+  sheet.Cells("User.Next_Task_Id").SetResult(visio::unitsNone, dialog->number());
+  sheet.Cells("User.Task_Id_Letters").FormulaForce(quoted(dialog->letters()));
   return true;
 }
 

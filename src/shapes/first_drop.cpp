@@ -5,13 +5,13 @@
 
 namespace quorvel::addin {
 
-void firstDrop(dsrVisioConnect& connect, const Shape& shape) {
+void firstDrop(dsrVisioConnect& connect, const Shape& shape, const Page& page) {
   if (shape.Data1() == marks::logo || shape.Data1() == marks::legend) addUserRow(shape, "AlreadyAdded");
   if (!shape.Master()) return;
   shape.Cells("lockCustProp").FormulaForce("1");
-  if (IsProcessConnector(shape)) firstDropOfProcessConnector(connect, shape);
-  if (IsTaskLink(shape)) firstDropOfTaskLink(connect, shape);
-  if (IsTask(shape)) firstDropOfTask(connect, shape);
+  if (IsProcessConnector(shape)) firstDropOfProcessConnector(shape, page);
+  if (IsTaskLink(shape)) firstDropOfTaskLink(connect, shape, page);
+  if (IsTask(shape)) firstDropOfTask(connect, shape, page);
 }
 
 }  // namespace quorvel::addin

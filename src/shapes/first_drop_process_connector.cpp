@@ -8,8 +8,8 @@
 
 namespace quorvel::addin {
 
-void firstDropOfProcessConnector(const dsrVisioConnect& connect, const Shape& connector) {
-  const std::string separator = listSeparator(connect.gvsoApp.ActiveDocument());
+void firstDropOfProcessConnector(const Shape& connector, const Page& page) {
+  const std::string separator = listSeparator(page.Document());
   addUserRow(connector, "AlreadyAdded");
   addActionRow(connector);
   setAction(connector, 1, hyperlinkAction(separator), quoted("Define Connector Link..."));

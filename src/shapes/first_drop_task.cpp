@@ -112,11 +112,10 @@ void giveTaskId(const Shape& task, const Page& page) {
 
 }  // namespace
 
-void firstDropOfTask(dsrVisioConnect& connect, const Shape& task) {
-  const Document document = connect.gvsoApp.ActiveDocument();
-  const Page page = connect.gvsoApp.ActivePage();
+void firstDropOfTask(dsrVisioConnect& connect, const Shape& task, const Page& page) {
+  const Document document = page.Document();
   const std::string separator = listSeparator(document);
-  InitializeZNBShapes(connect);
+  InitializeZNBShapes(connect, task, page);
   task.Cells("EventDrop").FormulaForce(quoted(""));
   task.Cells("Prop.Notes").FormulaForce(quoted(""));
   addUserRow(task, "AlreadyAdded");
@@ -129,7 +128,7 @@ void firstDropOfTask(dsrVisioConnect& connect, const Shape& task) {
   lockBoxes(task);
   drawCover(task);
   addTimeValue(task);
-  if (isOnlyTaskOnPage(connect) && !askTaskIdSuggestion(connect)) {
+  if (isOnlyTaskOnPage(page) && !askTaskIdSuggestion(connect, page)) {
     task.Delete();
     return;
   }

@@ -9,10 +9,10 @@
 
 namespace quorvel::addin {
 
-void firstDropOfTaskLink(const dsrVisioConnect& connect, const Shape& link) {
-  const Document document = connect.gvsoApp.ActiveDocument();
+void firstDropOfTaskLink(const dsrVisioConnect& connect, const Shape& link, const Page& page) {
+  const Document document = page.Document();
   const std::string separator = listSeparator(document);
-  InitializeZNBShapes(connect);
+  InitializeZNBShapes(connect, link, page);
 
   link.Cells("Prop.Time_Units.Value").FormulaForce(quoted(documentText(document, "User.Time_Unit.Prompt")));
   addPropRow(link, "Time_Str");
@@ -30,12 +30,12 @@ void firstDropOfTaskLink(const dsrVisioConnect& connect, const Shape& link) {
   link.Cells("Prop.Time_Between_Tasks").FormulaForce("0");
   addUserRow(link, "TaskLink_txt_Visible");
   addUserRow(link, "TimegreaterThanzero");
-  const Shape page = connect.gvsoApp.ActivePage().PageSheet();
+  const Shape pageSheet = page.PageSheet();
   for (const char* cell :
        {"User.TaskLink_txt_Visible.Value", "User.TaskLink_Visible.Value", "User.TimegreaterThanzero.Value"}) {
-    link.Cells(cell).SetResult(visio::unitsNone, page.Cells(cell).Result(visio::unitsNone));
+    link.Cells(cell).SetResult(visio::unitsNone, pageSheet.Cells(cell).Result(visio::unitsNone));
   }
-  GetAddedTaskLinkDescription2(connect, link);
+  GetAddedTaskLinkDescription2(link);
 
   link.Cells("LockTextEdit").FormulaForce("1");
   addTimeValue(link);

@@ -16,7 +16,7 @@ void gvsoApp_FormulaChanged(dsrVisioConnect& connect, const Cell& cell) {
     const Shape link = cell.Shape();
     if (!IsTaskLink(link)) return;
     if (cell.ResultIU() != 0) getTimeunit(link);
-    GetAddedTaskLinkDescription2(connect, link);
+    GetAddedTaskLinkDescription2(link);
   }
   if (isChosenFromList(name) && getVisioVersion(connect) == "2007") replaceIndexByEntry(cell.Shape(), cell, name);
 }

@@ -1,5 +1,6 @@
 #include "shapes/initialize_znb_shapes.h"
 
+#include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "data/stencil_texts.h"
 #include "shapes/shape_classes.h"
@@ -28,13 +29,21 @@ void initializeTask(const Shape& task) {
   }
 }
 
+void initialize(const Shape& shape) {
+  if (IsTaskLink(shape)) initializeTaskLink(shape);
+  // A member of a Task answers the same master, but has neither the description nor the boxes.
+  if (IsTask(shape) && isTopLevel(shape)) initializeTask(shape);
+}
+
 }  // namespace
 
-void InitializeZNBShapes(const dsrVisioConnect& connect) {
-  for (const Shape& shape : connect.gvsoApp.ActiveWindow().Selection().all()) {
-    if (IsTaskLink(shape)) initializeTaskLink(shape);
-    // A member of a Task answers the same master, but has neither the description nor the boxes.
-    if (IsTask(shape) && isTopLevel(shape)) initializeTask(shape);
+void InitializeZNBShapes(const dsrVisioConnect& connect, const Shape& dropped, const Page& page) {
+  // A shape need not be selected: its drawing may have no window.
+  initialize(dropped);
+  const Window window = windowOf(connect, page.Document());
+  if (!(window.Page() == page)) return;
+  for (const Shape& shape : window.Selection().all()) {
+    if (!(shape == dropped)) initialize(shape);
   }
 }
 

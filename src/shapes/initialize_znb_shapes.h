@@ -5,7 +5,8 @@
 
 namespace quorvel::addin {
 
-/// Walks the active selection. A shape whose description the user has changed already is left alone.
-void InitializeZNBShapes(const dsrVisioConnect& connect);
+/// Walks the dropped shape and what is selected beside it on its page, if that is shown. A shape whose description the
+/// user has changed already is left alone.
+void InitializeZNBShapes(const dsrVisioConnect& connect, const Shape& dropped, const Page& page);
 
 }  // namespace quorvel::addin

@@ -4,17 +4,32 @@
 
 namespace quorvel::addin {
 
-void beginPasteBatch(dsrVisioConnect& connect) {
-  if (!isInitialized(connect)) return;
-  connect.flagShapeAdded = true;
-  if (!isQuorvelDocument(connect)) return;
+namespace {
+
+void forgetAnswers(dsrVisioConnect& connect, const Document& document) {
+  connect.batchDocument = document;
   connect.flagTimeUnitAbbr = false;
   connect.flagFeqAbbr_1 = false;
   connect.flagFeqAbbr_2 = false;
   connect.flagFeqAbbrNew = false;
+}
+
+}  // namespace
+
+void beginPasteBatch(dsrVisioConnect& connect, const Window& window, const Document& document) {
+  if (!isInitialized(document)) return;
+  connect.flagShapeAdded = true;
+  if (!hasQuorvelTemplate(document)) return;
+  forgetAnswers(connect, document);
   // A deletion that is still pending has selected the one shape it asks about.
-  const bool deletionPending = connect.DeleteShape && connect.gvsoApp.ActiveWindow().Selection().Count() == 1;
+  const bool deletionPending = connect.DeleteShape && window.Selection().Count() == 1;
   if (!deletionPending) connect.DeleteShape = false;
+}
+
+void joinPasteBatch(dsrVisioConnect& connect, const Document& document) {
+  if (connect.batchDocument == document) return;
+  connect.flagShapeAdded = true;
+  forgetAnswers(connect, document);
 }
 
 }  // namespace quorvel::addin

@@ -5,7 +5,12 @@
 
 namespace quorvel::addin {
 
-/// The selection has changed on a foreground page: what is added from now on is a batch of its own.
-void beginPasteBatch(dsrVisioConnect& connect);
+/// The selection of the window has changed, which shows a foreground page of the document: what is added from now on is
+/// a batch of its own. Nothing outside of maps.
+void beginPasteBatch(dsrVisioConnect& connect, const Window& window, const Document& document);
+
+/// To be called before a question of a paste is asked or answered from memory: what was answered for one drawing does
+/// not count in another.
+void joinPasteBatch(dsrVisioConnect& connect, const Document& document);
 
 }  // namespace quorvel::addin

@@ -1,5 +1,6 @@
 #include "shapes/shape_added.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "addin/host_queries.h"
@@ -9,27 +10,37 @@
 namespace quorvel::addin {
 namespace {
 
-/// A page has one logo and one legend. A copied Task, Task Link or Process Connector stays as it was pasted: nothing
-/// renumbers it or merges its roles and frequencies yet.
-void copied(const Shape& shape) {
-  if (!(shape.Data1() == marks::logo || shape.Data1() == marks::legend)) return;
+bool holdsAnother(const Shapes& shapes, const Shape& one, std::string_view mark) {
+  return std::ranges::any_of(shapes.all(), [&](const Shape& shape) {
+    return (!(shape == one) && shape.Data1() == mark) || holdsAnother(shape.Shapes(), one, mark);
+  });
+}
+
+/// A page has one logo and one legend. The page is asked for the other one, because those that the add-in imports may
+/// arrive when they bear their marks already: the host holds arrivals back while a deletion is under way. A copied
+/// Task, Task Link or Process Connector stays as it was pasted: nothing renumbers it or merges its roles and
+/// frequencies yet.
+void copied(const Shape& shape, const Page& page) {
+  const std::string mark = shape.Data1().or_({});
+  if (!(mark == marks::logo || mark == marks::legend) || !holdsAnother(page.Shapes(), shape, mark)) return;
   shape.Cells("LockDelete").FormulaForce("0");
   shape.Delete();
 }
 
 }  // namespace
 
-void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape) {
-  if (!isQuorvelDocument(connect)) return;
-  const Shape documentSheet = connect.gvsoApp.ActiveDocument().DocumentSheet();
+void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape, const Page& page) {
+  const Document document = page.Document();
+  if (!hasQuorvelTemplate(document)) return;
+  const Shape documentSheet = document.DocumentSheet();
   if (!(documentSheet.CellExists("User.Based_On_ZNB", 1) == true)) return;
   if (!(documentSheet.Cells("User.Based_On_ZNB").Result(visio::unitsNone) != 0)) return;
   // The copy that a deletion makes to keep a Task must keep its ID and cells.
   if (std::exchange(connect.flagRestoringTask, false)) return;
 
   const Maybe<bool> wasHereBefore = shape.CellExists("User.AlreadyAdded", 1);
-  if (wasHereBefore == true) copied(shape);
-  if (wasHereBefore == false) firstDrop(connect, shape);
+  if (wasHereBefore == true) copied(shape, page);
+  if (wasHereBefore == false) firstDrop(connect, shape, page);
 }
 
 }  // namespace quorvel::addin

@@ -5,7 +5,7 @@
 
 namespace quorvel::addin {
 
-/// The active page is a foreground page. Does nothing outside an initialized document of ours.
-void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape);
+/// `page` is the shape's page, a foreground page. Does nothing outside an initialized document of ours.
+void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape, const Page& page);
 
 }  // namespace quorvel::addin

@@ -6,17 +6,14 @@
 
 namespace quorvel::addin {
 
-int TaskCount(const dsrVisioConnect& connect, std::string_view scope) {
-  std::vector<Shape> shapes;
-  if (scope == "Selected") shapes = connect.gvsoApp.ActiveWindow().Selection().all();
-  if (scope == "Page") shapes = connect.gvsoApp.ActivePage().Shapes().all();
+int TaskCount(std::span<const Shape> shapes) {
   // The page's collection holds top-level shapes only, but a selection may list members in their own right.
   return static_cast<int>(
       std::ranges::count_if(shapes, [](const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }));
 }
 
-bool isOnlyTaskOnPage(const dsrVisioConnect& connect) {
-  const Shapes shapes = connect.gvsoApp.ActivePage().Shapes();
+bool isOnlyTaskOnPage(const Page& page) {
+  const Shapes shapes = page.Shapes();
   int found = 0;
   for (int i = shapes.Count().or_(0); i > 0 && found < 2; --i) {
     const Shape shape = shapes.Item(i);

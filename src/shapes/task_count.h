@@ -1,18 +1,17 @@
 // How many Tasks a page or a selection holds.
 #pragma once
 
-#include <string_view>
+#include <span>
 
-#include "addin/dsr_visio_connect.h"
+#include "model/host_model.h"
 
 namespace quorvel::addin {
 
-/// `scope` is "Selected" (the active selection) or "Page" (the active page); any other counts nothing. Members of
-/// groups are not counted.
-int TaskCount(const dsrVisioConnect& connect, std::string_view scope);
+/// How many of the shapes, those of a page or a selection, are Tasks. Members of groups are not counted.
+int TaskCount(std::span<const Shape> shapes);
 
-/// Is there exactly one Task on the active page? As TaskCount, but ends at the second one: a drop must not cost more
+/// Is there exactly one Task on the page? As TaskCount, but ends at the second one: a drop must not cost more
 /// on a page of many Tasks.
-bool isOnlyTaskOnPage(const dsrVisioConnect& connect);
+bool isOnlyTaskOnPage(const Page& page);
 
 }  // namespace quorvel::addin

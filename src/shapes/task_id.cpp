@@ -16,9 +16,7 @@ std::string taskLettersFromPageName(std::string_view pageName) {
   return blank >= 2 && blank <= 5 ? left(pageName, blank - 1) : "Z";
 }
 
-std::string getTaskLetterPartFromPageName(const dsrVisioConnect& connect) {
-  return taskLettersFromPageName(connect.gvsoApp.ActivePage().Name().or_({}));
-}
+std::string getTaskLetterPartFromPageName(const Page& page) { return taskLettersFromPageName(page.Name().or_({})); }
 
 long numberInBox(std::string_view text) {
   constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();

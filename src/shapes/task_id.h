@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "addin/dsr_visio_connect.h"
+#include "model/host_model.h"
 
 namespace quorvel::addin {
 
@@ -13,8 +13,8 @@ std::string taskIdText(std::string_view letters, long number);
 
 /// What stands before the first blank of the page's name when it is one to four characters long, else "Z".
 std::string taskLettersFromPageName(std::string_view pageName);
-/// The same for the active page.
-std::string getTaskLetterPartFromPageName(const dsrVisioConnect& connect);
+/// The same for a page.
+std::string getTaskLetterPartFromPageName(const Page& page);
 
 /// The number that a number box holds, by its leading digits; 0 for an empty box. What is too large to be a Task number
 /// is cut to 2147483647.

@@ -12,24 +12,23 @@ constexpr const char* partialCell = "Prop.Frequency_Partial.Value";
 constexpr const char* descriptionCell = "Prop.Frequency_Of_Occurrence.Value";
 
 template <class Fits>
-bool anyTask(const dsrVisioConnect& connect, Fits fits) {
+bool anyTask(const Document& document, Fits fits) {
   bool found = false;
-  forEachShape(connect.gvsoApp.ActiveDocument(),
-               [&](const Shape& shape) { found = found || (IsTask(shape) && fits(shape)); });
+  forEachShape(document, [&](const Shape& shape) { found = found || (IsTask(shape) && fits(shape)); });
   return found;
 }
 
 }  // namespace
 
-void update_freq(const dsrVisioConnect& connect, const std::string& list) {
+void update_freq(const Document& document, const std::string& list) {
   const std::string formula = quoted(list);
-  forEachShape(connect.gvsoApp.ActiveDocument(), [&](const Shape& shape) {
+  forEachShape(document, [&](const Shape& shape) {
     if (IsTask(shape)) shape.Cells("Prop.Frequency_Of_Occurrence.Format").FormulaForce(formula);
   });
 }
 
-void showFrequencies(const dsrVisioConnect& connect, const std::vector<Frequency>& frequencies) {
-  forEachShape(connect.gvsoApp.ActiveDocument(), [&](const Shape& shape) {
+void showFrequencies(const Document& document, const std::vector<Frequency>& frequencies) {
+  forEachShape(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
     const std::string joint = frequencyJoint(shape);
     const Maybe<std::string> chosen = shape.Cells(descriptionCell).ResultStr(visio::unitsNone);
@@ -40,16 +39,16 @@ void showFrequencies(const dsrVisioConnect& connect, const std::vector<Frequency
   });
 }
 
-bool isAbbreviationInUse(const dsrVisioConnect& connect, const std::string& abbreviation) {
-  return anyTask(connect, [&](const Shape& task) {
+bool isAbbreviationInUse(const Document& document, const std::string& abbreviation) {
+  return anyTask(document, [&](const Shape& task) {
     const Maybe<std::string> partial = task.Cells(partialCell).ResultStr(visio::unitsNone);
     return partial && left(*partial, 2) == abbreviation;
   });
 }
 
-bool isDescriptionInUse(const dsrVisioConnect& connect, const std::string& description) {
+bool isDescriptionInUse(const Document& document, const std::string& description) {
   if (description.empty()) return false;
-  return anyTask(connect, [&](const Shape& task) {
+  return anyTask(document, [&](const Shape& task) {
     return task.Cells(descriptionCell).ResultStr(visio::unitsNone) == description;
   });
 }

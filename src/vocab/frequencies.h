@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "addin/dsr_visio_connect.h"
+#include "model/host_model.h"
 
 namespace quorvel::addin {
 
 /// How many frequencies are the system's, and how many more a user may add.
 inline constexpr int systemFrequencies = 13, userFrequencies = 13;
 
-/// Gives every Task the list of descriptions to choose from; `list` is the text of User.FreqSuggestions.
-void update_freq(const dsrVisioConnect& connect, const std::string& list);
+/// Gives every Task of the drawing the list of descriptions to choose from; `list` is the text of User.FreqSuggestions.
+void update_freq(const Document& document, const std::string& list);
 
 /// A frequency as its description and its abbreviation.
 struct Frequency {
@@ -22,12 +22,12 @@ struct Frequency {
 };
 
 /// Gives every Task the abbreviation of its frequency, joined to its time. Of equal descriptions the last one decides.
-void showFrequencies(const dsrVisioConnect& connect, const std::vector<Frequency>& frequencies);
+void showFrequencies(const Document& document, const std::vector<Frequency>& frequencies);
 
 /// A Task on any page whose frequency's abbreviation, as the Task holds it, begins with the text in its first two
 /// characters; one character followed by the joint does not match.
-bool isAbbreviationInUse(const dsrVisioConnect& connect, const std::string& abbreviation);
+bool isAbbreviationInUse(const Document& document, const std::string& abbreviation);
 /// The same for a description, which must not be empty.
-bool isDescriptionInUse(const dsrVisioConnect& connect, const std::string& description);
+bool isDescriptionInUse(const Document& document, const std::string& description);
 
 }  // namespace quorvel::addin

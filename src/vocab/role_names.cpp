@@ -20,8 +20,8 @@ bool confirmsDeletion(dsrVisioConnect& connect, const std::string& role) {
 
 }  // namespace
 
-void UpdateOldRoleNames(const dsrVisioConnect& connect, const std::string& oldName, const std::string& newName) {
-  forEachShapeBeforeBackgrounds(connect.gvsoApp.ActiveDocument(), [&](const Shape& shape) {
+void UpdateOldRoleNames(const Document& document, const std::string& oldName, const std::string& newName) {
+  forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
     for (const std::string_view name : roleCells) {
       const Cell role = shape.Cells(name);
@@ -30,8 +30,7 @@ void UpdateOldRoleNames(const dsrVisioConnect& connect, const std::string& oldNa
   });
 }
 
-void updateRoleFormats(const dsrVisioConnect& connect) {
-  const Document document = connect.gvsoApp.ActiveDocument();
+void updateRoleFormats(const Document& document) {
   const Maybe<std::string> roles = document.DocumentSheet().Cells("User.RoleNames").ResultStr(visio::unitsNone);
   // A list that can't be read must not empty those of the Tasks.
   if (!roles) return;
@@ -57,9 +56,10 @@ std::string insertRoleName(const std::vector<std::string>& names, const std::str
   return roleListText(roles);
 }
 
-std::vector<std::string> deletableRoles(dsrVisioConnect& connect, std::vector<std::string> names) {
+std::vector<std::string> deletableRoles(dsrVisioConnect& connect, const Document& document,
+                                        std::vector<std::string> names) {
   std::vector<std::string> deletable = names;
-  forEachShapeBeforeBackgrounds(connect.gvsoApp.ActiveDocument(), [&](const Shape& shape) {
+  forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
     std::array<Maybe<std::string>, roleCells.size()> used;
     std::ranges::transform(roleCells, used.begin(),

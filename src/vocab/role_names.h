@@ -18,13 +18,13 @@ inline constexpr std::array<std::string_view, 5> roleCells{"Prop.Responsible_Rol
                                                            "Prop.SupportingRole_2", "Prop.SupportingRole_3",
                                                            "Prop.SupportingRole_4"};
 
-/// Gives every use of a role in the active document the new name; an empty one clears it. Letter case counts. The new
+/// Gives every use of a role in the document the new name; an empty one clears it. Letter case counts. The new
 /// name stands between quotation marks as it is: one that holds a quotation mark is refused by the host.
-void UpdateOldRoleNames(const dsrVisioConnect& connect, const std::string& oldName, const std::string& newName);
+void UpdateOldRoleNames(const Document& document, const std::string& oldName, const std::string& newName);
 
 /// Copies the document's list to every Task. A list with a quotation mark in it makes a formula that the host refuses,
 /// and the Tasks keep their old lists.
-void updateRoleFormats(const dsrVisioConnect& connect);
+void updateRoleFormats(const Document& document);
 
 /// The text of a list cell between its quotation marks: ";" before each role, quotation marks doubled.
 std::string roleListText(const std::vector<std::string>& roles);
@@ -34,6 +34,7 @@ std::string roleListText(const std::vector<std::string>& roles);
 std::string insertRoleName(const std::vector<std::string>& names, const std::string& newName);
 
 /// Which of the names may be deleted: each that a Task uses is asked about once, and blanked when the user declines.
-std::vector<std::string> deletableRoles(dsrVisioConnect& connect, std::vector<std::string> names);
+std::vector<std::string> deletableRoles(dsrVisioConnect& connect, const Document& document,
+                                        std::vector<std::string> names);
 
 }  // namespace quorvel::addin

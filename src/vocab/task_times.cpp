@@ -12,12 +12,12 @@ namespace quorvel::addin {
 
 std::string frequencyJoint(const Shape& task) { return timeNumber(task) == 0 ? "" : ":"; }
 
-void frequencyChanged(const dsrVisioConnect& connect, const Shape& task) {
+void frequencyChanged(const Shape& task) {
   const Maybe<std::string> frequency = task.Cells("Prop.Frequency_Of_Occurrence").ResultStr(visio::unitsNone);
   const Cell partial = task.Cells("Prop.Frequency_Partial");
   if (frequency == "") partial.FormulaForce(quoted(""));
   if (!(frequency != "")) return;
-  const Document document = connect.gvsoApp.ActiveDocument();
+  const Document document = task.Document();
   const std::vector<std::string> descriptions = parse(documentText(document, "User.FreqSuggestions"), ";");
   const std::vector<std::string> abbreviations = parse(documentText(document, "User.FreqSuggestions.Prompt"), ";");
   std::string joint = frequencyJoint(task);

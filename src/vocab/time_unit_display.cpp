@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "display/task_details.h"
@@ -9,6 +10,7 @@
 #include "links/task_link_description.h"
 #include "links/task_link_picture.h"
 #include "shapes/page_walk.h"
+#include "shapes/paste_batch.h"
 #include "shapes/shape_classes.h"
 #include "vocab/parse.h"
 #include "vocab/time_units.h"
@@ -52,22 +54,25 @@ Maybe<std::string> abbreviationOnLink(const Shape& link, std::string_view unit) 
 
 }  // namespace
 
-void redrawTimeUnits(const dsrVisioConnect& connect) {
-  forEachShape(connect.gvsoApp.ActiveDocument(), [&](const Shape& shape) {
-    if (IsTask(shape)) RedrawTaskUpperExtraFields(connect, shape, "Task_Completion_Time");
-    if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(connect, shape);
+void redrawTimeUnits(const Document& document) {
+  forEachShape(document, [&](const Shape& shape) {
+    if (IsTask(shape)) RedrawTaskUpperExtraFields(shape, "Task_Completion_Time");
+    if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(shape);
   });
 }
 
 void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, bool, bool) {
-  const Document document = connect.gvsoApp.ActiveDocument();
+  const std::vector<Shape> arrived = selection.all();
+  if (arrived.empty()) return;
+  const Document document = arrived.front().Document();
+  joinPasteBatch(connect, document);
   const std::vector<std::string> units = parse(documentText(document, "User.time_unit"), ";");
   std::vector<std::string> abbreviations = parse(documentText(document, "User.Time_Unit_Disply"), ";");
   // A shape that shows no time is taken to show what the shape of its unit before it did. Of its unit: a label in
   // minutes says nothing about the abbreviation of hours.
   std::vector<Maybe<std::string>> shown(units.size());
   bool takesOver = false;
-  for (const Shape& shape : selection.all()) {
+  for (const Shape& shape : arrived) {
     const Maybe<std::string> unit = shape.Cells("Prop.Time_Units").ResultStr(visio::unitsNone);
     // The last slot is empty and no unit: a shape without one matches none.
     for (std::size_t i = 0; unit && i + 1 < units.size(); ++i) {
@@ -79,6 +84,7 @@ void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, 
       if (i >= abbreviations.size() || shown[i].or_({}).empty() || shown[i] == abbreviations[i]) continue;
       if (!connect.flagTimeUnitAbbr) {
         connect.flagTimeUnitAbbr = true;
+        showPage(connect, shape.ContainingPage());
         takesOver = connect.platform.showMessage(
                         {"The time unit abbreviation is not the same. Do you want to update it in this document?",
                          "Quorvel", MessageButtons::YesNoCancel, MessageIcon::None}) == MessageAnswer::Yes;
@@ -86,8 +92,8 @@ void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, 
       if (takesOver) abbreviations[i] = *shown[i];
     }
   }
-  UpdateDocumentTimeUnitDisplay(connect, abbreviations);
-  redrawTimeUnits(connect);
+  UpdateDocumentTimeUnitDisplay(document, abbreviations);
+  redrawTimeUnits(document);
 }
 
 }  // namespace quorvel::addin

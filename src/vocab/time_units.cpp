@@ -65,8 +65,9 @@ void getTimeunit(const Shape& link) {
   link.Cells("Prop.Time_Between_Tasks").FormulaForce(durationFormula);
 }
 
-std::string getFormatText(const dsrVisioConnect& connect, std::string_view sheetName) {
-  const Document document = connect.gvsoApp.ActiveDocument();
+std::string getFormatText(const Shape& task) {
+  const Document document = task.Document();
+  const std::string sheetName = task.NameID().or_({});
   const std::vector<std::string> units = parse(documentText(document, "User.Time_Unit"), ";");
   const std::vector<std::string> abbreviations = parse(documentText(document, "User.Time_Unit_Disply"), ";");
   const std::string spr = listSeparator(document);
@@ -82,18 +83,17 @@ std::string getFormatText(const dsrVisioConnect& connect, std::string_view sheet
       continue;
     }
     formula += unit->name == "Seconds" ? "= " : spr;
-    formula +=
-        "IF(STRSAME(" + std::string(sheetName) + "!Prop.Time_Units" + spr + quoted(unit->name) + ")" + spr + picture;
+    formula += "IF(STRSAME(" + sheetName + "!Prop.Time_Units" + spr + quoted(unit->name) + ")" + spr + picture;
   }
   return formula;
 }
 
-void UpdateDocumentTimeUnitDisplay(const dsrVisioConnect& connect, const std::vector<std::string>& abbreviations) {
+void UpdateDocumentTimeUnitDisplay(const Document& document, const std::vector<std::string>& abbreviations) {
   if (abbreviations.empty()) return;
   std::string text;
   for (const std::string& abbreviation : abbreviations) text += abbreviation + ";";
   text.pop_back();
-  connect.gvsoApp.ActiveDocument().DocumentSheet().Cells("User.Time_Unit_Disply").FormulaForce(quoted(text));
+  document.DocumentSheet().Cells("User.Time_Unit_Disply").FormulaForce(quoted(text));
 }
 
 }  // namespace quorvel::addin

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "addin/dsr_visio_connect.h"
+#include "model/host_model.h"
 
 namespace quorvel::addin {
 
@@ -27,11 +27,11 @@ void captureCompletionTime(const Shape& task);
 /// The same for the time of a Task Link; then the property gets its formula back.
 void getTimeunit(const Shape& link);
 
-/// The formula of the format picture for the time label of the Task whose sheet ("Sheet.12") is given.
-std::string getFormatText(const dsrVisioConnect& connect, std::string_view sheetName);
+/// The formula of the format picture for the time label of the Task, with the abbreviations of its document.
+std::string getFormatText(const Shape& task);
 
-/// Stores the abbreviations of the units in the active document. They come from `parse`; its empty slot makes the
+/// Stores the abbreviations of the units in the document. They come from `parse`; its empty slot makes the
 /// stored text end in ";", which reads back alike. No slots at all change nothing.
-void UpdateDocumentTimeUnitDisplay(const dsrVisioConnect& connect, const std::vector<std::string>& abbreviations);
+void UpdateDocumentTimeUnitDisplay(const Document& document, const std::vector<std::string>& abbreviations);
 
 }  // namespace quorvel::addin

@@ -71,8 +71,8 @@ TEST(Lifecycle, EventsOfAHostThatRefusesEverythingPass) {
   connect.CellChanged(Cell(&host, something));
   connect.SelectionChanged(Window(&host, something));
   connect.MouseMove(0, 0, 1, 1);
-  EXPECT_FALSE(isQuorvelDocument(connect));
-  EXPECT_FALSE(selectedShapeOfMaster(connect, ""));
+  EXPECT_FALSE(isMap(connect.gvsoApp.ActiveDocument()));
+  EXPECT_FALSE(selectedShapeOfMaster(connect.gvsoApp.ActiveWindow().Selection().all(), ""));
   EXPECT_TRUE(platform.asked.empty());
 }
 

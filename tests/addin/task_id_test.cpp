@@ -122,13 +122,13 @@ TEST_F(Dialogs, ADialogInsideADialogIsAnotherOne) {
   bool inner = false;
   platform.onForm = [&](Form& form) {
     if (++depth == 1) {
-      inner = askTaskIdSuggestion(connect);
+      inner = askTaskIdSuggestion(connect, {});
       form.close();
     } else {
       control(form, "BtnOK").click();
     }
   };
-  EXPECT_FALSE(askTaskIdSuggestion(connect));
+  EXPECT_FALSE(askTaskIdSuggestion(connect, {}));
   EXPECT_TRUE(inner);
 }
 
@@ -137,7 +137,7 @@ TEST_F(Dialogs, DisconnectingWhileADialogIsOpenIsHarmless) {
     connect.AddinInstance_OnDisconnection();
     control(form, "BtnOK").click();
   };
-  EXPECT_TRUE(askTaskIdSuggestion(connect));
+  EXPECT_TRUE(askTaskIdSuggestion(connect, {}));
   EXPECT_EQ(connect.taskIdSuggestion, nullptr);
 }
 

@@ -21,6 +21,7 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(Application_ActiveDocument, s.application.ActiveDocument())
       CALL(Application_ActivePage, s.application.ActivePage())
       CALL(Application_ActiveWindow, s.application.ActiveWindow())
+      CALL(Application_Windows, s.application.Windows())
       CALL(Application_Documents, s.application.Documents())
       CALL(Application_Version, s.application.Version())
       CALL(Application_WindowHandle32, s.application.WindowHandle32())
@@ -179,9 +180,12 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(Selection_Copy, s.selection.Copy())
       CALL(Selection_Group, s.selection.Group())
       CALL(Selection_Ungroup, s.selection.Ungroup())
+      CALL(Windows_Item, s.windows.Item(1))
+      CALL(Windows_Count, s.windows.Count())
       CALL(Window_Type, s.window.Type())
       CALL(Window_SubType, s.window.SubType())
       CALL(Window_Caption, s.window.Caption())
+      CALL(Window_Document, s.window.Document())
       CALL(Window_Page, s.window.Page())
       PUT(Window_Page, s.window.SetPage(s.otherPage))
       CALL(Window_Selection, s.window.Selection())
@@ -310,6 +314,8 @@ const Handle& subjectOf(const Subjects& subjects, ObjectKind kind) {
       return subjects.characters;
     case ObjectKind::Selection:
       return subjects.selection;
+    case ObjectKind::Windows:
+      return subjects.windows;
     case ObjectKind::Window:
       return subjects.window;
     case ObjectKind::Layers:

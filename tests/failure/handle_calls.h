@@ -26,6 +26,7 @@ struct Subjects {
   Cell cell;
   Characters characters;
   Selection selection;
+  Windows windows;
   Window window;
   Layers layers;
   Layer layer;

@@ -56,6 +56,7 @@ class Sweep : public HostTest {
     s.layers = s.page.Layers();
     s.layer = s.layers.Add("Visible");
     s.layer.Add(s.shape, 1);
+    s.windows = app.Windows();
     s.window = app.ActiveWindow();
     s.window.Select(s.shape, visio::select);
     s.selection = s.window.Selection();

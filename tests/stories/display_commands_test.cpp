@@ -203,7 +203,7 @@ TEST_F(DisplayCommands, LinksShowTheirTimeAndDescriptionAsChosen) {
   addin::cbrBtnTaskLinkDisplayOption_Click(session.addin());
   EXPECT_EQ(link.Text(), "Send form (1.5m)");
   EXPECT_EQ(other.Text().or_({}).find('('), std::string::npos);
-  EXPECT_EQ(addin::commonTaskLinkSwitch(session.addin(), "User.TaskLink_Visible"), 1);
+  EXPECT_EQ(addin::commonTaskLinkSwitch(addin::shownNow(session.addin()), "User.TaskLink_Visible"), 1);
 
   // The time comes and goes with its number.
   ASSERT_TRUE(link.Cells("Prop.Time_Between_Tasks").SetFormula("0"));
@@ -212,8 +212,8 @@ TEST_F(DisplayCommands, LinksShowTheirTimeAndDescriptionAsChosen) {
   EXPECT_EQ(link.Text(), "Send form (2m)");
 
   select({link, other});
-  EXPECT_EQ(addin::commonTaskLinkSwitch(session.addin(), "User.TaskLink_Visible"), 2);
-  addin::applyTaskLinkDisplayOptions(session.addin(), {1, 0, 0}, "Drawing");
+  EXPECT_EQ(addin::commonTaskLinkSwitch(addin::shownNow(session.addin()), "User.TaskLink_Visible"), 2);
+  addin::applyTaskLinkDisplayOptions(session.addin(), addin::shownNow(session.addin()), {1, 0, 0}, "Drawing");
   EXPECT_EQ(other.Text(), " (2m)") << "the comma that stands for a point is a thousands separator";
   EXPECT_EQ(number(page.PageSheet(), "User.TaskLink_txt_Visible"), 0);
 

@@ -35,7 +35,7 @@ class LinkText : public MapTest {
     link.Cells("Prop.Time_Units").FormulaForce("\"" + units + "\"");
   }
   std::string shown() {
-    addin::GetAddedTaskLinkDescription2(session.addin(), link);
+    addin::GetAddedTaskLinkDescription2(link);
     std::string text = link.Text().or_("(none)");
     while (!text.empty() && text.back() == ' ') text.pop_back();
     return text;

@@ -62,7 +62,7 @@ TEST_F(NewMap, ForegroundPagesHaveCellsAndDecorationsOnce) {
   }
   background.PageSheet().DeleteSection(visio::sectionUser);
   background.SetBackground(true);
-  addin::initializeDocument(session.addin());
+  addin::initializeDocument(session.addin(), map);
   EXPECT_EQ(background.PageSheet().RowCount(visio::sectionUser), 0);
   EXPECT_EQ(background.Shapes().Count(), 0);
 

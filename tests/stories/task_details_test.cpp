@@ -223,9 +223,9 @@ TEST_F(TaskDetails, StayWholeThroughAnySequenceOfChanges) {
       [&] {
         addin::TaskSwitchBoxes boxes;
         for (int& box : boxes) box = static_cast<int>(pick(3));
-        addin::applyTaskDisplayOptions(session.addin(), boxes, "Page");
+        addin::applyTaskDisplayOptions(session.addin(), addin::shownNow(session.addin()), boxes, "Page");
       },
-      [&] { addin::applyTaskDisplay(session.addin(), "Drawing"); },
+      [&] { addin::applyTaskDisplay(session.addin(), addin::shownNow(session.addin()), "Drawing"); },
       [&] {
         const Shape last = task.Shapes().Item(task.Shapes().Count().or_(0) - 1);
         if (last.Data1() == "Pline" && !last.Data3().or_({}).starts_with("Pic")) addLink(last, "a.doc", "a");

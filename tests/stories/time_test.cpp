@@ -155,7 +155,7 @@ TEST_F(ForeignUnits, AreTakenOverWhenTheUserAgrees) {
 
   for (const Shape& asked : {task, link, second}) {
     setAbbreviations("s;M;h;dy;w");
-    addin::redrawTimeUnits(session.addin());
+    addin::redrawTimeUnits(map);
     setAbbreviations("s;m;h;d;w");
     reply = MessageAnswer::Yes;
     messages.clear();

@@ -42,6 +42,7 @@ from .host_objects import (
     Shape,
     Shapes,
     Window,
+    Windows,
 )
 from .install import stencil_path, template_path
 from .maps import Connector, Link, Map, Role, Task
@@ -52,6 +53,6 @@ __all__ = [
     "CommandBarControls", "CommandBars", "Connect", "Connector", "Connects", "Control", "Document", "Documents",
     "Form", "Handle", "HostError", "Hyperlink", "Hyperlinks", "IndexedNumbers", "Layer", "Layers", "LeftBehind", "Link", "Map",
     "Master", "Masters", "Page", "Pages", "Role", "Row", "Section", "Selection", "Shape", "Shapes", "Task",
-    "Unanswered", "Window", "constants", "copies_left_behind", "discard_copy", "stencil_path",
+    "Unanswered", "Window", "Windows", "constants", "copies_left_behind", "discard_copy", "stencil_path",
     "template_path",
 ]  # fmt: skip

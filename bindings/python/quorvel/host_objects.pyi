@@ -165,6 +165,9 @@ class Application(Handle):
     def ActiveWindow(self) -> Window | None:
         """The window that has the focus."""
     @property
+    def Windows(self) -> _h.Windows:
+        """The windows of all documents."""
+    @property
     def Documents(self) -> _h.Documents:
         """The documents that are open."""
     @property
@@ -540,6 +543,9 @@ class Selection(Collection[Shape]):
     def Ungroup(self) -> None:
         """Gives up every selected group; its members stay where they are."""
 
+class Windows(Collection[Window]):
+    """The windows of the documents that have one, in order of opening."""
+
 class Window(Handle):
     """The window of a document; there is none on a screen."""
 
@@ -554,6 +560,9 @@ class Window(Handle):
     @property
     def Caption(self) -> str:
         """Document and page."""
+    @property
+    def Document(self) -> _h.Document:
+        """The document that it shows."""
     @property
     def Selection(self) -> _h.Selection:
         """What is selected now."""

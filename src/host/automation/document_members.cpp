@@ -33,6 +33,8 @@ Maybe<Variant> InMemoryHost::getApplication(Member member) {
       const WindowState* window = engine_.activeWindow();
       return Variant(window ? refTo(ObjectKind::Window, window->id.value) : ObjectRef{});
     }
+    case Member::Application_Windows:
+      return Variant(refTo(ObjectKind::Windows, 1));
     case Member::Application_Documents:
       return Variant(refTo(ObjectKind::Documents, 1));
     case Member::Application_Version:
@@ -51,7 +53,8 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
     case Member::Application_BeginUndoScope: {
       const Maybe<std::string_view> name = textAt(arguments, 0);
       if (!name) return refuse("a scope needs a name");
-      const int scope = engine_.undo.begin(engine_.activeDocument(), std::string(*name));
+      // What is changed need not be shown, so the active document would not do.
+      const int scope = engine_.undo.begin({}, std::string(*name));
       const std::string description(*name);
       engine_.events.raise([&](ApplicationEvents& listener) { listener.EnterScope(scope, description); });
       return Variant(std::int64_t{scope});

@@ -195,6 +195,8 @@ Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Argumen
       return getCell({SheetId{object.id}, CellKey::fromPacked(object.part)}, member, arguments);
     case ObjectKind::Selection:
       return getSelection(object, member, arguments);
+    case ObjectKind::Windows:
+      return getWindows(member, arguments);
     case ObjectKind::Window:
       return getWindow(WindowId{object.id}, member);
     case ObjectKind::Layers:

@@ -61,6 +61,7 @@ class InMemoryHost : public Backend {
   Maybe<Variant> getSelection(const ObjectRef& object, Member member, Arguments arguments);
   Maybe<Variant> callSelection(const ObjectRef& object, Member member);
   bool putSelection(const ObjectRef& object, const Argument& value);
+  Maybe<Variant> getWindows(Member member, Arguments arguments);
   Maybe<Variant> getWindow(WindowId id, Member member);
   bool putWindow(WindowId id, const Argument& page);
   Maybe<Variant> callWindow(WindowId id, Member member, Arguments arguments);

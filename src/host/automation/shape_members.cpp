@@ -83,7 +83,7 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
     case Member::Shape_Parent:
       return Variant(sheet.parent ? refTo(ObjectKind::Shape, sheet.parent.value) : ObjectRef{});
     case Member::Shape_ContainingPage:
-      if (!store.page(sheet.page)) return refuse("the sheet stands on no page");
+      if (!store.page(sheet.page) || store.page(sheet.page)->master) return refuse("the sheet stands on no page");
       return Variant(refTo(ObjectKind::Page, sheet.page.value));
     case Member::Shape_ContainingShape:
       if (sheet.parent) return Variant(refTo(ObjectKind::Shape, sheet.parent.value));

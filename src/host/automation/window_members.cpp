@@ -102,6 +102,17 @@ bool InMemoryHost::putWindow(WindowId id, const Argument& value) {
   return true;
 }
 
+Maybe<Variant> InMemoryHost::getWindows(Member member, Arguments arguments) {
+  if (member == Member::Windows_Count) return Variant(static_cast<std::int64_t>(engine_.windows().size()));
+  std::vector<WindowId> windows;
+  for (const WindowState& window : engine_.windows()) windows.push_back(window.id);
+  // The engine keeps the active one last; a walk must not depend on what it activates.
+  std::ranges::sort(windows, {}, &WindowId::value);
+  const int index = integerAt(arguments, 0).or_(0);
+  if (index < 1 || index > static_cast<int>(windows.size())) return refuse("the index lies outside 1 to Count");
+  return Variant(refTo(ObjectKind::Window, windows[static_cast<std::size_t>(index) - 1].value));
+}
+
 Maybe<Variant> InMemoryHost::getWindow(WindowId id, Member member) {
   WindowState& window = *engine_.window(id);
   switch (member) {
@@ -113,6 +124,8 @@ Maybe<Variant> InMemoryHost::getWindow(WindowId id, Member member) {
       const Page* page = engine_.store.page(window.page);
       return Variant(engine_.store.document(window.document)->name + (page ? ":" + page->name : ""));
     }
+    case Member::Window_Document:
+      return Variant(refTo(ObjectKind::Document, window.document.value));
     case Member::Window_Page:
       return Variant(window.page ? refTo(ObjectKind::Page, window.page.value) : ObjectRef{});
     case Member::Window_Selection:

@@ -70,7 +70,7 @@ void dropTheMakingOfShapes(std::vector<Exchange>& entries, std::size_t first, co
 
 int UndoLog::begin(DocumentId document, std::string name) {
   if (scopes_.empty()) open_ = {document, name, {}};
-  scopes_.push_back({++lastNumber_, std::move(name), open_.entries.size()});
+  scopes_.push_back({++lastNumber_, document, std::move(name), open_.entries.size()});
   return lastNumber_;
 }
 
@@ -111,6 +111,7 @@ void UndoLog::markChanged(DocumentId id) {
 
 void UndoLog::add(Exchange exchange) {
   if (suspended_) return;
+  if (!open_.document && !scopes_.empty()) open_.document = scopes_.back().document;
   markChanged(open_.document);
   open_.entries.push_back(std::move(exchange));
   if (scopes_.empty()) keep(std::move(open_));

@@ -16,7 +16,8 @@ class UndoLog {
   UndoLog(Store& store, DependencyGraph& graph, PlacementJournal& placements)
       : store_(store), graph_(graph), placements_(placements) {}
 
-  /// Opens a scope; gives its number. The outermost scope is a step of `document`, and nested ones join it.
+  /// Opens a scope; gives its number. The outermost scope is a step of `document`, and nested ones join it. A null
+  /// document is found out: the step is one of the document that is changed first.
   int begin(DocumentId document, std::string name);
   /// False for a number that is not the innermost open scope. `commit` false takes back what was done in the scope.
   bool end(int scope, bool commit);
@@ -61,6 +62,7 @@ class UndoLog {
   };
   struct Scope {
     int number;
+    DocumentId document;
     std::string name;
     std::size_t firstEntry;
   };
