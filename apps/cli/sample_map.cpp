@@ -32,8 +32,6 @@ class SampleMaker {
 
  private:
   void fill(const Page& page, const SamplePage& contents) {
-    // New shapes are prepared by what the active page says.
-    need(app_.ActiveWindow().SetPage(page), "show the page " + contents.name);
     writeTitle(page, contents.title);
     std::map<std::string, Shape> ends;
     for (const SampleTask& task : contents.tasks) {
