@@ -100,8 +100,9 @@ int runExport(const ExportOptions& options) {
     const std::span<const render::Scene> shown(scenes.data() + at, perFile);
     pictures.push_back({file, writePicture(shown, *format, document.name, {options.pixelsPerInch})});
     if (pictures.back().bytes.empty())
-      return fail(file +
-                  " was not written: there is not enough memory for a picture of this size; try a smaller --dpi.");
+      return fail(
+          file +
+          " was not written: the page could not be painted, most often for lack of memory; try a smaller --dpi.");
   }
   for (const Picture& picture : pictures) {
     const std::string wrong = formats::replaceFile(picture.file, picture.bytes, formats::Flush::WhenConvenient);

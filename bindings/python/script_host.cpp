@@ -180,7 +180,7 @@ void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::str
   for (const ObjectRef& ref : pages) scenes.push_back(sceneOfPage(store, *document, host::PageId{ref.id}));
   const std::string bytes = writePicture(scenes, *format, document->name);
   const std::string wrong =
-      bytes.empty() ? "is too large a picture for the memory at hand" : formats::replaceFile(file, bytes);
+      bytes.empty() ? "could not be painted, most often for lack of memory" : formats::replaceFile(file, bytes);
   if (!wrong.empty()) throw Refused{caller, what, file + " " + wrong};
 }
 

@@ -8,6 +8,7 @@
 #include "render/drawing.h"
 #include "render/pdf/writer.h"
 #include "render/png/writer.h"
+#include "render/svg/writer.h"
 
 namespace quorvel::render {
 namespace {
@@ -94,6 +95,40 @@ TEST(Png, PaintsWhereTheSceneSays) {
   EXPECT_EQ(Pixels(writePng(sceneOf("", 1e6, 10), 300)).width(), 16000) << "a page of fourteen metres gets fewer";
 }
 
+/// A box with a soft shadow, a line that changes its colour, and one that shows within a clip only.
+Scene softScene() {
+  Scene scene = sceneOf("Page-1", 100, 50);
+  PathItem shadow = box(20, 10, 40, 40, Colour{0x0000FF});
+  shadow.stroke = {true, {0x0000FF}, 2, LineCap::Round, {}};
+  shadow.blur = 3;
+  PathItem line;
+  line.path.moveTo({50, 25});
+  line.path.lineTo({70, 25});
+  line.stroke = {true, {}, 4, LineCap::Butt, {}};
+  line.stroke.gradient =
+      std::make_shared<const Gradient>(Gradient{false, {50, 25}, {70, 25}, 0, {{0, {0xFF0000}}, {1, {0x00FF00}}}});
+  ClipBegin clip;
+  clip.path.addRectangle(75, 0, 100, 50);
+  clip.path.addRectangle(80, 20, 90, 30);
+  scene.items = {shadow, line, clip, box(70, 5, 98, 45, Colour{0xFF00FF}), ClipEnd{}, box(72, 1, 74, 3, Colour{0})};
+  return scene;
+}
+
+TEST(Png, SoftShadowsLineGradientsAndClips) {
+  const Pixels pixels(writePng(softScene(), 72));
+  const auto paleness = [&](int x) { return pixels.at(x, 25) >> 16; };
+  EXPECT_LT(paleness(30), 8u) << "full in the middle";
+  for (int x = 12; x < 30; ++x) EXPECT_GE(paleness(x), paleness(x + 1)) << "fades outward, at " << x;
+  EXPECT_NEAR(paleness(19), 128, 45) << "half at its edge";
+  EXPECT_GT(paleness(9), 250u);
+  EXPECT_GT(pixels.at(52, 25) >> 16, 0xD0u);
+  EXPECT_GT(pixels.at(67, 25) >> 8 & 0xFF, 0xD0u);
+  EXPECT_EQ(pixels.at(77, 25), 0xFF00FFu);
+  EXPECT_EQ(pixels.at(72, 25), 0xFFFFFFu) << "outside the clip";
+  EXPECT_EQ(pixels.at(85, 25), 0xFFFFFFu) << "in its hole";
+  EXPECT_EQ(pixels.at(73, 2), 0x000000u) << "the clip has ended";
+}
+
 TEST(Png, PicturesStandInTheirBoxAndTextInItsColour) {
   Scene source = sceneOf("", 2, 1);
   source.items = {box(0, 0, 1, 1, Colour{0xFF0000}), box(1, 0, 2, 1, Colour{0x0000FF})};
@@ -148,6 +183,44 @@ TEST(Pdf, PagesLinksAndPlacesInTheDocument) {
   EXPECT_EQ(count(pdf, "javascript"), 0u);
   EXPECT_EQ(count(pdf, "/Type /Outlines"), 1u);
   EXPECT_EQ(writePdf({}, "").substr(0, 5), "%PDF-") << "no pages is an odd document and no crash";
+}
+
+TEST(Pdf, SoftShadowsLineGradientsAndClipsAsInSvg) {
+  const Scene scene = softScene();
+  const std::string pdf = writePdf({&scene, 1}, ""), svg = writeSvg(scene);
+  EXPECT_GE(count(pdf, "/SMask"), 1u) << "the shadow's outline";
+  EXPECT_GE(count(pdf, "/ShadingType 2"), 1u);
+  EXPECT_EQ(count(svg, "stroke=\"url(#"), 1u);
+  EXPECT_EQ(count(svg, "filter=\"url(#"), 1u);
+  EXPECT_EQ(count(svg, "<feGaussianBlur stdDeviation=\"3\"/>"), 1u);
+  EXPECT_EQ(count(svg, "<g clip-path="), 1u);
+  EXPECT_EQ(count(svg, "<g"), count(svg, "</g>"));
+}
+
+TEST(Pdf, TextThatTheFontLibraryRefusesIsLeftOut) {
+  const auto layout = [](double size) {
+    auto text = std::make_shared<TextLayout>();
+    text->styles.push_back({"Liberation Sans", size, {0x008000}, true});
+    text->lines.push_back({{{"Hi", 0, 0, 30, 22, false}}, 0, 0, 22, 36});
+    return text;
+  };
+  for (const double scale : {1e4, 1e6, 1e8, 1e20, 1e200, 1e308 * 10, -1e6, 0.0, 1e-300}) {
+    Scene scene = sceneOf("Page-1", 100, 50);
+    scene.items = {ShapeBegin{{}, 1, "A01", "https://example.org", ""},
+                   TextItem{layout(30), Matrix::translation(10, 5) * Matrix::scaling(scale, scale), {0xFFFF00, 1}},
+                   ShapeEnd{},
+                   TextItem{layout(30), Matrix::translation(scale, 5), {0xFFFF00, 1}},
+                   TextItem{layout(scale), {}, {}},
+                   box(80, 10, 90, 20, Colour{0xFF0000})};
+    const Scene pages[] = {scene, scene};
+    EXPECT_TRUE(writePdf(pages, "").starts_with("%PDF-")) << scale;
+    const std::string png = writePng(scene, 72);
+    if (png.empty()) {
+      ADD_FAILURE() << scale;
+      continue;
+    }
+    EXPECT_EQ(Pixels(png).at(85, 15), 0xFF0000u) << scale;
+  }
 }
 
 }  // namespace

@@ -6,7 +6,9 @@
 #include <iterator>
 
 #include "render/drawing.h"
+#include "render/pdf/writer.h"
 #include "render/picture/image.h"
+#include "render/png/writer.h"
 
 namespace quorvel::render {
 namespace {
@@ -143,6 +145,52 @@ TEST_F(Metafiles, ShowTextsAndBitmaps) {
   EXPECT_EQ(image.clip.bounds().right, 1);
 }
 
+TEST_F(Metafiles, AreCutWhereTheirCallsSaySo) {
+  const std::initializer_list<std::uint32_t> box = {43, 0, 0, 100, 50};
+  const std::vector<SceneItem> found = items(metafile({
+      {30, 0, 0, 100, 50},  // the picture's frame cuts nothing
+      box,
+      {33},
+      {30, 10, 10, 60, 40},
+      {29, 20, 20, 30, 30},
+      box,
+      box,
+      {34, 0xFFFFFFFFu},
+      {59},
+      {43, 0, 0, 50, 25},
+      {60},
+      {67, 5},  // the path alone
+      box,
+      {75, 48, 5, 32, 1, 1, 16, 0, 0, 0, 0, 10, 10, 20, 20},  // a region of one rectangle
+      {26, 10, 0},
+      box,
+      {75, 0, 5},
+      box,
+  }));
+  std::string order;
+  std::vector<std::string> clips;
+  for (const SceneItem& item : found) {
+    if (const auto* clip = std::get_if<ClipBegin>(&item)) clips.push_back(textOf(clip->path));
+    order += std::holds_alternative<ClipBegin>(item) ? '(' : std::holds_alternative<ClipEnd>(item) ? ')' : '#';
+  }
+  EXPECT_EQ(order, "#((##))(#)(#)#");
+  ASSERT_EQ(clips.size(), 4u);
+  EXPECT_EQ(clips[0], "M0.1 0.2L0.6 0.2L0.6 0.8L0.1 0.8Z");
+  EXPECT_TRUE(clips[1].ends_with("ZM0.2 0.4L0.3 0.4L0.3 0.6L0.2 0.6Z")) << "all but the rectangle: " << clips[1];
+  EXPECT_EQ(clips[2], "M0 0L0.5 0L0.5 0.5L0 0.5Z");
+  EXPECT_EQ(clips[3], "M0.2 0.2L0.3 0.2L0.3 0.4L0.2 0.4Z") << "moved";
+
+  const std::vector<SceneItem> older = items(olderMetafile({
+      {0x0416, 40, 60, 10, 10},
+      {0x041B, 50, 100, 0, 0},
+      {0x012C, 0},
+      {0x041B, 50, 100, 0, 0},
+  }));
+  ASSERT_EQ(older.size(), 4u);
+  EXPECT_EQ(textOf(std::get<ClipBegin>(older[0]).path), "M0.1 0.2L0.6 0.2L0.6 0.8L0.1 0.8Z");
+  EXPECT_TRUE(std::holds_alternative<ClipEnd>(older[2]));
+}
+
 TEST_F(Metafiles, OfSixteenBitsAreReadToo) {
   const std::vector<SceneItem> found = items(olderSample());
   ASSERT_EQ(found.size(), 3u);
@@ -154,6 +202,27 @@ TEST_F(Metafiles, OfSixteenBitsAreReadToo) {
   EXPECT_NEAR(place.left, 0.1, 1e-9);
   EXPECT_NEAR(place.width(), 0.2, 1e-9);
   EXPECT_NEAR(place.top, 0.5, 1e-9) << "hangs from its place";
+}
+
+/// A letter as high as a continent has an extent that the outlines of a face cannot hold.
+TEST_F(Metafiles, LeaveOutTextThatCannotBeDrawn) {
+  for (const std::uint32_t height : {0x80000001u, 0x7FFFFFFFu, 0xFFF00000u, 0x00010000u, 0xFFFFFFF6u}) {
+    Drawing drawing;
+    const auto shape = drawing.addShape(2, 1.5, 2, 1, {}, host::SheetKind::Foreign);
+    const std::string bytes = metafile({
+        {82, 1, height, 0, 0, 0, 700, 0, 0, 0, 0x610053u, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0},
+        {37, 1},
+        {84, 0, 0, 0, 0, 1, 0, 0, 10, 25, 2, 76, 0, 0, 0, 0, 0, 80, 'H' | 'i' << 16, 10, 10},
+        {43, 10, 0, 60, 25},
+    });
+    drawing.store.sheet(shape)->foreign =
+        std::make_shared<host::ForeignData>(host::ForeignData{"MetaFile", "", "", bytes, {}});
+    const Scene scene = drawing.scene();
+    EXPECT_EQ(itemsOf<PathItem>(scene).size(), 1u) << height;
+    EXPECT_EQ(itemsOf<TextItem>(scene).size(), height == 0xFFFFFFF6u ? 1u : 0u) << height;
+    EXPECT_TRUE(writePdf({&scene, 1}, "").starts_with("%PDF-")) << height;
+    EXPECT_FALSE(writePng(scene, 72).empty()) << height;
+  }
 }
 
 /// One drawing that an office program wrote as both kinds.
@@ -229,6 +298,9 @@ TEST(Picture, FillsItsPlaceOrIsCut) {
   const Scene framed = show("unknown"), drawn = show(sample());
   EXPECT_EQ(itemsOf<PathItem>(framed).size(), 1u) << "a frame stands for what cannot be drawn";
   EXPECT_EQ(itemsOf<PathItem>(drawn).size(), 3u);
+  ASSERT_EQ(itemsOf<ClipBegin>(drawn).size(), 1u) << "what reaches over its frame is cut, of metafiles too";
+  EXPECT_EQ(itemsOf<ClipBegin>(drawn)[0]->path.bounds().width(), 144);
+  EXPECT_EQ(itemsOf<ClipEnd>(drawn).size(), 1u);
 }
 
 }  // namespace

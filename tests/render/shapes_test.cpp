@@ -69,9 +69,19 @@ TEST(Shapes, SectionsShareOneFillWithHoles) {
   Scene scene = drawing.scene();
   auto paths = itemsOf<PathItem>(scene);
   ASSERT_EQ(paths.size(), 2u);
-  EXPECT_EQ(subpathsOf(paths[0]->path).size(), 2u) << "the open third section holds no fill";
+  EXPECT_EQ(subpathsOf(paths[0]->path).size(), 2u) << "the third section is a line and encloses nothing";
   EXPECT_FALSE(paths[0]->stroke.visible);
   EXPECT_EQ(subpathsOf(paths[1]->path).size(), 2u) << "the first section has no line";
+  drawing.addGeometry(shape, 4, {{0, 0}, {1, 1}, {2, 0}});
+  drawing.set(shape, "Geometry4.NoLine", 1);
+  scene = drawing.scene();
+  paths = itemsOf<PathItem>(scene);
+  EXPECT_EQ(textOf(paths[0]->path).substr(textOf(paths[0]->path).rfind('M')), "M72 180L144 108L216 180Z")
+      << "a bow that is not closed is filled";
+  drawing.set(shape, "Geometry4.NoFill", 1);
+  scene = drawing.scene();
+  EXPECT_EQ(subpathsOf(itemsOf<PathItem>(scene)[0]->path).size(), 2u);
+  drawing.set(shape, "Geometry4.NoShow", 1);
   drawing.set(shape, "Geometry2.NoShow", 1);
   drawing.set(shape, "Geometry3.NoShow", 1);
   drawing.set(shape, "Geometry1.NoLine", 0.0);

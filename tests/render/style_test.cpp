@@ -1,9 +1,9 @@
 // Colours, fills, lines, shadows and themes.
 #include <gtest/gtest.h>
 
-#include "render/scene/hatch.h"
 #include "render/build/line_style.h"
 #include "render/drawing.h"
+#include "render/scene/hatch.h"
 
 namespace quorvel::render {
 namespace {
@@ -107,6 +107,45 @@ TEST(Style, ShadowsStandBehindAtThePagesOffset) {
   EXPECT_EQ(std::get<Colour>(paths[0]->fill).rgb, 0xFF0000u);
   EXPECT_NEAR(paths[0]->path.bounds().left, 72 + 9, 1e-6);
   EXPECT_NEAR(paths[0]->path.bounds().top, 72 + 9, 1e-6);
+  EXPECT_EQ(paths[0]->blur, 0);
+  drawing.set(drawing.shape, "ShapeShdwBlur", 8.0 / 72);
+  const Scene soft = drawing.scene();
+  EXPECT_NEAR(itemsOf<PathItem>(soft)[0]->blur, 2, 1e-9);
+  EXPECT_EQ(itemsOf<PathItem>(soft)[1]->blur, 0) << "the shape itself stays sharp";
+
+  const auto group = drawing.addShape(2, 1.5, 2, 1, {}, host::SheetKind::Group);
+  const auto member = drawing.addRectangle(1, 0.5, 2, 1, group);
+  drawing.set(drawing.shape, "ShdwPattern", 0.0);
+  drawing.set(member, "ShdwPattern", 1);
+  for (const auto& [show, count] : {std::pair{0, 3u}, {1, 2u}, {2, 3u}}) {
+    drawing.set(member, "ShapeShdwShow", show);
+    EXPECT_EQ(itemsOf<PathItem>(drawing.scene()).size(), count) << "a member's shadow, " << show;
+  }
+}
+
+/// One row for each stop: red at the left, blue at the right.
+void setStops(Drawing& drawing, host::SheetId shape, host::SectionNumber section, host::Column colour,
+              host::Column position) {
+  for (std::uint32_t row = 0; row < 2; ++row) {
+    drawing.store.sheet(shape)->local({section, host::RowKey::index(row), colour}).value =
+        host::Value::number(row == 0 ? 2 : 4);
+    drawing.store.sheet(shape)->local({section, host::RowKey::index(row), position}).value = host::Value::number(row);
+  }
+}
+
+TEST(Style, LinesMayChangeTheirColour) {
+  StyledDrawing drawing;
+  setStops(drawing, drawing.shape, host::SectionNumber::LineGradient, columnKeys().LineGradientGradientStopColor,
+           columnKeys().LineGradientGradientStopPosition);
+  EXPECT_FALSE(drawing.item().stroke.gradient) << "not enabled";
+  drawing.set(drawing.shape, "LineGradientEnabled", 1);
+  drawing.set(drawing.shape, "LineGradientAngle", 0.0);
+  const auto gradient = drawing.item().stroke.gradient;
+  ASSERT_TRUE(gradient);
+  EXPECT_NEAR(gradient->from.x, 72, 1e-6);
+  EXPECT_NEAR(gradient->to.x, 216, 1e-6);
+  EXPECT_EQ(gradient->stops[1].colour.rgb, 0x0000FFu);
+  EXPECT_EQ(std::get<Colour>(drawing.item().fill).rgb, 0xFFFFFFu);
 }
 
 constexpr std::string_view themePart = R"(<?xml version="1.0"?>
@@ -137,7 +176,9 @@ TEST(Style, ThemedCellsTakeWhatTheThemeGives) {
   const Maybe<Theme> theme = readTheme(themePart);
   ASSERT_TRUE(theme);
   EXPECT_EQ(theme->schemeNumber, 33);
-  drawing.options.themes = {*theme};
+  drawing.options.themes = {Theme{}, *theme};
+  const auto sheet = drawing.store.page(drawing.page)->sheet;
+  drawing.set(sheet, "ColorSchemeIndex", 33);
   for (const char* cell : {"FillForegnd", "FillPattern", "FillGradientEnabled", "LineColor", "LineWeight",
                            "LinePattern", "Char.Color", "Char.Style", "Char.Font"})
     drawing.set(drawing.shape, cell, "Themed");
@@ -148,7 +189,12 @@ TEST(Style, ThemedCellsTakeWhatTheThemeGives) {
   EXPECT_DOUBLE_EQ(drawing.item().stroke.width, 2);
   EXPECT_EQ(drawing.item().stroke.dashes, dashesOf(2, 2));
 
-  drawing.set(drawing.store.page(drawing.page)->sheet, "VariationColorIndex", 1);
+  drawing.set(drawing.shape, "QuickStyleFillColor", 201);
+  EXPECT_EQ(drawing.fillColour(), theme->resolve(theme->fills[1].stops[0].colour, 0x111111))
+      << "its own colour all the same";
+  drawing.set(drawing.shape, "QuickStyleFillColor", 101);
+
+  drawing.set(sheet, "VariationColorIndex", 1);
   drawing.set(drawing.shape, "QuickStyleFillMatrix", 3);
   const Gradient gradient = std::get<Gradient>(drawing.item().fill);
   EXPECT_EQ(gradient.stops[0].colour.rgb, 0xB43500u);
@@ -163,6 +209,23 @@ TEST(Style, ThemedCellsTakeWhatTheThemeGives) {
   drawing.set(drawing.shape, "QuickStyleVariation", 2);
   EXPECT_EQ(textStyle().colour.rgb, 0xA5A5A5u) << "white text that stands on the page would not be seen";
 
+  // A page without a theme is plain whatever themes the file brings; a shape, or a group, may bring its own.
+  for (const double none : {0.0, 65534.0}) {
+    drawing.set(sheet, "ColorSchemeIndex", none);
+    EXPECT_EQ(drawing.fillColour(), 0xFFFFFFu) << none;
+    EXPECT_EQ(textStyle().colour.rgb, 0x000000u) << none;
+  }
+  drawing.set(drawing.shape, "ColorSchemeIndex", 33);
+  drawing.set(drawing.shape, "QuickStyleFillMatrix", 2);
+  EXPECT_NE(drawing.fillColour(), 0xFFFFFFu);
+  const auto group = drawing.addShape(2, 1.5, 2, 1, {}, host::SheetKind::Group);
+  const auto member = drawing.addRectangle(1, 0.5, 2, 1, group);
+  drawing.set(member, "FillForegnd", "Themed");
+  EXPECT_EQ(drawing.fillColour(), 0xFFFFFFu);
+  drawing.set(group, "ColorSchemeIndex", 33);
+  EXPECT_NE(drawing.fillColour(), 0xFFFFFFu);
+
+  drawing.set(sheet, "ColorSchemeIndex", 33);
   drawing.options.themes.clear();
   EXPECT_EQ(drawing.fillColour(), 0xFFFFFFu) << "without a theme it is drawn plainly";
   EXPECT_FALSE(readTheme("<a:theme><broken"));

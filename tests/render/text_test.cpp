@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "render/drawing.h"
+#include "render/scene/drawable.h"
 #include "render/text/layout.h"
 #include "render/text/text_metrics.h"
 
@@ -91,6 +92,69 @@ TEST(Text, IsAlignedInItsBlock) {
   drawing.set(drawing.shape, "VerticalAlign", 1);
   EXPECT_NEAR((drawing.box().left + drawing.box().right) / 2, 72, 0.01) << "about the shape's lower left corner";
   EXPECT_NEAR((drawing.box().top + drawing.box().bottom) / 2, 144, 0.01);
+}
+
+TEST(Text, BlanksAtTheEndDoNotMoveIt) {
+  for (const int alignment : {1, 2}) {
+    TextDrawing plain("Task Link"), blank("Task Link   "), broken("Task Link and more of it to break the line"),
+        narrow("Task Link");
+    for (TextDrawing* each : {&plain, &blank, &broken, &narrow}) {
+      each->set(each->shape, "Para.HorzAlign", alignment);
+      each->set(each->shape, "TextBkgnd", 3);
+    }
+    EXPECT_NEAR(plain.box().left, blank.box().left, 1e-6);
+    EXPECT_NEAR(plain.box().right, blank.box().right, 1e-6) << "nor do they have a background";
+    broken.set(broken.shape, "TxtWidth", 1);
+    narrow.set(narrow.shape, "TxtWidth", 1);
+    const TextItem item = broken.item();
+    EXPECT_EQ(item.layout->lines.at(0).runs.at(0).text, "Task Link ");
+    EXPECT_NEAR(item.layout->lines[0].left, narrow.item().layout->lines.at(0).left, 1e-6);
+  }
+}
+
+TEST(Text, RunsDownward) {
+  TextDrawing drawing("Check\nDone");
+  drawing.set(drawing.shape, "TextDirection", 1);
+  drawing.set(drawing.shape, "Para.HorzAlign", 0.0);
+  drawing.set(drawing.shape, "VerticalAlign", 0.0);
+  const TextItem item = drawing.item();
+  const TextLine &first = item.layout->lines.at(0), &second = item.layout->lines.at(1);
+  const auto place = [&](const TextLine& line) { return item.transform({line.left, line.top}); };
+  EXPECT_NEAR(place(first).x, 216, 1e-6) << "the first line at the right";
+  EXPECT_NEAR(place(first).y, 72, 1e-6) << "from the top";
+  EXPECT_NEAR(place(second).x, 216 - lineHeight, 1e-6);
+  EXPECT_GT(item.transform({10, 0}).y, item.transform({0, 0}).y);
+  drawing.set(drawing.shape, "Height", 20.0 / 72);
+  EXPECT_GT(drawing.item().layout->lines.size(), 2u) << "broken where the block ends below";
+
+  TextDrawing mixed("ab\u7530\u4E2D\u3000\uFF08");
+  mixed.set(mixed.shape, "TextDirection", 1);
+  const Scene scene = mixed.scene();
+  std::string upright;
+  double last = -1;
+  for (const TextItem* each : itemsOf<TextItem>(scene)) {
+    if (std::abs(each->transform.b) > 1e-9) continue;
+    upright += each->layout->lines.at(0).runs.at(0).text;
+    const double y = each->transform({0, 0}).y;
+    EXPECT_GT(y, last);
+    last = y;
+  }
+  EXPECT_TRUE(upright.starts_with("\u7530\u4E2D")) << upright;
+  EXPECT_EQ(upright.find("\uFF08"), std::string::npos) << "brackets turn with the line";
+}
+
+TEST(Text, IsLeftOutWhereNoPageReaches) {
+  for (const double far : {1e5, 1e30, 1e200, -1e200}) {
+    TextDrawing drawing("Task");
+    drawing.addGeometry(drawing.shape, 1, {{0, 0}, {far, 0}, {far, 1}, {0, 0}});
+    drawing.set(drawing.shape, "TxtPinX", far);
+    const Scene scene = drawing.scene();
+    EXPECT_TRUE(itemsOf<TextItem>(scene).empty()) << far;
+    const Box box = itemsOf<PathItem>(scene).at(0)->path.bounds();
+    EXPECT_TRUE(box.left >= -farthestPlace && box.right <= farthestPlace) << far;
+    drawing.set(drawing.store.page(drawing.page)->sheet, "PageWidth", std::abs(far));
+    EXPECT_LE(drawing.scene().width, farthestPlace) << far;
+  }
 }
 
 TEST(Text, TurnsWithItsShapeAndStaysReadableWhenFlipped) {
@@ -211,6 +275,8 @@ TEST(Text, BackgroundStandsBehindTheLinesOnly) {
   drawing.set(drawing.shape, "TextBkgnd", "#ABCDEF");
   drawing.set(drawing.shape, "TextBkgndTrans", 0.25);
   EXPECT_EQ(drawing.item().background, (Colour{0xABCDEF, 0.75}));
+  drawing.set(drawing.shape, "TextBkgnd", 255);
+  EXPECT_EQ(drawing.item().background.opacity, 0);
 }
 
 TEST(TextEngine, LaysEqualTextsOutOnce) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "render/build/shape_builder.h"
+#include "render/scene/drawable.h"
 #include "render/text/fonts.h"
 
 namespace quorvel::render {
@@ -33,16 +34,24 @@ Box drawnBounds(const Scene& scene, std::size_t from) {
   return box;
 }
 
+void moveGradient(Gradient& gradient, const Matrix& by) {
+  gradient.from = by(gradient.from);
+  gradient.to = by(gradient.to);
+  gradient.radius *= by.scale();
+}
+
 void moveItems(Scene& scene, std::size_t from, const Matrix& by) {
   for (std::size_t i = from; i < scene.items.size(); ++i) {
     SceneItem& item = scene.items[i];
     if (auto* path = std::get_if<PathItem>(&item)) {
       path->path.transform(by);
-      if (auto* gradient = std::get_if<Gradient>(&path->fill)) {
-        gradient->from = by(gradient->from);
-        gradient->to = by(gradient->to);
-        gradient->radius *= by.scale();
+      if (auto* gradient = std::get_if<Gradient>(&path->fill)) moveGradient(*gradient, by);
+      if (path->stroke.gradient) {
+        Gradient moved = *path->stroke.gradient;
+        moveGradient(moved, by);
+        path->stroke.gradient = std::make_shared<const Gradient>(std::move(moved));
       }
+      path->blur *= by.scale();
       path->stroke.width *= by.scale();
       for (double& dash : path->stroke.dashes) dash *= by.scale();
     } else if (auto* text = std::get_if<TextItem>(&item)) {
@@ -50,6 +59,8 @@ void moveItems(Scene& scene, std::size_t from, const Matrix& by) {
     } else if (auto* image = std::get_if<ImageItem>(&item)) {
       image->transform = by * image->transform;
       image->clip.transform(by);
+    } else if (auto* clip = std::get_if<ClipBegin>(&item)) {
+      clip->path.transform(by);
     }
   }
 }
@@ -73,7 +84,7 @@ class PageDrawer {
     scene.items.reserve(scene.items.size() + 4 * page->byShapeId.size());
     PageContext context(store_, *page, options_.themes);
     context.front = front;
-    ShapeBuilder builder(context, *engine_, scene);
+    ShapeBuilder builder(context, options_.themes, *engine_, scene);
     const Matrix toScene{context.scale, 0, 0, -context.scale, 0, paperHeight};
     for (host::SheetId shape : page->shapes) builder.add(shape, toScene);
   }
@@ -100,8 +111,11 @@ Scene buildScene(const host::Store& store, host::PageId id, const SceneOptions& 
   const PageContext context(store, *page, options.themes);
   const ShapeCells cells(store, page->sheet);
   scene.title = page->name;
-  scene.width = cells.number(objectKeys().PageWidth) * context.scale;
-  scene.height = cells.number(objectKeys().PageHeight) * context.scale;
+  const auto side = [&](const host::CellKey& key) {
+    return std::clamp(cells.number(key) * context.scale, 0.0, farthestPlace);
+  };
+  scene.width = side(objectKeys().PageWidth);
+  scene.height = side(objectKeys().PageHeight);
   PageDrawer(store, options).draw(id, scene.height, scene);
   return scene;
 }

@@ -59,6 +59,7 @@ LineStyle lineStyleOf(const PageContext& page, const ShapeCells& cells) {
   style.stroke.visible = true;
   style.stroke.colour.rgb = colourOf(page.document, colour).or_(themedRgb);
   style.stroke.colour.opacity = 1 - std::clamp(cells.number(keys.LineColorTrans), 0.0, 1.0);
+  style.gradient = lineGradientOf(page, cells);
   const double width = isThemed(weight) ? themed.weight : weight.asNumber().or_(0.01) * 72;
   style.stroke.width = std::max(width, hairline);
   const int cap = cells.integer(keys.LineCap);

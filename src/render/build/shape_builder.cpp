@@ -6,10 +6,12 @@
 #include "base/text.h"
 #include "render/build/arrowheads.h"
 #include "render/build/geometry_path.h"
-#include "render/picture/image.h"
 #include "render/build/line_style.h"
 #include "render/cells/colours.h"
 #include "render/cells/fill.h"
+#include "render/picture/image.h"
+#include "render/scene/drawable.h"
+#include "render/text/vertical.h"
 
 namespace quorvel::render {
 namespace {
@@ -26,10 +28,13 @@ Path cornersOf(const Matrix& matrix, double left, double bottom, double right, d
 
 bool paints(const Fill& fill) { return !std::holds_alternative<std::monostate>(fill); }
 
-/// Only closed outlines can hold a fill.
-void appendClosed(Path& fill, const Path& path) {
-  for (const Path& subpath : subpathsOf(path))
-    if (isClosed(subpath)) fill.append(subpath);
+/// What encloses an area, with its ends joined: a path need not be closed to be filled.
+void appendFilled(Path& fill, const Path& path) {
+  for (const Path& subpath : subpathsOf(path)) {
+    if (subpath.points().size() < 3) continue;
+    fill.append(subpath);
+    if (!isClosed(subpath)) fill.close();
+  }
 }
 
 bool allClosed(const Path& path) {
@@ -45,6 +50,8 @@ PathItem shadowOf(const PathItem& item, const ShadowStyle& shadow) {
   copy.path.transform(Matrix::translation(shadow.offset.x, shadow.offset.y));
   if (paints(copy.fill)) copy.fill = shadow.colour;
   copy.stroke.colour = shadow.colour;
+  copy.stroke.gradient = nullptr;
+  copy.blur = shadow.blur;
   return copy;
 }
 
@@ -73,6 +80,8 @@ void ShapeBuilder::add(host::SheetId id, const Matrix& parentToPage, bool parent
   if (!visible && sheet->children.empty()) return;
   const ShapeFrame frame = frameOf(cells);
   const Matrix toPage = parentToPage * frame.toParent;
+  const ThemeChoice outer = page_;
+  if (!themes_.empty()) static_cast<ThemeChoice&>(page_) = themeChosenBy(cells, themes_, outer);
 
   ShapeBegin begin{id, sheet->shapeId, page_.store.shapeName(*sheet), {}, {}};
   setLink(cells, begin);
@@ -84,6 +93,22 @@ void ShapeBuilder::add(host::SheetId id, const Matrix& parentToPage, bool parent
   for (host::SheetId child : sheet->children) add(child, toPage, visible, depth + 1);
   if (showsOwn && mode != 1) addOwn(cells, frame, toPage);
   scene_.items.emplace_back(ShapeEnd{});
+  static_cast<ThemeChoice&>(page_) = outer;
+}
+
+void ShapeBuilder::put(SceneItem item) {
+  const bool canBeDrawn = std::visit(
+      [](auto& each) {
+        if constexpr (requires { makeDrawable(each); }) {
+          return makeDrawable(each);
+        } else if constexpr (requires { isDrawable(each); }) {
+          return isDrawable(each);
+        } else {
+          return true;
+        }
+      },
+      item);
+  if (canBeDrawn) scene_.items.push_back(std::move(item));
 }
 
 bool ShapeBuilder::isVisible(const ShapeCells& cells, bool parentVisible) const {
@@ -110,17 +135,21 @@ void ShapeBuilder::addOwn(const ShapeCells& cells, const ShapeFrame& frame, cons
 void ShapeBuilder::addGeometry(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage) {
   std::vector<GeometrySection> sections = geometryOf(cells, frame.width, frame.height);
   if (sections.empty()) return;
-  const LineStyle line = lineStyleOf(page_, cells);
+  LineStyle line = lineStyleOf(page_, cells);
   for (GeometrySection& section : sections) section.path = roundCorners(section.path, line.rounding);
 
   // All filled sections share one fill, so that where they overlap there are holes.
   Path filled, stroked;
   bool oneOutline = true;
   for (const GeometrySection& section : sections) {
-    if (section.filled) appendClosed(filled, section.path);
+    if (section.filled) appendFilled(filled, section.path);
     if (section.stroked && line.stroke.visible) stroked.append(section.path);
     oneOutline = oneOutline && section.filled && section.stroked && allClosed(section.path);
   }
+  if (line.gradient.kind != FillStyle::None && !stroked.isEmpty())
+    if (const Fill placed = placedFill(line.gradient, stroked.bounds(), toPage);
+        const auto* gradient = std::get_if<Gradient>(&placed))
+      line.stroke.gradient = std::make_shared<const Gradient>(*gradient);
   std::vector<PathItem> items;
   Fill fill;
   if (!filled.isEmpty()) fill = placedFill(fillStyleOf(page_, cells), filled.bounds(), toPage);
@@ -140,8 +169,8 @@ void ShapeBuilder::addGeometry(const ShapeCells& cells, const ShapeFrame& frame,
     std::move(heads.begin(), heads.end(), std::back_inserter(items));
   }
   if (const ShadowStyle shadow = shadowStyleOf(page_, cells); shadow.visible)
-    for (const PathItem& item : items) scene_.items.emplace_back(shadowOf(item, shadow));
-  for (PathItem& item : items) scene_.items.emplace_back(std::move(item));
+    for (const PathItem& item : items) put(shadowOf(item, shadow));
+  for (PathItem& item : items) put(std::move(item));
 }
 
 void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage) {
@@ -156,7 +185,7 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
     // A picture that we cannot show still takes its place.
     PathItem box{cornersOf(toPage, 0, 0, frame.width, frame.height), Colour{0xF2F2F2, 1}, {}};
     box.stroke = {true, {0xA0A0A0, 1}, 0.5, LineCap::Butt, {}};
-    scene_.items.emplace_back(std::move(box));
+    put(std::move(box));
     return;
   }
   const double x = cells.number(keys.ImgOffsetX), y = cells.number(keys.ImgOffsetY);
@@ -165,20 +194,24 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
   if (height <= 0) height = frame.height;
   // The unit square's top edge is the picture's upper one.
   const Matrix place = toPage * Matrix{width, 0, 0, -height, x, y + height};
+  const double slack = 1e-3 * std::max(frame.width, frame.height);
+  const bool inside =
+      x >= -slack && y >= -slack && x + width <= frame.width + slack && y + height <= frame.height + slack;
+  Path clip;
+  if (!inside) clip = cornersOf(toPage, 0, 0, frame.width, frame.height);
   if (!picture.bytes) {
-    for (const SceneItem& item : picture.items) scene_.items.push_back(placed(item, place));
+    if (!inside) put(ClipBegin{std::move(clip)});
+    for (const SceneItem& item : picture.items) put(placed(item, place));
+    if (!inside) put(ClipEnd{});
     return;
   }
   ImageItem item;
   item.mediaType = picture.mediaType;
   item.bytes = picture.bytes;
   item.transform = place;
-  const double slack = 1e-3 * std::max(frame.width, frame.height);
-  const bool inside =
-      x >= -slack && y >= -slack && x + width <= frame.width + slack && y + height <= frame.height + slack;
-  if (!inside) item.clip = cornersOf(toPage, 0, 0, frame.width, frame.height);
+  item.clip = std::move(clip);
   item.opacity = 1 - std::clamp(cells.number(keys.Transparency), 0.0, 1.0);
-  scene_.items.emplace_back(std::move(item));
+  put(std::move(item));
 }
 
 void ShapeBuilder::addText(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage) {
@@ -207,26 +240,33 @@ void ShapeBuilder::addText(const ShapeCells& cells, const ShapeFrame& frame, con
   }
   const double left = cells.number(keys.LeftMargin) * 72, right = cells.number(keys.RightMargin) * 72;
   const double top = cells.number(keys.TopMargin) * 72, bottom = cells.number(keys.BottomMargin) * 72;
-  const double room = std::max(1.0, blockWidth - left - right);
+  // Lines of vertical text run downward, the first one at the right.
+  const bool vertical = cells.integer(keys.TextDirection) == 1;
+  const double room = std::max(1.0, vertical ? blockHeight - top - bottom : blockWidth - left - right);
   TextItem item;
   item.layout = text_.layOut(text, room);
   const int align = cells.integer(keys.VerticalAlign, 1);
-  const double spare = blockHeight - top - bottom - item.layout->height;
-  const double y = top + (align == 0 ? 0 : align == 2 ? spare : spare / 2);
-  item.transform = toScene * Matrix::translation(left, y);
+  const double spare = (vertical ? blockWidth - left - right : blockHeight - top - bottom) - item.layout->height;
+  const double before = align == 0 ? 0 : align == 2 ? spare : spare / 2;
+  if (vertical)
+    item.transform = toScene * Matrix{0, 1, -1, 0, blockWidth - right - before, top};
+  else
+    item.transform = toScene * Matrix::translation(left, top + before);
 
-  // The cell holds a colour's number plus 1, or a colour; 0 is none.
+  // The cell holds a colour's number plus 1, or a colour; 0 and 255 are none.
   const host::Value background = cells.value(keys.TextBkgnd);
   Maybe<std::uint32_t> rgb;
   if (background.kind() == host::ValueKind::Number) {
     const double number = background.internal();
     if (number >= 1 && number < 255) rgb = colourOf(page_.document, host::Value::number(number - 1));
-    if (number == 255) rgb = 0xFFFFFF;
   } else {
     rgb = colourOf(page_.document, background);
   }
   if (rgb) item.background = {*rgb, 1 - std::clamp(cells.number(keys.TextBkgndTrans), 0.0, 1.0)};
-  scene_.items.emplace_back(std::move(item));
+  std::vector<TextItem> upright;
+  if (vertical) upright = uprightLetters(item);
+  put(std::move(item));
+  for (TextItem& letter : upright) put(std::move(letter));
 }
 
 void ShapeBuilder::setLink(const ShapeCells& cells, ShapeBegin& begin) const {

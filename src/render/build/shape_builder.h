@@ -3,9 +3,9 @@
 
 #include <unordered_map>
 
-#include "render/picture/image.h"
 #include "render/cells/page_context.h"
 #include "render/cells/shape_cells.h"
+#include "render/picture/image.h"
 #include "render/scene/scene.h"
 #include "render/text/layout.h"
 
@@ -21,7 +21,9 @@ ShapeFrame frameOf(const ShapeCells& cells);
 /// Draws the shapes of one page into a scene.
 class ShapeBuilder {
  public:
-  ShapeBuilder(const PageContext& page, TextEngine& text, Scene& scene) : page_(page), text_(text), scene_(scene) {}
+  /// `themes` must outlive the builder.
+  ShapeBuilder(const PageContext& page, const std::vector<Theme>& themes, TextEngine& text, Scene& scene)
+      : page_(page), themes_(themes), text_(text), scene_(scene) {}
 
   /// `parentToPage`: the coordinates of the page or group that the shape stands in to the scene's.
   void add(host::SheetId shape, const Matrix& parentToPage, bool parentVisible = true, int depth = 0);
@@ -34,7 +36,11 @@ class ShapeBuilder {
   void addText(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
   void setLink(const ShapeCells& cells, ShapeBegin& begin) const;
 
-  const PageContext& page_;
+  /// Into the scene, unless it cannot be drawn.
+  void put(SceneItem item);
+
+  PageContext page_;  ///< with the theme of the shape that is drawn
+  const std::vector<Theme>& themes_;
   TextEngine& text_;
   Scene& scene_;
   std::unordered_map<const host::ForeignData*, Picture> pictures_;

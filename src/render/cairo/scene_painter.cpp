@@ -5,6 +5,8 @@
 #include <unordered_map>
 
 #include "render/cairo/images.h"
+#include "render/cairo/soft_mask.h"
+#include "render/scene/drawable.h"
 #include "render/scene/hatch.h"
 #include "render/text/pango_text.h"
 
@@ -134,11 +136,15 @@ struct ScenePainter::State {
   }
 
   void paint(cairo_t* target, const PathItem& item) {
+    if (item.blur > 0) return paintShadow(target, item);
     tracePath(target, item.path);
     cairo_set_fill_rule(target, CAIRO_FILL_RULE_EVEN_ODD);
     paintFill(target, item.fill);
     if (item.stroke.visible) {
-      setColour(target, item.stroke.colour);
+      if (item.stroke.gradient)
+        cairo_set_source(target, gradientPattern(*item.stroke.gradient).get());
+      else
+        setColour(target, item.stroke.colour);
       cairo_set_line_width(target, item.stroke.width);
       cairo_set_line_cap(target, cairoCap(item.stroke.cap));
       cairo_set_line_join(target, CAIRO_LINE_JOIN_ROUND);
@@ -148,6 +154,26 @@ struct ScenePainter::State {
       cairo_stroke_preserve(target);
     }
     cairo_new_path(target);
+  }
+
+  /// The item as a mask of pixels, which are smeared: neither PNG nor PDF knows soft outlines.
+  void paintShadow(cairo_t* target, const PathItem& item) {
+    const auto* fill = std::get_if<Colour>(&item.fill);
+    PathItem plain = item;
+    plain.blur = 0;
+    plain.stroke.colour.opacity = 1;
+    if (fill) plain.fill = Colour{0, 1};
+    Box area = item.path.bounds();
+    const double reach = 3 * item.blur + (item.stroke.visible ? item.stroke.width : 0);
+    area = {area.left - reach, area.top - reach, area.right + reach, area.bottom + reach};
+    const SoftMask mask(area, item.blur, [&](cairo_t* pixels) { paint(pixels, plain); });
+    if (!mask.surface()) return;
+    cairo_save(target);
+    setColour(target, fill ? *fill : item.stroke.colour);
+    cairo_translate(target, area.left, area.top);
+    cairo_scale(target, 1 / mask.pixelsPerPoint(), 1 / mask.pixelsPerPoint());
+    cairo_mask_surface(target, mask.surface(), 0, 0);
+    cairo_restore(target);
   }
 
   /// Blanks are widened until the run is as wide as it was laid out.
@@ -180,14 +206,25 @@ struct ScenePainter::State {
     pango_cairo_show_layout_line(target, pango_layout_get_line_readonly(layout.get(), 0));
   }
 
+  /// Letters of many pixels are refused by the font library, and that would end all painting.
+  static bool hasDrawableSize(cairo_t* target, const TextLayout& text) {
+    constexpr double mostPixels = 32000;
+    cairo_matrix_t matrix;
+    cairo_get_matrix(target, &matrix);
+    const double stretch = std::max(std::hypot(matrix.xx, matrix.yx), std::hypot(matrix.xy, matrix.yy));
+    return std::ranges::all_of(text.styles, [&](const TextStyle& style) { return style.size * stretch <= mostPixels; });
+  }
+
   void paint(cairo_t* target, const TextItem& item) {
     const TextLayout& text = *item.layout;
+    if (!isDrawable(item)) return;
     cairo_save(target);
     const cairo_matrix_t matrix = cairoMatrix(item.transform);
     cairo_transform(target, &matrix);
+    if (!hasDrawableSize(target, text)) return cairo_restore(target);
     if (item.background.opacity > 0) {
       for (const TextLine& line : text.lines)
-        if (!line.runs.empty()) cairo_rectangle(target, line.left, line.top, line.width, line.height);
+        if (line.width > 0) cairo_rectangle(target, line.left, line.top, line.width, line.height);
       setColour(target, item.background);
       cairo_fill(target);
     }
@@ -234,7 +271,7 @@ void ScenePainter::paint(cairo_t* target, const Scene& scene) {
     setColour(target, scene.background);
     cairo_paint(target);
   }
-  int open = 0;
+  int open = 0, clips = 0;
   for (const SceneItem& item : scene.items) {
     if (const auto* begin = std::get_if<ShapeBegin>(&item)) {
       ++open;
@@ -248,8 +285,18 @@ void ScenePainter::paint(cairo_t* target, const Scene& scene) {
       state_->paint(target, *text);
     } else if (const auto* image = std::get_if<ImageItem>(&item)) {
       state_->paint(target, *image);
+    } else if (const auto* clip = std::get_if<ClipBegin>(&item)) {
+      ++clips;
+      cairo_save(target);
+      tracePath(target, clip->path);
+      cairo_set_fill_rule(target, CAIRO_FILL_RULE_EVEN_ODD);
+      cairo_clip(target);
+    } else if (std::holds_alternative<ClipEnd>(item) && clips > 0) {
+      --clips;
+      cairo_restore(target);
     }
   }
+  for (; clips > 0; --clips) cairo_restore(target);
   for (; open > 0; --open)
     if (onShapeEnd) onShapeEnd();
 }

@@ -31,6 +31,9 @@ struct ObjectKeys {
   QUORVEL_OBJECT_KEY(LinePattern);
   QUORVEL_OBJECT_KEY(LineCap);
   QUORVEL_OBJECT_KEY(Rounding);
+  QUORVEL_OBJECT_KEY(LineGradientEnabled);
+  QUORVEL_OBJECT_KEY(LineGradientDir);
+  QUORVEL_OBJECT_KEY(LineGradientAngle);
   QUORVEL_OBJECT_KEY(BeginArrow);
   QUORVEL_OBJECT_KEY(EndArrow);
   QUORVEL_OBJECT_KEY(BeginArrowSize);
@@ -49,6 +52,7 @@ struct ObjectKeys {
   QUORVEL_OBJECT_KEY(ShdwForegndTrans);
   QUORVEL_OBJECT_KEY(ShapeShdwType);
   QUORVEL_OBJECT_KEY(ShapeShdwShow);
+  QUORVEL_OBJECT_KEY(ShapeShdwBlur);
   QUORVEL_OBJECT_KEY(ShapeShdwOffsetX);
   QUORVEL_OBJECT_KEY(ShapeShdwOffsetY);
   QUORVEL_OBJECT_KEY(ShdwOffsetX);
@@ -76,6 +80,7 @@ struct ObjectKeys {
   QUORVEL_OBJECT_KEY(VerticalAlign);
   QUORVEL_OBJECT_KEY(TextBkgnd);
   QUORVEL_OBJECT_KEY(TextBkgndTrans);
+  QUORVEL_OBJECT_KEY(TextDirection);
   QUORVEL_OBJECT_KEY(DefaultTabStop);
   QUORVEL_OBJECT_KEY(HideText);
   QUORVEL_OBJECT_KEY(DisplayMode);
@@ -115,6 +120,9 @@ struct ColumnKeys {
   QUORVEL_COLUMN_KEY(FillGradient, GradientStopColor);
   QUORVEL_COLUMN_KEY(FillGradient, GradientStopColorTrans);
   QUORVEL_COLUMN_KEY(FillGradient, GradientStopPosition);
+  QUORVEL_COLUMN_KEY(LineGradient, GradientStopColor);
+  QUORVEL_COLUMN_KEY(LineGradient, GradientStopColorTrans);
+  QUORVEL_COLUMN_KEY(LineGradient, GradientStopPosition);
   QUORVEL_COLUMN_KEY(Character, Font);
   QUORVEL_COLUMN_KEY(Character, Size);
   QUORVEL_COLUMN_KEY(Character, Color);

@@ -95,18 +95,20 @@ void themedFill(const PageContext& page, const ShapeCells& cells, bool wantsGrad
   for (const ThemeFill::Stop& stop : fill.stops) style.stops.push_back({stop.offset, resolved(stop.colour)});
 }
 
-void ownGradient(const PageContext& page, const ShapeCells& cells, FillStyle& style) {
-  const ObjectKeys& keys = objectKeys();
-  const ColumnKeys& columns = columnKeys();
-  for (const host::RowView& row : host::rowsOf(page.store, cells.sheet(), host::SectionNumber::FillGradient)) {
-    const auto at = [&](host::Column column) {
-      return host::CellKey{host::SectionNumber::FillGradient, row.key, column};
-    };
-    const Maybe<std::uint32_t> rgb = colourOf(page.document, cells.value(at(columns.FillGradientGradientStopColor)));
+/// Where a gradient's cells are: those of fills and lines have the same meaning.
+struct GradientCells {
+  host::SectionNumber section;
+  host::Column colour, transparency, position;
+  host::CellKey direction, angle;
+};
+
+void ownGradient(const PageContext& page, const ShapeCells& cells, const GradientCells& from, FillStyle& style) {
+  for (const host::RowView& row : host::rowsOf(page.store, cells.sheet(), from.section)) {
+    const auto at = [&](host::Column column) { return host::CellKey{from.section, row.key, column}; };
+    const Maybe<std::uint32_t> rgb = colourOf(page.document, cells.value(at(from.colour)));
     if (!rgb) continue;
-    const double opacity = 1 - std::clamp(cells.number(at(columns.FillGradientGradientStopColorTrans)), 0.0, 1.0);
-    style.stops.push_back(
-        {std::clamp(cells.number(at(columns.FillGradientGradientStopPosition)), 0.0, 1.0), {*rgb, opacity}});
+    const double opacity = 1 - std::clamp(cells.number(at(from.transparency)), 0.0, 1.0);
+    style.stops.push_back({std::clamp(cells.number(at(from.position)), 0.0, 1.0), {*rgb, opacity}});
   }
   std::stable_sort(style.stops.begin(), style.stops.end(),
                    [](const GradientStop& a, const GradientStop& b) { return a.offset < b.offset; });
@@ -114,10 +116,10 @@ void ownGradient(const PageContext& page, const ShapeCells& cells, FillStyle& st
     style.stops.clear();
     return;
   }
-  const int direction = cells.integer(keys.FillGradientDir);
+  const int direction = cells.integer(from.direction);
   if (direction == 0) {
     style.kind = FillStyle::Linear;
-    style.angle = -cells.number(keys.FillGradientAngle);
+    style.angle = -cells.number(from.angle);
     return;
   }
   // 1 to 7 spread in circles, 8 to 12 in rectangles, from a corner, the middle of a side or the centre.
@@ -154,10 +156,32 @@ FillStyle fillStyleOf(const PageContext& page, const ShapeCells& cells) {
   keep(style.back.rgb, colourOf(page.document, cells.value(keys.FillBkgnd)));
   if (gradient.asNumber().or_(0) != 0) {
     style.turnsWithShape = cells.number(keys.RotateGradientWithShape, 1) != 0;
-    ownGradient(page, cells, style);
+    const ColumnKeys& columns = columnKeys();
+    const GradientCells own{host::SectionNumber::FillGradient,
+                            columns.FillGradientGradientStopColor,
+                            columns.FillGradientGradientStopColorTrans,
+                            columns.FillGradientGradientStopPosition,
+                            keys.FillGradientDir,
+                            keys.FillGradientAngle};
+    ownGradient(page, cells, own, style);
   }
   if (style.stops.empty() && style.pattern >= 2 && !namedGradient(style.pattern, style) && style.pattern <= 24)
     style.kind = FillStyle::Hatch;
+  return style;
+}
+
+FillStyle lineGradientOf(const PageContext& page, const ShapeCells& cells) {
+  const ObjectKeys& keys = objectKeys();
+  FillStyle style;
+  if (cells.value(keys.LineGradientEnabled).asNumber().or_(0) == 0) return style;
+  const ColumnKeys& columns = columnKeys();
+  const GradientCells own{host::SectionNumber::LineGradient,
+                          columns.LineGradientGradientStopColor,
+                          columns.LineGradientGradientStopColorTrans,
+                          columns.LineGradientGradientStopPosition,
+                          keys.LineGradientDir,
+                          keys.LineGradientAngle};
+  ownGradient(page, cells, own, style);
   return style;
 }
 
@@ -214,7 +238,7 @@ ShadowStyle shadowStyleOf(const PageContext& page, const ShapeCells& cells) {
   if (isThemed(pattern) || pattern.asNumber().or_(0) == 0) return shadow;
   const int show = cells.integer(keys.ShapeShdwShow);
   const host::Sheet* sheet = page.store.sheet(cells.sheet());
-  if (show == 2 || (show == 1 && sheet && sheet->parent)) return shadow;
+  if (show == 1 && sheet && sheet->parent) return shadow;
   shadow.visible = true;
   shadow.colour = {0x808080, opacityOf(cells, keys.ShdwForegndTrans)};
   keep(shadow.colour.rgb, colourOf(page.document, cells.value(keys.ShdwForegnd)));
@@ -225,6 +249,8 @@ ShadowStyle shadowStyleOf(const PageContext& page, const ShapeCells& cells) {
     y = pageCells.number(keys.ShdwOffsetY);
   }
   shadow.offset = {x * 72, -y * 72};
+  // The cell gives the whole width over which the shadow fades; nearly all of that are four deviations.
+  shadow.blur = std::clamp(cells.number(keys.ShapeShdwBlur) * 72, 0.0, 100.0) / 4;
   return shadow;
 }
 

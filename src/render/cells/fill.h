@@ -21,13 +21,16 @@ struct FillStyle {
 };
 
 FillStyle fillStyleOf(const PageContext& page, const ShapeCells& cells);
+/// The gradient of the shape's line; of no kind when it has none.
+FillStyle lineGradientOf(const PageContext& page, const ShapeCells& cells);
 /// `local`: the filled area in the shape's coordinates (y upward); `toPage`: those to the page.
 Fill placedFill(const FillStyle& style, const Box& local, const Matrix& toPage);
 
 struct ShadowStyle {
   bool visible = false;
   Colour colour;
-  Point offset;  ///< on the page, points, y downward
+  Point offset;     ///< on the page, points, y downward
+  double blur = 0;  ///< deviation, points
 };
 ShadowStyle shadowStyleOf(const PageContext& page, const ShapeCells& cells);
 

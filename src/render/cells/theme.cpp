@@ -49,10 +49,11 @@ void fromHsl(const Hsl& hsl, double (&rgb)[3]) {
 }  // namespace
 
 std::uint32_t Theme::quickColour(int number, int variation) const {
-  if (number >= 100 && number <= 106 && !variationColours.empty()) {
+  const bool isVaried = number >= 100 && number <= 106, isOwn = number >= 200 && number <= 206;
+  if ((isVaried || isOwn) && !variationColours.empty()) {
     const std::size_t at = variation >= 0 && variation < int(variationColours.size()) ? std::size_t(variation) : 0;
     const VariationColours& own = variationColours[at];
-    return own.colours[own.monotone ? 0 : std::size_t(number - 100)];
+    return own.colours[isVaried && own.monotone ? 0 : std::size_t(number % 100)];
   }
   if (number == 0) return colours[0];
   if (number == 1) return colours[1];

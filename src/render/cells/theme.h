@@ -65,7 +65,8 @@ struct Theme {
   std::string fontFamily;
 
   /// The colour that a quick style's colour number names: 0 dark 1, 1 light 1, 2 to 7 the accents, 8 the background,
-  /// 100 to 106 the colours of the variation.
+  /// 100 to 106 the colours of the variation, all of them the first in a variation of one colour; 200 to 206 the same,
+  /// each its own.
   std::uint32_t quickColour(int number, int variation) const;
   /// Opacity comes back through `opacity` when given.
   std::uint32_t resolve(const ThemeColour& colour, std::uint32_t placeholder, double* opacity = nullptr) const;

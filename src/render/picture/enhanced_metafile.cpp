@@ -27,7 +27,10 @@ enum Record : std::uint32_t {
   EndOfFile = 14,
   SetTextAlignment = 22,
   SetTextColour = 24,
+  OffsetClip = 26,
   MoveTo = 27,
+  ExcludeRectangle = 29,
+  IntersectRectangle = 30,
   SaveState = 33,
   RestoreState = 34,
   SetWorldTransform = 35,
@@ -50,6 +53,8 @@ enum Record : std::uint32_t {
   FillPath = 62,
   StrokeAndFillPath = 63,
   StrokePath = 64,
+  SelectClipPath = 67,
+  SelectClipRegion = 75,
   BitBlock = 76,
   StretchedBlock = 77,
   BitmapToDevice = 80,
@@ -261,6 +266,32 @@ class Player {
     }
   }
 
+  RecordedCanvas::Joining joining(std::size_t offset) const {
+    const std::int32_t mode = field(offset);
+    return mode >= 1 && mode <= 5 ? static_cast<RecordedCanvas::Joining>(mode) : RecordedCanvas::Joining::Copy;
+  }
+
+  void clipRectangle(bool exclude) {
+    const Point a = pair(8), b = pair(16);
+    Path path;
+    path.addRectangle(a.x, a.y, b.x, b.y);
+    canvas_.clip(std::move(path), exclude ? RecordedCanvas::Joining::Difference : RecordedCanvas::Joining::And);
+  }
+
+  /// A region is a list of rectangles; one without data takes all clips away.
+  void clipRegion() {
+    constexpr std::size_t rectangles = 16 + 32, size = 16;
+    if (record_.u32(8) == 0) return canvas_.removeClips();
+    const std::size_t held = record_.size() > rectangles ? (record_.size() - rectangles) / size : 0;
+    const std::size_t count = std::min<std::size_t>(record_.u32(24), held);
+    Path path;
+    for (std::size_t i = 0; i < count; ++i) {
+      const Point a = pair(rectangles + i * size), b = pair(rectangles + i * size + 8);
+      path.addRectangle(a.x, a.y, b.x, b.y);
+    }
+    canvas_.clipDevice(std::move(path), joining(12));
+  }
+
   Matrix transformField() const { return {real(8), real(12), real(16), real(20), real(24), real(28)}; }
 
   void run(std::uint32_t type);
@@ -388,6 +419,15 @@ void Player::run(std::uint32_t type) {
       return canvas_.closeFigure();
     case EndPath:
       return canvas_.endPath();
+    case OffsetClip:
+      return canvas_.moveClips(pair(8));
+    case IntersectRectangle:
+    case ExcludeRectangle:
+      return clipRectangle(type == ExcludeRectangle);
+    case SelectClipPath:
+      return canvas_.clipToFinishedPath(joining(8));
+    case SelectClipRegion:
+      return clipRegion();
     case FillPath:
     case StrokeAndFillPath:
     case StrokePath:

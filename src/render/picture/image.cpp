@@ -35,6 +35,8 @@ SceneItem placed(SceneItem item, const Matrix& place) {
   } else if (auto* image = std::get_if<ImageItem>(&item)) {
     image->transform = place * image->transform;
     image->clip.transform(place);
+  } else if (auto* clip = std::get_if<ClipBegin>(&item)) {
+    clip->path.transform(place);
   }
   return item;
 }

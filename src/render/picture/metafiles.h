@@ -10,8 +10,8 @@
 namespace quorvel::render {
 
 /// The picture as paths, texts and images in the unit square, (0, 0) its top left corner; line widths are shares of its
-/// side. Empty when the bytes are no such picture or hold nothing that we draw. Clipping is left out, and so are
-/// bitmaps that are mixed with what lies below them.
+/// side. Empty when the bytes are no such picture or hold nothing that we draw. Bitmaps that are mixed with what lies
+/// below them are left out.
 std::vector<SceneItem> enhancedMetafileItems(const std::string& bytes, TextEngine& text);
 /// The same for the older kind, of 16 bits, with or without the header that places it.
 std::vector<SceneItem> windowsMetafileItems(const std::string& bytes, TextEngine& text);

@@ -43,7 +43,7 @@ void RecordedCanvas::paint(Path path, bool fill, bool stroke) {
   if (fill && state.brush.visible) item.fill = Colour{state.brush.rgb, 1};
   if (stroke && state.pen.visible)
     item.stroke = {true, {state.pen.rgb, 1}, state.pen.width * matrix.scale(), LineCap::Round, {}};
-  if (item.stroke.visible || !std::holds_alternative<std::monostate>(item.fill)) items_.push_back(std::move(item));
+  if (item.stroke.visible || !std::holds_alternative<std::monostate>(item.fill)) emit(std::move(item));
 }
 
 void RecordedCanvas::draw(const Path& path, bool fill) {
@@ -174,6 +174,85 @@ void RecordedCanvas::endPath() {
 
 void RecordedCanvas::paintPath(bool fill, bool stroke) { paint(std::exchange(finished_, {}), fill, stroke); }
 
+void RecordedCanvas::clip(Path path, Joining how) {
+  path.transform(map());
+  clipSquare(std::move(path), how);
+}
+
+void RecordedCanvas::clipDevice(Path path, Joining how) {
+  path.transform(toSquare_);
+  clipSquare(std::move(path), how);
+}
+
+void RecordedCanvas::clipSquare(Path path, Joining how) {
+  std::vector<std::shared_ptr<const Path>>& clips = state.clips;
+  const auto everything = [] {
+    constexpr double far = 100;  // sides of the picture
+    Path all;
+    all.addRectangle(-far, -far, far, far);
+    return all;
+  };
+  const auto joined = [](Path first, const Path& second) {
+    first.append(second);
+    return std::make_shared<const Path>(std::move(first));
+  };
+  switch (how) {
+    case Joining::And:
+    case Joining::Copy: {
+      if (how == Joining::Copy) clips.clear();
+      // Most makers begin with the picture's own frame.
+      constexpr double slack = 1e-3;
+      const Box box = path.bounds();
+      const bool isFrame = path.points().size() == 4 && box.left <= slack && box.top <= slack &&
+                           box.right >= 1 - slack && box.bottom >= 1 - slack;
+      if (!isFrame) clips.push_back(std::make_shared<const Path>(std::move(path)));
+      break;
+    }
+    case Joining::Difference:
+      clips.push_back(joined(everything(), path));
+      break;
+    case Joining::Or:
+      // Parts of one region lie side by side. What already shows everywhere stays.
+      if (clips.size() == 1) clips[0] = joined(*clips[0], path);
+      break;
+    case Joining::Xor:
+      if (clips.size() < 2) clips = {joined(clips.empty() ? everything() : *clips[0], path)};
+      break;
+  }
+  if (clips.size() > mostClips) clips.erase(clips.begin());
+}
+
+void RecordedCanvas::moveClips(Point by) {
+  const Matrix matrix = map();
+  const Point way = matrix(by) - matrix(Point{});
+  for (auto& clip : state.clips) {
+    Path moved = *clip;
+    moved.transform(Matrix::translation(way.x, way.y));
+    clip = std::make_shared<const Path>(std::move(moved));
+  }
+}
+
+void RecordedCanvas::closeClips(std::size_t kept) {
+  for (; open_.size() > kept; open_.pop_back()) items_.emplace_back(ClipEnd{});
+}
+
+void RecordedCanvas::emit(SceneItem item) {
+  if (open_ != state.clips) {
+    const auto differing = std::ranges::mismatch(open_, state.clips);
+    closeClips(std::size_t(differing.in1 - open_.begin()));
+    for (std::size_t i = open_.size(); i < state.clips.size(); ++i) {
+      open_.push_back(state.clips[i]);
+      items_.emplace_back(ClipBegin{*state.clips[i]});
+    }
+  }
+  items_.push_back(std::move(item));
+}
+
+std::vector<SceneItem> RecordedCanvas::take() {
+  closeClips(0);
+  return std::move(items_);
+}
+
 void RecordedCanvas::addText(Point at, const std::string& text, double width) {
   constexpr double setSize = 20;          // points; what is set is brought to size by its map
   constexpr double lettersOfLine = 0.87;  // of a line's height is the size of its letters, in common faces
@@ -225,7 +304,7 @@ void RecordedCanvas::addText(Point at, const std::string& text, double width) {
   item.transform = matrix * Matrix::translation(at.x, at.y) * Matrix::scaling(upX, upY) *
                    Matrix::rotation(-font.angle) * Matrix::scaling(across, scale) *
                    Matrix::translation(x - line.left, y);
-  items_.push_back(std::move(item));
+  emit(std::move(item));
   if (followsPosition) state.position.x += width > 0 ? width : line.width * across;
 }
 
@@ -251,7 +330,7 @@ void RecordedCanvas::addBitmap(const std::string& bitmap, const BitmapPart& part
                      Matrix::translation(-part.x / pixelsX, -part.y / pixelsY);
     item.clip.addRectangle(least.x, least.y, most.x, most.y);
   }
-  items_.push_back(std::move(item));
+  emit(std::move(item));
 }
 
 }  // namespace quorvel::render

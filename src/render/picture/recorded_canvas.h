@@ -2,8 +2,10 @@
 // come of it.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -52,6 +54,8 @@ class RecordedCanvas {
     Matrix world;
     Point position;
     bool clockwise = false;
+    /// What is drawn shows within all of these, in the unit square.
+    std::vector<std::shared_ptr<const Path>> clips;
   };
   State state;
 
@@ -78,23 +82,37 @@ class RecordedCanvas {
   void endPath();
   void paintPath(bool fill, bool stroke);
 
+  /// How a new part is joined to what shows; the numbers are the calls' own.
+  enum class Joining : std::uint8_t { And = 1, Or, Xor, Difference, Copy };
+  /// `path` in logical units.
+  void clip(Path path, Joining how);
+  void clipToFinishedPath(Joining how) { clip(std::exchange(finished_, {}), how); }
+  /// `path` in device units, as regions are.
+  void clipDevice(Path path, Joining how);
+  void removeClips() { state.clips.clear(); }
+  void moveClips(Point by);
+
   /// `width` in logical units, as the maker's fonts had it: ours is drawn as wide. 0: not known.
   void addText(Point at, const std::string& text, double width);
   /// `bitmap` without a file header. Sizes may be negative.
   void addBitmap(const std::string& bitmap, const BitmapPart& part, Point corner, Point size);
 
   bool isFull() const { return items_.size() > mostItems || bitmapBytes_ > mostBitmapBytes; }
-  std::vector<SceneItem> take() { return std::move(items_); }
+  std::vector<SceneItem> take();
 
   static Path lines(const std::vector<Point>& points, bool closed);
   static void addCurves(Path& path, const std::vector<Point>& points, std::size_t from);
 
  private:
-  static constexpr std::size_t mostItems = 20000, mostSaved = 1000, mostBitmapBytes = 256'000'000;
+  static constexpr std::size_t mostItems = 20000, mostSaved = 1000, mostClips = 32, mostBitmapBytes = 256'000'000;
 
   Matrix map() const;
   void paint(Path path, bool fill, bool stroke);
   bool goesOn() const;
+  /// Behind the clips that hold now.
+  void emit(SceneItem item);
+  void clipSquare(Path path, Joining how);
+  void closeClips(std::size_t kept);
 
   TextEngine& text_;
   Matrix toSquare_;
@@ -102,6 +120,7 @@ class RecordedCanvas {
   std::optional<Path> bracket_;
   Path finished_;
   std::vector<SceneItem> items_;
+  std::vector<std::shared_ptr<const Path>> open_;  ///< clips that have begun among the items
   std::size_t bitmapBytes_ = 0;
 };
 

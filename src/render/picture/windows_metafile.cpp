@@ -14,6 +14,7 @@ enum Record : std::uint16_t {
   EndOfFile = 0x0000,
   SaveState = 0x001E,
   CreatePalette = 0x00F7,
+  SelectClipRegion = 0x012C,
   RestoreState = 0x0127,
   SelectObject = 0x012D,
   SetTextAlignment = 0x012E,
@@ -24,12 +25,15 @@ enum Record : std::uint16_t {
   SetWindowOrigin = 0x020B,
   SetWindowExtent = 0x020C,
   LineTo = 0x0213,
+  OffsetClip = 0x0220,
   MoveTo = 0x0214,
   CreatePen = 0x02FA,
   CreateFont = 0x02FB,
   CreateBrush = 0x02FC,
   Polygon = 0x0324,
   Polyline = 0x0325,
+  ExcludeRectangle = 0x0415,
+  IntersectRectangle = 0x0416,
   Ellipse = 0x0418,
   Rectangle = 0x041B,
   Text = 0x0521,
@@ -216,6 +220,19 @@ void Player::run(std::uint16_t type) {
       path.addRectangle(a.x, a.y, b.x, b.y);
       return canvas_.draw(path, true);
     }
+    case ExcludeRectangle:
+    case IntersectRectangle: {
+      const Point a = pair(2), b = pair(0);
+      Path path;
+      path.addRectangle(a.x, a.y, b.x, b.y);
+      return canvas_.clip(std::move(path), type == ExcludeRectangle ? RecordedCanvas::Joining::Difference
+                                                                    : RecordedCanvas::Joining::And);
+    }
+    case OffsetClip:
+      return canvas_.moveClips(pair(0));
+    case SelectClipRegion:
+      // Regions of this kind are in pixels of a device that the file does not tell; what was clipped is free again.
+      return canvas_.removeClips();
     case RoundedRectangle:
       return canvas_.roundedRectangle(pair(4), pair(2), number(1), number(0));
     case Arc:

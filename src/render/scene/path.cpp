@@ -81,6 +81,12 @@ void Path::transform(const Matrix& matrix) {
   for (Point& p : points_) p = matrix(p);
 }
 
+void Path::clamp(double farthest) {
+  // These two pass over a number that is none.
+  const auto clamped = [&](double number) { return std::fmin(std::fmax(number, -farthest), farthest); };
+  for (Point& p : points_) p = {clamped(p.x), clamped(p.y)};
+}
+
 Box Path::bounds() const {
   Box box;
   for (Point p : points_) box.add(p);

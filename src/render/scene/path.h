@@ -62,6 +62,8 @@ class Path {
   std::span<const PathVerb> verbs() const { return verbs_; }
   std::span<const Point> points() const { return points_; }
   void transform(const Matrix& matrix);
+  /// Brings every point into the square of that half side about the origin.
+  void clamp(double farthest);
   /// Of the points and control points: never smaller than the curve's own.
   Box bounds() const;
   friend bool operator==(const Path&, const Path&) = default;

@@ -51,7 +51,8 @@ struct Stroke {
   Colour colour;
   double width = 0;  ///< never 0 when visible
   LineCap cap = LineCap::Round;
-  std::vector<double> dashes;  ///< dash and gap by turns; empty: solid
+  std::vector<double> dashes;                          ///< dash and gap by turns; empty: solid
+  std::shared_ptr<const Gradient> gradient = nullptr;  ///< instead of the colour; null: none
   friend bool operator==(const Stroke&, const Stroke&) = default;
 };
 
@@ -60,6 +61,9 @@ struct PathItem {
   Path path;
   Fill fill;
   Stroke stroke;
+  /// Above 0 the item is a soft shadow: fill and stroke are of one colour, their union is smeared by a normal
+  /// distribution of this deviation in points.
+  double blur = 0;
 };
 
 struct TextStyle {
@@ -118,7 +122,13 @@ struct ShapeBegin {
 };
 struct ShapeEnd {};
 
-using SceneItem = std::variant<ShapeBegin, ShapeEnd, PathItem, TextItem, ImageItem>;
+/// What follows, up to the matching end, shows only within the path, by the even-odd rule. An empty path hides all.
+struct ClipBegin {
+  Path path;
+};
+struct ClipEnd {};
+
+using SceneItem = std::variant<ShapeBegin, ShapeEnd, PathItem, TextItem, ImageItem, ClipBegin, ClipEnd>;
 
 struct Scene {
   std::string title;

@@ -226,33 +226,91 @@ class Writer {
     std::string reference;
     if (const auto* gradient = std::get_if<Gradient>(&item.fill)) reference = define(*gradient);
     if (const auto* pattern = std::get_if<Pattern>(&item.fill)) reference = define(*pattern);
+    if (item.blur > 0) return addShadow(item);
+    std::string strokeReference;
+    if (item.stroke.visible && item.stroke.gradient) strokeReference = define(*item.stroke.gradient);
     out_ += "<path d=\"";
     pathData(item.path);
     out_ += '"';
     if (const auto* colour = std::get_if<Colour>(&item.fill)) paint("fill", *colour);
     if (!reference.empty()) attribute("fill", "url(#" + reference + ")");
+    evenOdd(item);
+    if (item.stroke.visible) {
+      if (strokeReference.empty())
+        paint("stroke", item.stroke.colour);
+      else
+        attribute("stroke", "url(#" + strokeReference + ")");
+      strokeShape(item.stroke);
+    }
+    out_ += "/>\n";
+  }
+  /// Fill and line as one area, made soft as a whole.
+  void addShadow(const PathItem& item) {
+    const auto* fill = std::get_if<Colour>(&item.fill);
+    const Colour colour = fill ? *fill : item.stroke.colour;
+    // The filter's own area must hold all that the smear reaches.
+    Box area = item.path.bounds();
+    const double reach = 3 * item.blur + (item.stroke.visible ? item.stroke.width : 0);
+    area = {area.left - reach, area.top - reach, area.right + reach, area.bottom + reach};
+    const std::string filter = defined("soft", written([&] {
+                                         attribute("filterUnits", std::string_view("userSpaceOnUse"));
+                                         attribute("x", area.left), attribute("y", area.top);
+                                         attribute("width", area.width()), attribute("height", area.height());
+                                         out_ += "><feGaussianBlur";
+                                         attribute("stdDeviation", item.blur);
+                                         out_ += "/>";
+                                       }),
+                                       "filter");
+    out_ += "<path d=\"";
+    pathData(item.path);
+    out_ += '"';
+    if (fill) paint("fill", {colour.rgb, 1});
+    evenOdd(item);
+    if (item.stroke.visible) {
+      paint("stroke", {colour.rgb, 1});
+      strokeShape(item.stroke);
+    }
+    if (colour.opacity < 1) attribute("opacity", colour.opacity);
+    attribute("filter", "url(#" + filter + ")");
+    out_ += "/>\n";
+  }
+  void evenOdd(const PathItem& item) {
     if (!std::holds_alternative<std::monostate>(item.fill) && item.path.verbs().size() > 1) {
       const auto verbs = item.path.verbs();
       if (std::count(verbs.begin(), verbs.end(), PathVerb::MoveTo) > 1)
         attribute("fill-rule", std::string_view("evenodd"));
     }
-    if (item.stroke.visible) {
-      paint("stroke", item.stroke.colour);
-      attribute("stroke-width", item.stroke.width);
-      if (item.stroke.cap != LineCap::Round)
-        attribute("stroke-linecap", std::string_view(item.stroke.cap == LineCap::Butt ? "butt" : "square"));
-      if (!item.stroke.dashes.empty()) {
-        out_ += " stroke-dasharray=\"";
-        bool first = true;
-        for (double dash : item.stroke.dashes) {
-          if (!first) out_ += ' ';
-          first = false;
-          appendNumber(out_, dash);
-        }
-        out_ += '"';
+  }
+  void strokeShape(const Stroke& stroke) {
+    attribute("stroke-width", stroke.width);
+    if (stroke.cap != LineCap::Round)
+      attribute("stroke-linecap", std::string_view(stroke.cap == LineCap::Butt ? "butt" : "square"));
+    if (!stroke.dashes.empty()) {
+      out_ += " stroke-dasharray=\"";
+      bool first = true;
+      for (double dash : stroke.dashes) {
+        if (!first) out_ += ' ';
+        first = false;
+        appendNumber(out_, dash);
       }
+      out_ += '"';
     }
-    out_ += "/>\n";
+  }
+
+  void add(const ClipBegin& begin) {
+    const std::string clip = defined("clip", written([&] {
+                                       out_ += "><path clip-rule=\"evenodd\" d=\"";
+                                       pathData(begin.path);
+                                       out_ += "\"/>";
+                                     }),
+                                     "clipPath");
+    out_ += "<g clip-path=\"url(#" + clip + ")\">\n";
+    ++openClips_;
+  }
+  void add(const ClipEnd&) {
+    if (openClips_ == 0) return;
+    --openClips_;
+    out_ += "</g>\n";
   }
 
   const std::string& familyList(const std::string& family) {
@@ -276,7 +334,7 @@ class Writer {
       out_ += "<path class=\"paper\" d=\"";
       Path box;
       for (const TextLine& line : layout.lines)
-        if (!line.runs.empty()) box.addRectangle(line.left, line.top, line.left + line.width, line.top + line.height);
+        if (line.width > 0) box.addRectangle(line.left, line.top, line.left + line.width, line.top + line.height);
       pathData(box);
       out_ += '"';
       transform(item.transform);
@@ -367,6 +425,7 @@ class Writer {
   const Scene& scene_;
   std::string out_;
   std::vector<bool> open_;  ///< for each open shape: it is a link
+  int openClips_ = 0;
   std::unordered_map<std::string, std::string> definitions_, families_;
   std::unordered_map<const std::string*, int> uses_, images_;
 };

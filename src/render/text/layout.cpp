@@ -31,6 +31,24 @@ double baselineShift(const CharacterFormat& format) {
 
 PangoFontDescriptionPointer describe(const CharacterFormat& format) { return fontOf(format.style, drawnSize(format)); }
 
+/// Points that the blanks at a line's end take.
+double trailingBlanks(const PangoLayoutLine* line, const std::string& characters) {
+  std::size_t end = std::size_t(line->start_index + line->length);
+  const std::size_t begin = std::size_t(line->start_index);
+  std::size_t last = end;
+  while (last > begin && (characters[last - 1] == ' ' || characters[last - 1] == '\t')) --last;
+  if (last == end) return 0;
+  double width = 0;
+  for (GSList* run = line->runs; run; run = run->next) {
+    const auto* item = static_cast<const PangoGlyphItem*>(run->data);
+    const std::size_t from = std::size_t(item->item->offset);
+    for (int i = 0; i < item->glyphs->num_glyphs; ++i)
+      if (from + std::size_t(item->glyphs->log_clusters[i]) >= last)
+        width += item->glyphs->glyphs[i].geometry.width / unitsPerPoint;
+  }
+  return width;
+}
+
 /// Which span a run came from. Each span has a font of its own in the layout, so that no run reaches over its end.
 class SpanPlaces {
  public:
@@ -197,20 +215,25 @@ void TextEngine::Pango::setParagraph(const StyledText& text, HeightsOfFormats& h
       const auto [ascent, descent] = heightsOfFormats.at(index);
       heights.add(ascent, descent, text.formats[index].style.size);
     }
-    line.width = x;
+    // Blanks at the end move neither a centred nor a right aligned line.
+    const double blanks = trailingBlanks(source, characters);
+    line.width = x - blanks;
     line.top = top;
     line.height = format.lineSpacing < 0   ? -format.lineSpacing * heights.size
                   : format.lineSpacing > 0 ? format.lineSpacing
                                            : heights.ascent + heights.descent;
     const double baseline = top + (line.height - heights.ascent - heights.descent) / 2 + heights.ascent;
     const double indent = first ? firstIndent : otherIndent;
-    const double room = std::max(0.0, available - indent - line.width);
+    const auto roomFor = [&](double taken) { return std::max(0.0, available - indent - taken); };
     const double share = format.alignment == ParagraphFormat::Centre  ? 0.5
                          : format.alignment == ParagraphFormat::Right ? 1
                                                                       : 0;
-    line.left = left + indent + room * share;
+    line.left = left + indent + roomFor(line.width) * share;
+    // Of a text that is read from the right they are at the left.
+    const double start = line.left - (source->resolved_dir == PANGO_DIRECTION_RTL ? blanks : 0);
+    result.width = std::max(result.width, left + indent + roomFor(x) * share + x + format.indentRight);
     for (TextRun& run : line.runs) {
-      run.x += line.left;
+      run.x += start;
       run.baseline += baseline;
       run.stretched = format.alignment == ParagraphFormat::Justified && at->next;
     }
@@ -220,7 +243,6 @@ void TextEngine::Pango::setParagraph(const StyledText& text, HeightsOfFormats& h
       line.runs.insert(line.runs.begin(), {format.bullet, firstFormat, line.left, baseline, bulletWidth, false});
     }
     top += line.height;
-    result.width = std::max(result.width, line.left + line.width + format.indentRight);
     result.lines.push_back(std::move(line));
   }
   top += format.spaceAfter;
