@@ -59,6 +59,8 @@ def test_windows_and_pages_are_activated(maps):
     assert maps.app.ActivePage == first and heard == ["AB Order entry", "Page-1", "AB Order entry"]
     with pytest.raises(quorvel.HostError, match="no window"):
         maps.stencil.Pages(1).Activate()
+    assert [window.Document for window in maps.app.Windows] == [maps.doc, other]
+    assert maps.app.ActiveWindow == maps.app.Windows(1)
 
 
 class Mistake(Exception):

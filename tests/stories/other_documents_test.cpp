@@ -13,6 +13,7 @@
 #include "commands/task_link_display_options.h"
 #include "document/page_decorations.h"
 #include "stories/map_fixture.h"
+#include "vocab/time_unit_display.h"
 
 namespace quorvel {
 namespace {
@@ -323,6 +324,69 @@ TEST_F(OtherDocuments, OnlyTheSelectionOfTheSameDrawingIsTouched) {
   EXPECT_FALSE(connect.flagTimeUnitAbbr);
 }
 
+TEST_F(OtherDocuments, AnAnswerAboutOneMapIsNoAnswerAboutAnother) {
+  openMap();
+  openOther();
+  const Shape task = dropTask(page), there = dropTask(other.Pages().Item(1), 6);
+  std::vector<Page> asked;
+  session.platform().onMessage = [&](const MessageBox&) {
+    asked.push_back(app.ActivePage());
+    return MessageAnswer::Yes;
+  };
+  const auto arriveIn = [&](const Document& document, const Shape& shape, const std::string& abbreviations) {
+    const Cell list = document.DocumentSheet().Cells("User.Time_Unit_Disply");
+    const std::string before = list.Formula().or_({});
+    list.FormulaForce("\"" + abbreviations + "\"");
+    shape.Cells("Prop.Time_Units").SetFormula(std::string("\"Minutes\""));
+    shape.Cells("Prop.Task_Completion_Time").SetFormula(std::string("5"));
+    list.FormulaForce(before);
+  };
+  arriveIn(map, task, "s;mi;h;d;w");
+  arriveIn(other, there, "S;MN;H;D;W");
+  const Window here = windowOf(map), window = windowOf(other);
+  here.Select(task, visio::select);
+  window.DeselectAll();
+  window.Select(there, visio::select);
+  const Selection arrived = here.Selection(), arrivedThere = window.Selection();
+  for (const Selection& selection : {arrived, arrivedThere}) {
+    show(foreign = newDocument(""));
+    addin::CheckTimeUnitDisplay(session.addin(), selection, false, false);
+  }
+  EXPECT_EQ(asked, (std::vector<Page>{page, other.Pages().Item(1)})) << "each is asked about where it is seen";
+  EXPECT_EQ(text(map.DocumentSheet(), "User.Time_Unit_Disply"), "s;mi;h;d;w;");
+  EXPECT_EQ(text(other.DocumentSheet(), "User.Time_Unit_Disply"), "S;MN;H;D;W;");
+}
+
+TEST_F(OtherDocuments, ThePointerLeavesShapesWithoutIndicatorsAlone) {
+  openMap();
+  const Shape task = dropTask(page), ours = page.DrawRectangle(1, 1, 2, 2);
+  openForeign();
+  const Shape box = foreign.Pages().Item(1).DrawRectangle(1, 1, 2, 2);
+  const auto invisible = [](const Shape& shape) {
+    return shape.CellsSRC(visio::sectionHyperlink, 0, visio::columnHyperlinkInvisible);
+  };
+  for (const Shape& shape : {task, ours, box}) {
+    shape.AddHyperlink().SetAddress(std::string("a.doc"));
+    ASSERT_TRUE(invisible(shape).FormulaForce(std::string(shape == task ? "0" : "1")));
+  }
+  const Shape mark = task.DrawRectangle(0, 0, 0.2, 0.2);
+  mark.SetData1(std::string("pic_indicatesNotes"));
+  const double left = number(task, "PinX") - number(task, "Width") / 2,
+               bottom = number(task, "PinY") - number(task, "Height") / 2;
+  for (const Document& shown : {map, foreign}) {
+    show(shown);
+    for (const auto& [x, y] : {std::pair{0.1, 0.1}, {1.5, 1.5}, {left + 0.1, bottom + 0.1}})
+      session.host().mouseMove(0, 0, x, y);
+  }
+  EXPECT_EQ(invisible(task).Result(0), 1);
+  EXPECT_EQ(invisible(ours).Result(0), 1);
+  EXPECT_EQ(invisible(box).Result(0), 1);
+  show(map);
+  session.host().mouseMove(0, 0, 0.1, 0.1);
+  EXPECT_EQ(invisible(task).Result(0), 0);
+  EXPECT_EQ(invisible(ours).Result(0), 1);
+}
+
 /// Commands whose dialog is open while a handler shows another drawing and another page.
 class HeldByADialog : public OtherDocuments {
  protected:
@@ -429,6 +493,24 @@ TEST_F(HeldByADialog, EachCommandWorksOnWhatWasShownWhenItsDialogOpened) {
     for (const Document& shown : {other, foreign})
       expectEqual(expected, run(shown, c.selected, c.command, c.act), c.name);
   }
+
+  // The drawing that a dialog is about is closed while it is open.
+  const std::string file = testing::TempDir() + "quorvel-held-" + std::to_string(getpid()) + ".vsdx";
+  ASSERT_TRUE(map.SaveAs(file)) << lastRefusal();
+  for (const auto& c : cases) {
+    show(map);
+    windowOf(map).SetPage(map.Pages().Item(1));
+    windowOf(map).DeselectAll();
+    if (!c.selected.empty()) windowOf(map).Select(map.Pages().Item(1).Shapes().Item(4), visio::select);
+    session.platform().onForm = [&](Form& form) {
+      map.Close();
+      c.act(form);
+    };
+    c.command(session.addin());
+    map = app.Documents().Open(file);
+    ASSERT_TRUE(map) << c.name;
+  }
+  std::filesystem::remove(file);
   expectEqual(untouchedOther, contents(other), "the other map");
   expectEqual(untouchedForeign, contents(foreign), "the foreign drawing");
 }
@@ -441,6 +523,7 @@ TEST_F(PageKinds, ABackgroundPageKeepsNothingOfOursWhenNothingElseIsOnIt) {
   ASSERT_TRUE(background.SetBackground(true));
   EXPECT_EQ(background.Shapes().Count(), 0);
   EXPECT_EQ(background.PageSheet().RowCount(visio::sectionUser), 0);
+  EXPECT_EQ(background.Layers().Count(), 0);
   ASSERT_TRUE(app.Undo()) << "it is part of the step";
   EXPECT_EQ(background.Background(), false);
   EXPECT_EQ(background.Shapes().Count(), 3);
