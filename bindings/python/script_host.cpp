@@ -112,7 +112,7 @@ py::object ScriptHost::call(const ObjectRef& object, int member, const py::tuple
   const HostArguments values(arguments);
   const auto number = static_cast<Member>(member);
   return enter([&] {
-    // Whoever listens hears that the window is active before the drop shows its page.
+    // The drop shows its page without an event; scripts get WindowActivated for it.
     if (number == Member::Page_Drop || number == Member::Page_DropConnected || number == Member::Page_Paste)
       showPageOf(object);
     const Maybe<Variant> value = session_->host().call(object, number, values);

@@ -39,8 +39,8 @@ class dsrVisioConnect : public ApplicationEvents {
   Selection globalSelectionObj;  ///< what the last deletion or selection change worked on
   bool toolbarBuilt = false;     ///< the toolbar stands while any document of ours is open
 
-  // One paste: what lies between two selection changes. Each question is asked once for it. All that follows speaks of
-  // the drawing that is pasted into; shapes that come to another one are a batch of their own, see joinPasteBatch.
+  // One paste: what lies between two selection changes. Each question is asked once for it. All that follows is
+  // about the drawing that is pasted into; shapes added to another one are a batch of their own, see joinPasteBatch.
   Document batchDocument;
   bool flagShapeAdded = false;         ///< a new selection has begun, so the next added shape opens a new batch
   bool flagTimeUnitAbbr = false;       ///< the question about time unit abbreviations was asked

@@ -16,9 +16,9 @@ bool holdsAnother(const Shapes& shapes, const Shape& one, std::string_view mark)
   });
 }
 
-/// A page has one logo and one legend. The page is asked for the other one, because those that the add-in imports may
-/// arrive when they bear their marks already: the host holds arrivals back while a deletion is under way. A copied
-/// Task, Task Link or Process Connector stays as it was pasted: nothing renumbers it or merges its roles and
+/// A page has one logo and one legend. The page is asked for the other one, because the add events of those that the
+/// add-in itself imports may come after they got their marks: the host holds such events back during a deletion. A
+/// copied Task, Task Link or Process Connector stays as it was pasted: nothing renumbers it or merges its roles and
 /// frequencies yet.
 void copied(const Shape& shape, const Page& page) {
   const std::string mark = shape.Data1().or_({});

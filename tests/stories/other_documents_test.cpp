@@ -565,7 +565,7 @@ TEST_F(PageKinds, ABackgroundPageKeepsNothingOfOursWhenNothingElseIsOnIt) {
   EXPECT_EQ(there.Shapes().Count(), 1);
 }
 
-TEST_F(PageKinds, DecorationsWhoseArrivalIsToldLateStay) {
+TEST_F(PageKinds, DecorationsWhoseAddEventComesLateStay) {
   openMap();
   const Shape box = page.DrawRectangle(1, 1, 2, 2);
   Page added;
