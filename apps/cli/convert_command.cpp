@@ -1,4 +1,5 @@
-// `quorvel convert`: a drawing in the format that the new name's ending says.
+// `quorvel convert`: a drawing in the format that the new name's ending says. What it leaves out is one line on standard
+// error.
 #include <iostream>
 
 #include "cli/commands.h"
@@ -18,6 +19,12 @@ int runConvert(const ConvertOptions& options) {
   if (!drawing.error.empty()) return fail(drawing.error);
   const std::string error = format->save(drawing.store, drawing.document, options.output);
   if (!error.empty()) return fail(error);
+  std::string what;
+  const std::vector<std::string> leftOut =
+      formats::leftOutBySave(*drawing.store.document(drawing.document), options.output);
+  for (std::size_t i = 0; i < leftOut.size(); ++i)
+    what += (i == 0 ? "" : i + 1 == leftOut.size() ? " and " : ", ") + leftOut[i];
+  if (!what.empty()) std::cerr << options.output << " leaves out " << what << " of " << options.file << ".\n";
   std::cout << options.output << '\n';
   return exitDone;
 }

@@ -1,6 +1,7 @@
 // The file formats that drawings are opened and saved in.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,5 +14,8 @@ const std::vector<const host::DocumentFormat*>& allFormats();
 
 /// The format for the file's ending; null for an ending that no drawing has.
 const host::DocumentFormat* formatFor(std::string_view fileName);
+
+/// What of the document a save under that name leaves out, each as it stands in a sentence: "the macros".
+std::vector<std::string> leftOutBySave(const host::Document& document, const std::string& fileName);
 
 }  // namespace quorvel::formats

@@ -32,6 +32,33 @@ TEST_F(Convert, AMapIsTheSameInBothFormats) {
   EXPECT_EQ(info("back.vsdx"), info("map.vsdx"));
 }
 
+TEST_F(Convert, SaysInOneLineWhatItLeavesOut) {
+  const std::string drawing = "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'>"
+                              "<DocumentProperties><Title>A</Title>PREVIEW</DocumentProperties>"
+                              "<Pages><Page ID='0'/></Pages>MACROS</VisioDocument>";
+  const auto with = [&](std::string preview, std::string macros) {
+    std::string text = drawing;
+    text.replace(text.find("PREVIEW"), 7, preview);
+    return text.replace(text.find("MACROS"), 6, macros);
+  };
+  const std::string preview = "<PreviewPicture Size='3'>AAAA</PreviewPicture>", macros = "<VBProjectData>AAAA</VBProjectData>";
+  const struct {
+    std::string in, expected;
+  } cases[] = {{with("", ""), ""},
+               {with("", macros), "new.vsdx leaves out the macros of old.vdx.\n"},
+               {with(preview, macros), "new.vsdx leaves out the preview picture and the macros of old.vdx.\n"},
+               {with(preview, macros + "<EmailRoutingData/>"),
+                "new.vsdx leaves out the preview picture, the routing slip and the macros of old.vdx.\n"}};
+  for (const auto& one : cases) {
+    folder.write("old.vdx", one.in);
+    const Outcome outcome = folder.run("convert --force old.vdx new.vsdx");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.out, "new.vsdx\n");
+    EXPECT_EQ(outcome.error, one.expected);
+  }
+  EXPECT_EQ(folder.run("convert --force old.vdx same.vdx").error, "") << "nothing is lost in its own format";
+}
+
 TEST_F(Convert, RefusesWithOneSentenceAndWritesNothing) {
   ASSERT_EQ(folder.run("new map.vsdx").exitCode, 0);
   folder.write("taken.vdx", "keep me");

@@ -125,7 +125,6 @@ TEST(NewerDrawing, StandsInTheOlderFormatAsItWouldHaveSaidIt) {
            "<Prop NameU=\"Cost\" Name=\"Preis\" ID=\"1\"><Value Unit=\"STR\">5</Value></Prop>",
        })
     EXPECT_NE(xml.find(expected), std::string::npos) << expected;
-  EXPECT_EQ(xml.find("OriginalID"), std::string::npos);
   EXPECT_EQ(xml.find("vbaProject"), std::string::npos);
 
   const std::vector<std::string> missing =
@@ -135,6 +134,117 @@ TEST(NewerDrawing, StandsInTheOlderFormatAsItWouldHaveSaidIt) {
   const std::string page = partOf(back, "/visio/pages/page1.xml");
   for (const char* const expected : {"LocalName=\"Preis\"", "FutureSection", "N=\"Invented\"", "N=\"DataLinked\""})
     EXPECT_NE(page.find(expected), std::string::npos) << expected;
+}
+
+TEST(NewerDrawing, TellsWhatASaveLeavesOut) {
+  using Words = std::vector<std::string>;
+  Parts parts = newerDrawing();
+  parts["docProps/thumbnail.emf"] = "picture";
+  parts["_xmlsignatures/sig1.xml"] = "<Signature/>";
+  parts["customXml/item1.xml"] = "<mine/>";
+  std::string& root = parts["_rels/.rels"];
+  root.insert(root.find("</Relationships>"),
+              "<Relationship Id='rId5' Target='docProps/thumbnail.emf' "
+              "Type='http://schemas.openxmlformats.org/package/2006/relationships/metadata/thumbnail'/>");
+  std::string& types = parts["[Content_Types].xml"];
+  types.insert(types.find("</Types>"),
+               "<Default Extension='emf' ContentType='image/x-emf'/><Override PartName='/_xmlsignatures/sig1.xml' "
+               "ContentType='application/vnd.openxmlformats-package.digital-signature-xmlsignature+xml'/>");
+  TemporaryFolder folder;
+  const std::string source = folder.file("new.vsdm");
+  writeFile(source, zipOf(parts));
+  host::Store store;
+  const host::Document& drawing = *store.document(formatFor(source)->open(store, source).document);
+  EXPECT_EQ(leftOutBySave(drawing, "a.vsdm"), Words({"the digital signature"}));
+  EXPECT_EQ(leftOutBySave(drawing, "a.vsdx"), Words({"the digital signature", "the macros"}));
+  Words all = leftOutBySave(drawing, "a.vdx");
+  std::ranges::sort(all);
+  EXPECT_EQ(all, Words({"the digital signature", "the macros", "the preview picture", "what other programs keep in it"}));
+  for (const char* const sample : {"network.vsdx", "basic_shapes.vdx", "network_devices.vdx"}) {
+    const host::Document& plain = *store.document(formatFor(sample)->open(store, sampleFile(sample)).document);
+    EXPECT_EQ(leftOutBySave(plain, sample), Words()) << sample << " in its own format";
+  }
+}
+
+/// What only packages say of a drawing goes through the older format: on the way back it is there, with what changed.
+TEST(NewerDrawing, KeepsWhatOnlyPackagesSayOnTheWayThroughTheOlderFormat) {
+  Parts parts = newerDrawing();
+  const auto replace = [&](const char* part, const std::string& from, const std::string& to) {
+    const std::size_t at = parts[part].find(from);
+    ASSERT_NE(at, std::string::npos) << from;
+    parts[part].replace(at, from.size(), to);
+  };
+  replace("visio/masters/masters.xml", "Name='Task'", "Name='Task' IsCustomName='1' IsCustomNameU='1' MasterType='2'");
+  replace("visio/pages/pages.xml", "Name='Page-1'", "Name='Page-1' IsCustomName='0' NewAttribute='x'");
+  replace("visio/pages/page1.xml", "OriginalID='0'", "OriginalID='9' NameU='A' Name='A' IsCustomName='1'");
+  replace("visio/document.xml", "Name='No Style'", "Name='No Style' IsCustomName='1'");
+  parts["docProps/core.xml"] =
+      "<cp:coreProperties xmlns:cp='http://schemas.openxmlformats.org/package/2006/metadata/core-properties' "
+      "xmlns:dc='http://purl.org/dc/elements/1.1/'><dc:title>Old</dc:title><cp:lastModifiedBy>Ann</cp:lastModifiedBy>"
+      "<dc:language>de-DE</dc:language><x:Mine xmlns:x='urn:mine'>1</x:Mine></cp:coreProperties>";
+  parts["docProps/app.xml"] =
+      "<Properties xmlns='http://schemas.openxmlformats.org/officeDocument/2006/extended-properties' "
+      "xmlns:vt='http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes'><HeadingPairs><vt:vector "
+      "size='4' baseType='variant'><vt:variant><vt:lpstr>Zeichenblätter</vt:lpstr></vt:variant><vt:variant><vt:i4>1"
+      "</vt:i4></vt:variant><vt:variant><vt:lpstr>Master-Shapes</vt:lpstr></vt:variant><vt:variant><vt:i4>1</vt:i4>"
+      "</vt:variant></vt:vector></HeadingPairs><TitlesOfParts><vt:vector size='2' baseType='lpstr'><vt:lpstr>Page-1"
+      "</vt:lpstr><vt:lpstr>Task</vt:lpstr></vt:vector></TitlesOfParts><AppVersion>15.0000</AppVersion></Properties>";
+  parts["docProps/custom.xml"] =
+      "<Properties xmlns='http://schemas.openxmlformats.org/officeDocument/2006/custom-properties' "
+      "xmlns:vt='http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes'>"
+      "<property fmtid='{D5CDD505-2E9C-101B-9397-08002B2CF9AE}' pid='2' name='IsMetric'><vt:bool>true</vt:bool>"
+      "</property><property fmtid='{D5CDD505-2E9C-101B-9397-08002B2CF9AE}' pid='3' name='BuildNumberCreated'>"
+      "<vt:i4>1006703189</vt:i4></property></Properties>";
+  const std::string office = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
+  replace("_rels/.rels", "</Relationships>",
+          "<Relationship Id='rId2' Target='docProps/core.xml' "
+          "Type='http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties'/>"
+          "<Relationship Id='rId3' Target='docProps/app.xml' Type='" +
+              office + "extended-properties'/><Relationship Id='rId4' Target='docProps/custom.xml' Type='" + office +
+              "custom-properties'/></Relationships>");
+  TemporaryFolder folder;
+  const std::string source = folder.file("new.vsdx"), file = folder.file("old.vdx"), back = folder.file("back.vsdx");
+  writeFile(source, zipOf(parts));
+  host::Store store;
+  const host::DocumentId newer = formatFor(source)->open(store, source).document;
+  ASSERT_TRUE(newer);
+  const host::DocumentId older = through(store, newer, file);
+  EXPECT_NE(readFile(file).find("<BuildNumberCreated>1006703189</BuildNumberCreated>"), std::string::npos);
+  EXPECT_NE(readFile(file).find(R"(<CustomProp Name="IsMetric" PropType="Boolean">true<)"), std::string::npos);
+  store.document(older)->properties.title = "New";
+  const host::PageId page = store.document(older)->pages.front();
+  store.addPage(older, "Page-2");
+  through(store, older, back);
+  const auto expect = [&](const char* part, std::initializer_list<const char*> expected) {
+    const std::string xml = partOf(back, part);
+    for (const char* const one : expected) EXPECT_NE(xml.find(one), std::string::npos) << one << " in " << xml;
+  };
+  expect("/visio/masters/masters.xml", {R"(MasterType="2")", R"(IsCustomName="1")", R"(IsCustomNameU="1")"});
+  expect("/visio/pages/pages.xml", {R"(NewAttribute="x")", R"(IsCustomName="0")"});
+  expect("/visio/pages/page1.xml", {R"(OriginalID="9")", R"(Name="A" IsCustomName="1")"});
+  expect("/visio/document.xml", {R"(Name="No Style" IsCustomName="1")"});
+  expect("/docProps/core.xml", {"<dc:title>New<", ">Ann<", ">de-DE<", "urn:mine"});
+  expect("/docProps/app.xml", {">Zeichenblätter<", ">Master-Shapes<", ">15.0000<", ">Page-2<"});
+  expect("/docProps/custom.xml", {"<vt:bool>true<", "<vt:i4>1006703189<"});
+  EXPECT_EQ(partOf(back, "/docProps/custom.xml").find("TimeEdited"), std::string::npos);
+  EXPECT_TRUE(store.page(page));
+
+  // A drawing of the older format has its kinds of properties in a package too.
+  const std::string old = folder.file("props.vdx"), made = folder.file("props.vsdx"), again = folder.file("again.vdx");
+  const std::string properties =
+      "<BuildNumberCreated>671351309</BuildNumberCreated><CustomProps><CustomProp Name=\"Cost\" PropType=\"Number\">"
+      "2.5</CustomProp><CustomProp Name=\"Due\" PropType=\"Date\">2014-12-05T18:00:00</CustomProp>"
+      "<CustomProp Name=\"Free\" PropType=\"Boolean\">1</CustomProp></CustomProps>";
+  writeFile(old, "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'><DocumentProperties>" + properties +
+                     "</DocumentProperties><Pages><Page ID='0'/></Pages></VisioDocument>");
+  through(store, through(store, formatFor(old)->open(store, old).document, made), again);
+  const std::string custom = partOf(made, "/docProps/custom.xml");
+  for (const char* const expected :
+       {"<vt:r8>2.5<", "<vt:filetime>2014-12-05T18:00:00<", "<vt:bool>1<", "<vt:i4>671351309<"})
+    EXPECT_NE(custom.find(expected), std::string::npos) << expected << custom;
+  for (const char* const expected : {"<BuildNumberCreated>671351309<", "PropType=\"Number\">2.5<", "PropType=\"Date\"",
+                                     "PropType=\"Boolean\">1<"})
+    EXPECT_NE(readFile(again).find(expected), std::string::npos) << expected;
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "formats/vdx/properties.h"
 #include "formats/vdx/shared_parts.h"
 #include "formats/vdx/sheet_reader.h"
+#include "formats/vdx/sheet_writer.h"
 #include "formats/vdx/vocabulary.h"
 #include "formats/vsdx/document_elements.h"
 #include "formats/vsdx/shape_reader.h"
@@ -62,6 +63,9 @@ class DocumentReader {
   host::Document& document() { return *state_.store.document(state_.document); }
   void readFonts(pugi::xml_node root);
   void readRootChild(pugi::xml_node child);
+  /// Takes an element that only says what packages have besides; false for others.
+  bool keepsPackageEntry(pugi::xml_node node);
+  void takePackageEntries();
   void readContents(PageId page, pugi::xml_node entry, CarriedPage& carry);
   void readMasters(pugi::xml_node list);
   void readPages(pugi::xml_node list);
@@ -69,6 +73,7 @@ class DocumentReader {
   ZipPackage noPackage_;  ///< the shared readers look for parts in it and find none
   FileState state_;
   const Relationships noRelationships_;
+  std::vector<pugi::xml_node> packageEntries_;
   std::shared_ptr<CarriedDocument> carried_ = std::make_shared<CarriedDocument>();
 };
 
@@ -99,7 +104,8 @@ void DocumentReader::readRootChild(pugi::xml_node child) {
     carried_->olderElements[""] += rawXml(child);
   } else if (whose == Vocabulary::Package) {
     for (const pugi::xml_node one : child) {
-      if (one.type() == pugi::node_element && !readPackagePart(*carried_, one)) carried_->contents += rawXml(one);
+      if (one.type() == pugi::node_element && !keepsPackageEntry(one) && !readPackagePart(*carried_, one))
+        carried_->contents += rawXml(one);
     }
   } else if (name == "DocumentProperties") {
     readProperties(child, document().properties);
@@ -118,6 +124,40 @@ void DocumentReader::readRootChild(pugi::xml_node child) {
     carried_->contents += rawXml(child);
   } else if (name != "StyleSheets" && name != "Masters" && name != "Pages") {
     carried_->olderElements[name] += rawXml(child);
+  }
+}
+
+bool DocumentReader::keepsPackageEntry(pugi::xml_node node) {
+  const std::string_view name = localName(node), whose = namespaceOf(node);
+  if ((name == "Master" || name == "Page") && node.attribute("ID")) {
+    packageEntries_.push_back(node);
+    return true;
+  }
+  std::string* const part = name == "coreProperties"                            ? &carried_->core
+                            : name != "Properties"                              ? nullptr
+                            : whose.ends_with("/extended-properties") ? &carried_->application
+                            : whose.ends_with("/custom-properties")   ? &carried_->custom
+                                                                      : nullptr;
+  if (part) *part = rawXml(node);
+  return part != nullptr;
+}
+
+void DocumentReader::takePackageEntries() {
+  for (const pugi::xml_node entry : packageEntries_) {
+    const int number = wholeNumber(entry.attribute("ID").value(), -1);
+    const auto take = [&](const host::ExtrasPtr& extras) {
+      // Nobody else holds what is carried while its drawing is read.
+      auto& carry = const_cast<CarriedPage&>(static_cast<const CarriedPage&>(*extras));
+      takeCustomNames(entry, carry.names, carry.attributes);
+    };
+    if (localName(entry) == "Master") {
+      if (const auto found = state_.masters.find(number); found != state_.masters.end())
+        take(state_.store.master(found->second)->extras);
+      continue;
+    }
+    for (const PageId id : document().pages) {
+      if (state_.store.page(id)->fileId == number) take(state_.store.page(id)->extras);
+    }
   }
 }
 
@@ -224,6 +264,7 @@ std::string DocumentReader::read(std::string& bytes) {
   }
   readMasters(childNamed(root, "Masters"));
   readPages(childNamed(root, "Pages"));
+  takePackageEntries();
   host::evaluateMissing(state_.store, state_.unvalued);
   makeSharedParts(*carried_);
   document().extras = carried_;

@@ -22,14 +22,16 @@ bool isEmpty(const host::Sheet& sheet) {
   return sheet.sections.empty() && !sheet.extras && !sheet.lineStyle && !sheet.fillStyle && !sheet.textStyle;
 }
 
+constexpr std::string_view entryAttributes[] = {"MatchByName", "IconSize",    "PatternFlags", "Prompt",
+                                                "Hidden",      "IconUpdate",  "AlignName",    "Background",
+                                                "ViewScale",   "ViewCenterX", "ViewCenterY",  "ReviewerID",
+                                                "AssociatedPage"};
+
 /// What is carried for an entry, with only the attributes that this format has.
 CarriedPage withKnownAttributes(const CarriedPage& carry) {
-  static constexpr std::string_view known[] = {"MatchByName", "IconSize",   "PatternFlags",  "Prompt",    "Hidden",
-                                               "IconUpdate",  "AlignName",  "Background",    "ViewScale", "ViewCenterX",
-                                               "ViewCenterY", "ReviewerID", "AssociatedPage"};
   CarriedPage entry;
   for (const auto& one : carry.attributes) {
-    if (std::ranges::find(known, one.first) != std::end(known)) entry.attributes.push_back(one);
+    if (std::ranges::find(entryAttributes, one.first) != std::end(entryAttributes)) entry.attributes.push_back(one);
   }
   return entry;
 }
@@ -64,6 +66,8 @@ class DocumentWriter {
   void writeContents(XmlWriter& writer, const Page& page, const CarriedPage* carry);
   void writeMasters(XmlWriter& writer);
   void writePages(XmlWriter& writer);
+  /// What packages say of masters, pages and the document where this format has no words, for the way back.
+  void writePackageEntries(XmlWriter& writer) const;
   /// What of the carried elements of the document both formats have, by name; what only packages have, for "".
   std::string shared(std::string_view name) const;
 
@@ -223,6 +227,33 @@ std::string DocumentWriter::shared(std::string_view name) const {
   return found;
 }
 
+void DocumentWriter::writePackageEntries(XmlWriter& writer) const {
+  const auto entry = [&](std::string_view element, int fileId, const host::ExtrasPtr& extras, const std::string& name,
+                         const std::string& universalName) {
+    const CarriedPage* const carry = carried<CarriedPage>(extras);
+    if (!carry) return;
+    AttributeList attributes = packageOnly(carry->attributes, entryAttributes);
+    addCustomNames(attributes, carry->names, name, universalName);
+    if (attributes.empty()) return;
+    writer.start(element).attribute("ID", fileId);
+    writeAttributes(writer, attributes);
+    writer.end();
+  };
+  for (const host::MasterId id : document_.masters) {
+    const Master& master = *store_.master(id);
+    entry("Master", master.fileId, master.extras, master.name, master.universalName);
+  }
+  for (const host::PageId id : document_.pages) {
+    const Page& page = *store_.page(id);
+    entry("Page", page.fileId, page.extras, page.name, page.universalName);
+  }
+  for (const std::string* const part : {&carry_->core, &carry_->application, &carry_->custom}) {
+    std::string xml = *part;
+    pugi::xml_document parsed;
+    if (!xml.empty() && parseXml(parsed, xml).empty()) writer.raw(rawXml(parsed.document_element()));
+  }
+}
+
 std::string DocumentWriter::write() {
   // Fonts get their numbers while the sheets are written, and stand in front of them.
   XmlWriter sheets;
@@ -257,6 +288,7 @@ std::string DocumentWriter::write() {
   writer.raw(older(""));
   if (older("").find("DataRecordSets") == std::string_view::npos) writer.raw(fromParts.data);
   XmlWriter rest;
+  writePackageEntries(rest);
   if (carry_->package) writePackageParts(rest, *carry_->package, fromParts.parts);
   if (const std::string xml = rest.raw(shared("")).take(); !xml.empty())
     writer.start("Document").attribute("xmlns", namespaceOf(Vocabulary::Package)).raw(xml).end();
@@ -264,6 +296,13 @@ std::string DocumentWriter::write() {
 }
 
 }  // namespace
+
+LeftOut leftOutBy(const Document& document) {
+  LeftOut leftOut;
+  const CarriedDocument* const carry = carried<CarriedDocument>(document.extras);
+  if (carry && carry->package) addPartsLeftOut(leftOut, *carry->package, sharedElements(*carry).parts);
+  return leftOut;
+}
 
 std::string writeDocument(const Store& store, const Document& document) {
   return DocumentWriter(store, document).write();

@@ -39,17 +39,22 @@ bool mayBear(std::string_view name) {
              taken, [&](std::string_view start) { return std::string_view(partKey(name)).starts_with(start); });
 }
 
-bool mayBeKept(std::string_view contentType) {
-  return contentType.find("vbaProject") == std::string_view::npos &&
-         contentType.find("digital-signature") == std::string_view::npos;
-}
+bool mayBeKept(const CarriedPart& part) { return !isMacros(part) && !isSignature(part); }
 
 }  // namespace
 
-void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const std::unordered_set<std::string>& said) {
+namespace {
+
+/// The parts that are written, and how the document part leads to them.
+struct PartsToWrite {
+  std::vector<const CarriedPart*> parts;
+  std::unordered_map<std::string, std::string> leads;  ///< key to the type of what leads there from the document
+};
+
+PartsToWrite partsToWrite(const CarriedPackage& package, const std::unordered_set<std::string>& said) {
+  PartsToWrite written;
   std::unordered_map<std::string, const CarriedPart*> byKey;
   for (const CarriedPart& part : package.parts) byKey.emplace(partKey(part.name), &part);
-  std::unordered_map<std::string, std::string> leads;  ///< key to the type of what leads there from the document
   std::unordered_set<std::string> reached;
   std::vector<const CarriedPart*> waiting;
   const auto reach = [&](const std::string& key) {
@@ -58,7 +63,7 @@ void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const s
   };
   for (const Relationship& one : package.document.all()) {
     if (one.external) continue;
-    leads.emplace(partKey(one.part), one.type);
+    written.leads.emplace(partKey(one.part), one.type);
     reach(partKey(one.part));
   }
   while (!waiting.empty()) {
@@ -76,10 +81,29 @@ void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const s
   }
   for (const CarriedPart& part : package.parts) {
     const std::string key = partKey(part.name);
-    if (!reached.contains(key) || said.contains(key) || !mayBear(part.name) || !mayBeKept(part.contentType)) continue;
-    writer.start("Part").attribute("Name", part.name).attribute("ContentType", part.contentType);
-    if (const auto lead = leads.find(key); lead != leads.end()) writer.attribute("RelationshipType", lead->second);
-    writer.raw(toBase64(part.bytes.unpacked())).end();
+    if (reached.contains(key) && !said.contains(key) && mayBear(part.name) && mayBeKept(part))
+      written.parts.push_back(&part);
+  }
+  return written;
+}
+
+}  // namespace
+
+void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const std::unordered_set<std::string>& said) {
+  const PartsToWrite written = partsToWrite(package, said);
+  for (const CarriedPart* const part : written.parts) {
+    writer.start("Part").attribute("Name", part->name).attribute("ContentType", part->contentType);
+    if (const auto lead = written.leads.find(partKey(part->name)); lead != written.leads.end())
+      writer.attribute("RelationshipType", lead->second);
+    writer.raw(toBase64(part->bytes.unpacked())).end();
+  }
+}
+
+void addPartsLeftOut(LeftOut& leftOut, const CarriedPackage& package, const std::unordered_set<std::string>& said) {
+  const PartsToWrite written = partsToWrite(package, said);
+  for (const CarriedPart& part : package.parts) {
+    if (part.name.ends_with(linksEnding) || said.contains(partKey(part.name))) continue;
+    if (std::ranges::find(written.parts, &part) == written.parts.end()) addPart(leftOut, package, part);
   }
 }
 
@@ -87,7 +111,7 @@ bool readPackagePart(CarriedDocument& document, pugi::xml_node node) {
   if (localName(node) != "Part") return false;
   CarriedPart part{node.attribute("Name").value(), node.attribute("ContentType").value(), {}};
   const Maybe<std::string> bytes = fromBase64(innerText(node));
-  if (!bytes || !mayBear(part.name) || !mayBeKept(part.contentType)) return false;
+  if (!bytes || !mayBear(part.name) || !mayBeKept(part)) return false;
   // Nobody else holds the package while its drawing is read.
   auto package =
       document.package ? std::const_pointer_cast<CarriedPackage>(document.package) : std::make_shared<CarriedPackage>();

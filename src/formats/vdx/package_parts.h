@@ -8,12 +8,16 @@
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
 #include "formats/vsdx/carried.h"
+#include "formats/vsdx/left_out.h"
 
 namespace quorvel::formats::vdx {
 
 /// Writes the parts that the document part leads to and what hangs at those, except `said`, the keys of those that
 /// stand in elements of their own. Macros and signatures stay out.
 void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const std::unordered_set<std::string>& said);
+
+/// Notes the parts of which nothing is written.
+void addPartsLeftOut(LeftOut& leftOut, const CarriedPackage& package, const std::unordered_set<std::string>& said);
 
 /// Takes such an element into the document's package, made when missing. False for other elements and for names that a
 /// package cannot have.

@@ -32,6 +32,18 @@ constexpr Property table[] = {
     {"TimePrinted", &host::DocumentProperties::timePrinted, Kind::Time},
 };
 
+/// Elements for what packages have as custom properties.
+struct NamedProperty {
+  const char* element;
+  const char* name;
+  bool isNumber;
+};
+constexpr NamedProperty namedProperties[] = {
+    {"BuildNumberCreated", "BuildNumberCreated", true},
+    {"BuildNumberEdited", "BuildNumberEdited", true},
+    {"AlternateNames", "_VPID_ALTERNATENAMES", false},
+};
+
 std::string lastStepOf(std::string_view path) { return std::string(path.substr(path.find_last_of("/\\") + 1)); }
 
 std::string textOf(pugi::xml_node node, Kind kind) {
@@ -71,7 +83,25 @@ void put(pugi::xml_node root, const Property& property, const std::string& text)
   setText(node, property.kind == Kind::Time && text.ends_with('Z') ? text.substr(0, text.size() - 1) : text);
 }
 
-void putCustom(pugi::xml_node root, std::map<std::string, std::string> wanted) {
+/// Writes those that are elements here and takes them out of the list.
+void putNamed(pugi::xml_node root, std::map<std::string, std::string>& wanted) {
+  for (const NamedProperty& property : namedProperties) {
+    pugi::xml_node node = childNamed(root, property.element);
+    const auto found = wanted.find(property.name);
+    if (found == wanted.end()) {
+      if (node) root.remove_child(node);
+      continue;
+    }
+    if (property.isNumber && wholeNumber(found->second, 0) != wholeNumber(found->second, 1)) continue;
+    if (!node && (property.isNumber || !found->second.empty())) node = root.append_child(property.element);
+    if (node && innerText(node) != found->second) setText(node, found->second);
+    if (node) wanted.erase(found);
+  }
+}
+
+void putCustom(pugi::xml_node root, const host::DocumentProperties& properties) {
+  std::map<std::string, std::string> wanted = properties.custom;
+  putNamed(root, wanted);
   pugi::xml_node list = childNamed(root, "CustomProps");
   for (pugi::xml_node node = list.first_child(); node;) {
     const pugi::xml_node here = node;
@@ -89,7 +119,8 @@ void putCustom(pugi::xml_node root, std::map<std::string, std::string> wanted) {
   for (const auto& [name, text] : wanted) {
     pugi::xml_node node = list.append_child("CustomProp");
     node.append_attribute("Name") = name.c_str();
-    node.append_attribute("PropType") = "String";
+    const auto kind = properties.customKinds.find(name);
+    node.append_attribute("PropType") = kind == properties.customKinds.end() ? "String" : kind->second.c_str();
     setText(node, text);
   }
 }
@@ -100,7 +131,17 @@ void readProperties(pugi::xml_node node, host::DocumentProperties& properties) {
   for (const Property& property : table)
     properties.*property.text = textOf(childNamed(node, property.element), property.kind);
   for (const pugi::xml_node custom : childNamed(node, "CustomProps")) {
-    if (localName(custom) == "CustomProp") properties.custom[custom.attribute("Name").value()] = innerText(custom);
+    if (localName(custom) != "CustomProp") continue;
+    const char* const name = custom.attribute("Name").value();
+    const std::string_view kind = custom.attribute("PropType").value();
+    properties.custom[name] = innerText(custom);
+    if (kind == "Number" || kind == "Date" || kind == "Boolean") properties.customKinds[name] = kind;
+  }
+  for (const NamedProperty& property : namedProperties) {
+    const pugi::xml_node element = childNamed(node, property.element);
+    if (!element) continue;
+    properties.custom[property.name] = innerText(element);
+    if (property.isNumber) properties.customKinds[property.name] = "Number";
   }
 }
 
@@ -110,7 +151,7 @@ std::string writeProperties(const std::string& before, const host::DocumentPrope
   if (!parseXml(document, xml).empty()) return before;
   const pugi::xml_node root = document.document_element();
   for (const Property& property : table) put(root, property, properties.*property.text);
-  putCustom(root, properties.custom);
+  putCustom(root, properties);
   return before.empty() && !root.first_child() ? std::string() : rawXml(root);
 }
 

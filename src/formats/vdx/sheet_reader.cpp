@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "formats/vdx/cell_element.h"
+#include "formats/vdx/sheet_writer.h"
 #include "formats/vsdx/row_types.h"
 #include "formats/vsdx/sheet_reader.h"
 
@@ -203,6 +204,7 @@ void readSheetChild(FileState& state, host::Sheet& sheet, pugi::xml_node child) 
     carriedOf(sheet).olderContents += rawXml(child);
   } else if (vocabulary == Vocabulary::Package) {
     // Our own writing puts there what this format has no words for.
+    if (child.first_attribute()) takeCustomNames(child, carriedOf(sheet).names, carriedOf(sheet).attributes);
     for (const pugi::xml_node one : child) {
       if (one.type() == pugi::node_element) formats::readSheetChild(state, sheet, one);
     }

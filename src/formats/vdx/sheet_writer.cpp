@@ -60,6 +60,8 @@ bool holds(const Row& row, SectionNumber section, Vocabulary vocabulary) {
                                       [&](const CarriedCell& one) { return !one.older.empty() && fits(one.column); });
 }
 
+constexpr std::string_view writtenAttributes[] = {"LineStyle", "FillStyle", "TextStyle", "Master", "MasterShape"};
+
 bool isNumber(std::string_view text) { return wholeNumber(text, -1) >= 0; }
 
 /// True for a sheet whose size is not that of the one it inherits from.
@@ -132,6 +134,45 @@ std::string selfContained(const std::string& xml) {
   return kept;
 }
 
+AttributeList packageOnly(const AttributeList& attributes, std::span<const std::string_view> known) {
+  AttributeList rest;
+  for (const auto& one : attributes) {
+    // What has a prefix needs a declaration that may not be here.
+    if (std::ranges::find(known, one.first) == known.end() && one.first.find(':') == std::string::npos &&
+        one.first != "xmlns")
+      rest.push_back(one);
+  }
+  return rest;
+}
+
+void addCustomNames(AttributeList& attributes, const CarriedName& names, const std::string& name,
+                    const std::string& universalName) {
+  if (!names.isCustomUniversalName.empty() && names.universalName == universalName)
+    attributes.emplace_back("IsCustomNameU", names.isCustomUniversalName);
+  if (!names.isCustomName.empty() && names.name == name) attributes.emplace_back("IsCustomName", names.isCustomName);
+}
+
+void takeCustomNames(pugi::xml_node node, CarriedName& names, AttributeList& attributes) {
+  for (const pugi::xml_attribute attribute : node.attributes()) {
+    const std::string_view name = attribute.name();
+    if (name == "IsCustomName") {
+      names.isCustomName = attribute.value();
+    } else if (name == "IsCustomNameU") {
+      names.isCustomUniversalName = attribute.value();
+    } else if (name != "ID" && !name.starts_with("xmlns")) {
+      attributes.emplace_back(name, attribute.value());
+    }
+  }
+}
+
+AttributeList SheetWriter::packageAttributes(const host::Sheet& sheet) {
+  const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
+  if (!carry) return {};
+  AttributeList attributes = packageOnly(carry->attributes, writtenAttributes);
+  addCustomNames(attributes, carry->names, sheet.name, sheet.universalName);
+  return attributes;
+}
+
 void writeBothNames(XmlWriter& writer, const CarriedName* carry, const std::string& name,
                     const std::string& universalName) {
   const bool known = carry && carry->known;
@@ -152,9 +193,9 @@ void SheetWriter::attributes(XmlWriter& writer, const host::Sheet& sheet) {
   const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
   if (!carry) return;
   // Those of links that lead nowhere; the schema has room for no others.
-  static constexpr std::string_view known[] = {"LineStyle", "FillStyle", "TextStyle", "Master", "MasterShape"};
   for (const auto& [name, value] : carry->attributes) {
-    if (std::ranges::find(known, name) != std::end(known) && isNumber(value)) writer.attribute(name, value);
+    const bool isWritten = std::ranges::find(writtenAttributes, name) != std::end(writtenAttributes);
+    if (isWritten && isNumber(value)) writer.attribute(name, value);
   }
 }
 
@@ -430,8 +471,12 @@ void SheetWriter::contents(XmlWriter& writer, const host::Sheet& sheet) {
   }
   inheritedGeometry(writer, sheet);
   if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras)) writer.raw(carry->olderContents);
-  if (const std::string rest = packageContents(sheet); !rest.empty())
-    writer.start("Sheet").attribute("xmlns", namespaceOf(Vocabulary::Package)).raw(rest).end();
+  const AttributeList attributes = packageAttributes(sheet);
+  if (const std::string rest = packageContents(sheet); !rest.empty() || !attributes.empty()) {
+    writer.start("Sheet").attribute("xmlns", namespaceOf(Vocabulary::Package));
+    writeAttributes(writer, attributes);
+    writer.raw(rest).end();
+  }
 }
 
 void SheetWriter::picture(XmlWriter& writer, const host::ForeignData& picture) {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <map>
+#include <span>
 #include <string>
 #include <unordered_map>
 
+#include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
 #include "formats/vdx/font_numbers.h"
 #include "formats/vdx/vocabulary.h"
@@ -40,6 +42,7 @@ class SheetWriter : public ShapeDialect {
   void cells(XmlWriter& writer, const host::Row& row, host::SectionNumber section, Vocabulary vocabulary);
   void tabs(XmlWriter& writer, const host::Row& row);
   void deletedRows(XmlWriter& writer, const host::Sheet& sheet, host::SectionNumber section);
+  static AttributeList packageAttributes(const host::Sheet& sheet);
   /// What this format has no words for, in those of packages.
   std::string packageContents(const host::Sheet& sheet) const;
 
@@ -47,6 +50,14 @@ class SheetWriter : public ShapeDialect {
   FontNumbers& fonts_;
   std::map<std::pair<host::SheetId, host::SectionNumber>, RowIds> inherited_;
 };
+
+/// Attributes that only packages have, without those that this format writes itself.
+AttributeList packageOnly(const AttributeList& attributes, std::span<const std::string_view> known);
+/// Whether names were given by a person, as packages say it, while they are unchanged.
+void addCustomNames(AttributeList& attributes, const CarriedName& names, const std::string& name,
+                    const std::string& universalName);
+/// Takes them, and the other attributes, from an element that carries what only packages have.
+void takeCustomNames(pugi::xml_node node, CarriedName& names, AttributeList& attributes);
 
 /// Both names, as they were read while they are unchanged.
 void writeBothNames(XmlWriter& writer, const CarriedName* carry, const std::string& name,

@@ -67,4 +67,8 @@ std::string VdxFormat::save(const host::Store& store, host::DocumentId id, const
   return wrong.empty() ? std::string() : fileName + " " + wrong + ".";
 }
 
+std::vector<std::string> VdxFormat::leftOut(const host::Document& document, const std::string&) const {
+  return vdx::leftOutBy(document);
+}
+
 }  // namespace quorvel::formats

@@ -1,6 +1,9 @@
 // Drawings, stencils and templates of older releases as one XML file: .vdx, .vsx, .vtx.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "formats/package/zip_package.h"
 #include "host/document_format.h"
 
@@ -16,6 +19,8 @@ class VdxFormat : public host::DocumentFormat {
   /// beside it in elements that they pass over (effects, gradients, theme cells, the themes themselves). Macros of a
   /// package and what hangs at its single pages have no place here.
   std::string save(const host::Store& store, host::DocumentId document, const std::string& fileName) const override;
+  /// What of the document a save under that name leaves out, as in "the macros".
+  std::vector<std::string> leftOut(const host::Document& document, const std::string& fileName) const;
 
  private:
   const PackageLimits limits_;

@@ -19,13 +19,9 @@ using host::Master;
 using host::Page;
 using host::Store;
 
-constexpr std::string_view macroType = "application/vnd.ms-office.vbaProject";
-constexpr std::string_view signatureTypes = "application/vnd.openxmlformats-package.digital-signature";
-
-/// A signature is about bytes that a save replaces, and macros have no place in a file that says it has none.
+/// Macros have no place in a file that says it has none.
 bool mayBeKept(const CarriedPart& part, const names::FileKind& kind) {
-  if (part.contentType.starts_with(signatureTypes)) return false;
-  return kind.holdsMacros || !part.contentType.starts_with(macroType);
+  return !isSignature(part) && (kind.holdsMacros || !isMacros(part));
 }
 
 bool isEmpty(const host::Sheet& sheet) {
@@ -344,6 +340,19 @@ std::vector<ZipEntry> DocumentWriter::write() {
 }
 
 }  // namespace
+
+LeftOut leftOutBy(const Document& document, const names::FileKind& kind) {
+  LeftOut leftOut;
+  const CarriedDocument* const carry = carried<CarriedDocument>(document.extras);
+  if (!carry) return leftOut;
+  if (carry->package) {
+    for (const CarriedPart& part : carry->package->parts) {
+      if (!mayBeKept(part, kind)) addPart(leftOut, *carry->package, part);
+    }
+  }
+  addOlderElements(leftOut, *carry);
+  return leftOut;
+}
 
 std::vector<ZipEntry> writeDocument(const Store& store, const Document& document, const names::FileKind& kind) {
   return DocumentWriter(store, document, kind).write();

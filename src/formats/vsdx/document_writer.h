@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "formats/package/zip_package.h"
+#include "formats/vsdx/left_out.h"
 #include "formats/vsdx/names.h"
 #include "host/sheet/store.h"
 
@@ -14,5 +15,8 @@ namespace quorvel::formats {
 /// bytes.
 std::vector<ZipEntry> writeDocument(const host::Store& store, const host::Document& document,
                                     const names::FileKind& kind);
+
+/// What of the document such a file leaves out.
+LeftOut leftOutBy(const host::Document& document, const names::FileKind& kind);
 
 }  // namespace quorvel::formats

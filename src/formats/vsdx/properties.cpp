@@ -1,6 +1,8 @@
 #include "formats/vsdx/properties.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <vector>
 
 #include "formats/package/part_name.h"
@@ -47,6 +49,29 @@ constexpr const char* newApplication =
 constexpr const char* newCustom =
     R"(<Properties xmlns="http://schemas.openxmlformats.org/officeDocument/2006/custom-properties" )"
     R"(xmlns:vt="http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes"/>)";
+
+/// What a custom property's element says of its value; empty for text.
+std::string_view kindOfElement(std::string_view element) {
+  static constexpr std::string_view numbers[] = {"i1",  "i2",  "i4",  "i8",   "int", "r4",     "r8",
+                                                 "ui1", "ui2", "ui4", "uint", "ui8", "decimal"};
+  if (element == "bool") return "Boolean";
+  if (element == "filetime" || element == "date") return "Date";
+  return std::ranges::find(numbers, element) != std::end(numbers) ? "Number" : "";
+}
+
+/// The element for a value of that kind; text when the value is none.
+std::string elementForKind(std::string_view kind, std::string_view text) {
+  const bool isTruth = text == "0" || text == "1" || text == "true" || text == "false";
+  if (kind == "Boolean" && isTruth) return "bool";
+  if (kind == "Date" && text.size() >= 19 && text[10] == 'T') return "filetime";
+  if (kind == "Number") {
+    if (wholeNumber(text, 0) == wholeNumber(text, 1)) return "i4";
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error == std::errc() && end == text.data() + text.size() && std::isfinite(number)) return "r8";
+  }
+  return "lpwstr";
+}
 
 struct StringSink : pugi::xml_writer {
   std::string text;
@@ -138,6 +163,14 @@ void putTitles(pugi::xml_node root, bool isNew, const host::Store& store, const 
   // Masters may be listed in another order than they stand in; that is no reason to write the list anew.
   if (std::ranges::is_permutation(titles, there)) return;
 
+  // Headings stay in the language of the program that wrote them.
+  std::vector<std::string> headings;
+  for (const pugi::xml_node entry : childNamed(childNamed(root, "HeadingPairs"), "vector")) {
+    if (const pugi::xml_node heading = childNamed(entry, "lpstr")) headings.push_back(innerText(heading));
+  }
+  const auto heading = [&](std::size_t place, const char* usual) {
+    return place < headings.size() ? headings[place].c_str() : usual;
+  };
   const std::string vt = prefixFor(root, "vt");
   for (const char* const name : {"HeadingPairs", "TitlesOfParts"}) {
     if (const pugi::xml_node old = childNamed(root, name)) root.remove_child(old);
@@ -152,8 +185,8 @@ void putTitles(pugi::xml_node root, bool isNew, const host::Store& store, const 
         .text()
         .set(static_cast<unsigned>(count));
   };
-  addPair("Pages", document.pages.size());
-  addPair("Masters", document.masters.size());
+  addPair(heading(0, "Pages"), document.pages.size());
+  addPair(heading(1, "Masters"), document.masters.size());
   pugi::xml_node list = root.append_child("TitlesOfParts").append_child((vt + "vector").c_str());
   list.append_attribute("size") = static_cast<unsigned>(titles.size());
   list.append_attribute("baseType") = "lpstr";
@@ -181,13 +214,17 @@ std::string readCustomProperties(std::string xml, host::DocumentProperties& prop
     const char* const name = attributeNamed(node, "name");
     if (localName(node) != "property" || !name) continue;
     std::string text;
+    std::string_view kind;
     for (const pugi::xml_node value : node) {
-      if (value.type() == pugi::node_element) text = innerText(value);
+      if (value.type() != pugi::node_element) continue;
+      text = innerText(value);
+      kind = kindOfElement(localName(value));
     }
     if (name == timeEditedName) {
       properties.timeEdited = std::move(text);
     } else {
       properties.custom[name] = std::move(text);
+      if (!kind.empty()) properties.customKinds[name] = kind;
     }
   }
   return {};
@@ -252,7 +289,11 @@ std::string writeCustomProperties(const std::string& before, const host::Documen
     node.append_attribute("fmtid") = "{D5CDD505-2E9C-101B-9397-08002B2CF9AE}";
     node.append_attribute("pid") = ++largestId;
     node.append_attribute("name") = name.c_str();
-    setText(node.append_child((vt + (name == timeEditedName ? "filetime" : "lpwstr")).c_str()), text);
+    const auto kind = properties.customKinds.find(name);
+    const std::string element = name == timeEditedName                  ? "filetime"
+                                : kind == properties.customKinds.end() ? "lpwstr"
+                                                                        : elementForKind(kind->second, text);
+    setText(node.append_child((vt + element).c_str()), text);
   }
   return printed(document);
 }

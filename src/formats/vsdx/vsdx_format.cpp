@@ -50,4 +50,9 @@ std::string VsdxFormat::save(const host::Store& store, host::DocumentId id, cons
   return wrong.empty() ? std::string() : fileName + " " + wrong + ".";
 }
 
+std::vector<std::string> VsdxFormat::leftOut(const host::Document& document, const std::string& fileName) const {
+  const names::FileKind* const kind = kindOf(fileName);
+  return kind ? leftOutBy(document, *kind) : std::vector<std::string>();
+}
+
 }  // namespace quorvel::formats

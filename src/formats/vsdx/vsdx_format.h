@@ -1,6 +1,9 @@
 // Drawings, stencils and templates as packages of XML parts: .vsdx, .vssx, .vstx, and with macros .vsdm, .vssm, .vstm.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "formats/package/zip_package.h"
 #include "host/document_format.h"
 
@@ -14,6 +17,8 @@ class VsdxFormat : public host::DocumentFormat {
   host::OpenResult open(host::Store& store, const std::string& fileName) const override;
   /// The extension decides what the file says it is. Macros go only into the three kinds that may hold them.
   std::string save(const host::Store& store, host::DocumentId document, const std::string& fileName) const override;
+  /// What of the document a save under that name leaves out, as in "the macros".
+  std::vector<std::string> leftOut(const host::Document& document, const std::string& fileName) const;
 
  private:
   const PackageLimits limits_;
