@@ -1,5 +1,5 @@
-// `quorvel convert`: a drawing in the format that the new name's ending says. What it leaves out is one line on standard
-// error.
+// `quorvel convert`: a drawing in the format that the new name's ending says. What it leaves out is one line on
+// standard error.
 #include <iostream>
 
 #include "cli/commands.h"

@@ -15,7 +15,7 @@ const std::vector<const host::DocumentFormat*>& allFormats();
 /// The format for the file's ending; null for an ending that no drawing has.
 const host::DocumentFormat* formatFor(std::string_view fileName);
 
-/// What of the document a save under that name leaves out, each as it stands in a sentence: "the macros".
+/// What of the document a save under that name leaves out, each in words for a sentence: "the macros".
 std::vector<std::string> leftOutBySave(const host::Document& document, const std::string& fileName);
 
 }  // namespace quorvel::formats

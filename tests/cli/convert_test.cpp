@@ -33,15 +33,17 @@ TEST_F(Convert, AMapIsTheSameInBothFormats) {
 }
 
 TEST_F(Convert, SaysInOneLineWhatItLeavesOut) {
-  const std::string drawing = "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'>"
-                              "<DocumentProperties><Title>A</Title>PREVIEW</DocumentProperties>"
-                              "<Pages><Page ID='0'/></Pages>MACROS</VisioDocument>";
+  const std::string drawing =
+      "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'>"
+      "<DocumentProperties><Title>A</Title>PREVIEW</DocumentProperties>"
+      "<Pages><Page ID='0'/></Pages>MACROS</VisioDocument>";
   const auto with = [&](std::string preview, std::string macros) {
     std::string text = drawing;
     text.replace(text.find("PREVIEW"), 7, preview);
     return text.replace(text.find("MACROS"), 6, macros);
   };
-  const std::string preview = "<PreviewPicture Size='3'>AAAA</PreviewPicture>", macros = "<VBProjectData>AAAA</VBProjectData>";
+  const std::string preview = "<PreviewPicture Size='3'>AAAA</PreviewPicture>",
+                    macros = "<VBProjectData>AAAA</VBProjectData>";
   const struct {
     std::string in, expected;
   } cases[] = {{with("", ""), ""},

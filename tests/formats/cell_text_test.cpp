@@ -127,7 +127,8 @@ TEST(CellText, KeepsTheSpellingOfUnchangedCells) {
     EXPECT_NE(partOf(file, "/visio/pages/page1.xml").find(cell), std::string::npos) << cell;
 
   host::Sheet& sheet = *store.sheet(store.page(store.document(opened.document)->pages.front())->shapes.front());
-  EXPECT_EQ(sheet.findLocal(keyOf("LocPinX"))->value, Value::number(-0.05, Unit::Drawing)) << "the last good value stands";
+  EXPECT_EQ(sheet.findLocal(keyOf("LocPinX"))->value, Value::number(-0.05, Unit::Drawing))
+      << "the last good value stands";
   EXPECT_EQ(sheet.findLocal(keyOf("FlipY")), nullptr) << "inherits both formula and value";
   for (const char* const name : {"PinX", "Width", "Height", "LocPinX"})
     sheet.findLocal(keyOf(name))->value = Value::number(7);
@@ -138,18 +139,20 @@ TEST(CellText, KeepsTheSpellingOfUnchangedCells) {
     EXPECT_NE(page.find(expected), std::string::npos) << expected << "\n" << page;
 }
 
-/// A value of several lines stands as the element's text. It reads as one, comes back as it was, and once it changes
+/// A value of several lines is the element's text. It reads as one, comes back as it was, and once it changes
 /// the file says the new one only.
 TEST(CellText, TakesAValueFromTheElementsText) {
   const std::string note = "First line\nsecond & last", contents = ">First line\nsecond &amp; last</Cell>";
   const std::string row = "<Section N='Property'><Row N='Notes'><Cell N='Value' U='STR'" + contents +
-                          "<Cell N='Prompt' F='Inh'" + contents + "</Row><Row N='Both'><Cell N='Value' V='new' U='STR'" +
-                          contents + "<Cell N='Label' F='Inh'>\n  </Cell></Row></Section>";
+                          "<Cell N='Prompt' F='Inh'" + contents +
+                          "</Row><Row N='Both'><Cell N='Value' V='new' U='STR'" + contents +
+                          "<Cell N='Label' F='Inh'>\n  </Cell></Row></Section>";
   Parts parts = plainParts();
   setPage(parts, "<Shapes><Shape ID='1' Type='Shape'>" + row + "</Shape></Shapes>");
-  const std::string single = "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'><Pages><Page ID='0'>"
-                             "<Shapes><Shape ID='1' Type='Shape'><Prop NameU='Notes' ID='1'><Value Unit='STR'>First "
-                             "line\nsecond &amp; last</Value></Prop></Shape></Shapes></Page></Pages></VisioDocument>";
+  const std::string single =
+      "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'><Pages><Page ID='0'>"
+      "<Shapes><Shape ID='1' Type='Shape'><Prop NameU='Notes' ID='1'><Value Unit='STR'>First "
+      "line\nsecond &amp; last</Value></Prop></Shape></Shapes></Page></Pages></VisioDocument>";
   TemporaryFolder folder;
   for (const std::string ending : {"vsdx", "vdx"}) {
     const std::string file = folder.file("map." + ending), other = folder.file("other.vdx");
@@ -182,7 +185,8 @@ TEST(CellText, TakesAValueFromTheElementsText) {
     ASSERT_EQ(formatFor(file)->save(store, sheet.document, file), "");
     EXPECT_EQ(text(reopened(file), "Prop.Notes"), "one\ntwo");
     const std::string bytes = ending == "vdx" ? readFile(file) : partOf(file, "/visio/pages/page1.xml");
-    EXPECT_EQ(bytes.find("First line", bytes.find("Value")), ending == "vdx" ? std::string::npos : bytes.rfind("First line"))
+    EXPECT_EQ(bytes.find("First line", bytes.find("Value")),
+              ending == "vdx" ? std::string::npos : bytes.rfind("First line"))
         << "only the prompt, which did not change";
   }
 }

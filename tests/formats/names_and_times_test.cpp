@@ -1,4 +1,4 @@
-// Local and universal names go through both formats, and a saved file tells of its own save.
+// Local and universal names go through both formats, and a saved file shows the time of its own save.
 #include <gtest/gtest.h>
 
 #include "formats/drawing_files.h"
@@ -27,10 +27,11 @@ TEST_F(OpenedByScript, NamesOfBothKindsSurviveBothFormats) {
   document.insert(document.find("</StyleSheets>"), "<StyleSheet ID='3' NameU='Text Only' Name='Nur Text'/>");
   std::string& pages = parts["visio/pages/pages.xml"];
   pages.replace(pages.find("Name='Page-1'>"), 13, "Name='Blatt 1'");
-  setPage(parts, "<Shapes><Shape ID='1' NameU='Start' Name='Anfang' Type='Shape'><Section N='Property'>"
-                 "<Row N='Cost' LocalName='Kosten'><Cell N='Value' V='7'/></Row></Section>"
-                 "<Section N='Actions'><Row N='Open'><Cell N='Menu' V='Open it'/></Row></Section></Shape>"
-                 "<Shape ID='2' Type='Shape' Master='2'/></Shapes>");
+  setPage(parts,
+          "<Shapes><Shape ID='1' NameU='Start' Name='Anfang' Type='Shape'><Section N='Property'>"
+          "<Row N='Cost' LocalName='Kosten'><Cell N='Value' V='7'/></Row></Section>"
+          "<Section N='Actions'><Row N='Open'><Cell N='Menu' V='Open it'/></Row></Section></Shape>"
+          "<Shape ID='2' Type='Shape' Master='2'/></Shapes>");
   std::string file = folder_.file("names.vsdx");
   writeFile(file, zipOf(parts));
   for (const char* const next : {"a.vdx", "b.vsdx", "c.vdx", "d.vsdx"}) {
@@ -79,13 +80,14 @@ TEST_F(OpenedByScript, RowsOfMenusAndControlsHaveNamesInTheFile) {
   EXPECT_EQ(again.Cells("Controls.X1").Result(visio::unitsInches), 1);
 }
 
-TEST_F(OpenedByScript, AFileTellsOfItsOwnSave) {
+TEST_F(OpenedByScript, AFileShowsTheTimeOfItsOwnSave) {
   Parts parts = partsWithMaster(
       "<Shapes><Shape ID='5' Type='Shape'><Section N='User'><Row N='Saved'>"
       "<Cell N='Value' V='1999-01-01T00:00:00' U='DATE' F='DOCLASTSAVE()'/></Row></Section></Shape></Shapes>");
-  setPage(parts, "<Shapes><Shape ID='1' Type='Shape' Master='2'/><Shape ID='2' Type='Shape'><Section N='User'>"
-                 "<Row N='Year'><Cell N='Value' V='1999' F='YEAR(Sheet.1!User.Saved)'/></Row></Section></Shape>"
-                 "</Shapes>");
+  setPage(parts,
+          "<Shapes><Shape ID='1' Type='Shape' Master='2'/><Shape ID='2' Type='Shape'><Section N='User'>"
+          "<Row N='Year'><Cell N='Value' V='1999' F='YEAR(Sheet.1!User.Saved)'/></Row></Section></Shape>"
+          "</Shapes>");
   const std::string file = folder_.file("saved.vsdx");
   writeFile(file, zipOf(parts));
   for (const bool reopened : {false, true}) {

@@ -136,7 +136,7 @@ TEST(NewerDrawing, StandsInTheOlderFormatAsItWouldHaveSaidIt) {
     EXPECT_NE(page.find(expected), std::string::npos) << expected;
 }
 
-TEST(NewerDrawing, TellsWhatASaveLeavesOut) {
+TEST(NewerDrawing, NamesWhatASaveLeavesOut) {
   using Words = std::vector<std::string>;
   Parts parts = newerDrawing();
   parts["docProps/thumbnail.emf"] = "picture";
@@ -159,7 +159,8 @@ TEST(NewerDrawing, TellsWhatASaveLeavesOut) {
   EXPECT_EQ(leftOutBySave(drawing, "a.vsdx"), Words({"the digital signature", "the macros"}));
   Words all = leftOutBySave(drawing, "a.vdx");
   std::ranges::sort(all);
-  EXPECT_EQ(all, Words({"the digital signature", "the macros", "the preview picture", "what other programs keep in it"}));
+  EXPECT_EQ(all,
+            Words({"the digital signature", "the macros", "the preview picture", "what other programs keep in it"}));
   for (const char* const sample : {"network.vsdx", "basic_shapes.vdx", "network_devices.vdx"}) {
     const host::Document& plain = *store.document(formatFor(sample)->open(store, sampleFile(sample)).document);
     EXPECT_EQ(leftOutBySave(plain, sample), Words()) << sample << " in its own format";
@@ -235,15 +236,15 @@ TEST(NewerDrawing, KeepsWhatOnlyPackagesSayOnTheWayThroughTheOlderFormat) {
       "<BuildNumberCreated>671351309</BuildNumberCreated><CustomProps><CustomProp Name=\"Cost\" PropType=\"Number\">"
       "2.5</CustomProp><CustomProp Name=\"Due\" PropType=\"Date\">2014-12-05T18:00:00</CustomProp>"
       "<CustomProp Name=\"Free\" PropType=\"Boolean\">1</CustomProp></CustomProps>";
-  writeFile(old, "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'><DocumentProperties>" + properties +
-                     "</DocumentProperties><Pages><Page ID='0'/></Pages></VisioDocument>");
+  writeFile(old, "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core'><DocumentProperties>" +
+                     properties + "</DocumentProperties><Pages><Page ID='0'/></Pages></VisioDocument>");
   through(store, through(store, formatFor(old)->open(store, old).document, made), again);
   const std::string custom = partOf(made, "/docProps/custom.xml");
   for (const char* const expected :
        {"<vt:r8>2.5<", "<vt:filetime>2014-12-05T18:00:00<", "<vt:bool>1<", "<vt:i4>671351309<"})
     EXPECT_NE(custom.find(expected), std::string::npos) << expected << custom;
-  for (const char* const expected : {"<BuildNumberCreated>671351309<", "PropType=\"Number\">2.5<", "PropType=\"Date\"",
-                                     "PropType=\"Boolean\">1<"})
+  for (const char* const expected :
+       {"<BuildNumberCreated>671351309<", "PropType=\"Number\">2.5<", "PropType=\"Date\"", "PropType=\"Boolean\">1<"})
     EXPECT_NE(readFile(again).find(expected), std::string::npos) << expected;
 }
 

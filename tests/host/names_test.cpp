@@ -1,4 +1,4 @@
-// Names of two kinds, references by name, rows reached by number, and texts that no file can hold.
+// Local and universal names, references by name, rows found by number, and texts that no file can hold.
 #include <gtest/gtest.h>
 
 #include "host/host_fixture.h"
@@ -21,7 +21,7 @@ class Names : public HostTest {
 TEST_F(Names, OfTwoKindsAreKeptApart) {
   const Page second = document.Pages().Add();
   ASSERT_TRUE(page.SetName("Bestellung"));
-  EXPECT_EQ(page.NameU(), "Bestellung") << "one name as long as nobody parts them";
+  EXPECT_EQ(page.NameU(), "Bestellung") << "the two follow each other while they are the same";
   ASSERT_TRUE(page.SetNameU("Order"));
   EXPECT_EQ(page.Name(), "Bestellung");
   ASSERT_TRUE(page.SetName("Auftrag"));
@@ -94,8 +94,8 @@ TEST_F(Names, WithANumberAreWholeNamesFirst) {
   ASSERT_TRUE(app.ActiveWindow().Selection().Copy());
   ASSERT_TRUE(page.Paste());
   const Shape copy = app.ActiveWindow().Selection().Item(2);
-  EXPECT_EQ(copy.Cells("User.follows").Formula(), "Sheet." + std::to_string(*app.ActiveWindow().Selection().Item(1).ID()) +
-                                                       "!User.number");
+  EXPECT_EQ(copy.Cells("User.follows").Formula(),
+            "Sheet." + std::to_string(*app.ActiveWindow().Selection().Item(1).ID()) + "!User.number");
   EXPECT_EQ(reader.Duplicate().Cells("User.follows").Formula(), "Box.2!User.number");
 
   const host::MasterId master = addMaster("Named", [this](host::Sheet& group, host::Sheet& member) {
@@ -147,7 +147,7 @@ TEST_F(Names, AndTextsThatNoFileHoldsAreRefused) {
   const Hyperlink link = shape.AddHyperlink();
   const std::string before = dump();
   for (const std::string& bad : {std::string("bell\x07"), std::string("nul\0l", 5), std::string("\xEF\xBF\xBF"),
-                                std::string("half \xC3"), std::string("\xED\xA0\x80")}) {
+                                 std::string("half \xC3"), std::string("\xED\xA0\x80")}) {
     EXPECT_FALSE(shape.Cells("User.a").FormulaForce("\"" + bad + "\""));
     EXPECT_FALSE(shape.Cells("Prop.Note").SetFormula("\"" + bad + "\""));
     EXPECT_FALSE(shape.SetText(bad));

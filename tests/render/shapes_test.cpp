@@ -174,8 +174,8 @@ TEST(Shapes, FieldsOfABackgroundTellOfThePageInFront) {
   auto body = std::make_shared<host::TextBody>();
   for (int field = 0; field < 3; ++field) {
     const auto add = [&](const std::string& column, const std::string& formula, host::Value value) {
-      host::Cell& cell =
-          drawing.store.sheet(title)->local(*host::parseCellName("Fields." + column + "[" + std::to_string(field + 1) + "]"));
+      host::Cell& cell = drawing.store.sheet(title)->local(
+          *host::parseCellName("Fields." + column + "[" + std::to_string(field + 1) + "]"));
       cell.formula = drawing.store.formulas().get(formula);
       cell.value = std::move(value);
     };

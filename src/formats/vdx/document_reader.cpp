@@ -133,8 +133,8 @@ bool DocumentReader::keepsPackageEntry(pugi::xml_node node) {
     packageEntries_.push_back(node);
     return true;
   }
-  std::string* const part = name == "coreProperties"                            ? &carried_->core
-                            : name != "Properties"                              ? nullptr
+  std::string* const part = name == "coreProperties"                  ? &carried_->core
+                            : name != "Properties"                    ? nullptr
                             : whose.ends_with("/extended-properties") ? &carried_->application
                             : whose.ends_with("/custom-properties")   ? &carried_->custom
                                                                       : nullptr;
@@ -146,7 +146,7 @@ void DocumentReader::takePackageEntries() {
   for (const pugi::xml_node entry : packageEntries_) {
     const int number = wholeNumber(entry.attribute("ID").value(), -1);
     const auto take = [&](const host::ExtrasPtr& extras) {
-      // Nobody else holds what is carried while its drawing is read.
+      // Only the reader holds what is carried while the drawing is read.
       auto& carry = const_cast<CarriedPage&>(static_cast<const CarriedPage&>(*extras));
       takeCustomNames(entry, carry.names, carry.attributes);
     };

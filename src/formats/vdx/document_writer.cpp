@@ -22,10 +22,9 @@ bool isEmpty(const host::Sheet& sheet) {
   return sheet.sections.empty() && !sheet.extras && !sheet.lineStyle && !sheet.fillStyle && !sheet.textStyle;
 }
 
-constexpr std::string_view entryAttributes[] = {"MatchByName", "IconSize",    "PatternFlags", "Prompt",
-                                                "Hidden",      "IconUpdate",  "AlignName",    "Background",
-                                                "ViewScale",   "ViewCenterX", "ViewCenterY",  "ReviewerID",
-                                                "AssociatedPage"};
+constexpr std::string_view entryAttributes[] = {
+    "MatchByName", "IconSize",  "PatternFlags", "Prompt",      "Hidden",     "IconUpdate",    "AlignName",
+    "Background",  "ViewScale", "ViewCenterX",  "ViewCenterY", "ReviewerID", "AssociatedPage"};
 
 /// What is carried for an entry, with only the attributes that this format has.
 CarriedPage withKnownAttributes(const CarriedPage& carry) {

@@ -85,7 +85,8 @@ const AttributeList* attributesOf(const Row& row, SectionNumber section) {
   std::string name = value("NameU");
   if (name.empty()) name = value("Name");
   if (name.empty() && namesItsRows(section)) name = "Row_" + value("ID");
-  const bool sameLocal = value("Name").empty() || value("Name") == host::spelling(row.localName ? row.localName : row.name);
+  const bool sameLocal =
+      value("Name").empty() || value("Name") == host::spelling(row.localName ? row.localName : row.name);
   return sameLocal && RowKey::named(host::intern(name)) == row.key ? &carry->olderAttributes : nullptr;
 }
 

@@ -175,8 +175,8 @@ std::string dateText(double days) {
 
 namespace {
 
-/// A length without a unit is one in the drawing's own units. Where a negative number stands for a share of the
-/// letters' size it is none.
+/// A length without a unit is one in the drawing's own units. A negative number that means a share of the
+/// letters' size is none.
 Value withUnitOfCell(const CellKey& key, const CellDefinition* definition, const Value& value) {
   if (unitsOf(definition) != CellUnits::Length || value.kind() != ValueKind::Number || value.unit() != Unit::None)
     return value;
@@ -326,9 +326,9 @@ bool stillReads(const CarriedCell& text, const CellKey& key, const CellDefinitio
   }
   // A value that the file left out is whatever the formula gives.
   if (!text.hasValue) return expectsFormula;
-  const Value read = readValue(key, definition,
-                               {text.hasValue, text.hasUnit, text.hasFormula, text.hasError, text.value, text.unit,
-                                text.formula, text.error});
+  const Value read = readValue(
+      key, definition,
+      {text.hasValue, text.hasUnit, text.hasFormula, text.hasError, text.value, text.unit, text.formula, text.error});
   // Rows that count in shares of the size have numbers where others have lengths.
   const bool isShare = cell.value.kind() == ValueKind::Number && cell.value.unit() == Unit::None &&
                        read.kind() == ValueKind::Number && read.unit() == Unit::Drawing;

@@ -27,8 +27,8 @@ bool isSignature(const CarriedPart& part) {
 
 void addPart(LeftOut& leftOut, const CarriedPackage& package, const CarriedPart& part) {
   const Relationship* const thumbnail = package.root.ofType("/thumbnail");
-  addLeftOut(leftOut, isMacros(part)      ? macros
-                      : isSignature(part) ? "the digital signature"
+  addLeftOut(leftOut, isMacros(part)                                                ? macros
+                      : isSignature(part)                                           ? "the digital signature"
                       : thumbnail && partKey(thumbnail->part) == partKey(part.name) ? preview
                                                                                     : others);
 }

@@ -8,7 +8,7 @@
 
 namespace quorvel::formats {
 
-/// Each thing once, as it stands in a sentence: "the macros", "the preview picture".
+/// Each thing once, in words for a sentence: "the macros", "the preview picture".
 using LeftOut = std::vector<std::string>;
 
 void addLeftOut(LeftOut& leftOut, const std::string& what);

@@ -290,9 +290,9 @@ std::string writeCustomProperties(const std::string& before, const host::Documen
     node.append_attribute("pid") = ++largestId;
     node.append_attribute("name") = name.c_str();
     const auto kind = properties.customKinds.find(name);
-    const std::string element = name == timeEditedName                  ? "filetime"
+    const std::string element = name == timeEditedName                 ? "filetime"
                                 : kind == properties.customKinds.end() ? "lpwstr"
-                                                                        : elementForKind(kind->second, text);
+                                                                       : elementForKind(kind->second, text);
     setText(node.append_child((vt + element).c_str()), text);
   }
   return printed(document);

@@ -23,8 +23,8 @@ void writeCells(XmlWriter& writer, SectionNumber section, const Row& row) {
   for (const auto& [column, cell] : row.cells) writeCellElement(writer, {section, row.key, column}, cell, carry);
 }
 
-/// The name of a row without one in sections whose rows have names in all files; formulas that say a number mean the row
-/// at that place. Empty in others, and when another row has the name.
+/// The name of a row without one in sections whose rows have names in all files; formulas that say a number mean the
+/// row at that place. Empty in others, and when another row has the name.
 std::string nameInFile(const Section& section, const Row& row) {
   if (section.number != SectionNumber::Action && section.number != SectionNumber::Control) return {};
   const std::string name = "Row_" + std::to_string(row.key.index() + 1);

@@ -117,7 +117,8 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
     }
     case Member::Shape_CellExists: {
       const Maybe<CellKey> key = parseCellName(textAt(arguments, 0).or_(""));
-      return Variant(key && cellExists(store, id, keyByLocalName(store, id, *key), integerAt(arguments, 1).or_(0) != 0));
+      return Variant(key &&
+                     cellExists(store, id, keyByLocalName(store, id, *key), integerAt(arguments, 1).or_(0) != 0));
     }
     case Member::Shape_RowCount:
       return Variant(static_cast<std::int64_t>(

@@ -63,21 +63,21 @@ void tellWindow(Engine& engine) {
   engine.events.raise([&](ApplicationEvents& listener) { listener.WindowActivated(engine.handle(window)); });
 }
 
-/// Values that follow the time of the last save. They are brought up to date before the file is written, which tells of
-/// its own save, and taken back when it could not be written.
+/// Values that follow the time of the last save. They are brought up to date before the file is written, so that it
+/// shows the time of its own save, and restored when it could not be written.
 class LastSaveValues {
  public:
   LastSaveValues(Engine& engine, DocumentId document);
-  void takeBack();
+  void restore();
 
  private:
-  void tell(const std::vector<CellAddress>& cells);
+  void raiseChanged(const std::vector<CellAddress>& cells);
   Engine& engine_;
   std::vector<std::pair<CellAddress, std::optional<Cell>>> before_;
 };
 
-/// Formulas that tell when the document was last saved.
-std::vector<CellAddress> tellingLastSave(const Store& store, const Document& document) {
+/// Formulas that show when the document was last saved.
+std::vector<CellAddress> showingLastSave(const Store& store, const Document& document) {
   std::vector<SheetId> sheets{document.sheet};
   const auto addPage = [&](PageId id) {
     const Page& page = *store.page(id);
@@ -103,26 +103,26 @@ std::vector<CellAddress> tellingLastSave(const Store& store, const Document& doc
 }
 
 LastSaveValues::LastSaveValues(Engine& engine, DocumentId document) : engine_(engine) {
-  const std::vector<CellAddress> telling = tellingLastSave(engine.store, *engine.store.document(document));
-  if (telling.empty()) return;
-  tell(engine.recalculator.run(telling, {}, [this](const CellAddress& cell, const Value& value) {
+  const std::vector<CellAddress> showing = showingLastSave(engine.store, *engine.store.document(document));
+  if (showing.empty()) return;
+  raiseChanged(engine.recalculator.run(showing, {}, [this](const CellAddress& cell, const Value& value) {
     const Cell* const held = engine_.store.sheet(cell.sheet)->findLocal(cell.key);
     before_.emplace_back(cell, held ? std::optional<Cell>(*held) : std::nullopt);
     engine_.edit.setValue(cell, value);
   }));
 }
 
-void LastSaveValues::takeBack() {
+void LastSaveValues::restore() {
   std::vector<CellAddress> changed;
   for (auto& [cell, held] : before_) {
     if (!engine_.store.sheet(cell.sheet)) continue;
     engine_.edit.setCell(cell, std::move(held));
     changed.push_back(cell);
   }
-  tell(changed);
+  raiseChanged(changed);
 }
 
-void LastSaveValues::tell(const std::vector<CellAddress>& cells) {
+void LastSaveValues::raiseChanged(const std::vector<CellAddress>& cells) {
   for (const CellAddress& cell : cells) {
     if (engine_.store.sheet(cell.sheet))
       engine_.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine_.handle(cell)); });
@@ -219,7 +219,7 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
   const Outcome written = writeCopy(engine, id, target);
   if (!written) {
     document->properties = before;
-    lastSave.takeBack();
+    lastSave.restore();
     return written;
   }
   placeDocument(*document, target);

@@ -37,7 +37,8 @@ bool isHeld(const Store& store, SheetId id, SectionNumber number, Fits fits) {
   for (int depth = 0; id && depth < 64; ++depth) {
     const Sheet* sheet = store.sheet(id);
     const Section* section = sheet ? sheet->find(number) : nullptr;
-    if (section && std::any_of(section->rows.begin(), section->rows.end(), [&](const Row& row) { return fits(row.key); }))
+    if (section &&
+        std::any_of(section->rows.begin(), section->rows.end(), [&](const Row& row) { return fits(row.key); }))
       return true;
     id = sheet ? sheet->prototype : SheetId{};
   }
@@ -201,7 +202,7 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   row.type = static_cast<std::uint8_t>(geometry ? tag : 0);
   const auto named = std::count_if(rows.begin(), rows.end(), [](const RowView& one) { return one.key.isNamed(); });
   const bool startsNamed = section == SectionNumber::Action || section == SectionNumber::Control;
-  if (section == SectionNumber::Hyperlink || (hasNamedRows(section) && named > 0) || 
+  if (section == SectionNumber::Hyperlink || (hasNamedRows(section) && named > 0) ||
       (startsNamed && !isHeld(engine.store, id, section, [](RowKey key) { return !key.isNamed(); }))) {
     // The host names these rows itself. Files give rows with a number the name of that number.
     for (int n = static_cast<int>(rows.size()) + 1;; ++n) {
@@ -278,8 +279,7 @@ Outcome deleteSection(Engine& engine, SheetId id, int number) {
   return Outcome::done();
 }
 
-Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key, std::string_view name,
-                  NameKind kind) {
+Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key, std::string_view name, NameKind kind) {
   const Sheet* sheet = engine.store.sheet(id);
   if (!sheet || !rowExists(engine.store, id, section, key, false)) return Outcome::refused("no such row");
   if (!hasNamedRows(section)) return Outcome::refused("the section has no named rows");

@@ -37,8 +37,8 @@ struct Reference {
   std::string cellText;   ///< the cell name as written
   /// Read but not watched: what SETATREF and its like write to, and where a dependency would be a circle by design.
   bool watched = true;
-  /// Where a Shape's number or a NamedShape's name stands in the source, for rewriting it in a copy; length 0 when there
-  /// is none.
+  /// The place of a Shape's number or a NamedShape's name in the source, for rewriting it in a copy; length 0 when
+  /// there is none.
   std::uint32_t idPosition = 0, idLength = 0;
 };
 

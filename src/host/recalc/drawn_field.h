@@ -1,4 +1,5 @@
-// Fields of a background page while it is drawn behind another: the page's number and name are those of the one in front.
+// Fields of a background page while it is drawn behind another: the page's number and name are those of the one in
+// front.
 #pragma once
 
 #include <string>

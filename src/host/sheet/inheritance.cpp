@@ -351,9 +351,8 @@ std::string formulaFor(const Store& store, SheetId context, const FoundCell& cel
   if (!cell.formula->formula || cell.formulaSheet == context) return formulaText(*cell.formula);
   return cell.formula->formula->textWithIds([&](const Reference& reference) {
     const bool named = reference.scope == ReferenceScope::NamedShape;
-    const Sheet* target =
-        store.sheet(named ? resolveShapeName(store, cell.formulaSheet, context, reference)
-                          : resolveShapeId(store, cell.formulaSheet, context, reference.shapeId));
+    const Sheet* target = store.sheet(named ? resolveShapeName(store, cell.formulaSheet, context, reference)
+                                            : resolveShapeId(store, cell.formulaSheet, context, reference.shapeId));
     return target && target->isShape() ? target->shapeId : -1;
   });
 }

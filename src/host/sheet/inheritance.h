@@ -56,8 +56,8 @@ SheetId textStyleOf(const Store& store, SheetId sheet);
 SheetId counterpartOf(const Store& store, SheetId context, SheetId prototype);
 /// The sheet that "Sheet.<shapeId>" means in a formula that stands on `definition` and is evaluated for `context`.
 SheetId resolveShapeId(const Store& store, SheetId definition, SheetId context, int shapeId);
-/// The sheet that "Name!" or "Name.5!" means there: the shape with the whole name, universal names first; then the one of
-/// that number, if it is called so.
+/// The sheet that "Name!" or "Name.5!" means there: the shape with the whole name, universal names first; then the one
+/// of that number, if it is called so.
 SheetId resolveShapeName(const Store& store, SheetId definition, SheetId context, const Reference& reference);
 /// Shapes of the page by name, members of groups among them.
 SheetId shapeOnPage(const Store& store, const Page& page, std::string_view name, int number);

@@ -17,11 +17,12 @@
 
 namespace quorvel::host {
 
-/// Drawings name things twice: as formulas and programs call them everywhere, and as people read them in their language.
+/// Drawings name things twice: as formulas and programs call them everywhere, and as people read them in their
+/// language.
 enum class NameKind : std::uint8_t { Local, Universal };
 
-/// A new name of that kind. A local name counts for both as long as the two are one; a universal one only stands alone
-/// where there is a local one.
+/// A new name of that kind. A local name is both as long as the two are the same; a universal one is both for an object
+/// without a local one.
 void rename(std::string& local, std::string& universal, std::string_view name, NameKind kind);
 
 /// A glued end, as files keep it beside the formulas that do the gluing.

@@ -34,7 +34,7 @@ TEST(Formula, NamesWhatItReads) {
                                    ReferenceScope::Page,       ReferenceScope::Style,    ReferenceScope::Master,
                                    ReferenceScope::NamedShape, ReferenceScope::ThisSheet};
   const std::string_view names[] = {"",        "",          "Star", "Executive.3", "", "",
-                                    "My Page", "Text Only", "Gear", "It's here", ""};
+                                    "My Page", "Text Only", "Gear", "It's here",   ""};
   const int ids[] = {0, 12, 0, 3, 0, 0, 4, 0, 0, 0, 0};
   for (std::size_t i = 0; i < references.size(); ++i) {
     EXPECT_EQ(references[i].scope, scopes[i]) << i;
