@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "model/host_model.h"
 #include "model/platform.h"
+#include "model/upkeep_listener.h"
 
 namespace quorvel::addin {
 
@@ -17,7 +17,7 @@ class frmTaskIdSuggestion;
 /// The drawing owns everything that lasts; what stands here is forgotten without loss when the host ends. The routines
 /// that do the work are free functions of their own folders; they take this object and run on the host's one thread.
 /// They may be entered again through their own writes.
-class dsrVisioConnect : public ApplicationEvents {
+class dsrVisioConnect : public UpkeepListener {
  public:
   explicit dsrVisioConnect(Platform& platform) : platform(platform) {}
   dsrVisioConnect(const dsrVisioConnect&) = delete;

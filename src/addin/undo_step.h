@@ -8,7 +8,7 @@
 namespace quorvel::addin {
 
 /// Groups everything that is written while it lives, and keeps it. Where the host opens no scope, each write is a step
-/// of its own. While one lives the host closes no document.
+/// of its own. While one lives the host does not close the document at hand.
 class UndoStep {
  public:
   UndoStep(const Application& application, const std::string& name)

@@ -162,11 +162,7 @@ void frmCustomizeRoleNames::importRoles() {
     if (*path + *name == file) source = document;
   }
   const bool wasOpen = bool(source);
-  if (!wasOpen) {
-    // The host closes no document inside a step.
-    step_.reset();
-    source = documents.OpenEx(file, openForReading);
-  }
+  if (!wasOpen) source = documents.OpenEx(file, openForReading);
   const Maybe<bool> hasRoles = source.DocumentSheet().CellExists("User.RoleNames", 1);
   if (!hasRoles) return;
   if (hasRoles == true) {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "model/host_model.h"
+#include "model/upkeep_listener.h"
 
 namespace quorvel {
 
@@ -47,7 +47,7 @@ class RefusingBackend : public Backend {
   bool refuses() { return ++calls_ == refused_; }
 
   /// Hears the real host and tells on with handles that lead through the wrapper.
-  class Forwarder : public ApplicationEvents {
+  class Forwarder : public UpkeepListener {
    public:
     explicit Forwarder(RefusingBackend& outer) : outer_(outer) {}
 

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "host/host_fixture.h"
+#include "model/upkeep_listener.h"
 
 namespace quorvel {
 namespace {
@@ -129,6 +130,125 @@ TEST_F(Events, PagesTellOfNameAndKindOnly) {
   ASSERT_TRUE(added.Delete());
   EXPECT_EQ(recorder.take(), Heard{});
   EXPECT_FALSE(page.BackPage());
+}
+
+/// Does something at the events at which listeners look after their own marks.
+template <class Base>
+class AtUpkeep : public Base {
+ public:
+  explicit AtUpkeep(Backend& backend) : backend_(backend) { backend_.advise(*this); }
+  ~AtUpkeep() override { backend_.unadvise(*this); }
+  std::function<void()> act;
+  void SelectionChanged(Window) override { run(); }
+  void BeforeDocumentSaveAs(Document) override { run(); }
+  void DocumentSavedAs(Document) override { run(); }
+  void DocumentCreated(Document) override { run(); }
+  void MouseMove(int, int, double, double) override { run(); }
+
+ private:
+  void run() {
+    if (const auto once = std::exchange(act, nullptr)) once();
+  }
+  Backend& backend_;
+};
+
+TEST_F(Events, OnlyTheUpkeepOfAListenerThatDeclaresItIsNoStep) {
+  const Shape shape = rectangle();
+  const Cell mark = user(shape, "mark", "0"), follows = user(rectangle(), "follows", at(shape, "User.mark"));
+  const host::DocumentId id{document.ref().id};
+  const auto steps = [&] { return engine().undo.undoCount(id); };
+  const struct {
+    const char* name;
+    std::function<void()> cause;
+  } cases[] = {
+      {"selecting", [&] { app.ActiveWindow().DeselectAll(), app.ActiveWindow().Select(shape, visio::select); }},
+      {"moving the pointer", [&] { running.mouseMove(0, 0, 1, 1); }},
+      {"making a drawing", [&] { app.Documents().Add("").Close(); }},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    const std::size_t before = steps();
+    document.SetSaved(true);
+    {
+      AtUpkeep<UpkeepListener> addin(running);
+      addin.act = [&] { mark.SetResult(0, mark.Result(0).or_(0) + 1); };
+      each.cause();
+    }
+    EXPECT_EQ(follows.Result(0), mark.Result(0));
+    EXPECT_EQ(steps(), before);
+    EXPECT_EQ(document.Saved(), true);
+
+    // Another listener's changes are steps, also those made in an event that the upkeep raised.
+    for (const bool nested : {false, true}) {
+      document.SetSaved(true);
+      const Shape going = rectangle();
+      document.SetSaved(true);
+      AtUpkeep<UpkeepListener> addin(running);
+      AtUpkeep<ApplicationEvents> script(running);
+      Recorder recorder(running);
+      if (nested) {
+        addin.act = [&] { mark.SetResult(0, mark.Result(0).or_(0) + 1); };
+        recorder.onCellChanged = [&](const Cell&) { going.Delete(); };
+      } else {
+        script.act = [&] { going.Delete(); };
+      }
+      each.cause();
+      EXPECT_FALSE(going.Name());
+      EXPECT_EQ(steps(), before + (nested ? 4 : 2)) << "drawn and deleted";
+      EXPECT_EQ(document.Saved(), false);
+    }
+    for (int i = 0; i < 4; ++i) ASSERT_TRUE(engine().undo.undo(id));
+    EXPECT_EQ(page.Shapes().Count(), 2);
+  }
+}
+
+TEST_F(Events, ADeletedShapeLeavesTheSelectionAndThatIsRaised) {
+  const Shape a = rectangle(), b = rectangle(), c = rectangle();
+  const Window window = app.ActiveWindow();
+  for (const Shape& shape : {a, b}) window.Select(shape, visio::select);
+  Recorder recorder(running);
+  ASSERT_TRUE(c.Delete());
+  EXPECT_EQ(recorder.take(), (Heard{"BeforeShapeDelete Sheet.3", "(handled)"})) << "it was not selected";
+  ASSERT_TRUE(window.Selection().Delete());
+  EXPECT_EQ(recorder.take(), (Heard{"BeforeShapeDelete Sheet.1", "(handled)", "BeforeShapeDelete Sheet.2", "(handled)",
+                                    "SelectionChanged"}));
+  ASSERT_TRUE(app.Undo());
+  const Page second = document.Pages().Add();
+  window.SetPage(second);
+  const Shape there = second.DrawRectangle(0, 0, 1, 1);
+  window.Select(there, visio::select);
+  recorder.take();
+  ASSERT_TRUE(second.Delete());
+  EXPECT_EQ(recorder.take(), Heard{"SelectionChanged"});
+  ASSERT_TRUE(app.Undo());
+  // A drop selects; taking it back and doing it again leaves nothing selected that is not there.
+  window.SetPage(page);
+  recorder.take();
+  drop(addMaster("Box", [](host::Sheet&, host::Sheet&) {}));
+  recorder.take();
+  ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(recorder.take(), Heard{"SelectionChanged"});
+  EXPECT_EQ(window.Selection().Count(), 0);
+  const int scope = app.BeginUndoScope("try").or_(0);
+  window.Select(page.DrawRectangle(0, 0, 1, 1), visio::select);
+  recorder.take();
+  app.EndUndoScope(scope, false);
+  EXPECT_EQ(recorder.take(), Heard{"SelectionChanged"});
+}
+
+TEST_F(Events, NoneIsRaisedAboutACellThatIsGone) {
+  const Shape a = rectangle(), b = rectangle();
+  const Cell x = user(a, "x", "0");
+  const Cell y = user(b, "y", at(a, "User.x") + "+1");
+  Recorder first(running), second(running);
+  // The row of the one goes while the other is announced, and the cell at hand before the second listener hears of it.
+  first.onCellChanged = [&](const Cell& cell) {
+    if (cell == x) b.DeleteRow(visio::sectionUser, 0), a.DeleteRow(visio::sectionUser, 0);
+  };
+  ASSERT_TRUE(x.SetFormula("1"));
+  EXPECT_EQ(first.take(), (Heard{"FormulaChanged Sheet.1 User.x", "CellChanged Sheet.1 User.x"}));
+  EXPECT_EQ(second.take(), Heard{"FormulaChanged Sheet.1 User.x"});
+  EXPECT_FALSE(y.Result(0));
 }
 
 class ListenerHazards : public Events {

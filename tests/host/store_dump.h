@@ -25,7 +25,7 @@ class StoreDump {
     for (const host::DocumentId document : engine.store.documents()) dump.addDocument(document);
     for (const host::WindowState& window : engine.windows()) {
       dump.line(0, "window of " + number(window.document.value) + " shows " + number(window.page.value));
-      for (const host::SheetId shape : window.selection) dump.line(1, "selected " + number(shape.value));
+      for (const host::SheetId shape : window.selection()) dump.line(1, "selected " + number(shape.value));
     }
     return std::move(dump.out_);
   }

@@ -181,9 +181,17 @@ TEST_F(Surface, ALockAgainstDeletionHoldsForTheShapeAndNotForItsGroup) {
   locked.Cells("LockDelete").SetFormula("1");
   const Window window = app.ActiveWindow();
   for (const Shape& shape : {locked, open}) window.Select(shape, visio::select);
-  EXPECT_FALSE(window.Selection().Delete()) << "not all of it";
-  EXPECT_TRUE(locked.Name());
-  EXPECT_FALSE(open.Name());
+  Recorder recorder(running);
+  EXPECT_FALSE(window.Selection().Delete());
+  EXPECT_TRUE(locked.Name() && open.Name()) << "all or nothing";
+  EXPECT_TRUE(recorder.take().empty());
+  // The same when a listener locks one after the other has been deleted.
+  locked.Cells("LockDelete").SetFormula("0");
+  recorder.onBeforeShapeDelete = [&](const Shape& going) {
+    if (going == locked) open.Cells("LockDelete").SetFormula("1");
+  };
+  EXPECT_FALSE(window.Selection().Delete());
+  EXPECT_TRUE(locked.Name() && open.Name());
 }
 
 TEST_F(Surface, FieldsStandInTextOrder) {

@@ -40,7 +40,7 @@ TEST_F(Undo, ACommandIsOneStepWithWhatHandlersDid) {
   EXPECT_EQ(firstDifference(after, dump()), "");
   EXPECT_EQ(dropped.Cells("User.n").Result(0), 5.0);
   EXPECT_FALSE(app.Redo());
-  EXPECT_TRUE(recorder.take().empty()) << "undo and redo are silent";
+  EXPECT_EQ(recorder.take(), std::vector<std::string>{"SelectionChanged"}) << "it was selected; else both are silent";
 
   // Values follow again after coming back.
   dropped.AddNamedRow(visio::sectionUser, "twice", 0);
@@ -49,7 +49,12 @@ TEST_F(Undo, ACommandIsOneStepWithWhatHandlersDid) {
   ASSERT_TRUE(app.Redo());
   ASSERT_TRUE(dropped.Cells("User.n").SetFormula("8"));
   EXPECT_EQ(dropped.Cells("User.twice").Result(0), 16.0);
+
+  ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(dropped.Cells("User.n").Result(0), 5.0);
+  ASSERT_TRUE(total.SetResult(0, 9.0));
   EXPECT_FALSE(app.Redo()) << "a new step ends what could be redone";
+  EXPECT_EQ(dropped.Cells("User.n").Result(0), 5.0);
 }
 
 TEST_F(Undo, ScopesNestAndTheOutermostIsTheStep) {
@@ -125,6 +130,149 @@ TEST_F(Undo, AMasterThatADropBroughtGoesWithIt) {
   EXPECT_EQ(dropped.Cells("User.a").Result(0), 7.0);
   EXPECT_EQ(drop(master).Master().Name(), "Box");
   EXPECT_EQ(document.Masters().Count(), 1);
+}
+
+TEST_F(Undo, AShapeThatAListenerRefusesLeavesNoStepAndNoUnsavedMark) {
+  const Document source = app.Documents().Add("");
+  const host::DocumentId sourceId{source.ref().id};
+  host::Store& store = engine().store;
+  const host::MasterId master = store.addMaster(sourceId, "Box");
+  const host::SheetId shape = store.addShape(store.master(master)->contents, {}, host::SheetKind::Shape);
+  store.sheet(shape)->lineStyle = store.addStyle(sourceId, 5, "Loud");
+  page.DrawRectangle(1, 1, 2, 2);
+  app.Undo();
+  document.SetSaved(true);
+  const std::string before = dump();
+  const std::size_t stepsBefore = steps();
+  const Cell total = page.PageSheet().Cells("PageWidth");
+  bool alsoCounts = false;
+  Recorder recorder(running);
+  recorder.onShapeAdded = [&](const Shape& added) {
+    added.AddNamedRow(visio::sectionUser, "mark", 0);
+    if (alsoCounts) total.SetResult(visio::unitsInches, 12);
+    added.Delete();
+  };
+  EXPECT_FALSE(drop(master));
+  EXPECT_FALSE(page.DrawRectangle(0, 0, 1, 1));
+  EXPECT_EQ(firstDifference(before, dump()), "");
+  EXPECT_EQ(steps(), stepsBefore);
+  EXPECT_EQ(document.Saved(), true);
+
+  alsoCounts = true;
+  EXPECT_FALSE(drop(master));
+  EXPECT_EQ(total.Result(visio::unitsInches), 12.0);
+  EXPECT_EQ(steps(), stepsBefore + 1);
+  EXPECT_EQ(document.Saved(), false);
+  ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(firstDifference(before, dump()), "");
+}
+
+TEST_F(Undo, WhatIsRolledBackIsAsSavedAsBefore) {
+  const Cell x = user(page.PageSheet(), "x", "0");
+  const auto rollBack = [&](const std::function<void()>& meanwhile) {
+    document.SetSaved(true);
+    const int scope = app.BeginUndoScope("try").or_(0);
+    x.SetFormula("1");
+    EXPECT_EQ(document.Saved(), false);
+    meanwhile();
+    app.EndUndoScope(scope, false);
+  };
+  rollBack([] {});
+  EXPECT_EQ(document.Saved(), true);
+  // What was saved inside the scope is no longer what the drawing shows.
+  rollBack([&] { document.SetSaved(true); });
+  EXPECT_EQ(document.Saved(), false);
+}
+
+TEST_F(Undo, IsBoundedForEachDocumentByStepsAndBytes) {
+  EXPECT_GE(engine().undo.limits().steps, 100u);
+  const Cell x = user(page.PageSheet(), "x", "0");
+  const Document other = app.Documents().Add("");
+  const Cell there = user(other.Pages().Item(1).PageSheet(), "x", "0");
+  host::UndoLog& undo = engine().undo;
+  const host::DocumentId id{document.ref().id};
+  undo.setLimits({.steps = 5, .bytes = 1 << 20});
+  for (int i = 1; i <= 20; ++i) x.SetResult(0, i);
+  there.SetFormula("1");
+  EXPECT_EQ(undo.undoCount(id), 5u);
+  EXPECT_EQ(undo.undoCount(host::DocumentId{other.ref().id}), 3u) << "its row, its formula and the write";
+  while (undo.undo(id)) continue;
+  EXPECT_EQ(x.Result(0), 15.0) << "the oldest steps went first";
+  EXPECT_EQ(undo.redoCount(id), 5u);
+  while (undo.redo(id)) continue;
+  EXPECT_EQ(x.Result(0), 20.0);
+
+  // Steps weigh what they hold: texts that went, and shapes that went, whole.
+  undo.forget(id);
+  undo.setLimits({.steps = 1000, .bytes = 100'000});
+  const Shape shape = rectangle();
+  for (int i = 0; i < 10; ++i) shape.SetText(std::string(30'000, static_cast<char>('a' + i)));
+  EXPECT_LE(undo.bytes(id), 100'000u);
+  EXPECT_GT(undo.bytes(id), 60'000u);
+  EXPECT_EQ(undo.undoCount(id), 3u);
+  ASSERT_TRUE(shape.SetText(std::string(500'000, 'x')));
+  const std::size_t before = undo.bytes(id);
+  ASSERT_TRUE(shape.Delete());
+  EXPECT_GT(undo.bytes(id), 500'000u) << "the newest step is kept whole";
+  EXPECT_LT(before, 100'000u);
+  EXPECT_EQ(undo.undoCount(id), 1u);
+  ASSERT_TRUE(undo.undo(id));
+  EXPECT_EQ(shape.Text().or_("").size(), 500'000u);
+  EXPECT_LT(undo.bytes(id), 10'000u) << "the drawing has it again";
+}
+
+TEST_F(Undo, WhatAListenerChangesInAnotherDrawingIsChangedThere) {
+  const Document other = app.Documents().Add("");
+  const Page there = other.Pages().Item(1);
+  const Shape shape = there.DrawRectangle(0, 0, 1, 1);
+  document.SetSaved(true);
+  other.SetSaved(true);
+  Recorder recorder(running);
+  recorder.onShapeAdded = [&](const Shape&) { shape.Delete(); };
+  rectangle();
+  recorder.onShapeAdded = nullptr;
+  EXPECT_EQ(document.Saved(), false);
+  EXPECT_EQ(other.Saved(), false);
+  // The step goes on being one of the drawing that was closed meanwhile, and of the other.
+  ASSERT_TRUE(other.Close());
+  ASSERT_TRUE(engine().undo.undo(host::DocumentId{document.ref().id}));
+  EXPECT_EQ(page.Shapes().Count(), 0);
+
+  // A scope in which only another drawing changed is a step of that.
+  const Document third = app.Documents().Add("");
+  const int scope = app.BeginUndoScope("elsewhere").or_(0);
+  rectangle();
+  app.EndUndoScope(scope, true);
+  EXPECT_EQ(engine().undo.undoCount(host::DocumentId{third.ref().id}), 0u);
+  EXPECT_TRUE(engine().undo.undo(host::DocumentId{document.ref().id}));
+}
+
+TEST_F(Undo, AListenerEndsNoScopeOfACommandAndLeavesNoneOpen) {
+  Recorder recorder(running);
+  std::size_t closed = 0;
+  recorder.onShapeAdded = [&](const Shape&) {
+    const int own = app.BeginUndoScope("own").or_(0);
+    for (int scope = own - 1; scope > own - 4; --scope) closed += app.EndUndoScope(scope, true);
+    closed += app.EndUndoScope(own, true) ? 10 : 0;
+    for (int scope = own - 1; scope > own - 4; --scope) closed += app.EndUndoScope(scope, true);
+    closed += document.Close() ? 100 : 0;
+    app.BeginUndoScope("left open");
+  };
+  rectangle();
+  EXPECT_EQ(closed, 10u);
+  EXPECT_FALSE(engine().undo.isOpen());
+  recorder.onShapeAdded = nullptr;
+  ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(page.Shapes().Count(), 0);
+}
+
+TEST_F(Undo, AScopeOfOneDrawingLetsAnotherBeClosed) {
+  const Document other = app.Documents().Add("");
+  const int scope = app.BeginUndoScope("scope").or_(0);
+  other.Pages().Add();
+  EXPECT_FALSE(other.Close()) << "the scope has changed it";
+  EXPECT_TRUE(document.Close());
+  EXPECT_TRUE(app.EndUndoScope(scope, true));
 }
 
 TEST_F(Undo, RowsThatHidTheMastersComeBackAsNewOnes) {

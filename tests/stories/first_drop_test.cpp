@@ -37,9 +37,14 @@ TEST_F(FirstDrop, AsksForLettersOnceAndNumbersOn) {
 TEST_F(FirstDrop, ARefusalRemovesTheTaskAndTheNextDropAsksAgain) {
   const Page page = newMap("AB Order entry");
   const int before = page.Shapes().Count().or_(-1);
+  map.SetSaved(true);
+  const auto steps = [&] { return session.engine().undo.undoCount(host::DocumentId{map.ref().id}); };
+  const std::size_t stepsBefore = steps();
   answer.accept = false;
   EXPECT_FALSE(dropTask(page));
   EXPECT_EQ(page.Shapes().Count(), before);
+  EXPECT_EQ(map.Saved(), true);
+  EXPECT_EQ(steps(), stepsBefore);
   EXPECT_EQ(text(page.PageSheet(), "User.Task_Id_Letters"), "");
   EXPECT_EQ(number(page.PageSheet(), "User.Next_Task_Id"), 0);
   answer = {.accept = true, .letters = "Q\"", .number = "12"};

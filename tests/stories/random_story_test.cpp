@@ -122,6 +122,7 @@ TEST_F(RandomStory, IsTakenBackToItsStartDoneAgainToItsEndAndSurvivesFiles) {
   ASSERT_EQ(startText, "");
   const std::string startBytes = bytesOf(file);
 
+  session.engine().undo.setLimits({.steps = 1'000'000, .bytes = std::size_t{1} << 40});
   RandomEdits edits(app, drawing, masters, seed);
   for (int round = 1; round <= 100; ++round) {
     for (int i = 0; i < 100; ++i) edits.step();

@@ -267,6 +267,27 @@ TEST_F(RoleImport, TakesTheMissingRolesOfAnotherDrawing) {
   EXPECT_EQ(text(other.DocumentSheet(), "User.RoleNames"), ";Gardener");
 }
 
+TEST_F(RoleImport, IsOneStepWithTheRestOfTheDialog) {
+  use(first, "Responsible_Role", "Clerk");
+  const std::string file = fileWithRoles("other.vsdx", ";Zookeeper");
+  const auto steps = [&] { return session.engine().undo.undoCount(host::DocumentId{map.ref().id}); };
+  const std::size_t before = steps();
+  const int open = *app.Documents().Count();
+  chosen = file;
+  enterName("Bookkeeper");
+  customize([&](Form& form) {
+    select(form, "Clerk");
+    form.find("btnEdit")->click();
+    form.find("btnImport")->click();
+  });
+  EXPECT_EQ(app.Documents().Count(), open);
+  EXPECT_TRUE(containsWord(documentRoles(), "Zookeeper"));
+  EXPECT_EQ(steps(), before + 1);
+  ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(documentRoles(), defaultRoles);
+  EXPECT_EQ(roleOf(first, "Responsible_Role"), "Clerk");
+}
+
 TEST_F(RoleImport, EndsWithoutHarmWhereThereIsNothingToRead) {
   const int open = *app.Documents().Count();
   const std::vector<std::string> nothing, invalid{"Invalid Path"};

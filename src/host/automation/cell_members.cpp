@@ -12,8 +12,6 @@
 namespace quorvel::host {
 namespace {
 
-std::uint64_t rowPart(SectionNumber section, RowKey row) { return (std::uint64_t(section) << 32) | row.packed(); }
-
 std::string rowNameOf(const Store& store, const CellAddress& cell, NameKind kind = NameKind::Universal) {
   if (!cell.key.row.isNamed()) return {};
   for (const RowView& row : rowsOf(store, cell.sheet, cell.key.section)) {
@@ -33,7 +31,7 @@ Maybe<Variant> InMemoryHost::getSectionOrRow(const ObjectRef& object, Member mem
       return Variant(static_cast<std::int64_t>(rowsOf(engine_.store, sheet, section).size()));
     const Maybe<RowView> row = rowAt(engine_.store, sheet, section, integerAt(arguments, 0).or_(-1));
     if (!row) return refuse("the index lies outside 0 to Count - 1");
-    return Variant(refTo(ObjectKind::Row, object.id, rowPart(section, row->key)));
+    return Variant(engine_.refToRow(sheet, section, row->key));
   }
   const auto section = static_cast<SectionNumber>(object.part >> 32);
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
@@ -44,7 +42,7 @@ Maybe<Variant> InMemoryHost::getSectionOrRow(const ObjectRef& object, Member mem
   const int column = integerAt(arguments, 0).or_(-1);
   const CellKey key{section, row, static_cast<Column>(column)};
   if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuse("the section has no such column");
-  return Variant(refTo(ObjectKind::Cell, object.id, key.packed()));
+  return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 
 bool InMemoryHost::putRow(const ObjectRef& object, Member member, const Argument& value) {

@@ -214,7 +214,9 @@ Maybe<Variant> InMemoryHost::callCommandBars(const ObjectRef& object, Member mem
         return done;
       }
       const CommandBarButton button(this, object);
-      engine_.events.raise([&](ApplicationEvents& listener) { listener.Click(button); });
+      engine_.events.raise(
+          EventDispatcher::Occasion::Change, [&] { return bars.control(object.id) != nullptr; },
+          [&](ApplicationEvents& listener) { listener.Click(button); });
       return done;
     }
     default:

@@ -54,7 +54,7 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
       const Maybe<std::string_view> name = textAt(arguments, 0);
       if (!name) return refuse("a scope needs a name");
       // What is changed need not be shown, so the active document would not do.
-      const int scope = engine_.undo.begin({}, std::string(*name));
+      const int scope = engine_.undo.begin({}, std::string(*name), UndoLog::Owner::Script);
       const std::string description(*name);
       engine_.events.raise([&](ApplicationEvents& listener) { listener.EnterScope(scope, description); });
       return Variant(std::int64_t{scope});
@@ -62,9 +62,9 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
     case Member::Application_EndUndoScope: {
       const int scope = integerAt(arguments, 0).or_(0);
       const std::string description(engine_.undo.name(scope));
-      if (!engine_.undo.end(scope, numberAt(arguments, 1).or_(0) != 0))
-        return refuse("the number is not that of the innermost open scope");
-      engine_.forgetTheGone();
+      if (!engine_.undo.endByScript(scope, numberAt(arguments, 1).or_(0) != 0))
+        return refuse("the number is not that of the innermost scope that a script has opened");
+      engine_.leaveOutDeleted();
       engine_.events.raise([&](ApplicationEvents& listener) { listener.ExitScope(scope, description); });
       return Variant(std::monostate());
     }
@@ -75,7 +75,7 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
       const bool moved = document && (undo ? engine_.undo.undo(document) : engine_.undo.redo(document));
       if (!moved)
         return refuse(engine_.undo.isOpen() ? "a scope is open" : undo ? "nothing to undo" : "nothing to redo");
-      engine_.forgetTheGone();
+      engine_.leaveOutDeleted();
       return Variant(std::monostate());
     }
     case Member::Application_DoCmd: {
@@ -169,6 +169,7 @@ bool InMemoryHost::putDocument(DocumentId id, Member member, Arguments indices, 
   const Maybe<int> number = integerOf(value);
   if (member == Member::Document_Saved && number) {
     document.saved = *number != 0;
+    engine_.undo.noteSaved(id);
     return true;
   }
   if (member == Member::Document_Protection && number) {

@@ -163,7 +163,8 @@ bool InMemoryHost::admitsTexts(const ObjectRef& object, Arguments arguments) {
   return true;
 }
 
-Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Arguments arguments) {
+Maybe<Variant> InMemoryHost::get(const ObjectRef& given, Member member, Arguments arguments) {
+  const ObjectRef object = engine_.present(given);
   const Current current(*this, object, member);
   if (!admits(object, member)) return {};
   switch (object.kind) {
@@ -213,7 +214,8 @@ Maybe<Variant> InMemoryHost::get(const ObjectRef& object, Member member, Argumen
   }
 }
 
-bool InMemoryHost::put(const ObjectRef& object, Member member, Arguments indices, const Argument& value) {
+bool InMemoryHost::put(const ObjectRef& given, Member member, Arguments indices, const Argument& value) {
+  const ObjectRef object = engine_.present(given);
   const Current current(*this, object, member);
   const Nesting nesting(nesting_);
   if (!admits(object, member) || !admitsTexts(object, {&value, 1})) return false;
@@ -243,7 +245,8 @@ bool InMemoryHost::put(const ObjectRef& object, Member member, Arguments indices
   }
 }
 
-Maybe<Variant> InMemoryHost::call(const ObjectRef& object, Member member, Arguments arguments) {
+Maybe<Variant> InMemoryHost::call(const ObjectRef& given, Member member, Arguments arguments) {
+  const ObjectRef object = engine_.present(given);
   const Current current(*this, object, member);
   const Nesting nesting(nesting_);
   if (!admits(object, member) || !admitsTexts(object, arguments)) return {};
@@ -352,9 +355,9 @@ void InMemoryHost::mouseDown(int button, int shift, double x, double y) {
 }
 
 void InMemoryHost::mouseMove(int button, int shift, double x, double y) {
-  // What follows the pointer is no step of the user's.
-  const UndoLog::Suspension suspension(engine_.undo);
-  engine_.events.raise([&](ApplicationEvents& listener) { listener.MouseMove(button, shift, x, y); });
+  engine_.events.raise(
+      EventDispatcher::Occasion::Upkeep, [] { return true; },
+      [&](ApplicationEvents& listener) { listener.MouseMove(button, shift, x, y); });
 }
 
 void InMemoryHost::beginModal() {

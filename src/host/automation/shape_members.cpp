@@ -53,7 +53,7 @@ Maybe<Variant> InMemoryHost::cellNamed(SheetId sheet, std::string_view name, Mem
                                                      : keyByLocalName(engine_.store, sheet, *parsed);
   if (!cellExists(engine_.store, sheet, key, false) && !isFieldToBe(engine_, {sheet, key}))
     return refuse("the cell \"" + std::string(name) + "\" does not exist");
-  return Variant(refTo(ObjectKind::Cell, sheet.value, key.packed()));
+  return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 
 Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments arguments) {
@@ -113,7 +113,7 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
         key.row = at->key;
       }
       if (!cellExists(store, id, key, false)) return refuse("no such cell");
-      return Variant(refTo(ObjectKind::Cell, id.value, key.packed()));
+      return Variant(engine_.refTo(CellAddress{id, key}));
     }
     case Member::Shape_CellExists: {
       const Maybe<CellKey> key = parseCellName(textAt(arguments, 0).or_(""));
@@ -217,7 +217,7 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
     case Member::Shape_AddHyperlink: {
       const RowOutcome made = addRow(engine_, id, static_cast<int>(SectionNumber::Hyperlink), -2, 0);
       if (!settle(made.outcome)) return {};
-      return Variant(refTo(ObjectKind::Hyperlink, id.value, made.key.packed()));
+      return Variant(engine_.refToHyperlink(id, made.key));
     }
     case Member::Shape_DrawLine:
     case Member::Shape_DrawRectangle: {
@@ -264,7 +264,7 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
       const Maybe<ObjectRef> target = referenceAt(arguments, 0, ObjectKind::Cell);
       if (!target) return refuse("a cell to glue to is needed");
       return settled(glueTo(engine_, {id, CellKey::fromPacked(current_.part)},
-                            {SheetId{target->id}, CellKey::fromPacked(target->part)}));
+                            {SheetId{target->id}, CellKey::fromPacked(engine_.present(*target).part)}));
     }
     default:
       return refuse("not an action");

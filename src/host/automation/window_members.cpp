@@ -1,5 +1,6 @@
 // Members of windows, selections, layers and hyperlinks.
 #include <algorithm>
+#include <unordered_set>
 
 #include "base/basic_text.h"
 #include "host/automation/in_memory_host.h"
@@ -24,7 +25,11 @@ CellKey hyperlinkCell(const ObjectRef& object, std::string_view column) {
 
 std::vector<SheetId> InMemoryHost::listed(const SelectionSnapshot& snapshot) const {
   std::vector<SheetId> shapes;
-  for (const SheetId id : snapshot.shapes) {
+  std::unordered_set<SheetId> holdingSelected;
+  for (const SheetId id : *snapshot.shapes) {
+    if (const Sheet* sheet = engine_.store.sheet(id)) holdingSelected.insert(sheet->parent);
+  }
+  for (const SheetId id : *snapshot.shapes) {
     const Sheet* sheet = engine_.store.sheet(id);
     if (!sheet) {
       shapes.push_back(id);  // a shape that went keeps its place, as a null handle
@@ -32,10 +37,7 @@ std::vector<SheetId> InMemoryHost::listed(const SelectionSnapshot& snapshot) con
     }
     if (snapshot.iterationMode == skipSuper) {
       // A group whose member is selected stands aside for the member.
-      const bool hasSelectedMember = std::any_of(snapshot.shapes.begin(), snapshot.shapes.end(), [&](SheetId other) {
-        const Sheet* member = engine_.store.sheet(other);
-        return member && member->parent == id;
-      });
+      const bool hasSelectedMember = holdingSelected.contains(id);
       if (!hasSelectedMember) shapes.push_back(id);
     } else if (!sheet->parent) {
       shapes.push_back(id);
@@ -70,14 +72,7 @@ Maybe<Variant> InMemoryHost::callSelection(const ObjectRef& object, Member membe
     return Variant(made.shape ? refTo(ObjectKind::Shape, made.shape.value) : ObjectRef{});
   }
   if (member != Member::Selection_Delete) return refuse("not an action");
-  if (shapes.empty()) return refuse("nothing is selected");
-  CommandScope scope(engine_, engine_.store.sheet(shapes.front())->document, "Delete");
-  bool all = true;
-  for (const SheetId shape : shapes) {
-    if (engine_.store.sheet(shape)) all &= settle(deleteShape(engine_, shape));
-  }
-  scope.commit();
-  return all ? Maybe<Variant>(Variant(std::monostate())) : Maybe<Variant>();
+  return settled(deleteShapes(engine_, shapes));
 }
 
 bool InMemoryHost::putSelection(const ObjectRef& object, const Argument& value) {
@@ -129,10 +124,7 @@ Maybe<Variant> InMemoryHost::getWindow(WindowId id, Member member) {
     case Member::Window_Page:
       return Variant(window.page ? refTo(ObjectKind::Page, window.page.value) : ObjectRef{});
     case Member::Window_Selection:
-      // One object serves as long as the selection stays what it is, so that asking again costs nothing.
-      if (!window.selectionObject || !engine_.selections.find(window.selectionObject))
-        window.selectionObject = engine_.selections.add({window.selection, 0});
-      return Variant(refTo(ObjectKind::Selection, window.selectionObject));
+      return Variant(refTo(ObjectKind::Selection, engine_.selections.add({window.selected, 0})));
     default:
       return refuse("not a property");
   }
@@ -147,7 +139,7 @@ Maybe<Variant> InMemoryHost::callWindow(WindowId id, Member member, Arguments ar
       if (!sheet || !sheet->isShape() || sheet->page != engine_.window(id)->page)
         return refuse("the shape is not on the window's page");
       if (action != visio::select && action != visio::deselect) return refuse("no such way of selecting");
-      std::vector<SheetId> shapes = engine_.window(id)->selection;
+      std::vector<SheetId> shapes = engine_.window(id)->selection();
       const bool there = std::find(shapes.begin(), shapes.end(), sheet->id) != shapes.end();
       if (action == visio::select && !there) shapes.push_back(sheet->id);
       if (action == visio::deselect) std::erase(shapes, sheet->id);
@@ -160,7 +152,7 @@ Maybe<Variant> InMemoryHost::callWindow(WindowId id, Member member, Arguments ar
     case Member::Window_Activate:
       if (engine_.activeWindow()->id == id) return Variant(std::monostate());
       engine_.bringToFront(id);
-      engine_.events.raise([&](ApplicationEvents& listener) { listener.WindowActivated(engine_.handle(id)); });
+      engine_.raise(&ApplicationEvents::WindowActivated, id);
       return Variant(std::monostate());
     default:
       return refuse("not an action");
@@ -195,7 +187,7 @@ Maybe<Variant> InMemoryHost::getLayers(const ObjectRef& object, Member member, A
                     static_cast<Column>(column)};
   const SheetId sheet = engine_.store.page(page)->sheet;
   if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuse("no such column");
-  return Variant(refTo(ObjectKind::Cell, sheet.value, key.packed()));
+  return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 
 Maybe<Variant> InMemoryHost::callLayers(const ObjectRef& object, Member member, Arguments arguments) {
@@ -223,7 +215,7 @@ Maybe<Variant> InMemoryHost::getHyperlinks(const ObjectRef& object, Member membe
   if (member == Member::Hyperlinks_Item) {
     const int index = integerAt(arguments, 0).or_(-1);
     if (index < 0 || index >= static_cast<int>(rows.size())) return refuse("the index lies outside 0 to Count - 1");
-    return Variant(refTo(ObjectKind::Hyperlink, object.id, rows[static_cast<std::size_t>(index)].key.packed()));
+    return Variant(engine_.refToHyperlink(sheet, rows[static_cast<std::size_t>(index)].key));
   }
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
   if (!rowExists(engine_.store, sheet, SectionNumber::Hyperlink, row, false)) return refuse("the hyperlink is gone");
@@ -274,7 +266,7 @@ Maybe<Variant> InMemoryHost::callHyperlinks(const ObjectRef& object, Member memb
   if (member == Member::Hyperlinks_Add) {
     const RowOutcome made = addRow(engine_, sheet, section, -2, 0);
     if (!settle(made.outcome)) return {};
-    return Variant(refTo(ObjectKind::Hyperlink, object.id, made.key.packed()));
+    return Variant(engine_.refToHyperlink(sheet, made.key));
   }
   if (member != Member::Hyperlink_Delete) return refuse("not an action");
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));

@@ -60,7 +60,7 @@ void activate(Engine& engine, DocumentId document, bool hidden) {
 void tellWindow(Engine& engine) {
   if (!engine.activeWindow()) return;
   const WindowId window = engine.activeWindow()->id;
-  engine.events.raise([&](ApplicationEvents& listener) { listener.WindowActivated(engine.handle(window)); });
+  engine.raise(&ApplicationEvents::WindowActivated, window);
 }
 
 /// Values that follow the time of the last save. They are brought up to date before the file is written, so that it
@@ -132,7 +132,6 @@ void LastSaveValues::raiseChanged(const std::vector<CellAddress>& cells) {
 }  // namespace
 
 DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
-  const UndoLog::Suspension housekeeping(engine.undo);
   DocumentId id;
   const std::string name = drawingName(engine);
   if (templateFile.empty()) {
@@ -152,14 +151,14 @@ DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
   }
   engine.store.document(id)->isStencil = false;
   activate(engine, id, false);
-  engine.events.raise([&](ApplicationEvents& listener) { listener.DocumentCreated(engine.handle(id)); });
-  if (!engine.store.document(id)) return refusedDocument("the document was closed while it was made");
+  if (!engine.raiseForUpkeep(&ApplicationEvents::DocumentCreated, id))
+    return refusedDocument("the document was closed while it was made");
   tellWindow(engine);
+  if (!engine.exists(id)) return refusedDocument("the document was closed while it was made");
   return {Outcome::done(), id};
 }
 
 DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool readOnly, bool hidden, bool asCopy) {
-  const UndoLog::Suspension housekeeping(engine.undo);
   if (!asCopy) {
     Document probe;
     placeDocument(probe, fileName);
@@ -179,9 +178,10 @@ DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool r
   document.readOnly = readOnly;
   document.saved = true;
   activate(engine, id, hidden || document.isStencil);
-  engine.events.raise([&](ApplicationEvents& listener) { listener.DocumentOpened(engine.handle(id)); });
-  if (!engine.store.document(id)) return refusedDocument("the document was closed while it was opened");
+  if (!engine.raiseForUpkeep(&ApplicationEvents::DocumentOpened, id))
+    return refusedDocument("the document was closed while it was opened");
   if (!hidden && !engine.store.document(id)->isStencil) tellWindow(engine);
+  if (!engine.exists(id)) return refusedDocument("the document was closed while it was opened");
   return {Outcome::done(), id};
 }
 
@@ -204,12 +204,10 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
   if (!formatFor(engine.formats, target))
     return Outcome::refused("\"" + target +
                             "\" is not a kind of drawing that can be written; use .vsdx, .vssx, .vstx or .vdx.");
-  const UndoLog::Suspension housekeeping(engine.undo);
-  engine.events.raise([&](ApplicationEvents& listener) {
-    saveAs ? listener.BeforeDocumentSaveAs(engine.handle(id)) : listener.BeforeDocumentSave(engine.handle(id));
-  });
+  if (!engine.raiseForUpkeep(saveAs ? &ApplicationEvents::BeforeDocumentSaveAs : &ApplicationEvents::BeforeDocumentSave,
+                             id))
+    return Outcome::refused("the document was closed while it was saved");
   document = engine.store.document(id);
-  if (!document) return Outcome::refused("the document was closed while it was saved");
   const DocumentProperties before = document->properties;
   document->properties.timeSaved = nowUtc();
   if (document->properties.timeCreated.empty()) document->properties.timeCreated = document->properties.timeSaved;
@@ -224,19 +222,20 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
   }
   placeDocument(*document, target);
   document->saved = true;
+  engine.undo.noteSaved(id);
   if (saveAs) document->readOnly = false;
-  engine.events.raise([&](ApplicationEvents& listener) {
-    saveAs ? listener.DocumentSavedAs(engine.handle(id)) : listener.DocumentSaved(engine.handle(id));
-  });
+  engine.raiseForUpkeep(saveAs ? &ApplicationEvents::DocumentSavedAs : &ApplicationEvents::DocumentSaved, id);
   return Outcome::done();
 }
 
 Outcome closeDocument(Engine& engine, DocumentId id) {
   if (!engine.store.document(id)) return Outcome::refused("the document is gone");
-  if (engine.undo.isOpen()) return Outcome::refused("a document can't be closed inside a command");
-  const UndoLog::Suspension housekeeping(engine.undo);
-  engine.events.raise([&](ApplicationEvents& listener) { listener.BeforeDocumentClose(engine.handle(id)); });
-  if (!engine.store.document(id)) return Outcome::done();
+  // A scope that a script holds open does not need the other documents; a command may.
+  if (engine.commandDepth > 0 || engine.undo.isInOpenStep(id))
+    return Outcome::refused("a document can't be closed inside a command");
+  if (!engine.raiseForUpkeep(&ApplicationEvents::BeforeDocumentClose, id)) return Outcome::done();
+  // A listener may have opened a step and left it open.
+  if (engine.undo.isInOpenStep(id)) return Outcome::refused("a document can't be closed inside a command");
   const bool wasActive = engine.activeDocument() == id;
   engine.undo.forget(id);
   engine.graph.forgetDocument(id);

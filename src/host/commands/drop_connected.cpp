@@ -51,28 +51,28 @@ ShapeOutcome dropConnected(Engine& engine, PageId page, MasterId master, SheetId
   const Placement from = placementOf(engine, target),
                   place = beside(from, placementOf(engine, contents.front()), direction);
 
-  CommandScope scope(engine, store.page(page)->document, "Drop Connected");
+  const DocumentId document = store.page(page)->document;
+  CommandScope scope(engine, document, "Drop Connected");
   const ShapeOutcome dropped = dropMaster(engine, master, page, place.x, place.y);
   if (!dropped.outcome) return dropped;
-  const auto stands = [&](SheetId shape) { return shape && store.sheet(shape) && store.sheet(target); };
-  if (stands(dropped.shape)) {
+  if (engine.exists(page, dropped.shape, target)) {
     const ShapeOutcome line = connector
                                   ? dropMaster(engine, connector, page, (from.x + place.x) / 2, (from.y + place.y) / 2)
                                   : drawLine(engine, page, {}, from.x, from.y, place.x, place.y);
     if (!line.outcome) return line;
     static const CellKey beginX = objectCell("BeginX"), endX = objectCell("EndX"), pinX = objectCell("PinX");
-    if (stands(line.shape) && stands(dropped.shape)) {
+    const auto mayGlue = [&] { return engine.exists(line.shape, dropped.shape, target); };
+    if (mayGlue()) {
       if (const Outcome glued = glueTo(engine, {line.shape, beginX}, {target, pinX}); !glued) return {glued, {}};
     }
-    if (stands(line.shape) && stands(dropped.shape)) {
+    if (mayGlue()) {
       if (const Outcome glued = glueTo(engine, {line.shape, endX}, {dropped.shape, pinX}); !glued) return {glued, {}};
     }
   }
-  const bool remains = store.sheet(dropped.shape) != nullptr;
-  if (const WindowState* window = engine.windowOf(store.page(page)->document); window && remains)
+  if (const WindowState* window = engine.windowOf(document); window && engine.exists(dropped.shape))
     setSelection(engine, window->id, {dropped.shape});
   scope.commit();
-  return {Outcome::done(), remains ? dropped.shape : SheetId{}};
+  return {Outcome::done(), engine.exists(dropped.shape) ? dropped.shape : SheetId{}};
 }
 
 }  // namespace quorvel::host

@@ -148,18 +148,23 @@ Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target
   // Freed first, so that what the writes below leave is no longer what it was.
   removeConnect(engine, end.sheet, begin);
   releaseTrigger(engine, end.sheet, begin);
+  const auto writes = [&](const CellKey& key, const std::string& formula) {
+    // Listeners may have deleted either one: nothing is glued then, and the rest stays as they left it.
+    if (!engine.exists(end.sheet, target.sheet)) return Outcome::done();
+    return writeFormula(engine, {end.sheet, key}, formula, true);
+  };
   if (walks) {
-    const Outcome written = writeFormula(engine, {end.sheet, triggerCell(begin)}, triggerFormula(shapeId), true);
+    const Outcome written = writes(triggerCell(begin), triggerFormula(shapeId));
     if (!written) return written;
   }
   const std::string sheet = "Sheet." + std::to_string(shapeId) + "!";
   const std::string formula =
       walks ? walkingFormula(begin) : "PAR(PNT(" + sheet + point.x + "," + sheet + point.y + "))";
   for (const bool vertical : {false, true}) {
-    const Outcome written = writeFormula(engine, {end.sheet, endCell(begin, vertical)}, formula, true);
+    const Outcome written = writes(endCell(begin, vertical), formula);
     if (!written) return written;
   }
-  if (engine.store.sheet(end.sheet) && engine.store.sheet(target.sheet)) {
+  if (engine.exists(end.sheet, target.sheet)) {
     // The writes may have made the entry already.
     removeConnect(engine, end.sheet, begin);
     addConnect(engine, end.sheet, begin, target.sheet, point.cell, point.part);

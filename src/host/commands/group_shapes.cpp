@@ -112,18 +112,16 @@ SheetId makeGroup(Engine& engine, PageId page, SheetId parent, const Box& box) {
 }
 
 void tellParentsChanged(Engine& engine, const std::vector<SheetId>& members) {
-  for (const SheetId member : members) {
-    if (engine.store.sheet(member))
-      engine.events.raise([&](ApplicationEvents& listener) { listener.ShapeParentChanged(engine.handle(member)); });
-  }
+  for (const SheetId member : members) engine.raise(&ApplicationEvents::ShapeParentChanged, member);
 }
 
 /// In place of the shapes that are selected.
 void selectInstead(Engine& engine, PageId page, const std::vector<SheetId>& of, const std::vector<SheetId>& instead) {
+  if (!engine.exists(page)) return;
   const WindowState* window = engine.windowOf(engine.store.page(page)->document);
   if (!window || window->page != page) return;
   const auto isOne = [&](SheetId shape) { return std::find(of.begin(), of.end(), shape) != of.end(); };
-  std::vector<SheetId> selection = window->selection;
+  std::vector<SheetId> selection = window->selection();
   const auto first = std::find_if(selection.begin(), selection.end(), isOne);
   if (first == selection.end()) return;
   selection.insert(first, instead.begin(), instead.end());
@@ -197,10 +195,13 @@ Outcome checkUngrouping(const Store& store, const std::vector<SheetId>& groups) 
 /// Gives the members that came out; none when a handler prevented it.
 std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
   const Store& store = engine.store;
-  engine.events.raiseHoldingArrivals(
-      [&](ApplicationEvents& listener) { listener.BeforeShapeDelete(engine.handle(id)); });
+  {
+    const EventDispatcher::HoldingArrivals holding(engine.events);
+    engine.raise(&ApplicationEvents::BeforeShapeDelete, id);
+  }
+  // The end of the holding raises events too.
   const Sheet* group = store.sheet(id);
-  if (!group) return {};
+  if (!group || group->kind != SheetKind::Group) return {};
   const std::vector<SheetId> members = group->children;
   const std::size_t place = placeInStack(store, id);
   const SheetId parent = group->parent;
@@ -250,8 +251,8 @@ ShapeOutcome groupShapes(Engine& engine, std::vector<SheetId> shapes) {
   tellAdded(engine, group);
   tellParentsChanged(engine, shapes);
   regrouping.tell();
+  engine.leaveOutDeleted();
   scope.commit();
-  engine.forgetTheGone();
   return {Outcome::done(), store.sheet(group) ? group : SheetId{}};
 }
 
@@ -284,10 +285,11 @@ Outcome ungroupShapes(Engine& engine, const std::vector<SheetId>& shapes) {
     const std::vector<SheetId> out = ungroup(engine, group);
     members.insert(members.end(), out.begin(), out.end());
   }
-  std::erase_if(members, [&](SheetId member) { return !store.sheet(member); });
+  // What listeners deleted or grouped again is not selected.
+  std::erase_if(members, [&](SheetId member) { return !store.sheet(member) || store.sheet(member)->page != page; });
   selectInstead(engine, page, groups, members);
+  engine.leaveOutDeleted();
   scope.commit();
-  engine.forgetTheGone();
   return Outcome::done();
 }
 

@@ -7,9 +7,7 @@
 namespace quorvel::host {
 namespace {
 
-void tellChanged(Engine& engine, PageId page) {
-  engine.events.raise([&](ApplicationEvents& listener) { listener.PageChanged(engine.handle(page)); });
-}
+void tellChanged(Engine& engine, PageId page) { engine.raise(&ApplicationEvents::PageChanged, page); }
 
 /// Formulas that show a page's name follow it.
 void recalculatePlace(Engine& engine, PageId page) {
@@ -50,15 +48,15 @@ PageId addPage(Engine& engine, DocumentId documentId) {
   }
   engine.graph.addSheet(engine.store.page(id)->sheet);
   engine.edit.pageAdded(id);
-  if (const WindowState* window = engine.windowOf(documentId)) {
-    WindowState* shown = engine.window(window->id);
-    shown->page = id;
-    shown->selection.clear();
-    shown->selectionObject = 0;
+  if (WindowState* window = engine.windowOf(documentId)) {
+    const bool hadSelection = !window->selection().empty();
+    window->page = id;
+    window->select({});
+    if (hadSelection) engine.raiseForUpkeep(&ApplicationEvents::SelectionChanged, WindowId{window->id});
   }
-  engine.events.raise([&](ApplicationEvents& listener) { listener.PageAdded(engine.handle(id)); });
+  engine.raise(&ApplicationEvents::PageAdded, id);
   scope.commit();
-  return id;
+  return engine.exists(id) ? id : PageId{};
 }
 
 Outcome deletePage(Engine& engine, PageId id) {
@@ -73,7 +71,7 @@ Outcome deletePage(Engine& engine, PageId id) {
   }
   engine.edit.removePage(id);
   scope.commit();
-  engine.forgetTheGone();
+  engine.leaveOutDeleted();
   return Outcome::done();
 }
 

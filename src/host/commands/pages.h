@@ -7,7 +7,8 @@
 
 namespace quorvel::host {
 
-/// A new foreground page behind the others, of the size of the first page, named "Page-n". PageAdded is told.
+/// A new foreground page behind the others, of the size of the first page, named "Page-n". PageAdded is told. Null when
+/// a listener removed it.
 PageId addPage(Engine& engine, DocumentId document);
 /// Refused for the last page of a drawing.
 Outcome deletePage(Engine& engine, PageId page);

@@ -251,16 +251,15 @@ void Regrouping::settle() {
 }
 
 void Regrouping::tell() {
-  const auto each = [&](const std::vector<CellAddress>& cells, auto raise) {
-    std::unordered_set<CellAddress> told;
+  const auto raiseOnce = [&](const std::vector<CellAddress>& cells, auto event) {
+    std::unordered_set<CellAddress> raised;
     for (const CellAddress& cell : cells) {
-      if (!store_.sheet(cell.sheet) || !told.insert(cell).second) continue;
-      engine_.events.raise([&](ApplicationEvents& listener) { raise(listener, engine_.handle(cell)); });
+      if (raised.insert(cell).second) engine_.raise(event, cell);
     }
   };
   ++engine_.writeDepth;
-  each(written_, [](ApplicationEvents& listener, const quorvel::Cell& cell) { listener.FormulaChanged(cell); });
-  each(followed_, [](ApplicationEvents& listener, const quorvel::Cell& cell) { listener.CellChanged(cell); });
+  raiseOnce(written_, &ApplicationEvents::FormulaChanged);
+  raiseOnce(followed_, &ApplicationEvents::CellChanged);
   --engine_.writeDepth;
 }
 

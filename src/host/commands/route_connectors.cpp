@@ -364,10 +364,7 @@ void Routing::commandEnds(Engine& engine) {
     }
     // What was drawn here is no reason to draw again.
     absorb(engine, engine.placements.take());
-    for (const CellAddress& cell : changed) {
-      if (engine.store.sheet(cell.sheet))
-        engine.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine.handle(cell)); });
-    }
+    for (const CellAddress& cell : changed) engine.raise(&ApplicationEvents::CellChanged, cell);
   }
 }
 

@@ -51,8 +51,7 @@ RowOutcome refusedRow(std::string reason) { return {Outcome::refused(std::move(r
 void tellRowAdded(Engine& engine, SheetId sheet, SectionNumber section, RowKey row) {
   const CellAddress cell{sheet, {section, row, 0}};
   engine.recalculateAndTell({}, {cell});
-  if (engine.store.sheet(sheet))
-    engine.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine.handle(cell)); });
+  engine.raise(&ApplicationEvents::CellChanged, cell);
 }
 
 /// All cells of a row that is about to go: what reads them must be told.
@@ -116,6 +115,21 @@ void renumberFrom(Engine& engine, SheetId id, SectionNumber section, std::uint32
   }
 }
 
+/// A row of the master of which the sheet keeps only values becomes the sheet's own, with the formulas that it has.
+RowOutcome ownValuesOf(Engine& engine, SheetId id, SectionNumber section, RowKey key) {
+  CommandScope scope(engine, engine.store.sheet(id)->document, "Row");
+  for (const auto& [column, cell] : std::vector(engine.store.sheet(id)->find(section, key)->cells)) {
+    const CellKey each{section, key, column};
+    Cell own = cell;
+    own.inheritsFormula = false;
+    own.formula = engine.store.formulas().get(formulaFor(engine.store, id, findCell(engine.store, id, each)));
+    engine.edit.setCell({id, each}, std::move(own));
+  }
+  tellRowAdded(engine, id, section, key);
+  scope.commit();
+  return {Outcome::done(), placeOf(engine.store, id, section, key), key};
+}
+
 }  // namespace
 
 Maybe<RowView> rowAt(const Store& store, SheetId sheet, SectionNumber section, int place) {
@@ -160,7 +174,10 @@ RowOutcome addNamedRow(Engine& engine, SheetId id, int number, std::string_view 
   const Atom atom = intern(name);
   const RowKey key = RowKey::named(atom);
   const Row* local = sheet->find(section, key);
-  if (local && !local->deleted) return refusedRow("the sheet has a row of this name");
+  if (local && !local->deleted) {
+    if (cellExists(engine.store, id, {section, key, 0}, true)) return refusedRow("the sheet has a row of this name");
+    return ownValuesOf(engine, id, section, key);
+  }
   CommandScope scope(engine, sheet->document, "Row");
   Row row;
   row.key = key;

@@ -17,10 +17,7 @@ SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind) {
 }
 
 void tellAdded(Engine& engine, SheetId shape) {
-  engine.events.arrival([&engine, shape] {
-    if (engine.store.sheet(shape))
-      engine.events.raise([&](ApplicationEvents& listener) { listener.ShapeAdded(engine.handle(shape)); });
-  });
+  engine.events.arrival([&engine, shape] { engine.raise(&ApplicationEvents::ShapeAdded, shape); });
 }
 
 void ShapeMaker::length(std::string_view name, double inches, std::string_view formula) {

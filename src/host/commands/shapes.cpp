@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
@@ -51,19 +52,35 @@ std::size_t placeInStack(const Engine& engine, SheetId shape) {
 namespace {
 
 void replaceSelection(Engine& engine, WindowState& window, std::vector<SheetId> shapes) {
-  window.selection = std::move(shapes);
-  window.selectionObject = 0;
-  const WindowId id = window.id;
-  // What handlers mark on selecting is no step of the user's.
-  const UndoLog::Suspension suspension(engine.undo);
-  engine.events.raise([&](ApplicationEvents& listener) { listener.SelectionChanged(engine.handle(id)); });
+  window.select(std::move(shapes));
+  engine.raiseForUpkeep(&ApplicationEvents::SelectionChanged, WindowId{window.id});
+}
+
+/// The page's window in front, with the page.
+void bringPageToFront(Engine& engine, PageId page) {
+  const WindowState* window = engine.windowOf(engine.store.page(page)->document);
+  if (!window) return;
+  const WindowId id = window->id;
+  engine.bringToFront(id);
+  showPage(engine, id, page);
+}
+
+/// Selects what was made, then raises ShapeAdded of each. False when listeners deleted all of it and changed nothing
+/// else: the making is then to be taken back, with the masters, styles and layers that it brought.
+bool announce(Engine& engine, DocumentId document, const std::vector<SheetId>& made) {
+  const std::size_t before = engine.undo.openEntries();
+  if (const WindowState* window = engine.windowOf(document)) setSelection(engine, window->id, made);
+  for (const SheetId shape : made) tellAdded(engine, shape);
+  engine.leaveOutDeleted();
+  const auto exists = [&](SheetId shape) { return engine.exists(shape); };
+  return std::ranges::any_of(made, exists) || engine.undo.hasLastingChangeFrom(before);
 }
 
 }  // namespace
 
 void setSelection(Engine& engine, WindowId id, std::vector<SheetId> shapes) {
   WindowState* window = engine.window(id);
-  if (window && window->selection != shapes) replaceSelection(engine, *window, std::move(shapes));
+  if (window && window->selection() != shapes) replaceSelection(engine, *window, std::move(shapes));
 }
 
 void showPage(Engine& engine, WindowId id, PageId page) {
@@ -74,24 +91,20 @@ void showPage(Engine& engine, WindowId id, PageId page) {
 }
 
 ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y) {
-  if (!engine.store.master(master)) return refusedShape("the master is gone");
-  if (!engine.store.page(page)) return refusedShape("the page is gone");
+  if (!engine.exists(master)) return refusedShape("the master is gone");
+  if (!engine.exists(page)) return refusedShape("the page is gone");
   if (engine.store.page(engine.store.master(master)->contents)->shapes.empty())
     return refusedShape("the master holds no shape");
   const DocumentId document = engine.store.page(page)->document;
   CommandScope scope(engine, document, "Drop");
-  const MasterId local = localMaster(engine, document, master);
-  if (const WindowState* window = engine.windowOf(document)) {
-    const WindowId id = window->id;
-    engine.bringToFront(id);
-    showPage(engine, id, page);
-  }
-  const SheetId shape = instantiate(engine, local, page, x, y);
-  if (const WindowState* window = engine.windowOf(document)) setSelection(engine, window->id, {shape});
-  tellAdded(engine, shape);
+  bringPageToFront(engine, page);
   scope.commit();
-  engine.forgetTheGone();
-  return {Outcome::done(), engine.store.sheet(shape) ? shape : SheetId{}};
+  if (!engine.exists(page, master)) return {};
+  if (engine.store.page(engine.store.master(master)->contents)->shapes.empty()) return {};
+  CommandScope making(engine, document, "Drop");
+  const SheetId shape = instantiate(engine, localMaster(engine, document, master), page, x, y);
+  if (announce(engine, document, {shape})) making.commit();
+  return {Outcome::done(), engine.exists(shape) ? shape : SheetId{}};
 }
 
 ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2) {
@@ -145,7 +158,10 @@ ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, do
 ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const std::string& fileName) {
   if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
   const PictureFile picture = readPictureFile(fileName);
-  if (!picture.data) return refusedShape("the file is missing or is no picture that can be read (PNG, JPEG, GIF, BMP, EMF, WMF with its placing header)");
+  if (!picture.data)
+    return refusedShape(
+        "the file is missing or is no picture that can be read (PNG, JPEG, GIF, BMP, EMF, WMF with its placing "
+        "header)");
   CommandScope scope(engine, engine.store.page(page)->document, "Picture");
   static const CellKey pageWidth = objectCell("PageWidth"), pageHeight = objectCell("PageHeight"),
                        width = objectCell("Width"), height = objectCell("Height");
@@ -181,29 +197,49 @@ ShapeOutcome duplicateShape(Engine& engine, SheetId shape) {
   return {Outcome::done(), engine.store.sheet(copy) ? copy : SheetId{}};
 }
 
-Outcome deleteShape(Engine& engine, SheetId id) {
+namespace {
+
+Outcome checkDeletion(const Engine& engine, SheetId id) {
   const Sheet* shape = engine.store.sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes can be deleted");
   static const CellKey lock = objectCell("LockDelete");
   if (cellNumber(engine.store, id, lock) != 0) return Outcome::refused("the shape is locked against deletion");
-  CommandScope scope(engine, shape->document, "Delete");
-  engine.events.raiseHoldingArrivals(
-      [&](ApplicationEvents& listener) { listener.BeforeShapeDelete(engine.handle(id)); });
-  if (const Sheet* still = engine.store.sheet(id)) {
-    const std::vector<SheetId> leaving = engine.store.subtree(id);
-    std::vector<int> going;
-    for (const SheetId each : leaving) going.push_back(engine.store.sheet(each)->shapeId);
-    const auto goes = [&](int shapeId) { return std::find(going.begin(), going.end(), shapeId) != going.end(); };
-    engine.edit.removeConnects(
-        still->page, [&](const Connect& connect) { return goes(connect.fromShape) || goes(connect.toShape); });
-    const std::vector<CellAddress> loosened = loosenReferencesTo(engine, leaving);
-    engine.edit.removeShape(id);
-    engine.recalculateAndTell(loosened, {});
-  }
-  scope.commit();
-  engine.forgetTheGone();
   return Outcome::done();
 }
+
+}  // namespace
+
+Outcome deleteShapes(Engine& engine, const std::vector<SheetId>& shapes) {
+  if (shapes.empty()) return Outcome::refused("nothing is selected");
+  for (const SheetId shape : shapes) {
+    if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
+  }
+  CommandScope scope(engine, engine.store.sheet(shapes.front())->document, "Delete");
+  for (const SheetId shape : shapes) {
+    if (!engine.exists(shape)) continue;
+    // A listener may have locked it meanwhile.
+    if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
+    {
+      const EventDispatcher::HoldingArrivals holding(engine.events);
+      engine.raise(&ApplicationEvents::BeforeShapeDelete, shape);
+    }
+    if (!engine.exists(shape)) continue;
+    const std::vector<SheetId> leaving = engine.store.subtree(shape);
+    std::unordered_set<int> numbers;
+    for (const SheetId each : leaving) numbers.insert(engine.store.sheet(each)->shapeId);
+    engine.edit.removeConnects(engine.store.sheet(shape)->page, [&](const Connect& connect) {
+      return numbers.contains(connect.fromShape) || numbers.contains(connect.toShape);
+    });
+    const std::vector<CellAddress> loosened = loosenReferencesTo(engine, leaving);
+    engine.edit.removeShape(shape);
+    engine.recalculateAndTell(loosened, {});
+  }
+  engine.leaveOutDeleted();
+  scope.commit();
+  return Outcome::done();
+}
+
+Outcome deleteShape(Engine& engine, SheetId shape) { return deleteShapes(engine, {shape}); }
 
 Outcome renameShape(Engine& engine, SheetId id, std::string_view name, NameKind kind) {
   const Sheet* shape = engine.store.sheet(id);
@@ -263,7 +299,7 @@ Outcome reverseEnds(Engine& engine, SheetId id) {
   CommandScope scope(engine, shape->document, "Reverse ends");
   std::string formulas[4];
   for (int i = 0; i < 4; ++i) formulas[i] = formulaFor(engine.store, id, findCell(engine.store, id, keys[i]));
-  for (int i = 0; i < 4; ++i) writeFormula(engine, {id, keys[i]}, formulas[(i + 2) % 4], true);
+  for (int i = 0; i < 4 && engine.exists(id); ++i) writeFormula(engine, {id, keys[i]}, formulas[(i + 2) % 4], true);
   scope.commit();
   return Outcome::done();
 }
@@ -277,8 +313,11 @@ Outcome updateAlignmentBox(Engine& engine, SheetId id) {
 
 Outcome copyToClipboard(Engine& engine, const std::vector<SheetId>& shapes) {
   if (shapes.empty()) return Outcome::refused("nothing is selected");
-  const UndoLog::Suspension suspension(engine.undo);
-  if (engine.clipboard.document) engine.store.removeDocument(engine.clipboard.document);
+  const UndoLog::Attribution upkeep(engine.undo, true);
+  if (engine.clipboard.document) {
+    engine.graph.forgetDocument(engine.clipboard.document);
+    engine.store.removeDocument(engine.clipboard.document);
+  }
   engine.clipboard.document = engine.store.addDocument("Clipboard");
   engine.clipboard.page = engine.store.addPage(engine.clipboard.document, "Clipboard");
   copyShapes(engine, shapes, engine.clipboard.page, {}, 0, 0);
@@ -286,21 +325,19 @@ Outcome copyToClipboard(Engine& engine, const std::vector<SheetId>& shapes) {
 }
 
 Outcome paste(Engine& engine, PageId page) {
-  const Page* clipboard = engine.store.page(engine.clipboard.page);
-  if (!clipboard || clipboard->shapes.empty()) return Outcome::refused("the clipboard is empty");
-  if (!engine.store.page(page)) return Outcome::refused("the page is gone");
+  const auto copied = [&] {
+    const Page* clipboard = engine.store.page(engine.clipboard.page);
+    return clipboard ? clipboard->shapes : std::vector<SheetId>();
+  };
+  if (copied().empty()) return Outcome::refused("the clipboard is empty");
+  if (!engine.exists(page)) return Outcome::refused("the page is gone");
   const DocumentId document = engine.store.page(page)->document;
   CommandScope scope(engine, document, "Paste");
-  if (const WindowState* window = engine.windowOf(document)) {
-    const WindowId id = window->id;
-    engine.bringToFront(id);
-    showPage(engine, id, page);
-  }
-  const std::vector<SheetId> pasted = copyShapes(engine, clipboard->shapes, page, {}, 0, 0);
-  if (const WindowState* window = engine.windowOf(document)) setSelection(engine, window->id, pasted);
-  for (const SheetId shape : pasted) tellAdded(engine, shape);
+  bringPageToFront(engine, page);
   scope.commit();
-  engine.forgetTheGone();
+  if (!engine.exists(page)) return Outcome::done();
+  CommandScope making(engine, document, "Paste");
+  if (announce(engine, document, copyShapes(engine, copied(), page, {}, 0, 0))) making.commit();
   return Outcome::done();
 }
 

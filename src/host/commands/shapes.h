@@ -15,7 +15,8 @@ struct ShapeOutcome {
 };
 
 /// Drops an instance. It is selected (where the page is shown) and SelectionChanged is told before ShapeAdded, so that
-/// a handler finds the new shape in the selection. One undo step with all that handlers do.
+/// a handler finds the new shape in the selection. One undo step with all that handlers do; none when they delete the
+/// shape and change nothing else.
 ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y);
 /// In local inches of the group, or the page when `parent` is null.
 ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2);
@@ -24,8 +25,10 @@ ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, do
 ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const std::string& fileName);
 ShapeOutcome duplicateShape(Engine& engine, SheetId shape);
 
-/// BeforeShapeDelete is told first. Refused while LockDelete is 1.
+/// BeforeShapeDelete is raised first. Refused while LockDelete is 1.
 Outcome deleteShape(Engine& engine, SheetId shape);
+/// All of them or none, as one step. SelectionChanged is raised once, where one of them was selected.
+Outcome deleteShapes(Engine& engine, const std::vector<SheetId>& shapes);
 /// Both names as long as they are one; else that of the kind.
 Outcome renameShape(Engine& engine, SheetId shape, std::string_view name, NameKind kind);
 Outcome setData(Engine& engine, SheetId shape, int which, std::string_view text);

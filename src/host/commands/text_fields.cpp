@@ -24,8 +24,7 @@ void replaceText(Engine& engine, SheetId shape, TextBody body) {
 
 void tellTextChanged(Engine& engine, SheetId shape) {
   engine.recalculateAndTell({}, {textCell(shape)});
-  if (engine.store.sheet(shape))
-    engine.events.raise([&](ApplicationEvents& listener) { listener.TextChanged(engine.handle(shape)); });
+  engine.raise(&ApplicationEvents::TextChanged, shape);
 }
 
 /// The field rows move one place down, and those that are only inherited become the shape's own.
@@ -102,7 +101,7 @@ Outcome addCustomField(Engine& engine, SheetId shape, std::string_view formula, 
   engine.edit.setCell({shape, fieldCell(0, "Format")}, picture);
   replaceText(engine, shape, std::move(body));
   if (!formula.empty()) writeFormula(engine, {shape, fieldCell(0, "Value")}, formula, true);
-  tellTextChanged(engine, shape);
+  if (engine.exists(shape)) tellTextChanged(engine, shape);
   scope.commit();
   return Outcome::done();
 }
@@ -122,7 +121,7 @@ Outcome writeFirstField(Engine& engine, SheetId shape, std::string_view formula)
 Outcome beginTextEdit(Engine& engine, SheetId shape) {
   static const CellKey lock = objectCell("LockTextEdit");
   if (cellNumber(engine.store, shape, lock) != 0) return Outcome::refused("the shape's text is locked");
-  engine.events.raise([&](ApplicationEvents& listener) { listener.BeforeShapeTextEdit(engine.handle(shape)); });
+  engine.raise(&ApplicationEvents::BeforeShapeTextEdit, shape);
   return Outcome::done();
 }
 
@@ -132,8 +131,7 @@ Outcome endTextEdit(Engine& engine, SheetId shape, std::string_view typed) {
   CommandScope scope(engine, sheet->document, "Text edit");
   // Text that was left as it was keeps its fields.
   if (shownText(engine.store, shape) != typed) setText(engine, shape, typed);
-  if (engine.store.sheet(shape))
-    engine.events.raise([&](ApplicationEvents& listener) { listener.ShapeExitedTextEdit(engine.handle(shape)); });
+  engine.raise(&ApplicationEvents::ShapeExitedTextEdit, shape);
   scope.commit();
   return Outcome::done();
 }

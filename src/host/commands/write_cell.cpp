@@ -65,15 +65,9 @@ Outcome commit(Engine& engine, const CellAddress& cell, Cell content) {
   }
   const bool valueChanged = !(cellValue(engine.store, cell.sheet, cell.key) == oldValue);
   ++engine.writeDepth;
-  const auto alive = [&] { return engine.store.sheet(cell.sheet) != nullptr; };
-  if (formulaChanged)
-    engine.events.raise([&](ApplicationEvents& listener) { listener.FormulaChanged(engine.handle(cell)); });
-  if (valueChanged && alive())
-    engine.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine.handle(cell)); });
-  for (const CellAddress& other : followed) {
-    if (engine.store.sheet(other.sheet))
-      engine.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine.handle(other)); });
-  }
+  if (formulaChanged) engine.raise(&ApplicationEvents::FormulaChanged, cell);
+  if (valueChanged) engine.raise(&ApplicationEvents::CellChanged, cell);
+  for (const CellAddress& other : followed) engine.raise(&ApplicationEvents::CellChanged, other);
   --engine.writeDepth;
   scope.commit();
   return Outcome::done();

@@ -1,5 +1,9 @@
 // One running host: its documents, its undo log, its windows, and who listens. Commands work on it; the automation
 // surface and an editor call the commands.
+//
+// A listener may delete whatever a command works on. So a command holds numbers, never pointers or references into the
+// store, over a call that raises an event, and asks exists() for all that it goes on with. Events are raised through
+// Engine::raise alone, which does the same for what the event is about.
 #pragma once
 
 #include <memory>
@@ -47,6 +51,7 @@ struct EngineOptions {
   std::string version = "12.0";
   std::vector<const DocumentFormat*> formats;  ///< borrowed; asked in this order
   const TextMetrics* textMetrics = nullptr;    ///< null: the table of widths
+  UndoLimits undoLimits;
 };
 
 class Engine {
@@ -59,9 +64,10 @@ class Engine {
   DependencyGraph graph{store};
   Recalculator recalculator{store, graph};
   PlacementJournal placements;
-  UndoLog undo{store, graph, placements};
-  Editor edit{store, graph, undo, placements};
-  EventDispatcher events;
+  RowRenames renames;
+  UndoLog undo{Exchanged{store, graph, placements, renames}};
+  Editor edit{Exchanged{store, graph, placements, renames}, undo};
+  EventDispatcher events{undo};
   CommandBarSet bars;
   SelectionSnapshots selections;
 
@@ -77,18 +83,49 @@ class Engine {
   void removeWindow(DocumentId document);
   void bringToFront(WindowId id);
   DocumentId activeDocument();
-  /// Takes what is gone out of selections and pages shown.
-  void forgetTheGone();
+  /// Takes deleted shapes out of selections, and shows other pages instead of deleted ones. SelectionChanged is raised
+  /// for each window where this changed something.
+  void leaveOutDeleted();
+
+  // What a command goes on with after an event.
+  bool exists(SheetId id) const { return store.sheet(id) != nullptr; }
+  bool exists(PageId id) const { return store.page(id) != nullptr; }
+  bool exists(MasterId id) const { return store.master(id) != nullptr; }
+  bool exists(DocumentId id) const { return store.document(id) != nullptr; }
+  bool exists(WindowId id) { return window(id) != nullptr; }
+  bool exists(const CellAddress& cell) const;
+  template <class First, class Second, class... More>
+  bool exists(First first, Second second, More... more) {
+    return exists(first) && exists(second, more...);
+  }
+
+  /// Raises an event about one object. No listener is called about an object that another one has deleted. False when
+  /// it does not exist afterwards.
+  template <class Handle, class Id>
+  bool raise(void (ApplicationEvents::*event)(Handle), const Id& id) {
+    return raise(EventDispatcher::Occasion::Change, event, id);
+  }
+  /// The same for the events at which listeners look after their own marks.
+  template <class Handle, class Id>
+  bool raiseForUpkeep(void (ApplicationEvents::*event)(Handle), const Id& id) {
+    return raise(EventDispatcher::Occasion::Upkeep, event, id);
+  }
 
   // Handles for events.
   Backend* backend = nullptr;  ///< set by the automation surface
   Shape handle(SheetId id) const { return {backend, {ObjectKind::Shape, id.value, 0}}; }
-  quorvel::Cell handle(const CellAddress& cell) const {
-    return {backend, {ObjectKind::Cell, cell.sheet.value, cell.key.packed()}};
-  }
+  quorvel::Cell handle(const CellAddress& cell) const { return {backend, refTo(cell)}; }
   quorvel::Document handle(DocumentId id) const { return {backend, {ObjectKind::Document, id.value, 0}}; }
   quorvel::Page handle(PageId id) const { return {backend, {ObjectKind::Page, id.value, 0}}; }
   Window handle(WindowId id) const { return {backend, {ObjectKind::Window, id.value, 0}}; }
+
+  // References to rows and cells of rows follow when the row is renamed. The upper byte of their second number is the
+  // turn of the name, see RowRenames.
+  ObjectRef refTo(const CellAddress& cell) const;
+  ObjectRef refToRow(SheetId sheet, SectionNumber section, RowKey row) const;
+  ObjectRef refToHyperlink(SheetId sheet, RowKey row) const;
+  /// The reference with the present name of its row, and without the turn; others as they are.
+  ObjectRef present(const ObjectRef& object) const;
 
   /// Values of cells follow; their changes are undoable. `changed` were set already. Gives what changed besides.
   std::vector<CellAddress> recalculate(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed);
@@ -106,6 +143,13 @@ class Engine {
   } clipboard;
 
  private:
+  template <class Handle, class Id>
+  bool raise(EventDispatcher::Occasion occasion, void (ApplicationEvents::*event)(Handle), const Id& id) {
+    events.raise(
+        occasion, [&] { return exists(id); }, [&](ApplicationEvents& listener) { (listener.*event)(handle(id)); });
+    return exists(id);
+  }
+
   std::vector<WindowState> windows_;
   std::uint32_t lastWindow_ = 0;
 };

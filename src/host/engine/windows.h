@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "host/sheet/ids.h"
@@ -16,14 +18,20 @@ struct WindowState {
   WindowId id;
   DocumentId document;
   PageId page;
-  int type = 1, subType = 128;        ///< a drawing window that shows a page
-  std::vector<SheetId> selection;     ///< in order of selecting
-  std::uint32_t selectionObject = 0;  ///< the snapshot that stands for the present selection; 0: none made yet
+  int type = 1, subType = 128;  ///< a drawing window that shows a page
+
+  const std::vector<SheetId>& selection() const { return *selected; }
+  void select(std::vector<SheetId> shapes) {
+    selected = std::make_shared<const std::vector<SheetId>>(std::move(shapes));
+  }
+
+  /// In order of selecting. Shared with the selections that were handed out, so that each may be a new object.
+  std::shared_ptr<const std::vector<SheetId>> selected = std::make_shared<const std::vector<SheetId>>();
 };
 
 /// A selection as it was when it was asked for, with the mode in which it is walked.
 struct SelectionSnapshot {
-  std::vector<SheetId> shapes;
+  std::shared_ptr<const std::vector<SheetId>> shapes;
   int iterationMode = 0;
 };
 

@@ -1,43 +1,67 @@
-// Tells listeners what happened, inside the call that caused it. Listeners are called from a snapshot; one that is
-// withdrawn on the way hears nothing more, one that is added hears of the next event.
+// Raises events, inside the call that caused them. Listeners are called from a snapshot; one that is withdrawn
+// meanwhile is not called any more, one that is added is called from the next event on.
 #pragma once
 
 #include <algorithm>
 #include <functional>
 #include <vector>
 
-#include "model/host_model.h"
+#include "host/undo/undo_log.h"
+#include "model/upkeep_listener.h"
 
 namespace quorvel::host {
 
 class EventDispatcher {
  public:
-  void advise(ApplicationEvents& listener) {
-    if (std::find(listeners_.begin(), listeners_.end(), &listener) == listeners_.end()) listeners_.push_back(&listener);
-  }
-  void unadvise(ApplicationEvents& listener) { std::erase(listeners_, &listener); }
+  explicit EventDispatcher(UndoLog& undo) : undo_(undo) {}
 
+  void advise(ApplicationEvents& listener) {
+    if (!isAdvised(&listener)) listeners_.push_back({&listener, dynamic_cast<UpkeepListener*>(&listener) != nullptr});
+  }
+  void unadvise(ApplicationEvents& listener) { std::erase_if(listeners_, Is{&listener}); }
+
+  /// For events about no object that could be deleted. Others go through Engine::raise.
   template <class Raise>
   void raise(Raise raise) {
-    if (muted_) return;
-    const std::vector<ApplicationEvents*> snapshot = listeners_;
-    for (ApplicationEvents* listener : snapshot) {
-      if (std::find(listeners_.begin(), listeners_.end(), listener) != listeners_.end()) raise(*listener);
+    this->raise(
+        Occasion::Change, [] { return true; }, raise);
+  }
+
+  /// Whether upkeep of listeners may happen now, see UpkeepListener.
+  enum class Occasion { Change, Upkeep };
+
+  /// `isThere` is asked before each listener is called, because the one before may have deleted what the event is
+  /// about.
+  template <class IsThere, class Raise>
+  void raise(Occasion occasion, IsThere isThere, Raise raise) {
+    const std::vector<Listener> snapshot = listeners_;
+    for (const Listener& each : snapshot) {
+      if (!isThere()) return;
+      if (!isAdvised(each.listener)) continue;
+      const bool isUpkeep = each.keepsUp && (occasion == Occasion::Upkeep || undo_.isSuspended());
+      const UndoLog::Attribution attribution(undo_, isUpkeep);
+      raise(*each.listener);
     }
   }
 
-  /// While a shape's going is announced, the arrival of others is told only when that announcement is over.
-  template <class Raise>
-  void raiseHoldingArrivals(Raise raise) {
-    ++holding_;
-    this->raise(raise);
-    if (--holding_ > 0) return;
-    while (!held_.empty()) {
-      const auto next = std::move(held_.front());
-      held_.erase(held_.begin());
-      next();
+  /// While the deletion of a shape is announced, ShapeAdded of others waits until that is over.
+  class HoldingArrivals {
+   public:
+    explicit HoldingArrivals(EventDispatcher& dispatcher) : dispatcher_(dispatcher) { ++dispatcher_.holding_; }
+    ~HoldingArrivals() {
+      if (--dispatcher_.holding_ > 0) return;
+      while (!dispatcher_.held_.empty()) {
+        const auto next = std::move(dispatcher_.held_.front());
+        dispatcher_.held_.erase(dispatcher_.held_.begin());
+        next();
+      }
     }
-  }
+    HoldingArrivals(const HoldingArrivals&) = delete;
+    HoldingArrivals& operator=(const HoldingArrivals&) = delete;
+
+   private:
+    EventDispatcher& dispatcher_;
+  };
   void arrival(std::function<void()> tell) {
     if (holding_) {
       held_.push_back(std::move(tell));
@@ -46,22 +70,23 @@ class EventDispatcher {
     }
   }
 
-  /// While one stands nobody is told anything: undo, and the making of things that are announced as a whole.
-  class Mute {
-   public:
-    explicit Mute(EventDispatcher& dispatcher) : dispatcher_(dispatcher) { ++dispatcher_.muted_; }
-    ~Mute() { --dispatcher_.muted_; }
-    Mute(const Mute&) = delete;
-    Mute& operator=(const Mute&) = delete;
-
-   private:
-    EventDispatcher& dispatcher_;
-  };
-
  private:
-  std::vector<ApplicationEvents*> listeners_;
+  struct Listener {
+    ApplicationEvents* listener;
+    bool keepsUp;
+  };
+  struct Is {
+    const ApplicationEvents* listener;
+    bool operator()(const Listener& other) const { return other.listener == listener; }
+  };
+  bool isAdvised(const ApplicationEvents* listener) const {
+    return std::any_of(listeners_.begin(), listeners_.end(), Is{listener});
+  }
+
+  UndoLog& undo_;
+  std::vector<Listener> listeners_;
   std::vector<std::function<void()>> held_;
-  int holding_ = 0, muted_ = 0;
+  int holding_ = 0;
 };
 
 }  // namespace quorvel::host

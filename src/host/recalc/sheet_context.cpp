@@ -52,7 +52,7 @@ Value SheetContext::valueOf(const Reference& reference) {
   const SheetId target = resolve(&reference);
   if (!target || !reference.cell) return Value::error(ErrorCode::Reference);
   const CellKey key = keyOn(target, reference);
-  if (!cellExists(store_, target, key, false)) return Value::error(ErrorCode::Reference);
+  if (!cellMayBeRead(store_, target, key)) return Value::error(ErrorCode::Reference);
   Value value = cellValue(store_, target, key);
   // Files write "Themed" where the theme decides.
   readUnknown_ |= value.isText() && value.textView() == "Themed";
@@ -157,7 +157,7 @@ Value SheetContext::relatedValue(std::string_view relation, int index, std::stri
   if (index < 1 || index > static_cast<int>(related.size()) || !cell.cell) return Value::error(ErrorCode::Reference);
   const SheetId target = related[static_cast<std::size_t>(index) - 1];
   const CellKey key = keyOn(target, cell);
-  if (!cellExists(store_, target, key, false)) return Value::error(ErrorCode::Reference);
+  if (!cellMayBeRead(store_, target, key)) return Value::error(ErrorCode::Reference);
   return cellValue(store_, target, key);
 }
 

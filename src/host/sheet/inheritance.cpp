@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "host/cells/cell_holders.h"
 #include "host/cells/cell_table.h"
 
 namespace quorvel::host {
@@ -110,14 +111,75 @@ std::string cellText(const Store& store, SheetId sheet, const CellKey& key) {
   return cellValue(store, sheet, key).asText();
 }
 
-bool cellExists(const Store& store, SheetId sheet, const CellKey& key, bool localOnly) {
-  if (key.section == SectionNumber::Object) return definitionOf(key) != nullptr || findCell(store, sheet, key);
-  if (!rowExists(store, sheet, key.section, key.row, localOnly)) {
-    // A text has a first row of formatting though no sheet holds one.
-    const bool alwaysThere = key.section == SectionNumber::Character || key.section == SectionNumber::Paragraph;
-    if (!alwaysThere || key.row != RowKey::index(0)) return false;
+namespace {
+
+bool isHeld(const Store& store, SheetId id, const CellKey& key) {
+  for (int depth = 0; id && depth < 64; ++depth) {
+    const Sheet* sheet = store.sheet(id);
+    if (!sheet) return false;
+    if (sheet->findLocal(key)) return true;
+    id = sheet->prototype;
   }
-  return definitionOf(key) != nullptr || findCell(store, sheet, key);
+  return false;
+}
+
+std::uint8_t kindsOf(const Store& store, const Sheet& sheet) {
+  static const CellKey beginX = objectCell("BeginX");
+  switch (sheet.kind) {
+    case SheetKind::Document:
+      return holder::document;
+    case SheetKind::Page:
+      return holder::page;
+    case SheetKind::Style:
+      return holder::style;
+    case SheetKind::Group:
+      return holder::shape | holder::group | (isHeld(store, sheet.id, beginX) ? holder::line : 0);
+    case SheetKind::Foreign:
+      return holder::shape | holder::picture | (isHeld(store, sheet.id, beginX) ? holder::line : 0);
+    default:
+      return holder::shape | (isHeld(store, sheet.id, beginX) ? holder::line : 0);
+  }
+}
+
+/// A row that only keeps values of inherited formulas is the master's.
+bool isOwnRow(const Store& store, const Sheet& sheet, SectionNumber section, RowKey key) {
+  const Row* row = sheet.find(section, key);
+  if (!row || row->deleted) return false;
+  const bool keepsValuesOnly = !row->cells.empty() && std::ranges::all_of(row->cells, [](const auto& entry) {
+    return entry.second.inheritsFormula;
+  });
+  return !keepsValuesOnly || !sheet.prototype || !rowExists(store, sheet.prototype, section, key, false);
+}
+
+}  // namespace
+
+bool cellExists(const Store& store, SheetId id, const CellKey& key, bool localOnly) {
+  const Sheet* sheet = store.sheet(id);
+  if (!sheet) return false;
+  if (key.section == SectionNumber::Object) {
+    const Cell* own = sheet->findLocal(key);
+    if (localOnly) return own && !own->inheritsFormula;
+    return own || (holdersOf(key) & kindsOf(store, *sheet)) != 0 || isHeld(store, id, key);
+  }
+  if (localOnly) {
+    const bool comesWithSection = isGeometry(key.section) && key.row == RowKey::index(0);
+    if (!isOwnRow(store, *sheet, key.section, key.row) &&
+        !(comesWithSection && rowExists(store, id, key.section, key.row, true)))
+      return false;
+    return definitionOf(key) != nullptr || sheet->findLocal(key) != nullptr;
+  }
+  if (!rowExists(store, id, key.section, key.row, false)) {
+    // A text has a first row of formatting though no sheet holds one.
+    const bool hasText = sheet->isShape() || sheet->kind == SheetKind::Style;
+    const bool isFormat = key.section == SectionNumber::Character || key.section == SectionNumber::Paragraph;
+    if (!hasText || !isFormat || key.row != RowKey::index(0)) return false;
+  }
+  return definitionOf(key) != nullptr || findCell(store, id, key);
+}
+
+bool cellMayBeRead(const Store& store, SheetId id, const CellKey& key) {
+  if (key.section == SectionNumber::Object && definitionOf(key)) return store.sheet(id) != nullptr;
+  return cellExists(store, id, key, false);
 }
 
 namespace {

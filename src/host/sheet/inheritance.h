@@ -22,9 +22,13 @@ Value cellValue(const Store& store, SheetId sheet, const CellKey& key);
 double cellNumber(const Store& store, SheetId sheet, const CellKey& key);
 std::string cellText(const Store& store, SheetId sheet, const CellKey& key);
 
-/// True when the cell can be read or written here: known cells of the object section always (page cells on pages only
-/// …), cells of rows when the row exists, here or inherited. `localOnly`: inherited rows do not count.
+/// True when the sheet has the cell: one of the object section where the kind of sheet has it (BeginX of a 1-D shape,
+/// PageWidth of a page) or a file gave it one, one of a row when the row exists, here or inherited. `localOnly`: only
+/// what the sheet itself holds with a formula of its own; for a row that is one such cell, or that only this sheet has
+/// the row.
 bool cellExists(const Store& store, SheetId sheet, const CellKey& key, bool localOnly);
+/// True when a formula may name the cell. Those of the object section give their default where no sheet has them.
+bool cellMayBeRead(const Store& store, SheetId sheet, const CellKey& key);
 
 /// The cell as the sheet's rows have it: where rows have names, a number means the row at that place, as in
 /// "Actions.Menu[2]". The same key when there is no such row.

@@ -30,7 +30,7 @@ void takeInheritedHead(const Store& store, SheetId id, SectionNumber number, Row
 }  // namespace
 
 void Editor::commit(Exchange exchange) {
-  apply(exchange, store_, graph_, placements_);
+  apply(exchange, drawing_);
   log_.add(std::move(exchange));
 }
 
@@ -126,17 +126,19 @@ void Editor::insertRow(SheetId sheet, SectionNumber section, std::size_t place, 
     place = static_cast<std::size_t>((same != rows.end() ? same : behind) - rows.begin());
     if (same != rows.end()) removeRow(sheet, section, place);
   }
-  commit(RowExchange{sheet, section, place, std::move(row)});
+  const RowKey key = row.key;
+  commit(RowExchange{sheet, section, key, place, std::move(row)});
 }
 
 void Editor::removeRow(SheetId sheet, SectionNumber section, std::size_t place) {
-  commit(RowExchange{sheet, section, place, std::nullopt});
+  const RowKey row = store_.sheet(sheet)->find(section)->rows[place].key;
+  commit(RowExchange{sheet, section, row, place, std::nullopt});
 }
 
 void Editor::setRowHead(SheetId sheet, SectionNumber section, std::size_t place, RowKey key, Atom name,
                         std::uint8_t type, std::optional<Atom> localName) {
-  const Atom kept = std::as_const(store_).sheet(sheet)->find(section)->rows[place].localName;
-  commit(RowHeadExchange{sheet, section, place, key, name, type, localName.value_or(kept)});
+  const Row& row = std::as_const(store_).sheet(sheet)->find(section)->rows[place];
+  commit(RowHeadExchange{sheet, section, row.key, place, key, name, type, localName.value_or(row.localName)});
 }
 
 void Editor::replaceSection(SheetId sheet, SectionNumber number, std::optional<Section> content) {

@@ -11,8 +11,8 @@ namespace quorvel::host {
 
 class Editor {
  public:
-  Editor(Store& store, DependencyGraph& graph, UndoLog& log, PlacementJournal& placements)
-      : store_(store), graph_(graph), log_(log), placements_(placements) {}
+  Editor(const Exchanged& drawing, UndoLog& log)
+      : drawing_(drawing), store_(drawing.store), log_(log), placements_(drawing.placements) {}
 
   /// Makes the row local first when it is only inherited.
   void setCell(const CellAddress& cell, std::optional<Cell> content);
@@ -65,8 +65,8 @@ class Editor {
   std::unique_ptr<SheetFields> fieldsOf(SheetId sheet) const;
   std::unique_ptr<PageFields> fieldsOf(PageId page) const;
 
+  const Exchanged drawing_;
   Store& store_;
-  DependencyGraph& graph_;
   UndoLog& log_;
   PlacementJournal& placements_;
 };

@@ -12,6 +12,7 @@
 #include "host/recalc/dependency_graph.h"
 #include "host/sheet/store.h"
 #include "host/undo/placement_journal.h"
+#include "host/undo/row_renames.h"
 
 namespace quorvel::host {
 
@@ -21,11 +22,12 @@ struct CellExchange {
   std::optional<Cell> held;
 };
 
-/// A row at a place of its section; nothing: no row there. A section comes and goes with its first row.
+/// A row of a section; nothing: the section has no row of this key. A section comes and goes with its first row.
 struct RowExchange {
   SheetId sheet;
   SectionNumber section = SectionNumber::None;
-  std::size_t place = 0;
+  RowKey row;
+  std::size_t place = 0;  ///< where the row belongs; upkeep that undo does not know of may have moved it
   std::optional<Row> held;
 };
 
@@ -33,8 +35,9 @@ struct RowExchange {
 struct RowHeadExchange {
   SheetId sheet;
   SectionNumber section = SectionNumber::None;
+  RowKey row;  ///< the key that the row has now
   std::size_t place = 0;
-  RowKey key;
+  RowKey key;  ///< the one that it gets
   Atom name;
   std::uint8_t type = 0;
   Atom localName;
@@ -111,7 +114,22 @@ using Exchange =
     std::variant<CellExchange, RowExchange, RowHeadExchange, SectionExchange, SheetFieldsExchange, SubtreeExchange,
                  StandingExchange, PageExchange, MasterExchange, StyleExchange, PageFieldsExchange, ConnectExchange>;
 
-/// Swaps, and notes what moved; an entry whose object is gone does nothing.
-void apply(Exchange& exchange, Store& store, DependencyGraph& graph, PlacementJournal& placements);
+/// What an exchange changes: the drawing and whoever follows it.
+struct Exchanged {
+  Store& store;
+  DependencyGraph& graph;
+  PlacementJournal& placements;
+  RowRenames& renames;
+};
+
+/// Swaps, and notes what moved; an entry whose object, page, group or document was deleted does nothing.
+void apply(Exchange& exchange, const Exchanged& drawing);
+
+/// The document that the exchange changes; null when its object was deleted.
+DocumentId documentOf(const Exchange& exchange, const Store& store);
+
+/// Bytes that the entry takes with what it holds. What it shares with others, such as a picture with its copies, is
+/// counted in equal parts.
+std::size_t sizeOf(const Exchange& exchange);
 
 }  // namespace quorvel::host
