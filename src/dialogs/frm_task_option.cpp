@@ -11,6 +11,7 @@ namespace {
 
 constexpr const char* unitNames[] = {"Seconds", "Minutes", "Hours", "Days", "Weeks"};
 constexpr int timeTab = 0, frequencyTab = 1;
+constexpr char listSeparatorKey = ';';
 constexpr const char* systemFrame = "fraSystemDefined";
 constexpr const char* userFrame = "fraUserDefined";
 
@@ -131,7 +132,14 @@ void frmTaskOption::layOutFrequencies() {
 
 void frmTaskOption::addRules() {
   for (const Row* row : {&Text1, &Text2, &Text3}) {
-    for (Control* box : *row) box->onChange = [this] { changed_ = true; };
+    for (Control* box : *row) {
+      box->onChange = [this, box] { textChanged(*box); };
+      box->onKeyPress = [this](int key) {
+        if (key != listSeparatorKey) return key;
+        frmParent.platform.beep();
+        return 0;
+      };
+    }
   }
   for (const Row* row : {&Text1, &Text2}) {
     for (Control* box : *row) box->maxLength = box->widthInCharacters = 2;
@@ -188,6 +196,12 @@ bool frmTaskOption::isDuplicate(const Row& row, int place, const char* message) 
     return true;
   }
   return false;
+}
+
+void frmTaskOption::textChanged(Control& box) {
+  changed_ = true;
+  // The boxes end up in lists that are joined by it.
+  if (box.text().find(listSeparatorKey) != std::string::npos) box.setText(replaceAll(box.text(), ";", ""));
 }
 
 void frmTaskOption::enterBox(Control& box, bool& skip) {

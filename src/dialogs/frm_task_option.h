@@ -39,6 +39,8 @@ class frmTaskOption : public Form {
   bool isDuplicate(const Row& row, int place, const char* message);
   void say(const std::string& text);
   bool confirmsChange(const char* question);
+  /// Takes out what a list cannot hold.
+  void textChanged(Control& box);
   void enterBox(Control& box, bool& skip);
   void leaveUnit(int i);
   void leaveAbbreviation(int i);

@@ -102,6 +102,33 @@ TEST_F(Options, AnotherAbbreviationOfMinutesReachesEveryTaskAndLink) {
   EXPECT_EQ(documentText("User.Time_Unit.Prompt"), "Minutes");
 }
 
+// The boxes end up in lists that are joined by ";": one inside a text would shift all entries behind it.
+TEST_F(Options, ASemicolonIsTakenByNoBox) {
+  const std::string descriptions = documentText("User.FreqSuggestions");
+  options([&](Form& form) {
+    const struct {
+      const char *name, *typed, *stays;
+    } boxes[] = {
+        {"Text1(1)", "m;", "m"}, {"Text2(5)", ";W", "W"}, {"Text2(13)", "L;", "L"}, {"Text3(0)", "Le;ap;", "Leap"}};
+    for (const auto& each : boxes) {
+      Control& box = *form.find(each.name);
+      box.type("");
+      EXPECT_FALSE(box.pressKey(';')) << each.name;
+      EXPECT_TRUE(box.pressKey('x')) << each.name;
+      EXPECT_EQ(box.text(), "x") << each.name;
+      box.type(each.typed);
+      EXPECT_EQ(box.text(), each.stays) << each.name;
+      box.setText(std::string(";") + each.stays + ";;");
+      EXPECT_EQ(box.text(), each.stays) << each.name;
+    }
+    click(form, "btnApplyAndClose");
+  });
+  EXPECT_EQ(messages, Texts{});
+  EXPECT_EQ(documentText("User.FreqSuggestions"), descriptions + ";Leap");
+  EXPECT_EQ(documentText("User.FreqSuggestions.Prompt"), ";AD;IN;RE;HR;DY;W;BW;MO;SM;QR;SA;YR;BI;L;");
+  EXPECT_EQ(documentText("User.Time_Unit_Disply"), ";s;m;h;d;w");
+}
+
 TEST_F(Options, MarksInAnAbbreviationShowAsTheyAre) {
   const Shape link = drop(page, "Task Link", 4, 3);
   link.Cells("User.TaskLink_Visible").SetResult(0, 1.0);
