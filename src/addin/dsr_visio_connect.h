@@ -58,6 +58,8 @@ class dsrVisioConnect : public UpkeepListener {
   bool flagFindScopeEntered = false;
   std::vector<Shape> changedShapes;  ///< shapes whose text Replace changed
 
+  Cell renamedRole;  ///< a role's name is being changed in this cell: it is the same role, which keeps its hyperlinks
+
   bool flagRestoringTask = false;  ///< a deletion duplicates a Task to keep it: the copy is no new drop
 
   /// The detail fields of a Task, index 1 to 17; empty until a document of ours was prepared.

@@ -54,11 +54,14 @@ void frequencyOfTaskChanged(const dsrVisioConnect&, const Shape& task) {
   RedrawTaskUpperExtraFields(task, "Frequency_Of_Occurrence");
 }
 
-/// Another role is somebody else: the hyperlinks of the one before go.
+/// Another role is somebody else: the hyperlinks of the one before go, unless it only has another name now.
 void supportingRoleChanged(const dsrVisioConnect& connect, const Shape& task, const std::string& row) {
-  task.Cells("User." + row + "_Hyper").FormulaForce(quoted(""));
-  for (const Shape& member : task.Shapes().all()) {
-    if (member.Data3() == row) member.DeleteSection(visio::sectionHyperlink);
+  const bool isRename = connect.renamedRole && connect.renamedRole == task.Cells("Prop." + row);
+  if (!isRename) {
+    task.Cells("User." + row + "_Hyper").FormulaForce(quoted(""));
+    for (const Shape& member : task.Shapes().all()) {
+      if (member.Data3() == row) member.DeleteSection(visio::sectionHyperlink);
+    }
   }
   redrawTaskLowerFields(connect, task, "controls", snapshotOfListRows(task));
 }

@@ -1,6 +1,7 @@
 #include "vocab/role_names.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/basic_text.h"
 #include "base/text.h"
@@ -20,12 +21,16 @@ bool confirmsDeletion(dsrVisioConnect& connect, const std::string& role) {
 
 }  // namespace
 
-void UpdateOldRoleNames(const Document& document, const std::string& oldName, const std::string& newName) {
+void UpdateOldRoleNames(dsrVisioConnect& connect, const Document& document, const std::string& oldName,
+                        const std::string& newName) {
   forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
     for (const std::string_view name : roleCells) {
       const Cell role = shape.Cells(name);
-      if (role.ResultStr(visio::unitsNone) == oldName) role.FormulaForce(quotedAsIs(newName));
+      if (!(role.ResultStr(visio::unitsNone) == oldName)) continue;
+      const Cell outer = std::exchange(connect.renamedRole, newName.empty() ? Cell() : role);
+      role.FormulaForce(quotedAsIs(newName));
+      connect.renamedRole = outer;
     }
   });
 }

@@ -18,9 +18,11 @@ inline constexpr std::array<std::string_view, 5> roleCells{"Prop.Responsible_Rol
                                                            "Prop.SupportingRole_2", "Prop.SupportingRole_3",
                                                            "Prop.SupportingRole_4"};
 
-/// Gives every use of a role in the document the new name; an empty one clears it. Letter case counts. The new
-/// name stands between quotation marks as it is: one that holds a quotation mark is refused by the host.
-void UpdateOldRoleNames(const Document& document, const std::string& oldName, const std::string& newName);
+/// Gives every use of a role in the document the new name; an empty one clears it. Letter case counts. A renamed role
+/// keeps its hyperlinks. The new name stands between quotation marks as it is: one that holds a quotation mark is
+/// refused by the host.
+void UpdateOldRoleNames(dsrVisioConnect& connect, const Document& document, const std::string& oldName,
+                        const std::string& newName);
 
 /// Copies the document's list to every Task. A list with a quotation mark in it makes a formula that the host refuses,
 /// and the Tasks keep their old lists.
