@@ -11,11 +11,8 @@
 namespace quorvel::addin {
 namespace {
 
-// The first two kinds are what hosts of the releases that we know write. Our own host writes the kinds of the last two
-// and reads "vdx" of the first; a file that the host at hand can't read is refused by it.
-constexpr const char* importFilter =
-    "drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|template file (*.vst;*.vtx)|*.vst;*.vtx"
-    "|drawing file (*.vsdx;*.vdx)|*.vsdx;*.vdx|template file (*.vstx;*.vtx)|*.vstx;*.vtx";
+// The platform adds the kinds of files that the host at hand reads besides these.
+constexpr const char* importFilter = "drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|template file (*.vst;*.vtx)|*.vst;*.vtx";
 
 // Copy, read-only, not listed, minimized, hidden, macros disabled.
 constexpr int openForReading = 1 | 2 | 8 | 16 | 64 | 128;

@@ -10,6 +10,7 @@
 #include "base/basic_text.h"
 #include "base/profile_text.h"
 #include "base/text.h"
+#include "headless/file_filter.h"
 
 namespace quorvel {
 namespace {
@@ -135,7 +136,10 @@ MessageAnswer HeadlessPlatform::showMessage(const MessageBox& box) {
 
 Maybe<std::string> HeadlessPlatform::chooseFile(const FileDialog& dialog) {
   asked.push_back({Asked::Kind::FileDialog, dialog.title});
-  return onFileDialog ? onFileDialog(dialog) : Maybe<std::string>();
+  if (!onFileDialog) return {};
+  FileDialog shown = dialog;
+  shown.filter = withPackageFiles(dialog.filter);
+  return onFileDialog(shown);
 }
 
 void HeadlessPlatform::showModal(Form& form) {

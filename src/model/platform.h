@@ -25,7 +25,7 @@ struct MessageBox {
 
 struct FileDialog {
   std::string title;
-  /// Pairs as "drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|…".
+  /// Pairs as "drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|…". The platform adds the newer kinds of the same files.
   std::string filter;
   std::string startFolder;
 };

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "commands/customize_role_names.h"
+#include "display/task_details.h"
 #include "stories/map_fixture.h"
 
 namespace quorvel {
@@ -110,6 +111,59 @@ TEST_F(Roles, ARenamedRoleIsFollowedByEveryTaskThatUsesIt) {
   EXPECT_EQ(roleOf(first, "Responsible_Role"), "Clerk");
   EXPECT_EQ(roleOf(third, "SupportingRole_4"), "Clerk");
   EXPECT_EQ(roleOf(third, "SupportingRole_3.Format"), defaultRoles);
+}
+
+TEST_F(Roles, ARenamedRoleKeepsItsHyperlinks) {
+  const auto line = [](const Shape& task, const std::string& row) {
+    for (const Shape& member : task.Shapes().all()) {
+      if (member.Data3() == row) return member;
+    }
+    return Shape();
+  };
+  const auto addLink = [&](const Shape& task, const char* row) {
+    EXPECT_TRUE(line(task, row).AddHyperlink().SetAddress(std::string(row) + ".doc"));
+  };
+  const auto address = [&](const Shape& task, const char* row) {
+    const Hyperlink link = line(task, row).Hyperlinks().Item(0);
+    return link.Address().or_("(none)");
+  };
+  for (const char* row : {"Responsible_Role", "SupportingRole_1", "SupportingRole_3"}) {
+    use(first, row, "Clerk");
+    addLink(first, row);
+  }
+  use(first, "SupportingRole_2", "Manager");
+  addLink(first, "SupportingRole_2");
+  // The lines of the second Task are not drawn while the role is renamed.
+  use(second, "SupportingRole_4", "Clerk");
+  addLink(second, "SupportingRole_4");
+  ASSERT_TRUE(second.Cells("User.Supporting_Role4").FormulaForce("0"));
+  addin::redrawAllTaskFields(session.addin(), second);
+  ASSERT_FALSE(line(second, "SupportingRole_4"));
+
+  enterName("Bookkeeper");
+  customize([&](Form& form) {
+    select(form, "Clerk");
+    form.find("btnEdit")->click();
+  });
+  for (const char* row : {"Responsible_Role", "SupportingRole_1", "SupportingRole_3"}) {
+    EXPECT_EQ(roleOf(first, row), "Bookkeeper") << row;
+    EXPECT_EQ(address(first, row), std::string(row) + ".doc");
+  }
+  EXPECT_TRUE(line(first, "PicLinkedSupportingRole_1"));
+  EXPECT_EQ(address(first, "SupportingRole_2"), "SupportingRole_2.doc");
+  ASSERT_TRUE(second.Cells("User.Supporting_Role4").FormulaForce("1"));
+  addin::redrawAllTaskFields(session.addin(), second);
+  EXPECT_EQ(address(second, "SupportingRole_4"), "SupportingRole_4.doc");
+
+  // Another role is somebody else, and a deleted one is nobody.
+  use(first, "SupportingRole_1", "Director");
+  EXPECT_EQ(address(first, "SupportingRole_1"), "(none)");
+  answers = {MessageAnswer::Yes, MessageAnswer::Yes};
+  customize([&](Form& form) {
+    select(form, "Bookkeeper");
+    form.find("btnDelete")->click();
+  });
+  EXPECT_EQ(text(second, "User.SupportingRole_4_Hyper"), "");
 }
 
 TEST_F(Roles, ANameThatCannotStandInTheListIsTurnedAway) {
@@ -253,7 +307,9 @@ TEST_F(RoleImport, TakesTheMissingRolesOfAnotherDrawing) {
     EXPECT_EQ(app.Documents().Count(), open) << name;
   }
   EXPECT_TRUE(messages.empty());
-  EXPECT_EQ(filter.find("drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|template file (*.vst;*.vtx)|*.vst;*.vtx"), 0u);
+  EXPECT_EQ(filter,
+            "drawing file (*.vsd;*.vsdx;*.vdx)|*.vsd;*.vsdx;*.vdx|template file (*.vst;*.vstx;*.vtx)|"
+            "*.vst;*.vstx;*.vtx");
 
   // A drawing that is open is read where it stands, with what was not saved, and stays.
   const Window ours = app.ActiveWindow();
