@@ -37,6 +37,11 @@ frmCopiedTaskIdSuggestion::frmCopiedTaskIdSuggestion(dsrVisioConnect& parent)
   escapeUnloads(txtNextTaskNumber,
                 [this](int key) { return filterNumberKey(frmParent.platform, txtNextTaskNumber, key, 5, true, true); });
   BtnOK.onClick = [this] {
+    if (!numberInBox(txtNextTaskNumber.text())) {
+      frmParent.platform.beep();
+      txtNextTaskNumber.focus();
+      return;
+    }
     refused_ = false;
     close();
   };
@@ -44,14 +49,15 @@ frmCopiedTaskIdSuggestion::frmCopiedTaskIdSuggestion(dsrVisioConnect& parent)
 
 void frmCopiedTaskIdSuggestion::loading() {
   refused_ = true;
-  std::string letters = taskIdLettersOf(page_);
-  long number = nextTaskIdOf(page_);
-  if (letters.empty()) {
+  Maybe<std::string> letters = taskIdLettersOf(page_);
+  Maybe<long> number = nextTaskIdOf(page_);
+  if (letters == "") {
     letters = getTaskLetterPartFromPageName(page_);
     number = 1;
   }
-  txtTaskIdLetter.setText(letters);
-  txtNextTaskNumber.setText(std::to_string(number));
+  // What the host does not tell is left to the user: a guess could give an ID twice.
+  txtTaskIdLetter.setText(letters.or_({}));
+  txtNextTaskNumber.setText(number ? std::to_string(*number) : std::string());
   refreshSuggestion();
   OptionNew.setState(CheckState::On);
 }
@@ -60,12 +66,13 @@ bool frmCopiedTaskIdSuggestion::unloading() {
   if (refused_) return true;
   frmParent.flagKeepTaskIdNumbers = OptionKeep.isOn();
   frmParent.strTaskIdLetters = txtTaskIdLetter.text();
-  frmParent.iTaskIdNumber = numberInBox(txtNextTaskNumber.text());
+  frmParent.iTaskIdNumber = numberInBox(txtNextTaskNumber.text()).or_(0);
   return true;
 }
 
 void frmCopiedTaskIdSuggestion::refreshSuggestion() {
-  txtSuggestedTaskId.setText(taskIdText(txtTaskIdLetter.text(), numberInBox(txtNextTaskNumber.text())));
+  const Maybe<long> number = numberInBox(txtNextTaskNumber.text());
+  txtSuggestedTaskId.setText(number ? taskIdText(txtTaskIdLetter.text(), *number) : std::string());
 }
 
 }  // namespace quorvel::addin

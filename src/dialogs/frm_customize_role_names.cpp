@@ -111,7 +111,7 @@ void frmCustomizeRoleNames::editRole() {
     lstRoleNames.removeRow(static_cast<std::size_t>(place));
     lstRoleNames.addRow(dialog.roleName());
     beginStep();
-    UpdateOldRoleNames(document_, oldName, dialog.roleName());
+    UpdateOldRoleNames(frmParent, document_, oldName, dialog.roleName());
   }
   refreshButtons();
 }
@@ -135,7 +135,7 @@ void frmCustomizeRoleNames::deleteRoles() {
     }
     beginStep();
     for (std::size_t i = names.size(); i-- > 0;) {
-      if (!names[i].empty()) UpdateOldRoleNames(document_, names[i], "");
+      if (!names[i].empty()) UpdateOldRoleNames(frmParent, document_, names[i], "");
     }
   }
   refreshButtons();

@@ -26,7 +26,12 @@ frmTaskIdSuggestion::frmTaskIdSuggestion(dsrVisioConnect& frmParent)
     return filterNumberKey(platform, txtTaskNumber, key, 5, true, true);
   });
   escapeUnloads(BtnOK);
-  BtnOK.onClick = [this] {
+  BtnOK.onClick = [this, &platform = frmParent.platform] {
+    if (!numberInBox(txtTaskNumber.text())) {
+      platform.beep();
+      txtTaskNumber.focus();
+      return;
+    }
     refused_ = false;
     hide();
   };
@@ -39,13 +44,16 @@ void frmTaskIdSuggestion::suggest(const std::string& letters) {
   refreshSuggestion();
 }
 
-long frmTaskIdSuggestion::number() const { return numberInBox(txtTaskNumber.text()); }
+Maybe<long> frmTaskIdSuggestion::number() const { return numberInBox(txtTaskNumber.text()); }
 
 bool frmTaskIdSuggestion::unloading() {
   refused_ = true;
   return true;
 }
 
-void frmTaskIdSuggestion::refreshSuggestion() { txtSuggestedTaskId.setText(taskIdText(letters(), number())); }
+void frmTaskIdSuggestion::refreshSuggestion() {
+  const Maybe<long> fits = number();
+  txtSuggestedTaskId.setText(fits ? taskIdText(letters(), *fits) : std::string());
+}
 
 }  // namespace quorvel::addin

@@ -18,7 +18,8 @@ class frmTaskIdSuggestion : public Form {
   /// True unless the dialog was left by OK.
   bool refused() const { return refused_; }
   const std::string& letters() const { return txtTaskIdLetters.text(); }
-  long number() const;
+  /// Nothing while the box holds a number that is too large for a Task; OK is then refused.
+  Maybe<long> number() const;
 
  protected:
   void loading() override { refused_ = true; }

@@ -19,7 +19,7 @@ bool askTaskIdSuggestion(dsrVisioConnect& connect, const Page& page) {
   if (dialog->refused()) return false;
 
   const Shape sheet = page.PageSheet();
-  sheet.Cells("User.Next_Task_Id").SetResult(visio::unitsNone, dialog->number());
+  sheet.Cells("User.Next_Task_Id").SetResult(visio::unitsNone, dialog->number().or_(0));
   sheet.Cells("User.Task_Id_Letters").FormulaForce(quoted(dialog->letters()));
   return true;
 }

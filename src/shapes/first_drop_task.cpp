@@ -62,6 +62,8 @@ void addRoleHyperlinkRows(const Shape& task) {
 
 void prepareFrequencyAndTime(const Shape& task, const Document& document) {
   addPropRow(task, "Frequency_Partial");
+  // A bare new row reads as 0, which would count as an abbreviation.
+  task.Cells("Prop.Frequency_Partial").FormulaForce(quoted(""));
   task.Cells("Prop.Frequency_Partial.Invisible").FormulaForce("1");
   addPropRow(task, "Process_Time_Str");
   task.Cells("Prop.Process_Time_Str").FormulaForce(quoted(""));
@@ -101,11 +103,19 @@ void drawCover(const Shape& task) {
   Protection(cover);
 }
 
+/// The page counts on before the number is used, so that no ID is given twice: where the host does not tell the page's
+/// letters or number, or does not let it count, the Task stays without an ID.
 void giveTaskId(const Shape& task, const Page& page) {
-  const long number = nextTaskIdOf(page);
   const Cell id = task.Cells("Prop.Task_ID");
-  id.FormulaForce(quoted(taskIdText(taskIdLettersOf(page), number)));
-  page.PageSheet().Cells("User.Next_Task_Id").SetResult(visio::unitsNone, number + 1);
+  const Maybe<long> number = nextTaskIdOf(page);
+  const Maybe<std::string> letters = taskIdLettersOf(page);
+  const bool counted =
+      number && letters && page.PageSheet().Cells("User.Next_Task_Id").SetResult(visio::unitsNone, *number + 1);
+  if (!counted) {
+    id.FormulaForce(quoted(""));
+    return;
+  }
+  id.FormulaForce(quoted(taskIdText(*letters, *number)));
   // The name is how a later change of the ID knows the old one.
   task.SetName(id.ResultStr(visio::unitsNone));
 }

@@ -1,9 +1,5 @@
 #include "shapes/task_id.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <limits>
-
 #include "base/basic_text.h"
 #include "base/text.h"
 
@@ -18,22 +14,23 @@ std::string taskLettersFromPageName(std::string_view pageName) {
 
 std::string getTaskLetterPartFromPageName(const Page& page) { return taskLettersFromPageName(page.Name().or_({})); }
 
-long numberInBox(std::string_view text) {
-  constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
-  std::int64_t number = 0;
+Maybe<long> numberInBox(std::string_view text) {
+  long number = 0;
   for (const char digit : trimmed(text)) {
     if (digit < '0' || digit > '9') break;
-    number = std::min(number * 10 + (digit - '0'), largest);
+    number = number * 10 + (digit - '0');
+    if (number > largestTaskNumber) return {};
   }
-  return static_cast<long>(number);
+  return number;
 }
 
-long nextTaskIdOf(const Page& page) {
-  return page.PageSheet().Cells("User.Next_Task_Id").ResultInt(visio::unitsNone, 1).or_(0);
+Maybe<long> nextTaskIdOf(const Page& page) {
+  const Maybe<int> number = page.PageSheet().Cells("User.Next_Task_Id").ResultInt(visio::unitsNone, 1);
+  return number && *number <= largestTaskNumber ? Maybe<long>(*number) : Maybe<long>();
 }
 
-std::string taskIdLettersOf(const Page& page) {
-  return page.PageSheet().Cells("User.Task_Id_Letters").ResultStr(visio::unitsNone).or_({});
+Maybe<std::string> taskIdLettersOf(const Page& page) {
+  return page.PageSheet().Cells("User.Task_Id_Letters").ResultStr(visio::unitsNone);
 }
 
 }  // namespace quorvel::addin

@@ -16,12 +16,16 @@ std::string taskLettersFromPageName(std::string_view pageName);
 /// The same for a page.
 std::string getTaskLetterPartFromPageName(const Page& page);
 
-/// The number that a number box holds, by its leading digits; 0 for an empty box. What is too large to be a Task number
-/// is cut to 2147483647.
-long numberInBox(std::string_view text);
+/// The page's counter goes one further and must still fit into 32 bits.
+inline constexpr long largestTaskNumber = 2147483646;
 
-/// The page's cells for its IDs: the number of the next Task and the letters.
-long nextTaskIdOf(const Page& page);
-std::string taskIdLettersOf(const Page& page);
+/// The number that a number box holds, by its leading digits; 0 for an empty box. Nothing when it is above
+/// `largestTaskNumber`.
+Maybe<long> numberInBox(std::string_view text);
+
+/// The page's cells for its IDs: the number of the next Task and the letters. Nothing where the host does not tell
+/// them, or where the number is too large for a Task.
+Maybe<long> nextTaskIdOf(const Page& page);
+Maybe<std::string> taskIdLettersOf(const Page& page);
 
 }  // namespace quorvel::addin
