@@ -113,6 +113,7 @@ TEST_F(FirstDrop, CellsOfATask) {
       {"Prop.Time_Units", "\"Minutes\""},
       {"Prop.Responsible_Role.Type", "1"},
       {"Prop.SupportingRole_4.Invisible", "0"},
+      {"Prop.Frequency_Partial", "\"\""},
       {"Prop.Frequency_Partial.Invisible", "1"},
       {"Prop.Process_Time_Str", "\"\""},
       {"User.SupportingRole_2_Hyper", "\"\""},
@@ -204,6 +205,59 @@ TEST_F(FirstDrop, CellsOfAProcessConnector) {
   EXPECT_EQ(connector.Data1(), "Process Connector");
   EXPECT_EQ(connector.Name(), "Connector." + text(connector, "Prop.Connecting_TaskID"));
   EXPECT_EQ(connector.CellExists("User.AlreadyAdded", 1), true);
+}
+
+TEST_F(FirstDrop, NoIdIsGivenTwice) {
+  const Page page = newMap("AB Order entry");
+  const Cell next = page.PageSheet().Cells("User.Next_Task_Id");
+  const auto dropAndRead = [&] {
+    const Shape task = dropTask(page);
+    EXPECT_TRUE(task) << lastRefusal();
+    return text(task, "Prop.Task_ID");
+  };
+  dropTask(page);
+  // The page does not tell its number, or does not let it be counted.
+  for (const char* formula : {"\"many\"", "2147483647", "1E20", "GUARD(2)"}) {
+    ASSERT_TRUE(next.FormulaForce(formula));
+    EXPECT_EQ(dropAndRead(), "") << formula;
+    EXPECT_EQ(next.Formula(), formula) << "nothing is counted";
+  }
+  ASSERT_TRUE(next.FormulaForce("2147483646"));
+  EXPECT_EQ(dropAndRead(), "AB2147483646");
+  ASSERT_TRUE(next.FormulaForce("2"));
+  EXPECT_EQ(dropAndRead(), "AB02");
+
+  // The dialog takes no number that does not fit.
+  const Page other = map.Pages().Add();
+  session.platform().onForm = [&](Form& form) {
+    Control& number = *form.find("txtTaskNumber");
+    number.type("2147483647");
+    EXPECT_EQ(form.find("txtSuggestedTaskId")->text(), "");
+    form.find("BtnOK")->click();
+    EXPECT_TRUE(form.isOpen());
+    EXPECT_EQ(form.focused(), &number);
+    number.type("12");
+    form.find("BtnOK")->click();
+    EXPECT_FALSE(form.isOpen());
+  };
+  EXPECT_EQ(text(dropTask(other), "Prop.Task_ID"), "Z12");
+}
+
+// A refused call is a rule that did not take effect, or one that comes before the row that it needs.
+TEST_F(FirstDrop, MakesNoCallThatTheHostRefuses) {
+  const Page page = newMap("AB Order entry");
+  for (const char* master : {"Task", "Task", "Task Link", "Process Connector"}) {
+    const std::size_t before = session.host().refusalCount();
+    const Shape shape = drop(page, master);
+    ASSERT_TRUE(shape) << master;
+    std::string refused;
+    const auto all = session.host().refusals();
+    for (std::size_t n = session.host().refusalCount() - before; n > 0; --n) {
+      const auto& refusal = all[all.size() - n];
+      refused += "\n" + refusal.object + ": " + refusal.reason;
+    }
+    EXPECT_EQ(refused, "") << master;
+  }
 }
 
 TEST_F(FirstDrop, ALinkFollowsTheTasksThatItIsGluedTo) {
