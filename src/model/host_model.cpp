@@ -1,5 +1,8 @@
 #include "model/host_model.h"
 
+#include <cmath>
+#include <limits>
+
 namespace quorvel {
 namespace {
 
@@ -45,7 +48,9 @@ Maybe<int> Handle::integer(Member member, std::initializer_list<Argument> argume
                                    ? backend_->call(object_, member, list(arguments))
                                    : backend_->get(object_, member, list(arguments));
   const Maybe<double> number = value ? asNumber(*value) : Maybe<double>();
-  return number ? Maybe<int>(static_cast<int>(*number)) : Maybe<int>();
+  // A number that does not fit is not read at all, rather than as another one.
+  constexpr double beyond = 1.0 + std::numeric_limits<int>::max();
+  return number && std::fabs(*number) < beyond ? Maybe<int>(static_cast<int>(*number)) : Maybe<int>();
 }
 
 Maybe<bool> Handle::truth(Member member, std::initializer_list<Argument> arguments) const {
@@ -154,7 +159,10 @@ Shape Shapes::ItemFromID(int id) const { return object<Shape>(Member::Shapes_Ite
 std::vector<Shape> Shapes::all() const { return itemsOf<Shape>(*this, 1); }
 
 Master Shape::Master() const { return object<class Master>(Member::Shape_Master); }
-Shape Shape::Parent() const { return object<Shape>(Member::Shape_Parent); }
+Shape Shape::Parent() const {
+  const Handle parent = object<Handle>(Member::Shape_Parent);
+  return parent.ref().kind == ObjectKind::Shape ? Shape(parent.backend(), parent.ref()) : Shape();
+}
 Page Shape::ContainingPage() const { return object<Page>(Member::Shape_ContainingPage); }
 Shape Shape::ContainingShape() const { return object<Shape>(Member::Shape_ContainingShape); }
 Document Shape::Document() const { return object<class Document>(Member::Shape_Document); }

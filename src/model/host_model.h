@@ -295,7 +295,7 @@ class Shape : public Handle {
   bool SetData3(const Maybe<std::string>& value) const { return putText(Member::Shape_Data3, value); }
   /// Null for a drawn shape. A member that came with its group's master answers that master.
   class Master Master() const;
-  /// The containing group; null when the shape stands on the page itself.
+  /// The containing group; null when the shape's parent is its page, see ContainingPage.
   Shape Parent() const;
   Page ContainingPage() const;
   /// The group, or the page's sheet for a shape that stands on the page itself.

@@ -377,7 +377,7 @@ TEST_F(Surface, MembersAnswerTheMasterTheyCameWith) {
   EXPECT_FALSE(rectangle().Master());
   EXPECT_EQ(group.Shapes().Item(1).ContainingShape(), group);
   EXPECT_EQ(group.ContainingShape(), page.PageSheet());
-  EXPECT_FALSE(group.Parent());
+  EXPECT_FALSE(group.Parent()) << "a page is no shape";
 }
 
 TEST_F(Surface, DropConnectedPlacesBesideAndGluesBothEnds) {

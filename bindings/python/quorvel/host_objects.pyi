@@ -362,8 +362,8 @@ class Shape(Handle):
     def Master(self) -> _h.Master | None:
         """The master that it is an instance of; None for a drawn shape."""
     @property
-    def Parent(self) -> Shape | None:
-        """The group that holds it; None when it stands on the page itself."""
+    def Parent(self) -> Shape | Page | None:
+        """The group that holds it, else the page on which it stands; None for the sheet of a page or document."""
     @property
     def ContainingPage(self) -> Page:
         """The page that it stands on."""

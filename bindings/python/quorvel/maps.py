@@ -171,6 +171,6 @@ def _duration(shape: Shape, cell: str) -> str:
 
 
 def _label(shape: Shape) -> str:
-    while (group := shape.Parent) is not None:
+    while isinstance(group := shape.Parent, type(shape)):
         shape = group
     return _text(shape, "Prop.Task_ID") or _text(shape, "Prop.Connecting_TaskID") or shape.Name

@@ -81,7 +81,9 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
       return Variant(store.master(master) ? refTo(ObjectKind::Master, master.value) : ObjectRef{});
     }
     case Member::Shape_Parent:
-      return Variant(sheet.parent ? refTo(ObjectKind::Shape, sheet.parent.value) : ObjectRef{});
+      if (sheet.parent) return Variant(refTo(ObjectKind::Shape, sheet.parent.value));
+      return Variant(sheet.isShape() && store.page(sheet.page) ? refTo(ObjectKind::Page, sheet.page.value)
+                                                               : ObjectRef{});
     case Member::Shape_ContainingPage:
       if (!store.page(sheet.page) || store.page(sheet.page)->master) return refuse("the sheet stands on no page");
       return Variant(refTo(ObjectKind::Page, sheet.page.value));
