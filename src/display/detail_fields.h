@@ -49,7 +49,7 @@ inline constexpr std::array<DetailField, 18> detailFields{{
 }};
 // clang-format on
 
-inline constexpr int lastListRow = 10, lastLowerField = 14, rowsOfOneList = 5;
+inline constexpr int lastListRow = 10, lastLowerField = 14, responsibleRole = 17, rowsOfOneList = 5;
 /// Data2 of the line from which the lower fields hang.
 inline constexpr std::string_view verticalTag = "Vertical";
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "data/install_folder.h"
 #include "display/detail_fields.h"
@@ -30,7 +31,7 @@ Layer detailLayerOf(const Shape& task) {
 void markDetail(const Shape& shape, const Layer& layer, std::string_view tag, std::string_view row) {
   layer.Add(shape, 1);
   shape.SetData1(std::string(marks::detail));
-  if (!row.empty()) shape.SetData3(std::string(row));
+  if (!row.empty()) askAgain([&] { return shape.SetData3(std::string(row)); });
   // A shape without its tag would never be found again, and nobody else may delete it.
   if (shape.SetData2(std::string(tag))) return;
   shape.Cells("LockDelete").FormulaForce("0");
@@ -75,14 +76,15 @@ void drawLineIcon(const dsrVisioConnect& connect, const Shape& task, const Shape
 }
 
 void deleteDetails(const Shape& task, std::span<const std::string_view> tags, ListRows& rows) {
-  const Shapes members = task.Shapes();
-  for (int place = members.Count().or_(0); place > taskMember::lowerBox; --place) {
-    const Shape member = members.Item(place);
-    const Maybe<std::string> tag = member.Data2();
+  // A line that stayed would show another text after the redraw, and give it its own hyperlinks.
+  const Shapes members = askAgain([&] { return task.Shapes(); });
+  for (int place = askAgain([&] { return members.Count(); }).or_(0); place > taskMember::lowerBox; --place) {
+    const Shape member = askAgain([&] { return members.Item(place); });
+    const Maybe<std::string> tag = askAgain([&] { return member.Data2(); });
     if (!tag || std::ranges::find(tags, *tag) == tags.end()) continue;
     saveFieldHyperlinks(member, rows);
-    member.Cells("LockDelete").FormulaForce("0");
-    member.Delete();
+    askAgain([&] { return member.Cells("LockDelete").FormulaForce("0"); });
+    askAgain([&] { return member.Delete(); });
   }
 }
 

@@ -11,14 +11,18 @@ namespace quorvel::addin {
 
 /// Every hyperlink as ";", address, ",", description, ",", sub-address, ",", 0 or -1 for the default link, ",", frame.
 /// Nothing is escaped: drawings hold such texts, and a ";" or "," inside a link shifts its parts on reading.
-std::string hyperlinksAsText(const Shape& line);
+/// Nothing when the host does not tell one of them.
+Maybe<std::string> hyperlinksAsText(const Shape& line);
+
+/// The text that the Task keeps for the line at this position of the table of details.
+std::string keptHyperlinks(const Shape& task, int position);
 
 /// Adds the hyperlinks that the text holds to the line.
 void restoreHyperlinks(const Shape& line, std::string_view text);
 
 /// To be called before a detail line is deleted. Hyperlinks of a list row go into its slot, those of a role into its
-/// User row; without hyperlinks both places are emptied, so that links that the user removed do not come back. Icons
-/// and shapes that are no details are passed over.
+/// User row; without hyperlinks both places are emptied, so that links that the user removed do not come back. What
+/// is kept stays as it was where the line's links can't be read. Icons and shapes that are no details are passed over.
 void saveFieldHyperlinks(const Shape& subShape, ListRows& rows);
 
 }  // namespace quorvel::addin

@@ -1,5 +1,6 @@
 #include "display/list_rows.h"
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "display/detail_fields.h"
 
@@ -10,32 +11,39 @@ std::string cellOf(std::size_t slot, std::string_view cell) {
   return "Prop." + std::string(detailFields[slot + 1].row) + std::string(cell);
 }
 
-std::string textOf(const Shape& task, std::size_t slot, std::string_view cell) {
-  return task.Cells(cellOf(slot, cell)).ResultStr(visio::unitsNone).or_({});
+Maybe<std::string> textOf(const Shape& task, std::size_t slot, std::string_view cell) {
+  return askAgain([&] { return task.Cells(cellOf(slot, cell)).ResultStr(visio::unitsNone); });
+}
+
+void writeText(const Shape& task, std::size_t slot, std::string_view cell, std::string_view text) {
+  askAgain([&] { return task.Cells(cellOf(slot, cell)).FormulaForce(quoted(text)); });
 }
 
 }  // namespace
 
 ListRows snapshotOfListRows(const Shape& task) {
   ListRows rows;
-  for (std::size_t slot = 0; slot < rows.values.size(); ++slot) rows.values[slot] = textOf(task, slot, ".Value");
+  for (std::size_t slot = 0; slot < rows.values.size(); ++slot)
+    rows.values[slot] = textOf(task, slot, ".Value").or_({});
   return rows;
 }
 
 void readLabels(const Shape& task, ListRows& rows) {
-  for (std::size_t slot = 0; slot < rows.labels.size(); ++slot) rows.labels[slot] = textOf(task, slot, ".Label");
+  for (std::size_t slot = 0; slot < rows.labels.size(); ++slot)
+    rows.labels[slot] = textOf(task, slot, ".Label").or_({});
 }
 
 void carryLabelsOver(const Shape& task, const ListRows& old) {
   for (std::size_t row = 0; row < old.values.size(); ++row) {
-    const std::string value = textOf(task, row, ".Value");
+    const Maybe<std::string> value = textOf(task, row, ".Value");
+    if (!value) continue;
     const std::size_t firstOfList = row - row % rowsOfOneList;
     std::string label;
     for (std::size_t slot = firstOfList; slot < firstOfList + rowsOfOneList; ++slot) {
-      if (old.values[slot] == value) label = old.labels[slot];
+      if (value == old.values[slot]) label = old.labels[slot];
     }
-    task.Cells(cellOf(row, ".Label")).FormulaForce(quoted(label));
-    task.Cells(cellOf(row, ".Prompt")).FormulaForce(quoted(value));
+    writeText(task, row, ".Label", label);
+    writeText(task, row, ".Prompt", *value);
   }
 }
 

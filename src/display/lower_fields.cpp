@@ -14,6 +14,11 @@
 namespace quorvel::addin {
 namespace {
 
+// Texts of one line measure less than this; they must not pull the rows up.
+constexpr double oneLine = 0.25;
+// Only four fifths of what is carried arrive on the drawing.
+constexpr double arrives = 0.8;
+
 // Inches below the lower edge of the Task.
 std::string inches(double value) { return fixedNumber(value, 6); }
 
@@ -46,18 +51,16 @@ void drawLine(const dsrVisioConnect& connect, const Shape& task, const Layer& la
   line.Cells("LineColor").FormulaForce("Guard(0)");
   line.Cells("LineCap").FormulaForce("Guard(0)");
   addHyperlinkAction(line);
-  restoreHyperlinks(line, task.Cells(cellOfKeptHyperlinks(position)).ResultStr(visio::unitsNone).or_({}));
+  restoreHyperlinks(line, keptHyperlinks(task, position));
   markDetail(line, layer, field.tag, field.row);
   drawLineIcon(connect, task, line, layer, position, line.Hyperlinks().Count() > 0);
 }
 
 /// What a pair of texts adds to the heights carried, from half the sum of their heights.
 double pushedBy(double height) {
-  // Texts of one line measure less than this; they must not pull the rows up.
-  constexpr double oneLine = 0.25;
-  // Only four fifths of what is carried arrive on the drawing. Beyond four lines that would let texts run into each
-  // other, so from there on what they need is carried whole; their margins, 4 pt on each side, may lie over each other.
-  constexpr double margins = 8.0 / 72, step = 0.2, arrives = 0.8;
+  // Beyond four lines what arrives would let texts run into each other, so from there on what they need is carried
+  // whole; their margins, 4 pt on each side, may lie over each other.
+  constexpr double margins = 8.0 / 72, step = 0.2;
   return std::max({0.0, height - oneLine, (height - margins - step) / arrives});
 }
 
@@ -80,9 +83,11 @@ void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std:
     for (int position = 1; position < *start; ++position) place += isShown(position);
     vertical.Cells("EndY").FormulaForce(inches(-0.2 * place));
 
-    double carried = 0;  // what longer texts above have taken beyond one line
+    double carried = 0;  // what longer texts have taken beyond one line
     for (int position = *start; position <= lastLowerField; ++position) {
       if (!isShown(position)) continue;
+      // A line's text is centred on it: half of what the first one has beyond one line would rise over the Task.
+      if (place == 0) carried = std::max(0.0, heights.heightAt(position) - oneLine) / 2 / arrives;
       ++place;
       const double level = -0.25 * (place + 1) - 0.1 - carried;
       const double y = level - 0.2 * level;

@@ -2,6 +2,7 @@
 
 #include "base/basic_text.h"
 #include "base/text.h"
+#include "display/detail_fields.h"
 #include "display/detail_shapes.h"
 #include "display/field_hyperlinks.h"
 #include "vocab/time_units.h"
@@ -37,7 +38,7 @@ void drawResponsibleRole(const Shape& task) {
                      {"TxtWidth", "Width*0.7"}});
   arch.Characters().AddCustomField("=" + cellOfTask(task, "Prop.Responsible_Role"), 0);
   addHyperlinkAction(arch);
-  restoreHyperlinks(arch, textOf(task, "User.Responsible_Role_Hyper"));
+  restoreHyperlinks(arch, keptHyperlinks(task, responsibleRole));
   for (const char* cell : {"FillForegnd", "FillPattern", "LinePattern", "LineWeight", "LineColor", "LineCap"}) {
     tieToTask(arch, task, cell);
   }

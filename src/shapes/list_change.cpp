@@ -1,5 +1,6 @@
 #include "shapes/list_change.h"
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "display/detail_fields.h"
@@ -12,8 +13,9 @@ namespace {
 constexpr int columnPropVerify = 7;
 
 void writeRow(const Shape& task, const std::string& row, std::string_view entry) {
-  const Cell value = task.Cells(row + ".Value");
-  value.FormulaForce(quoted(trimmed(entry)));
+  const Cell value = askAgain([&] { return task.Cells(row + ".Value"); });
+  // The links of a text that is missing from the list are given up.
+  askAgain([&] { return value.FormulaForce(quoted(trimmed(entry))); });
   task.Cells(row + ".Invisible").FormulaForce("=True");
   if (const auto place = value.Row()) {
     task.CellsSRC(visio::sectionProp, *place, columnPropVerify).FormulaForce("=No Formula");
@@ -21,8 +23,11 @@ void writeRow(const Shape& task, const std::string& row, std::string_view entry)
 }
 
 void spread(const dsrVisioConnect& connect, const Shape& task, const char* list, int firstPosition, bool keepsPrompt) {
+  const Maybe<std::string> text = askAgain([&] { return task.Cells(list).ResultStr(visio::unitsNone); });
+  // A list that can't be read must not empty its rows.
+  if (!text) return;
   const ListRows before = snapshotOfListRows(task);
-  std::vector<std::string> entries = parse(task.Cells(list).ResultStr(visio::unitsNone).or_({}), ";");
+  std::vector<std::string> entries = parse(*text, ";");
   entries.resize(rowsOfOneList);
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const auto position = static_cast<std::size_t>(firstPosition) + i;

@@ -173,6 +173,11 @@ TEST_F(TaskDetails, LongTextsPushTheNextRowsDown) {
   }
   EXPECT_GT(number(line("controls4"), "TxtHeight"), 1) << "it does wrap";
 
+  // The first one goes down by half of what it has beyond a line, so that it does not rise over the Task.
+  const double firstHeight = number(line("controls1"), "TxtHeight");
+  EXPECT_GT(firstHeight, 0.3);
+  EXPECT_NEAR(number(line("controls1"), "PinY"), -0.48 - (firstHeight - 0.25) / 2, 1e-6);
+
   // The measuring leaves nothing behind. An empty row is passed over; the last one stands for itself.
   const Maybe<int> members = task.Shapes().Count();
   const double last = number(line("SupportingRole_4"), "TxtHeight"), fifth = number(line("controls5"), "TxtHeight");
