@@ -59,10 +59,12 @@ TEST_F(TaskDetails, RoleFrequencyAndTimeStandAtTheTaskItself) {
 
   // The role stays on the upper edge and bears the Task's look.
   task.Cells("Width").SetFormula("2 in");
-  task.Cells("Height").SetFormula("1.4 in");
+  write("Prop.Task_Description", std::string(200, 'm') + std::string(100, ' ') + std::string(200, 'm'));
+  const double height = number(task, "Height");
+  EXPECT_GT(height, 1.4);
   task.Cells("FillForegnd").SetFormula("RGB(1,2,3)");
   EXPECT_EQ(number(role, "Width"), 2);
-  EXPECT_EQ(number(role, "PinY"), 1.4);
+  EXPECT_EQ(number(role, "PinY"), height);
   EXPECT_EQ(text(role, "FillForegnd"), text(task, "FillForegnd"));
 
   write("Prop.Frequency_Of_Occurrence", "Weekly");
@@ -185,6 +187,93 @@ TEST_F(TaskDetails, LongTextsPushTheNextRowsDown) {
   EXPECT_NEAR(addin::calcTxtdown(task, 5), (fifth + last) / 2, 1e-6);
   EXPECT_NEAR(addin::calcTxtUp(task, 14, 5), (fifth + last) / 2 - 0.02, 1e-6);
   EXPECT_EQ(task.Shapes().Count(), members);
+}
+
+TEST_F(TaskDetails, ATaskGrowsWithItsDescription) {
+  write("Prop.Responsible_Role", "Clerk");
+  write("Prop.Guidelines", "One;Two");
+  const Shape lower = task.Shapes().Item(2), description = task.Shapes().Item(4);
+  const Shape side = drop(page, "Task Link", 6), above = drop(page, "Task Link", 5, 8);
+  ASSERT_TRUE(side.Cells("BeginX").GlueTo(task.Cells("Connections.X2")));
+  ASSERT_TRUE(above.Cells("EndX").GlueTo(task.Cells("Connections.X4")));
+  description.AddNamedRow(visio::sectionUser, "Needed", 0);
+  ASSERT_TRUE(description.Cells("User.Needed").SetFormula("TEXTHEIGHT(TheText,TxtWidth)"));
+  const double sideY = number(side, "BeginY");
+
+  const auto expectWhole = [&](const Shape& task) {
+    const Shape lower = task.Shapes().Item(2), description = task.Shapes().Item(4);
+    const double height = number(task, "Height"), boxHeight = number(description, "Height");
+    EXPECT_NEAR(height, number(lower, "Height") + boxHeight, 1e-9);
+    const double bottom = number(description, "PinY") - number(description, "LocPinY");
+    EXPECT_NEAR(bottom, number(lower, "Height"), 1e-9);
+    EXPECT_NEAR(bottom + boxHeight, height, 1e-9);
+    EXPECT_NEAR(boxHeight - number(description, "LocPinY"), 0.07, 1e-9);
+  };
+  const std::string sentence = "Whoever records an order asks for the delivery address and reads it back. ";
+  const struct {
+    int sentences;
+    const char* width;
+  } cases[] = {{1, "1.5 in"}, {4, "1.5 in"}, {4, "0.9 in"}, {12, "2.5 in"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(c.sentences) + " on " + c.width);
+    std::string text;
+    for (int i = 0; i < c.sentences; ++i) text += sentence;
+    write("Prop.Task_Description", text);
+    task.Cells("Width").SetFormula(c.width);
+    const double height = number(task, "Height");
+    expectWhole(task);
+    EXPECT_EQ(height > 1.1, c.sentences > 1) << height;
+    EXPECT_GE(number(description, "TxtHeight") + 1e-9, number(description, "User.Needed")) << "the text fits its box";
+    // What belongs to the Task stays at its place; a link at the side does not move at all.
+    EXPECT_EQ(number(line("Responsible_Role"), "PinY"), height);
+    EXPECT_EQ(number(task.Shapes().Item(5), "Height"), height) << "the cover";
+    EXPECT_NEAR(number(line("controls1"), "PinY"), -0.48, 1e-9);
+    EXPECT_NEAR(number(side, "BeginY"), sideY, 1e-9);
+    EXPECT_NEAR(number(above, "EndY"), number(task, "PinY") + height / 2, 1e-9);
+  }
+  EXPECT_NEAR(number(lower, "Height"), 0.18, 1e-9);
+
+  // Nobody sets the height by hand. A copy whose height is the sum of its own boxes grows as well.
+  EXPECT_EQ(number(task, "LockHeight"), 1);
+  EXPECT_FALSE(task.Cells("Height").SetFormula("2 in"));
+  const Shape copy = task.Duplicate();
+  ASSERT_TRUE(copy) << lastRefusal();
+  const std::string lowerSheet = copy.Shapes().Item(2).NameID().or_("?"),
+                    descriptionSheet = copy.Shapes().Item(4).NameID().or_("?");
+  ASSERT_TRUE(copy.Cells("Height").FormulaForce(lowerSheet + "!Height + " + descriptionSheet + "!Height"));
+  const double before = number(copy, "Height");
+  EXPECT_EQ(before, number(task, "Height"));
+  write(copy, "Prop.Task_Description", "Short");
+  EXPECT_NEAR(number(copy, "Height"), 1.1, 1e-9);
+  expectWhole(copy);
+}
+
+// The mark of a hyperlink is put beside the text of the sub-task box, or at its left edge where the text is long.
+TEST_F(TaskDetails, TheSubTaskBoxHasRoomForAHyperlinkMark) {
+  const Shape box = task.Shapes().Item(3);
+  const double markWidth = 0.18, markHeight = 0.08;
+  int longTexts = 0;
+  for (const char* width : {"1.5 in", "1 in", "2.5 in"}) {
+    for (const char* linked : {"", "AB01", "ABCD123", "ABCD12345", "OH01 and more"}) {
+      SCOPED_TRACE(std::string(linked) + " on " + width);
+      task.Cells("Width").SetFormula(width);
+      write("Prop.Linked", linked);
+      const double left = number(box, "PinX") - number(box, "LocPinX"), right = left + number(box, "Width");
+      EXPECT_NEAR(right, number(task, "Width") - 0.1, 1e-9);
+      const bool isLong = number(box, "TxtHeight") >= 0.23;
+      longTexts += isLong;
+      const double markX = isLong ? number(box, "PinX") - number(box, "Width") / 2
+                                  : number(box, "PinX") + number(box, "Width") / 2 - number(box, "User.TxtWidth") - 0.1;
+      EXPECT_GE(markX - markWidth / 2 + 1e-9, left);
+      const double textLeft = isLong ? right - number(box, "TxtWidth") : right - number(box, "User.TxtWidth");
+      EXPECT_LE(markX + markWidth / 2, textLeft + number(box, "LeftMargin") + 1e-9);
+      const double markY = markHeight * 0.5 - 0.18, foot = number(box, "PinY") - number(box, "LocPinY");
+      EXPECT_GE(markY - markHeight / 2, foot);
+      EXPECT_LE(markY + markHeight / 2, foot + number(box, "Height"));
+      EXPECT_GE(number(box, "Height") + 1e-9, number(box, "TxtHeight"));
+    }
+  }
+  EXPECT_GT(longTexts, 2);
 }
 
 TEST_F(TaskDetails, OneUndoTakesBackAllThatFollowedFromOneEntry) {

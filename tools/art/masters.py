@@ -22,10 +22,14 @@ from package_writer import (
 
 TASK_WIDTH, TASK_HEIGHT = 1.5, 1.1
 HEADER_HEIGHT = 0.22
-LOWER_BOX_HEIGHT = 0.25
-# The description box reaches this far down over the lower box; what is left of that box holds one line of 8 pt.
-OVERLAP = 0.07
+# Holds one line of 8 pt.
+LOWER_BOX_HEIGHT = 0.18
+# The description box takes in the header. Its pin is this far below its top edge.
+PIN_BELOW_TOP = 0.07
 SUB_TASK_HEIGHT = 0.22
+# The mark of a hyperlink, 0.18 in wide, is put 0.1 in left of the sub-task's text, or at the box's pin less half its
+# width where the text stands on more than one line. The pin, the margin and the text's place keep it inside the box.
+SUB_TASK_PIN_RIGHT, SUB_TASK_MARGIN, SUB_TASK_INDENT = 0.09, 6.5, 0.1
 
 TASK_ID, FRAME_ID, LOWER_BOX_ID, SUB_TASK_ID, DESCRIPTION_ID = 5, 6, 7, 8, 9
 
@@ -44,12 +48,12 @@ def _identity(text):
     return "{" + str(uuid.uuid5(uuid.NAMESPACE_URL, "quorvel:master:" + text)).upper() + "}"
 
 
-def _master(number, name, prompt, width, height, shape):
+def _master(number, name, prompt, width, height, shape, version=1):
     return {
         "ID": number,
         "Name": name,
         "Prompt": prompt,
-        "UniqueID": _identity(name + ":1"),
+        "UniqueID": _identity(f"{name}:{version}"),
         "BaseID": _identity(name),
         "Width": width,
         "Height": height,
@@ -106,20 +110,22 @@ def _placed(pin_x, pin_y, width, height, loc_pin_x=None, loc_pin_y=None):
     )
 
 
-def _outline(points, index=0, filled=True, closed=True):
-    """A Geometry section from points given as ((x, formula), (y, formula)) pairs."""
+def _outline(points, index=0, filled=True, closed=True, hidden_if=None):
+    """A Geometry section from points given as ((x, formula), (y, formula)) pairs; `hidden_if` is a formula."""
     rows = []
     for number, (x, y) in enumerate(list(points) + ([points[0]] if closed else []), start=1):
         rows.append(
             numbered_row(number, cell("X", *x), cell("Y", *y), kind="MoveTo" if number == 1 else "LineTo"),
         )
-    unset = ("NoLine", "NoShow", "NoSnap", "NoQuickDrag")
-    switches = cell("NoFill", not filled) + "".join(cell(name, 0) for name in unset)
+    unset = ("NoLine", "NoSnap", "NoQuickDrag")
+    no_show = cell("NoShow", 0, hidden_if) if hidden_if else cell("NoShow", 0)
+    switches = cell("NoFill", not filled) + no_show + "".join(cell(name, 0) for name in unset)
     return section("Geometry", *rows, index=index, cells=switches)
 
 
-def _rectangle(width, height):
-    left, right, bottom, top = (0, "Width*0"), (width, "Width*1"), (0, "Height*0"), (height, "Height*1")
+def _rectangle(width, height, top=None):
+    """The whole box, or up to `top`, a (value, formula) pair."""
+    left, right, bottom, top = (0, "Width*0"), (width, "Width*1"), (0, "Height*0"), top or (height, "Height*1")
     return _outline([(left, bottom), (right, bottom), (right, top), (left, top)])
 
 
@@ -243,6 +249,7 @@ def _lower_box():
 def _sub_task_box():
     """A tab that hangs under the Task. It is pale until the Task is linked to a lower-level one, whose ID it shows."""
     width, height, corner = TASK_WIDTH / 2, SUB_TASK_HEIGHT, 0.05
+    text_width = width - SUB_TASK_INDENT
     unlinked = f'STRSAME(Sheet.{TASK_ID}!Prop.Linked,"")'
     left, right, top = (0, "Width*0"), (width, "Width*1"), (height, "Height*1")
     tab = [
@@ -259,15 +266,20 @@ def _sub_task_box():
         SUB_TASK_ID,
         "Sub-task box",
         _placed(
-            (TASK_WIDTH - 0.1 - width / 2, f"GUARD(Sheet.{TASK_ID}!Width-0.1-Width*0.5)"),
+            # Its right edge is 0.1 in left of the Task's.
+            (
+                TASK_WIDTH - 0.1 - width / 2 + SUB_TASK_PIN_RIGHT,
+                f"GUARD(Sheet.{TASK_ID}!Width-0.1-Width*0.5+{SUB_TASK_PIN_RIGHT})",
+            ),
             (-height / 2, "GUARD(-Height*0.5)"),
             (width, f"GUARD(Sheet.{TASK_ID}!Width*0.5)"),
-            (height, f"GUARD({height})"),
+            (height, f"GUARD(MAX({height},TxtHeight))"),
+            loc_pin_x=(width / 2 + SUB_TASK_PIN_RIGHT, f"GUARD(Width*0.5+{SUB_TASK_PIN_RIGHT})"),
         ),
         _text_block(
-            pin_x=(width / 2, "Width*0.5"),
+            pin_x=(width - text_width / 2, "Width-TxtWidth*0.5"),
             pin_y=(height / 2, "Height*0.5"),
-            width=(width, "Width*1"),
+            width=(text_width, f"Width-{SUB_TASK_INDENT}"),
             # The add-in tells by this height whether the text stands on one line.
             height=(0.1333333333, "GUARD(TEXTHEIGHT(TheText,TxtWidth))"),
         ),
@@ -276,7 +288,7 @@ def _sub_task_box():
         cell("FillForegnd", "#FFFFFF", f"IF({unlinked},RGB(255,255,255),Sheet.{TASK_ID}!FillForegnd)"),
         cell("LineWeight", 0.75 / 72, _of_task("LineWeight"), unit="PT"),
         cell("LineColor", UNLINKED_INK, f"IF({unlinked},RGB(180,195,207),Sheet.{TASK_ID}!LineColor)"),
-        _margins(right=3),
+        _margins(left=SUB_TASK_MARGIN, right=3),
         _field(f"sheet.{TASK_ID}!Prop.Linked", ""),
         section(
             "Character",
@@ -284,23 +296,37 @@ def _sub_task_box():
         ),
         section("Paragraph", numbered_row(0, cell("HorzAlign", 2))),
         _outline(tab),
-        _outline(chevron, index=1, filled=False, closed=False),
+        # Where the text is long, its hyperlink's mark takes the chevron's place.
+        _outline(chevron, index=1, filled=False, closed=False, hidden_if="TEXTWIDTH(TheText)>Width-0.3"),
         field_text(""),
     )
 
 
 def _description_box(shown):
-    height = TASK_HEIGHT - HEADER_HEIGHT - LOWER_BOX_HEIGHT + OVERLAP
+    """From the lower box up to the Task's top edge, without painting the header. A long text makes it higher.
+
+    The Task is as high as this box and the lower box; neither looks at the Task's height, which the add-in relies on.
+    """
+    height = round(TASK_HEIGHT - LOWER_BOX_HEIGHT, 6)
+    painted = (round(height - HEADER_HEIGHT, 6), f"Height-{HEADER_HEIGHT}")
     return _member(
         DESCRIPTION_ID,
         "Description box",
         _placed(
             (TASK_WIDTH / 2, f"GUARD(Sheet.{TASK_ID}!Width*0.5)"),
-            (height - OVERLAP + LOWER_BOX_HEIGHT, f"GUARD(Height-{OVERLAP}+Sheet.{LOWER_BOX_ID}!Height)"),
+            (
+                height - PIN_BELOW_TOP + LOWER_BOX_HEIGHT,
+                f"GUARD(Height-{PIN_BELOW_TOP}+Sheet.{LOWER_BOX_ID}!Height)",
+            ),
             (TASK_WIDTH, _of_task("Width")),
-            (height, f"GUARD(Sheet.{TASK_ID}!Height-{HEADER_HEIGHT}-Sheet.{LOWER_BOX_ID}!Height+{OVERLAP})"),
-            # The pin is at the top edge, so the box hangs from the header and ends OVERLAP below the lower box's top.
-            loc_pin_y=(height, "GUARD(Height*1)"),
+            (height, f"GUARD(MAX({height},TEXTHEIGHT(TheText,TxtWidth)+{HEADER_HEIGHT}))"),
+            loc_pin_y=(height - PIN_BELOW_TOP, f"GUARD(Height-{PIN_BELOW_TOP})"),
+        ),
+        _text_block(
+            pin_x=(TASK_WIDTH / 2, "Width*0.5"),
+            pin_y=(painted[0] / 2, f"GUARD((Height-{HEADER_HEIGHT})*0.5)"),
+            width=(TASK_WIDTH, "Width*1"),
+            height=(painted[0], f"GUARD(Height-{HEADER_HEIGHT})"),
         ),
         MEMBER_LOCKS,
         cell("FillForegnd", TASK_FILL, _of_task("FillForegnd")),
@@ -318,7 +344,7 @@ def _description_box(shown):
                 cell("Size", 9 / 72, f"Sheet.{TASK_ID}!Char.Size", unit="PT"),
             ),
         ),
-        _rectangle(TASK_WIDTH, height),
+        _rectangle(TASK_WIDTH, height, top=painted),
         field_text(shown),
     )
 
@@ -380,7 +406,14 @@ def task():
     shape = element(
         "Shape",
         attributes,
-        _placed(1.25, 1.25, TASK_WIDTH, TASK_HEIGHT),
+        # As high as its two boxes, so its height is not dragged.
+        _placed(
+            1.25,
+            1.25,
+            TASK_WIDTH,
+            (TASK_HEIGHT, f"GUARD(Sheet.{LOWER_BOX_ID}!Height+Sheet.{DESCRIPTION_ID}!Height)"),
+        ),
+        cell("LockHeight", 1),
         cell("LockTextEdit", 1),
         cell("LockRotate", 1),
         cell("ObjType", 1),
@@ -402,7 +435,7 @@ def task():
         element("Shapes", None, _frame(), _lower_box(), _sub_task_box(), _description_box(description)),
     )
     prompt = "A step of the process. Drag it onto the page; its Task ID is assigned on the drop."
-    return _master(1, "Task", prompt, 2.5, 2.5, shape)
+    return _master(1, "Task", prompt, 2.5, 2.5, shape, version=2)
 
 
 # --- Task Link --------------------------------------------------------------------------------------------------------
