@@ -1,6 +1,8 @@
 // Files that are no drawings or mean harm: one sentence, an untouched store, nothing written.
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 #include "base/text.h"
 #include "formats/drawing_files.h"
 #include "formats/formats.h"
@@ -148,6 +150,25 @@ TEST(BadInput, RefusesWhatUnpacksWithoutEnd) {
       {zipOf(emptyShapes), "far more than a drawing needs"},
   };
   for (const auto& one : cases) EXPECT_NE(errorOf(one.bytes).find(one.expected), std::string::npos) << one.expected;
+}
+
+/// Reading stays in step with the file, also where rows say no number and a section comes in pieces.
+TEST(BadInput, LongSectionsOfEmptyRowsTakeNoLongTime) {
+  std::string rows, pieces;
+  for (int i = 0; i < 100'000; ++i) rows += "<Row/>";
+  for (int i = 0; i < 30'000; ++i) pieces += "<Section N='User'><Row/></Section>";
+  for (const std::string& sections :
+       {"<Section N='Geometry' IX='0'>" + rows + "</Section>", "<Section N='User'>" + rows + "</Section>" + pieces}) {
+    Parts parts = plainParts();
+    setPage(parts, "<Shapes><Shape ID='1'>" + sections + "</Shape></Shapes>");
+    TemporaryFolder folder;
+    const std::string file = folder.file("map.vsdx");
+    writeFile(file, zipOf(parts));
+    host::Store store;
+    const std::clock_t start = std::clock();
+    EXPECT_TRUE(formatFor(file)->open(store, file).document);
+    EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC, 3);
+  }
 }
 
 /// Whatever single byte is wrong, the file opens or is refused; it never takes the program down.

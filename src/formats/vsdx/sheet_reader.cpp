@@ -117,21 +117,24 @@ class RowFinder {
  public:
   explicit RowFinder(Section& section) : section_(section) {}
 
-  Row& rowOf(RowKey key) {
+  static constexpr std::size_t indexedFrom = 48;
+
+  Row* find(RowKey key) {
     const std::size_t count = section_.rows.size();
-    if (count < indexedFrom) {
-      if (Row* const found = section_.find(key)) return *found;
-    } else {
-      for (; indexed_ < count; ++indexed_) places_.try_emplace(section_.rows[indexed_].key.packed(), indexed_);
-      if (const auto found = places_.find(key.packed()); found != places_.end()) return section_.rows[found->second];
-    }
+    if (count < indexedFrom) return section_.find(key);
+    for (; indexed_ < count; ++indexed_) places_.try_emplace(section_.rows[indexed_].key.packed(), indexed_);
+    const auto found = places_.find(key.packed());
+    return found != places_.end() ? &section_.rows[found->second] : nullptr;
+  }
+
+  Row& rowOf(RowKey key) {
+    if (Row* const found = find(key)) return *found;
     section_.rows.emplace_back();
     section_.rows.back().key = key;
     return section_.rows.back();
   }
 
  private:
-  static constexpr std::size_t indexedFrom = 48;
   Section& section_;
   std::unordered_map<std::uint32_t, std::size_t> places_;
   std::size_t indexed_ = 0;
@@ -145,7 +148,7 @@ void readRow(ReadState& state, pugi::xml_node node, Section& section, RowFinder&
     index = wholeNumber(given.value(), -1);
   } else if (name.empty()) {
     // A row without name or index stands where it stands; vertices count from 1.
-    index = static_cast<int>(section.rows.size()) + (geometry && !section.find(RowKey::index(0)) ? 1 : 0);
+    index = static_cast<int>(section.rows.size()) + (geometry && !finder.find(RowKey::index(0)) ? 1 : 0);
   }
   if (index < (geometry ? 1 : 0) || index > largestRowIndex) {
     extrasOf<CarriedSection>(section.extras).contents += rawXml(node);
@@ -179,7 +182,10 @@ void readSection(ReadState& state, host::Sheet& sheet, pugi::xml_node node) {
                  ? SectionNumber::None
                  : static_cast<SectionNumber>(static_cast<int>(SectionNumber::Geometry) + index);
   }
-  if (number == SectionNumber::None || number == SectionNumber::Object) {
+  const Section* const before = sheet.find(number);
+  // A long section that comes in pieces would be searched from its start for each.
+  const bool isPieceOfLong = before && before->rows.size() >= RowFinder::indexedFrom;
+  if (number == SectionNumber::None || number == SectionNumber::Object || isPieceOfLong) {
     carriedOf(sheet).contents += rawXml(node);
     return;
   }
