@@ -1,6 +1,7 @@
 // What is saved can be opened again, however large it is; what means harm costs no more than it weighs.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <functional>
 
 #include "formats/drawing_files.h"
@@ -166,6 +167,49 @@ TEST(Limits, WhatIsSavedNextToALimitOpensAndWhatIsBeyondIsNotSaved) {
       EXPECT_EQ(refused > 0, isPackage ? growth.endsInPackage : growth.endsInSingleFile)
           << growth.what << " in " << file;
     }
+  }
+}
+
+/// What is added to a drawing whose numbers are as high as they may be keeps its own when it is opened again.
+TEST(Limits, NumbersBesideTheHighestOpenAgain) {
+  TemporaryFolder folder;
+  Parts parts = partsWithMaster("<Shapes><Shape ID='5' Type='Shape'/></Shapes>");
+  for (auto& [name, text] : parts) {
+    for (const auto& [from, to] :
+         {std::pair("<Page ID='0'", "<Page ID='1073741824'"), std::pair("<Master ID='2'", "<Master ID='1073741824'")}) {
+      if (const std::size_t at = text.find(from); at != std::string::npos) text.replace(at, std::strlen(from), to);
+    }
+  }
+  setPage(parts, "<Shapes><Shape ID='1073741823' Type='Shape'/></Shapes>");
+  const VsdxFormat vsdx;
+  const VdxFormat vdx;
+  const std::string file = folder.file("map.vsdx"), older = folder.file("map.vdx");
+  writeFile(file, zipOf(parts));
+  host::Store store;
+  const host::DocumentId id = vsdx.open(store, file).document;
+  ASSERT_TRUE(id);
+  host::Document& document = *store.document(id);
+  const host::PageId page = document.pages.at(0);
+  std::vector<int> numbers{1073741823};
+  for (int i = 0; i < 3; ++i) {
+    const SheetId shape = store.addShape(page, {}, SheetKind::Shape);
+    store.sheet(shape)->data1 = "kept";
+    numbers.push_back(store.sheet(shape)->shapeId);
+  }
+  store.addPage(id, "Added");
+  store.addMaster(id, "Added");
+  ASSERT_EQ(vsdx.save(store, id, file), "");
+  ASSERT_EQ(vdx.save(store, id, older), "");
+  for (const host::DocumentId again : {vsdx.open(store, file).document, vdx.open(store, older).document}) {
+    ASSERT_TRUE(again);
+    const host::Document& read = *store.document(again);
+    ASSERT_EQ(read.pages.size(), 2u);
+    EXPECT_EQ(store.page(read.pages[1])->name, "Added");
+    ASSERT_EQ(read.masters.size(), 2u);
+    EXPECT_EQ(store.master(read.masters[1])->name, "Added");
+    std::vector<int> found;
+    for (const SheetId shape : store.page(read.pages[0])->shapes) found.push_back(store.sheet(shape)->shapeId);
+    EXPECT_EQ(found, numbers);
   }
 }
 

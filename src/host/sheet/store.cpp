@@ -34,6 +34,18 @@ void putInto(std::vector<Id>& list, Id id, std::size_t place) {
   list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(place, list.size())), id);
 }
 
+/// Files may number their objects as high as this; above it an opened file would not be believed.
+constexpr int largestNumber = 1 << 30;
+
+/// The number behind those taken; where those reach too high, the first that is free from `first` on.
+int freeNumber(std::vector<int> taken, int first) {
+  std::sort(taken.begin(), taken.end());
+  if (taken.empty() || taken.back() < first) return first;
+  if (taken.back() < largestNumber) return taken.back() + 1;
+  for (const int number : taken) first += number == first ? 1 : 0;
+  return first;
+}
+
 /// The first for which `isCalled` holds with names of that kind, else with those of the other.
 template <class Id, class IsCalled>
 Id firstNamed(const std::vector<Id>& list, NameKind kind, IsCalled isCalled) {
@@ -102,7 +114,9 @@ PageId Store::addPage(DocumentId documentId, std::string name, int where) {
   auto made = std::make_unique<Page>();
   made->document = documentId;
   made->name = made->universalName = std::move(name);
-  for (const PageId other : owner.pages) made->fileId = std::max(made->fileId, page(other)->fileId + 1);
+  std::vector<int> taken;
+  for (const PageId other : owner.pages) taken.push_back(page(other)->fileId);
+  made->fileId = freeNumber(std::move(taken), 0);
   const PageId id = place<Page, PageId>(pages_, std::move(made));
   const SheetId sheet = newSheet(SheetKind::Page, documentId, id);
   pages_[id.value]->sheet = sheet;
@@ -116,8 +130,9 @@ MasterId Store::addMaster(DocumentId documentId, std::string name) {
   made->document = documentId;
   made->name = made->universalName = std::move(name);
   Document& owner = *document(documentId);
-  for (const MasterId other : owner.masters) made->fileId = std::max(made->fileId, master(other)->fileId);
-  ++made->fileId;
+  std::vector<int> taken;
+  for (const MasterId other : owner.masters) taken.push_back(master(other)->fileId);
+  made->fileId = freeNumber(std::move(taken), 1);
   const MasterId id = place<Master, MasterId>(masters_, std::move(made));
 
   auto contents = std::make_unique<Page>();
@@ -144,7 +159,11 @@ SheetId Store::addStyle(DocumentId documentId, int styleId, std::string name) {
 SheetId Store::addShape(PageId pageId, SheetId parent, SheetKind kind, int shapeId) {
   Page& home = *page(pageId);
   const SheetId id = newSheet(kind, home.document, pageId);
-  if (shapeId <= 0 || home.byShapeId.contains(shapeId)) shapeId = home.lastShapeId + 1;
+  if (shapeId <= 0 || home.byShapeId.contains(shapeId)) {
+    shapeId = home.lastShapeId + 1;
+    if (shapeId >= largestNumber)
+      for (shapeId = static_cast<int>(home.byShapeId.size()); home.byShapeId.contains(shapeId);) ++shapeId;
+  }
   home.lastShapeId = std::max(home.lastShapeId, shapeId);
   home.byShapeId[shapeId] = id;
   Sheet& made = *sheet(id);
