@@ -202,6 +202,32 @@ TEST(Shapes, FieldsOfABackgroundTellOfThePageInFront) {
   }
 }
 
+TEST(Shapes, ThatLeaveOnePlaceHaveOneStem) {
+  Drawing drawing;
+  const auto line = [&](const std::vector<Point>& vertices, double end) {
+    const auto shape = drawing.addShape(0, 0, 0, 0);
+    drawing.addGeometry(shape, 1, vertices);
+    drawing.set(shape, "BeginX", 1);
+    drawing.set(shape, "FillPattern", 0.0);
+    drawing.set(shape, "EndArrow", end);
+    return shape;
+  };
+  const auto written = [&] {
+    std::string all;
+    const Scene scene = drawing.scene();
+    for (const PathItem* path : itemsOf<PathItem>(scene)) all += textOf(path->path) + ' ';
+    return all;
+  };
+  line({{1, 1}, {2, 1}, {2, 2}}, 0);
+  line({{1, 1}, {3, 1}}, 0);
+  const auto third = line({{1, 1}, {3, 1}, {3, 2}}, 0);
+  line({{2, 0}, {2.5, 0}, {2.5, 2}, {2, 2}, {2, 1}}, 0);
+  const std::string stems = "M72 144L144 144L144 72 M144 144L216 144 M216 144L216 72 ";
+  EXPECT_EQ(written(), stems + "M144 216L180 216L180 72L144 72 ") << "and one arrival";
+  drawing.set(third, "LineWeight", 3.0 / 72);
+  EXPECT_NE(written().find("M72 144L216 144L216 72"), std::string::npos) << "a wider line covers the other";
+}
+
 TEST(Arrowheads, StandAtOpenEndsAndShortenTheLine) {
   Path line;
   line.moveTo({0, 0});

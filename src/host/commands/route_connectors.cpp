@@ -67,6 +67,13 @@ class WayObstacles : public ObstacleSource {
       const SheetId top = own.glued ? topOf(store, own.glued) : SheetId{};
       for (const Port& port : first ? request.begin : request.end) spots_.push_back({port.exit, port.at, top});
     }
+    for (const Port& from : request.begin) {
+      for (const Port& to : request.end) {
+        if (to.side != opposite(from.side)) continue;
+        isNearlyStraight_ |= isSideways(from.side) ? std::fabs(from.exit.y - to.exit.y) < request.clearY
+                                                   : std::fabs(from.exit.x - to.exit.x) < request.clearX;
+      }
+    }
   }
 
   void linesTouching(const Box& box, std::vector<OtherLine>& out) const override {
@@ -106,11 +113,12 @@ class WayObstacles : public ObstacleSource {
     return std::any_of(spots_.begin(), spots_.end(), [&](const EndSpot& spot) { return spot.top == shape; });
   }
   /// Lines that leave one place for several, or come from several to one, have a stem in common. Two between the same
-  /// shapes would hide each other, and an end that walks has other sides to leave by.
+  /// shapes would hide each other, and an end that walks has other sides to leave by; but not for a way that is nearly
+  /// straight, which would run close beside the other line instead.
   bool isRelated(SheetId other) const {
     const auto shares = [&](bool begin) {
       const ConnectorEnd own = endOf(store_, connector_, begin);
-      return own.glued && !own.walks && own.glued == endOf(store_, other, begin).glued;
+      return own.glued && (!own.walks || isNearlyStraight_) && own.glued == endOf(store_, other, begin).glued;
     };
     return shares(true) != shares(false);
   }
@@ -125,6 +133,7 @@ class WayObstacles : public ObstacleSource {
   const RouteMap& map_;
   const SheetId connector_;
   const bool sharesLines_;  ///< lines of a tree have stems in common
+  bool isNearlyStraight_ = false;
   std::vector<EndSpot> spots_;
 };
 

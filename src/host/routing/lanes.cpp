@@ -24,8 +24,10 @@ Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles
   usedLevel_.assign(columns() * rows(), Unused);
   usedUpright_.assign(columns() * rows(), Unused);
   for (const OtherLine& other : taken) {
-    for (std::size_t i = 1; i < other.line.size(); ++i)
+    for (std::size_t i = 1; i < other.line.size(); ++i) {
       markUsed(other.line[i - 1], other.line[i], other.isRelated ? Shared : Taken);
+      if (other.isRelated) markBeside(other.line[i - 1], other.line[i], request.clearX, request.clearY);
+    }
   }
 }
 
@@ -59,6 +61,32 @@ void Lanes::markUsed(const Spot& from, const Spot& to, Use use) {
     if (std::fabs(x(column) - from.x) > 10 * hair) return;
     for (std::size_t row = 0; row + 1 < rows(); ++row) {
       if (y(row) < piece.top - hair && y(row + 1) > piece.bottom + hair) raise(usedUpright_[row * columns() + column]);
+    }
+  }
+}
+
+/// Pieces of the grid along a level or upright line that are too near to it to be told from it.
+void Lanes::markBeside(const Spot& from, const Spot& to, double clearX, double clearY) {
+  const Box piece = Box::around(from, to);
+  const auto mark = [](std::uint8_t& used) { used = std::max<std::uint8_t>(used, Beside); };
+  const auto isBeside = [](double at, double line, double clear) {
+    const double distance = std::fabs(at - line);
+    return distance > 10 * hair && distance < clear - hair;
+  };
+  if (piece.height() < hair) {
+    for (std::size_t row = 0; row < rows(); ++row) {
+      if (!isBeside(y(row), from.y, clearY)) continue;
+      for (std::size_t column = 0; column + 1 < columns(); ++column) {
+        if (x(column) < piece.right - hair && x(column + 1) > piece.left + hair)
+          mark(usedLevel_[row * columns() + column]);
+      }
+    }
+  } else if (piece.width() < hair) {
+    for (std::size_t column = 0; column < columns(); ++column) {
+      if (!isBeside(x(column), from.x, clearX)) continue;
+      for (std::size_t row = 0; row + 1 < rows(); ++row) {
+        if (y(row) < piece.top - hair && y(row + 1) > piece.bottom + hair) mark(usedUpright_[row * columns() + column]);
+      }
     }
   }
 }

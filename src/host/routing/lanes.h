@@ -15,7 +15,12 @@ class Lanes {
     Every,  ///< besides, the very borders of shapes: if there is a way at all, there is one on these lines
   };
   enum Passage : std::uint8_t { Free, Near, Blocked };
-  enum Use : std::uint8_t { Unused, Shared, Taken };
+  enum Use : std::uint8_t {
+    Unused,
+    Shared,  ///< upon a related line
+    Beside,  ///< nearer to a related line than lines keep from each other, and not upon it
+    Taken
+  };
 
   Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles, const std::vector<OtherLine>& taken,
         Detail detail);
@@ -53,6 +58,7 @@ class Lanes {
   void collectBeside(const std::vector<OtherLine>& taken, double clearX, double clearY);
   void mark(const Obstacle& obstacle, double clearX, double clearY);
   void markUsed(const Spot& from, const Spot& to, Use use);
+  void markBeside(const Spot& from, const Spot& to, double clearX, double clearY);
   static void settle(std::vector<Line>& lines);
   static std::size_t nearest(const std::vector<Line>& lines, double at);
 

@@ -18,8 +18,8 @@ constexpr std::size_t mostTaken = 24;
 /// Length along a shape, nearer than the distance to keep, counts this much more.
 constexpr double nearCost = 2;
 /// Length upon another line, which then can't be told from it, counts this much more; upon a related one no more than
-/// tips the scales.
-constexpr double takenCost = 10, sharedCost = 0.0005;
+/// tips the scales, and close beside that one, where two lines look like one that is too thick, a little more.
+constexpr double takenCost = 10, sharedCost = 0.0005, besideCost = 0.02;
 /// So much more does it count to run through a shape, where there is no other way.
 constexpr double crossingCost = 1000;
 
@@ -131,7 +131,9 @@ void Search::goOn(State state, double cost) {
                                            : std::fabs(lanes_.y(nextRow) - lanes_.y(row));
     const std::size_t left = std::min(column, nextColumn), low = std::min(row, nextRow);
     const Lanes::Use use = isSideways(side) ? lanes_.useToTheRight(left, row) : lanes_.useUpward(column, low);
-    if (use != Lanes::Unused) liking += use == Lanes::Taken ? takenCost : sharedCost;
+    if (use == Lanes::Shared) liking += sharedCost;
+    if (use == Lanes::Beside) liking += besideCost;
+    if (use == Lanes::Taken) liking += takenCost;
     if (passage == Lanes::Near) liking += nearCost;
     if (passage == Lanes::Blocked) liking += crossingCost;
     reach(stateOf(nextColumn, nextRow, side), cost + length * liking + (side == coming ? 0 : bend_), state);

@@ -165,7 +165,8 @@ void ShapeBuilder::addGeometry(const ShapeCells& cells, const ShapeFrame& frame,
     stroked.transform(toPage);
     std::vector<PathItem> heads;
     stroked = withArrowheads(stroked, line, heads);
-    items.push_back({std::move(stroked), {}, line.stroke});
+    if (items.empty() && cells.held(objectKeys().BeginX)) stroked = stems_.withoutPainted(stroked, line.stroke);
+    if (!stroked.isEmpty()) items.push_back({std::move(stroked), {}, line.stroke});
     std::move(heads.begin(), heads.end(), std::back_inserter(items));
   }
   if (const ShadowStyle shadow = shadowStyleOf(page_, cells); shadow.visible)

@@ -3,6 +3,7 @@
 
 #include <unordered_map>
 
+#include "render/build/shared_stems.h"
 #include "render/cells/page_context.h"
 #include "render/cells/shape_cells.h"
 #include "render/picture/image.h"
@@ -44,6 +45,7 @@ class ShapeBuilder {
   TextEngine& text_;
   Scene& scene_;
   std::unordered_map<const host::ForeignData*, Picture> pictures_;
+  SharedStems stems_;
 };
 
 }  // namespace quorvel::render

@@ -168,6 +168,11 @@ TEST(Router, RunsBesideOtherLinesAndCrossesThemAtRightAngles) {
   const Polyline stem{{1, 0.5}, {2.5, 0.5}, {2.5, -3}};
   EXPECT_EQ(written(findRoute(request, WithLine(boxes, stem, true)).line), "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
   EXPECT_NE(written(findRoute(request, WithLine(boxes, stem)).line), "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
+  // Nor does it bend to run close beside it.
+  const Box level{4, 0.05, 5, 1.05};
+  request.end = {sideOf(level, Side::Left)};
+  EXPECT_EQ(written(findRoute(request, WithLine({{0, from}, {0, level}}, stem, true)).line),
+            "(1,0.5)(2.5,0.5)(2.5,0.55)(4,0.55)");
 }
 
 TEST(Router, CrossesOnlyWhatItMust) {
