@@ -43,7 +43,7 @@ TEST_F(OlderMap, OpensAndGoesOn) {
   ASSERT_TRUE(first.Cells("Prop.Guidelines").FormulaForce("\"Write down;Sign;Ask first\""));
   EXPECT_EQ(links(first, "controls1"), "controls2.doc");
   EXPECT_EQ(links(first, "controls2"), "");
-  addin::UpdateOldRoleNames(session.addin(), "Manager", "Head");
+  addin::UpdateOldRoleNames(session.addin(), map, "Manager", "Head");
   EXPECT_EQ(text(first, "Prop.SupportingRole_1"), "Head");
   EXPECT_EQ(links(first, "SupportingRole_1"), "SupportingRole_1.doc");
   const double end = number(link, "EndX");

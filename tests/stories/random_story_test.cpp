@@ -1,6 +1,7 @@
 // Ten thousand random steps on one drawing: they can all be taken back and done again, and every state of it comes back
 // from a file. QUORVEL_SEED=n tells another story; a failure names the seed of its own.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -41,8 +42,8 @@ class RandomStory : public testing::Test {
   Document stencil = app.Documents().Open(session.stencilPath());
   Document parts = app.Documents().Add("");
   Document drawing;
-  const std::string file = testing::TempDir() + "quorvel-random-story.vsdx";
-  const std::string again = testing::TempDir() + "quorvel-random-story-again.vsdx";
+  const std::string file = testing::TempDir() + "quorvel-random-story-" + std::to_string(getpid()) + ".vsdx";
+  const std::string again = testing::TempDir() + "quorvel-random-again-" + std::to_string(getpid()) + ".vsdx";
 
   /// The drawing comes from a file, so that it has what files bring.
   void SetUp() override {
