@@ -74,11 +74,11 @@ void renumberReferences(Store& store, const SheetMap& copies) {
         for (auto& [column, cell] : row.cells) {
           if (!cell.formula) continue;
           bool touched = false;
-          const std::string text = cell.formula->textWithIds([&](const Reference& reference) {
+          const std::string text = cell.formula->textWithIds([&, original = from](const Reference& reference) {
             // A copy has no name, so what is named becomes a number.
             const bool named = reference.scope == ReferenceScope::NamedShape;
             const auto source = page->byShapeId.find(reference.shapeId);
-            const auto copy = copies.find(named ? resolveShapeName(store, from, from, reference)
+            const auto copy = copies.find(named ? resolveShapeName(store, original, original, reference)
                                           : source == page->byShapeId.end() ? SheetId{}
                                                                             : source->second);
             if (copy == copies.end()) return -1;
