@@ -6,7 +6,7 @@ packages=("$@")
 if [[ ${#packages[@]} -eq 0 ]]; then
   packages=(
     cmake ninja-build g++ ccache pkg-config
-    libpugixml-dev libzip-dev zlib1g-dev libcairo2-dev libpango1.0-dev libgdk-pixbuf-2.0-dev
+    libpugixml-dev libzip-dev zlib1g-dev libutf8proc-dev libcairo2-dev libpango1.0-dev libgdk-pixbuf-2.0-dev
     libcli11-dev nlohmann-json3-dev
     libgtest-dev libbenchmark-dev
     python3-dev pybind11-dev python3-pytest python3-build python3-setuptools python3-wheel

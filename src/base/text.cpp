@@ -5,6 +5,18 @@
 #include <cstdio>
 
 namespace quorvel {
+namespace {
+
+// Nearly all names are ASCII; they are compared without a look into the tables of the other letters.
+bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+char foldedAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+
+char32_t nextFolded(std::string_view text, std::size_t& at) {
+  if (isAscii(text[at])) return static_cast<char32_t>(foldedAscii(text[at++]));
+  return foldCase(decodeNext(text, at));
+}
+
+}  // namespace
 
 char32_t decodeNext(std::string_view text, std::size_t& at) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
@@ -47,37 +59,23 @@ std::size_t lengthOf(std::string_view text) {
   return count;
 }
 
-char32_t foldCase(char32_t c) {
-  if (c < 0x80) return c >= 'A' && c <= 'Z' ? c + 32 : c;
-  if ((c >= 0xC0 && c <= 0xDE && c != 0xD7) || (c >= 0x391 && c <= 0x3AB && c != 0x3A2) || (c >= 0x410 && c <= 0x42F))
-    return c + 32;
-  if (c >= 0x400 && c <= 0x40F) return c + 80;
-  if (c >= 0x531 && c <= 0x556) return c + 48;
-  if (c >= 0xFF21 && c <= 0xFF3A) return c + 32;
-  if (c == 0x178) return 0xFF;
-  if (c == 0x3C2) return 0x3C3;
-  // Latin Extended-A and -B, Cyrillic extensions and Latin Additional pair capitals on even or odd places.
-  const bool evenCapital = (c >= 0x100 && c <= 0x12F) || (c >= 0x132 && c <= 0x137) || (c >= 0x14A && c <= 0x177) ||
-                           (c >= 0x1DE && c <= 0x1EF) || (c >= 0x1F8 && c <= 0x233) || (c >= 0x460 && c <= 0x481) ||
-                           (c >= 0x48A && c <= 0x4BF) || (c >= 0x4D0 && c <= 0x52F) || (c >= 0x1E00 && c <= 0x1E95) ||
-                           (c >= 0x1EA0 && c <= 0x1EFF);
-  if (evenCapital) return c | 1;
-  const bool oddCapital = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E) || (c >= 0x1CD && c <= 0x1DC);
-  if (oddCapital && c % 2 == 1) return c + 1;
-  return c;
-}
-
 std::string foldCase(std::string_view text) {
   std::string folded;
   folded.reserve(text.size());
-  for (std::size_t at = 0; at < text.size();) appendUtf8(folded, foldCase(decodeNext(text, at)));
+  for (std::size_t at = 0; at < text.size();) {
+    if (isAscii(text[at])) {
+      folded += foldedAscii(text[at++]);
+    } else {
+      appendUtf8(folded, foldCase(decodeNext(text, at)));
+    }
+  }
   return folded;
 }
 
 int compareIgnoringCase(std::string_view a, std::string_view b) {
   std::size_t i = 0, j = 0;
   while (i < a.size() && j < b.size()) {
-    const char32_t x = foldCase(decodeNext(a, i)), y = foldCase(decodeNext(b, j));
+    const char32_t x = nextFolded(a, i), y = nextFolded(b, j);
     if (x != y) return x < y ? -1 : 1;
   }
   return i < a.size() ? 1 : j < b.size() ? -1 : 0;
@@ -90,7 +88,11 @@ bool containsIgnoringCase(std::string_view text, std::string_view part) {
 }
 
 bool startsWithIgnoringCase(std::string_view text, std::string_view start) {
-  return foldCase(text).starts_with(foldCase(start));
+  std::size_t i = 0, j = 0;
+  while (j < start.size()) {
+    if (i >= text.size() || nextFolded(text, i) != nextFolded(start, j)) return false;
+  }
+  return true;
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -16,7 +16,7 @@ void appendUtf8(std::string& text, char32_t codePoint);
 /// Number of code points.
 std::size_t lengthOf(std::string_view text);
 
-/// Simple case folding of one code point: Latin, Greek, Cyrillic, Armenian and full-width letters.
+/// Simple case folding of one code point, of all alphabets: what differs only in case folds to the same.
 char32_t foldCase(char32_t codePoint);
 std::string foldCase(std::string_view text);
 bool equalIgnoringCase(std::string_view a, std::string_view b);

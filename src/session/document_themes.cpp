@@ -1,6 +1,7 @@
 #include "session/document_themes.h"
 
 #include "formats/vsdx/carried.h"
+#include "render/cells/theme_values.h"
 
 namespace quorvel {
 namespace {
@@ -19,6 +20,29 @@ std::vector<render::Theme> themesOf(const host::Document& document) {
     if (const auto theme = render::readTheme(part.bytes.unpacked())) themes.push_back(*theme);
   }
   return themes;
+}
+
+const std::vector<render::Theme>& DocumentThemes::of(const host::Store& store, host::SheetId id) const {
+  static const std::vector<render::Theme> none;
+  const host::Sheet* sheet = store.sheet(id);
+  const host::Document* document = sheet ? store.document(sheet->document) : nullptr;
+  if (!document || !document->extras) return none;
+  Read& read = read_[document->id];
+  if (read.source.lock() != document->extras) {
+    std::erase_if(read_, [&](const auto& each) { return each.first != document->id && each.second.source.expired(); });
+    read = {document->extras, themesOf(*document)};
+  }
+  return read.themes;
+}
+
+Maybe<host::Value> DocumentThemes::valueOf(const host::Store& store, host::SheetId sheet,
+                                           std::string_view property) const {
+  return render::themeProperty(store, of(store, sheet), sheet, property);
+}
+
+Maybe<std::uint32_t> DocumentThemes::throughGradientStop(const host::Store& store, host::SheetId sheet,
+                                                         std::uint32_t rgb, int stop) const {
+  return render::throughGradientStop(store, of(store, sheet), sheet, rgb, stop);
 }
 
 }  // namespace quorvel

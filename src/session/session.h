@@ -8,6 +8,7 @@
 #include "headless/headless_platform.h"
 #include "host/automation/in_memory_host.h"
 #include "render/text/text_metrics.h"
+#include "session/document_themes.h"
 #include "session/recovery.h"
 
 namespace quorvel {
@@ -46,6 +47,7 @@ class Session {
  private:
   std::string installFolder_;
   render::PangoTextMetrics metrics_;
+  DocumentThemes themes_;
   host::InMemoryHost host_;
   HeadlessPlatform platform_;
   addin::dsrVisioConnect addin_;

@@ -364,7 +364,7 @@ constexpr CellRow rows[] = {
     {SectionNumber::Object, 28, StyleSource::Fill, effects},
     {SectionNumber::Object, 29, StyleSource::Fill, bevel},
     {SectionNumber::Object, 30, StyleSource::Fill, rotation3d},
-    {SectionNumber::Object, 31, StyleSource::None, theme},
+    {SectionNumber::Object, 31, StyleSource::Fill, theme},
     {SectionNumber::Object, 32, StyleSource::None, replacement},
 };
 

@@ -23,6 +23,11 @@ bool isText(const Engine& engine, const CellAddress& cell) {
          cellValue(engine.store, cell.sheet, cell.key).isText();
 }
 
+bool isPlainNumber(std::string_view text) {
+  if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
+  return !text.empty() && numberLength(text) == text.size();
+}
+
 /// The cell as it will stand, before evaluation; nothing for text that is no formula.
 Maybe<Cell> contentFor(Engine& engine, const CellAddress& cell, std::string_view formula) {
   Cell content;
@@ -34,7 +39,12 @@ Maybe<Cell> contentFor(Engine& engine, const CellAddress& cell, std::string_view
   FormulaPtr parsed = engine.store.formulas().get(formula);
   if (!parsed) return {};
   if (parsed->constant()) {
-    content.value = fitToCell(engine.store, cell, *parsed->constant());
+    const bool isPlain = isPlainNumber(parsed->text());
+    content.value = isPlain ? fitWritten(engine.store, cell, *parsed->constant())
+                            : fitToCell(engine.store, cell, *parsed->constant());
+    // The number without the unit would mean another one when the page's units change.
+    const Dimension dimension = dimensionOf(content.value.unit());
+    if (isPlain && (dimension == Dimension::Length || dimension == Dimension::Angle)) return content;
     // Most cells hold plain constants; those that read back to the letter need no formula object.
     if (formulaText(content) == parsed->text()) return content;
   } else {

@@ -3,15 +3,12 @@
 #include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <ctime>
 
 #include "base/text.h"
 
 namespace quorvel::host {
 namespace {
-
-constexpr std::string_view months[] = {"January", "February", "March",     "April",   "May",      "June",
-                                       "July",    "August",   "September", "October", "November", "December"};
-constexpr std::string_view weekdays[] = {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"};
 
 constexpr double secondsPerDay = 86400;
 /// Dates beyond are taken for this limit, which keeps hostile numbers out of integer arithmetic.
@@ -28,17 +25,17 @@ std::int64_t secondsOf(double days) {
 
 std::int64_t floorDiv(std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); }
 
-int monthOfWord(std::string_view word) {
+int monthOfWord(const DateLanguage& language, std::string_view word) {
   if (word.size() < 3) return 0;
   for (int month = 1; month <= 12; ++month) {
-    if (startsWithIgnoringCase(months[month - 1], word)) return month;
+    if (startsWithIgnoringCase(language.months[month - 1], word)) return month;
   }
   return equalIgnoringCase(word, "Sept") ? 9 : 0;
 }
 
-bool isWeekday(std::string_view word) {
+bool isWeekday(const DateLanguage& language, std::string_view word) {
   if (word.size() < 3) return false;
-  for (const std::string_view day : weekdays) {
+  for (const std::string_view day : language.weekdays) {
     if (startsWithIgnoringCase(day, word)) return true;
   }
   return false;
@@ -55,7 +52,8 @@ int fullYear(int year, std::size_t digits) { return digits > 2 ? year : year + (
 /// Takes the text apart into numbers, words and marks and puts a date and a time together.
 class DateReader {
  public:
-  explicit DateReader(std::string_view text) : text_(text) {}
+  DateReader(std::string_view text, int language)
+      : text_(text), language_(dateLanguage(language)), dayFirst_(writesDayFirst(language)) {}
 
   Maybe<double> read() {
     while (skipBlanks(), at_ < text_.size()) {
@@ -75,7 +73,9 @@ class DateReader {
 
  private:
   static bool isDigit(char c) { return c >= '0' && c <= '9'; }
-  static bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+  static bool isLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
+  }
   void skipBlanks() {
     while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t')) ++at_;
   }
@@ -94,7 +94,10 @@ class DateReader {
     std::size_t count;
     if (!digits(number, count)) return false;
     if (next(':')) return readTime(number);
-    if (next('/') || next('-')) return readNumericDate(number, count);
+    // "30.5.1997", but also "30. Mai 1997".
+    const bool pointed = dayFirst_ && next('.') && at_ + 1 < text_.size() && isDigit(text_[at_ + 1]);
+    if (next('/') || next('-') || pointed) return readNumericDate(number, count);
+    if (dayFirst_ && next('.')) ++at_;
     skipBlanks();
     if (at_ < text_.size() && (text_[at_] == 'a' || text_[at_] == 'A' || text_[at_] == 'p' || text_[at_] == 'P')) {
       // "7 am" is a time, "6 Apr" a day.
@@ -150,8 +153,9 @@ class DateReader {
     int second, third = -1;
     std::size_t count, thirdCount = 0;
     if (!digits(second, count)) return false;
-    if (next('/') || next('-')) {
+    if (next('/') || next('-') || (dayFirst_ && next('.'))) {
       ++at_;
+      if (at_ >= text_.size() && dayFirst_) return setDayAndMonth(first, second);
       if (!digits(third, thirdCount)) return false;
     }
     if (firstDigits == 4) {
@@ -160,9 +164,13 @@ class DateReader {
       day_ = third < 0 ? 1 : third;
       return true;
     }
-    month_ = first;
-    day_ = second;
     if (third >= 0) year_ = fullYear(third, thirdCount);
+    return dayFirst_ ? setDayAndMonth(first, second) : setDayAndMonth(second, first);
+  }
+
+  bool setDayAndMonth(int day, int month) {
+    day_ = day;
+    month_ = month;
     return true;
   }
 
@@ -171,12 +179,12 @@ class DateReader {
     while (end < text_.size() && isLetter(text_[end])) ++end;
     const std::string_view word = text_.substr(at_, end - at_);
     at_ = end;
-    if (const int month = monthOfWord(word)) {
+    if (const int month = monthOfWord(language_, word)) {
       if (month_) return false;
       month_ = month;
       return true;
     }
-    return isWeekday(word);
+    return isWeekday(language_, word);
   }
 
   Maybe<double> result() {
@@ -199,6 +207,8 @@ class DateReader {
   }
 
   std::string_view text_;
+  const DateLanguage& language_;
+  bool dayFirst_;
   std::size_t at_ = 0;
   int month_ = 0, year_ = -1;
   Maybe<int> day_;
@@ -236,7 +246,7 @@ int weekdayOf(double days) {
   return static_cast<int>((whole % 7 + 7 + 5) % 7) + 1;
 }
 
-Maybe<double> parseDate(std::string_view text) { return DateReader(trimmed(text)).read(); }
+Maybe<double> parseDate(std::string_view text, int language) { return DateReader(trimmed(text), language).read(); }
 
 std::string dateText(double days) {
   const CalendarDate date = dateOf(days);
@@ -253,9 +263,19 @@ std::string dateText(double days) {
   return result;
 }
 
-std::string_view monthName(int month) { return month >= 1 && month <= 12 ? months[month - 1] : std::string_view(); }
-std::string_view weekdayName(int weekday) {
-  return weekday >= 1 && weekday <= 7 ? weekdays[weekday - 1] : std::string_view();
+double daysNow() {
+  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  std::tm local{};
+  localtime_r(&now, &local);
+  return daysOf(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday) +
+         (local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec) / secondsPerDay;
+}
+
+std::string_view monthName(int month, int language) {
+  return month >= 1 && month <= 12 ? dateLanguage(language).months[month - 1] : std::string_view();
+}
+std::string_view weekdayName(int weekday, int language) {
+  return weekday >= 1 && weekday <= 7 ? dateLanguage(language).weekdays[weekday - 1] : std::string_view();
 }
 
 }  // namespace quorvel::host

@@ -1,10 +1,11 @@
-// Dates as numbers of days, read from and shown as text in the one calendar and language that drawings are written in.
+// Dates as numbers of days of one calendar, read from and shown as text.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 #include "base/maybe.h"
+#include "host/formula/date_language.h"
 
 namespace quorvel::host {
 
@@ -26,13 +27,17 @@ ClockTime timeOf(double days);
 int weekdayOf(double days);
 
 /// Reads "5/30/1997", "2-28-99", "1997-05-30", "6 Mar 99", "Jan 1, 2000", "July 19 1:30 PM", "14:30", "7a". A time
-/// alone is a fraction of a day; a date without a year takes the current one. Nothing for other text.
-Maybe<double> parseDate(std::string_view text);
+/// alone is a fraction of a day; a date without a year takes the current one. Nothing for other text. Another language
+/// than the default has its own names and the day first: "30.5.1997", "30. Mai 1997".
+Maybe<double> parseDate(std::string_view text, int language = defaultLanguage);
 
 /// "5/30/1997", "5/30/1997 3:12:32 PM", "3:12:32 PM" for a time alone.
 std::string dateText(double days);
 
-std::string_view monthName(int month);      ///< 1-based
-std::string_view weekdayName(int weekday);  ///< 1-based, Monday first
+/// This machine's date and time of day, by its clock.
+double daysNow();
+
+std::string_view monthName(int month, int language = defaultLanguage);      ///< 1-based
+std::string_view weekdayName(int weekday, int language = defaultLanguage);  ///< 1-based, Monday first
 
 }  // namespace quorvel::host

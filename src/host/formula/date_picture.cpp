@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "base/basic_text.h"
 #include "base/text.h"
 #include "host/formula/calendar.h"
 #include "host/formula/picture_scanner.h"
@@ -81,28 +82,31 @@ std::string generalTime(const ClockTime& time) {
          padded(time.second, 2) + (time.hour < 12 ? " AM" : " PM");
 }
 
-std::string longDate(double days) {
+std::string longDate(double days, int language) {
   const CalendarDate date = dateOf(days);
-  return std::string(weekdayName(weekdayOf(days))) + ", " + std::string(monthName(date.month)) + " " +
-         std::to_string(date.day) + ", " + std::to_string(date.year);
+  const std::string weekday(weekdayName(weekdayOf(days), language)), month(monthName(date.month, language)),
+      day = std::to_string(date.day), year = std::to_string(date.year);
+  if (writesDayFirst(language)) return weekday + ", " + day + " " + month + " " + year;
+  return weekday + ", " + month + " " + day + ", " + year;
 }
 
-std::string monthText(int month, std::size_t count) {
+std::string monthText(int month, std::size_t count, int language) {
   if (count <= 2) return padded(month, count);
-  return std::string(count == 3 ? monthName(month).substr(0, 3) : monthName(month));
+  const std::string_view name = monthName(month, language);
+  return count == 3 ? left(name, 3) : std::string(name);
 }
 
-std::string dayText(double days, const CalendarDate& date, std::size_t count) {
+std::string dayText(double days, const CalendarDate& date, std::size_t count, int language) {
   if (count <= 2) return padded(date.day, count);
-  const std::string_view name = weekdayName(weekdayOf(days));
-  if (count == 3) return std::string(name.substr(0, 3));
+  const std::string_view name = weekdayName(weekdayOf(days), language);
+  if (count == 3) return left(name, 3);
   if (count == 4) return std::string(name);
-  return count == 5 ? dateText(std::floor(days)) : longDate(days);
+  return count == 5 ? dateText(std::floor(days)) : longDate(days, language);
 }
 
 }  // namespace
 
-std::string formatDate(double days, std::string_view picture) {
+std::string formatDate(double days, std::string_view picture, int language) {
   const CalendarDate date = dateOf(days);
   const ClockTime time = timeOf(days);
   const MinuteOrMonth minuteOrMonth(picture);
@@ -116,18 +120,18 @@ std::string formatDate(double days, std::string_view picture) {
         switch (letter) {
           case 'd':
           case 'D':
-            result += dayText(days, date, count);
+            result += dayText(days, date, count, language);
             break;
           case 'w':
           case 'W':
-            result += dayText(days, date, count == 1 ? 3 : 4);
+            result += dayText(days, date, count == 1 ? 3 : 4, language);
             break;
           case 'M':
-            result += monthText(date.month, count);
+            result += monthText(date.month, count, language);
             break;
           case 'm': {
             const bool minute = count <= 2 && minuteOrMonth.isMinute(previous, minuteIndex++);
-            result += minute ? padded(time.minute, count) : monthText(date.month, count);
+            result += minute ? padded(time.minute, count) : monthText(date.month, count, language);
             break;
           }
           case 'y':
@@ -153,7 +157,7 @@ std::string formatDate(double days, std::string_view picture) {
             result += dateText(days);
             break;
           default: {  // 'C'
-            result += longDate(days);
+            result += longDate(days, language);
             if (days != std::floor(days)) result += " " + generalTime(time);
             break;
           }

@@ -145,6 +145,17 @@ const Reference* Call::foreignReferenceBelow(const FormulaNode& node) const {
 
 EvaluationContext& Call::context() { return evaluator_.context(); }
 
+double Call::written(const Value& value) {
+  if (value.kind() != ValueKind::Number) return value.internal();
+  // Conversion leaves noise in the last places, which rounding must not see.
+  return roundedTo15(fromInternal(value.internal(), context().explicitUnit(value.unit())));
+}
+
+Value Call::fromWritten(double number, const Value& like) {
+  if (like.kind() != ValueKind::Number) return Value::number(number);
+  return Value::number(toInternal(number, context().explicitUnit(like.unit())), like.unit());
+}
+
 Value Call::unknown() { return evaluator_.unknown(); }
 
 Value Call::fail(ErrorCode code) {

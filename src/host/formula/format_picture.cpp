@@ -92,13 +92,13 @@ std::string withoutPicture(const Value& value) {
   return value.asText();
 }
 
-std::string formatText(const Value& text, std::string_view picture) {
+std::string formatText(const Value& text, std::string_view picture, int language) {
   const Maybe<Value> quantity = text.asQuantity();
   const bool digits = hasDigitPlaces(picture), texts = hasTextPlaces(picture);
   if (quantity && quantity->kind() == ValueKind::Number && hasElapsedPlaces(picture))
     return formatElapsed(quantity->internal(), picture);
   if (!digits && !texts && hasDatePlaces(picture)) {
-    if (const Maybe<double> date = parseDate(text.textView())) return formatDate(*date, picture);
+    if (const Maybe<double> date = parseDate(text.textView(), language)) return formatDate(*date, picture, language);
   }
   // Digit places have nothing to show of a text that is no number; it is shown rather than lost.
   if (digits && !texts && !quantity) return text.asText();
@@ -107,26 +107,26 @@ std::string formatText(const Value& text, std::string_view picture) {
 
 }  // namespace
 
-std::string formatValue(const Value& value, std::string_view picture) {
+std::string formatValue(const Value& value, std::string_view picture, int language) {
   if (value.isError()) return value.asText();
   if (trimmed(picture).empty()) return withoutPicture(value);
   const int number = std::max(pictureNumber(picture, "esc(", ")"), pictureNumber(picture, "{<", ">}"));
   if (number >= 0) {
     const std::string_view known = fieldPicture(number);
-    return known.empty() ? generalText(value, number) : formatValue(value, known);
+    return known.empty() ? generalText(value, number) : formatValue(value, known, language);
   }
   if (equalIgnoringCase(trimmed(picture), "general")) return generalText(value, 1);
   const bool braced = picture.starts_with("{{") && picture.ends_with("}}") && picture.size() >= 4;
   if (braced) picture = picture.substr(2, picture.size() - 4);
   switch (value.kind()) {
     case ValueKind::Text:
-      return formatText(value, picture);
+      return formatText(value, picture, language);
     case ValueKind::Date:
-      if (!hasDigitPlaces(picture) && !hasTextPlaces(picture)) return formatDate(value.internal(), picture);
+      if (!hasDigitPlaces(picture) && !hasTextPlaces(picture)) return formatDate(value.internal(), picture, language);
       break;
     case ValueKind::Number:
       if (hasElapsedPlaces(picture)) return formatElapsed(value.internal(), picture);
-      if (braced) return formatDate(value.internal(), picture);
+      if (braced) return formatDate(value.internal(), picture, language);
       break;
     default:
       break;

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/formula/date_language.h"
 #include "host/formula/value.h"
 
 namespace quorvel::host {
@@ -14,7 +15,8 @@ namespace quorvel::host {
 /// digit places shows only its literals; "u" shows the unit's suffix ("#.##### u" of 2 h is "2 eh."), never a bare
 /// point; an empty picture on a value that reads as a quantity shows nothing, on other text shows the text; a numeric
 /// picture on text that reads as a quantity formats its number in the unit it is written in.
-std::string formatValue(const Value& value, std::string_view picture);
+/// `language`: the one whose names a date's months and weekdays have.
+std::string formatValue(const Value& value, std::string_view picture, int language = defaultLanguage);
 
 /// The picture behind a FIELDPICTURE number or a file's numeric field format; empty for "general".
 std::string_view fieldPicture(int number);

@@ -59,6 +59,13 @@ struct FormulaPath {
   std::vector<std::vector<Point>> segments;
 };
 
+/// What a theme gives for a name.
+struct ThemeAnswer {
+  enum Kind : std::uint8_t { NoTheme, Known, Unknown };
+  Kind kind = Unknown;
+  Value value;  ///< when known; what a shape without a theme has in its place when there is none and that is known
+};
+
 /// What a formula may ask of the world while it is evaluated. Implemented over the sheets by host/recalc; tests bring
 /// their own.
 class EvaluationContext {
@@ -93,6 +100,13 @@ class EvaluationContext {
   virtual Maybe<Value> evaluateCell(const Reference&, std::vector<std::pair<std::string, Value>>) { return {}; }
   /// Text evaluated as a formula on the sheet of the reference.
   virtual Maybe<Value> evaluateText(const Reference&, const std::string&) { return {}; }
+  /// The unit that an implicit one stands for here: Drawing and Page are shown in the units of the page's scale.
+  virtual Unit explicitUnit(Unit unit) { return unit == Unit::Drawing || unit == Unit::Page ? Unit::Inches : unit; }
+  /// A property of the theme by its name ("FillColor", "AccentColor2"); an empty name asks for the cell itself.
+  virtual ThemeAnswer themeValue(std::string_view) { return {}; }
+  /// The colour 0xRRGGBB as the theme's gradient has it at the 1-based stop; the same one without a gradient; nothing
+  /// when that is not known.
+  virtual Maybe<std::uint32_t> throughGradientStop(std::uint32_t, int) { return {}; }
   /// What EVALCELL handed over under the name; nothing when it did not.
   virtual Maybe<Value> argument(std::string_view) { return {}; }
   /// The cell of a shape that this one is related to: "CONTAINER", "LIST" or "CALLOUTTARGET", the `index`-th of them

@@ -41,6 +41,9 @@ class Call {
   const Reference* foreignReference(int argument) const;
 
   EvaluationContext& context();
+  /// The value's number in the unit that it is written in, drawing units in those of the page, and back.
+  double written(const Value& value);
+  Value fromWritten(double number, const Value& like);
   /// The function cannot tell: the cell's last value will stand.
   Value unknown();
   Value fail(ErrorCode code);

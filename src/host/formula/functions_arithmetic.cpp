@@ -16,8 +16,7 @@ using Operation = double (*)(double);
 template <class Compute>
 Value asWritten(Call& call, Compute compute) {
   const Value value = call.quantity(0);
-  if (value.kind() != ValueKind::Number) return Value::number(compute(value.internal()));
-  return Value::number(toInternal(compute(fromInternal(value.internal(), value.unit())), value.unit()), value.unit());
+  return call.fromWritten(compute(call.written(value)), value);
 }
 
 /// Rounds `number` that lies a hair beside a whole number to it first.
@@ -29,12 +28,19 @@ double settled(double number) {
 double towardZero(double number) { return std::trunc(settled(number)); }
 double awayFromZero(double number) { return number < 0 ? std::floor(settled(number)) : std::ceil(settled(number)); }
 
+/// The second argument in the unit in which the first one is written; a bare number counts in that unit.
+double inUnitOf(Call& call, const Value& number, const Value& other) {
+  if (dimensionOf(other.unit()) != dimensionOf(number.unit())) return call.written(other);
+  return call.written(Value::number(other.internal(), number.unit()));
+}
+
 Value toMultiple(Call& call, Operation round) {
   if (!call.given(1)) return asWritten(call, round);
   const Value number = call.quantity(0), multiple = call.quantity(1);
   if (number.internal() == 0 || multiple.internal() == 0) return withUnitOf(number, 0);
   if ((number.internal() < 0) != (multiple.internal() < 0)) return call.fail(ErrorCode::Number);
-  return withUnitOf(number, round(number.internal() / multiple.internal()) * multiple.internal());
+  const double step = inUnitOf(call, number, multiple);
+  return call.fromWritten(round(call.written(number) / step) * step, number);
 }
 
 Value toDigits(Call& call, Operation round) {
@@ -69,13 +75,13 @@ Value sum(Call& call) {
 
 /// The remainder has the sign of the divisor.
 Value modulus(Call& call) {
-  const Value number = call.quantity(0);
-  const double divisor = call.number(1);
+  const Value number = call.quantity(0), other = call.quantity(1);
+  const double divisor = inUnitOf(call, number, other), dividend = call.written(number);
   if (divisor == 0) return call.fail(ErrorCode::DivisionByZero);
-  const double quotient = settled(number.internal() / divisor);
-  double rest = quotient == std::floor(quotient) ? 0 : std::fmod(number.internal(), divisor);
+  const double quotient = settled(dividend / divisor);
+  double rest = quotient == std::floor(quotient) ? 0 : std::fmod(dividend, divisor);
   if (rest != 0 && (rest < 0) != (divisor < 0)) rest += divisor;
-  return withUnitOf(number, rest);
+  return call.fromWritten(rest, number);
 }
 
 Value raised(Call& call) {

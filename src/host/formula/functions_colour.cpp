@@ -16,10 +16,12 @@ struct Rgb {
   double red = 0, green = 0, blue = 0;  ///< 0 to 255
 };
 
-/// Hue 0 to 239, saturation and luminosity 0 to 240.
+/// Hue 0 to 239, saturation and luminosity 0 to 240: whole numbers, as drawings have been coloured since there were
+/// colour dialogs with these three. Colours that went through them hold the rounding of each step.
 struct Hsl {
-  double hue = 0, saturation = 0, luminosity = 0;
+  int hue = 0, saturation = 0, luminosity = 0;
 };
+constexpr int most = 240;  ///< of hue, saturation and luminosity
 
 Maybe<std::uint32_t> readHexColour(std::string_view text) {
   if (text.size() != 7 || text[0] != '#') return {};
@@ -56,62 +58,90 @@ Value toValue(const Rgb& rgb) {
   return Value::colour(component(rgb.red) << 16 | component(rgb.green) << 8 | component(rgb.blue));
 }
 
+/// `number` / `by`, to the nearest; both are positive.
+int divided(int number, int by) { return (number + by / 2) / by; }
+
 Hsl toHsl(const Rgb& rgb) {
-  const double red = rgb.red / 255, green = rgb.green / 255, blue = rgb.blue / 255;
-  const double most = std::max({red, green, blue}), least = std::min({red, green, blue}), spread = most - least;
+  const int red = static_cast<int>(component(rgb.red)), green = static_cast<int>(component(rgb.green)),
+            blue = static_cast<int>(component(rgb.blue));
+  const int high = std::max({red, green, blue}), low = std::min({red, green, blue}), spread = high - low;
   Hsl hsl;
-  hsl.luminosity = (most + least) / 2 * 240;
+  hsl.luminosity = divided((high + low) * most, 2 * 255);
   if (spread == 0) return hsl;
-  hsl.saturation = 240 * spread / (most + least <= 1 ? most + least : 2 - most - least);
-  double sixth = most == red     ? (green - blue) / spread
-                 : most == green ? 2 + (blue - red) / spread
-                                 : 4 + (red - green) / spread;
-  if (sixth < 0) sixth += 6;
-  hsl.hue = sixth * 40;
+  hsl.saturation = divided(spread * most, hsl.luminosity <= most / 2 ? high + low : 2 * 255 - high - low);
+  const auto distance = [&](int channel) { return divided((high - channel) * (most / 6), spread); };
+  hsl.hue = high == red     ? distance(blue) - distance(green)
+            : high == green ? most / 3 + distance(red) - distance(blue)
+                            : 2 * most / 3 + distance(green) - distance(red);
+  hsl.hue = (hsl.hue + most) % most;
   return hsl;
 }
 
 Rgb toRgb(const Hsl& hsl) {
-  const double light = std::clamp(hsl.luminosity / 240, 0.0, 1.0),
-               strength = std::clamp(hsl.saturation / 240, 0.0, 1.0);
-  const double high = light <= 0.5 ? light * (1 + strength) : light + strength - light * strength;
-  const double low = 2 * light - high;
-  const auto channel = [&](double hue) {
-    hue = std::fmod(hue + 480, 240);
-    if (hue < 40) return low + (high - low) * hue / 40;
-    if (hue < 120) return high;
-    if (hue < 160) return low + (high - low) * (160 - hue) / 40;
-    return low;
+  const int light = std::clamp(hsl.luminosity, 0, most), strength = std::clamp(hsl.saturation, 0, most);
+  if (strength == 0) {
+    const double grey = divided(light * 255, most);
+    return {grey, grey, grey};
+  }
+  const int high =
+      light <= most / 2 ? divided(light * (most + strength), most) : light + strength - divided(light * strength, most);
+  const int low = 2 * light - high;
+  const auto channel = [&](int hue) {
+    hue = ((hue % most) + most) % most;
+    int level = low;
+    if (hue < most / 6) {
+      level = low + divided((high - low) * hue, most / 6);
+    } else if (hue < most / 2) {
+      level = high;
+    } else if (hue < most * 2 / 3) {
+      level = low + divided((high - low) * (most * 2 / 3 - hue), most / 6);
+    }
+    return static_cast<double>(divided(level * 255, most));
   };
-  return {channel(hsl.hue + 80) * 255, channel(hsl.hue) * 255, channel(hsl.hue - 80) * 255};
+  return {channel(hsl.hue + most / 3), channel(hsl.hue), channel(hsl.hue - most / 3)};
 }
 
-using Part = double Hsl::*;
+using Part = int Hsl::*;
 
-Value part(Call& call, Part which) { return Value::number(std::round(toHsl(colour(call, 0)).*which)); }
+Value part(Call& call, Part which) { return Value::number(toHsl(colour(call, 0)).*which); }
 
 Value difference(Call& call, Part which) {
   const Hsl first = toHsl(colour(call, 0)), second = toHsl(colour(call, 1));
-  return Value::number(std::round(first.*which) - std::round(second.*which));
+  return Value::number(first.*which - second.*which);
 }
 
-Value shifted(Call& call, Part which, double direction) {
+int shifted(int part, double amount) { return static_cast<int>(std::clamp(part + amount, 0.0, double(most))); }
+
+/// Near white a step is a share of what is left: drawings hold 228 for 168 lighter by 84.
+Value lighter(Call& call, double direction) {
   Hsl hsl = toHsl(colour(call, 0));
-  hsl.*which = std::clamp(hsl.*which + direction * call.number(1), 0.0, 240.0);
+  const double amount = direction * call.number(1);
+  const double left = std::min(1.0, (most - hsl.luminosity) / 100.0);
+  hsl.luminosity = shifted(hsl.luminosity, amount > 0 ? amount * left : amount);
+  return toValue(toRgb(hsl));
+}
+
+Value paler(Call& call) {
+  Hsl hsl = toHsl(colour(call, 0));
+  hsl.saturation = shifted(hsl.saturation, -call.number(1));
   return toValue(toRgb(hsl));
 }
 
 /// Part of the way to white (above 0) or to black (below); percent counts as a fraction, a bare number as percent.
 Value towardEnd(Call& call, double direction) {
-  Hsl hsl = toHsl(colour(call, 0));
+  const Rgb rgb = colour(call, 0);
   const Value amount = call.quantity(1);
   double share = direction * (amount.unit() == Unit::Percent ? amount.internal() : amount.internal() / 100);
   share = std::clamp(share, -1.0, 1.0);
-  hsl.luminosity += share > 0 ? (240 - hsl.luminosity) * share : hsl.luminosity * share;
+  // The hue and the saturation of the colour stay, so its parts do not move alike.
+  const double high = std::max({rgb.red, rgb.green, rgb.blue}), low = std::min({rgb.red, rgb.green, rgb.blue});
+  const double light = (high + low) / 2;
+  const double wanted = share > 0 ? light + (255 - light) * share : light * (1 + share);
+  const double room = std::min(light, 255 - light), roomWanted = std::min(wanted, 255 - wanted);
+  const double scale = room > 0 ? roomWanted / room : 0;
   // Halves go down here: drawings hold 127 for white half way to black.
-  const Rgb rgb = toRgb(hsl);
-  const auto whole = [](double part) { return std::floor(part + 1e-6); };
-  return toValue({whole(rgb.red), whole(rgb.green), whole(rgb.blue)});
+  const auto moved = [&](double channel) { return std::floor(wanted + (channel - light) * scale + 1e-6); };
+  return toValue({moved(rgb.red), moved(rgb.green), moved(rgb.blue)});
 }
 
 Value blend(Call& call) {
@@ -119,6 +149,14 @@ Value blend(Call& call) {
   const double share = std::clamp(call.number(2), 0.0, 1.0);
   return toValue({std::lerp(first.red, second.red, share), std::lerp(first.green, second.green, share),
                   std::lerp(first.blue, second.blue, share)});
+}
+
+/// The colour as the theme's gradient has it at a stop.
+Value throughGradientStop(Call& call) {
+  const Value given = toValue(colour(call, 0));
+  const Maybe<std::uint32_t> changed =
+      call.context().throughGradientStop(static_cast<std::uint32_t>(given.internal()), call.whole(1, 1));
+  return changed ? Value::colour(*changed) : call.unknown();
 }
 
 constexpr FunctionRow rows[] = {
@@ -129,8 +167,8 @@ constexpr FunctionRow rows[] = {
      }},
     {"HSL",
      [](Call& c) {
-       const double hue = c.number(0), saturation = c.number(1);
-       return toValue(toRgb({hue, saturation, c.number(2)}));
+       const int hue = shifted(0, c.number(0)), saturation = shifted(0, c.number(1));
+       return toValue(toRgb({hue, saturation, shifted(0, c.number(2))}));
      }},
     {"RED", [](Call& c) { return Value::number(colour(c, 0).red); }},
     {"GREEN", [](Call& c) { return Value::number(colour(c, 0).green); }},
@@ -141,12 +179,13 @@ constexpr FunctionRow rows[] = {
     {"HUEDIFF", [](Call& c) { return difference(c, &Hsl::hue); }},
     {"SATDIFF", [](Call& c) { return difference(c, &Hsl::saturation); }},
     {"LUMDIFF", [](Call& c) { return difference(c, &Hsl::luminosity); }},
-    {"TINT", [](Call& c) { return shifted(c, &Hsl::luminosity, 1); }},
-    {"SHADE", [](Call& c) { return shifted(c, &Hsl::luminosity, -1); }},
-    {"TONE", [](Call& c) { return shifted(c, &Hsl::saturation, -1); }},
+    {"TINT", [](Call& c) { return lighter(c, 1); }},
+    {"SHADE", [](Call& c) { return lighter(c, -1); }},
+    {"TONE", paler},
     {"MSOTINT", [](Call& c) { return towardEnd(c, 1); }},
     {"MSOSHADE", [](Call& c) { return towardEnd(c, -1); }},
     {"BLEND", blend},
+    {"THEMECBV", throughGradientStop, AsksHost},
 };
 
 }  // namespace

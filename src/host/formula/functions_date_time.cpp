@@ -7,11 +7,11 @@
 namespace quorvel::host {
 namespace {
 
-/// A date from a date, a number of days, or text that reads as a date.
+/// A date from a date, a number of days, or text that reads as a date in the language of the second argument.
 double days(Call& call) {
   const Value value = call.value(0);
   if (value.isText()) {
-    if (const Maybe<double> date = parseDate(value.textView())) return *date;
+    if (const Maybe<double> date = parseDate(value.textView(), call.whole(1, defaultLanguage))) return *date;
     if (const Maybe<double> number = value.asNumber()) return *number;
     call.fail(ErrorCode::Value);
     return 0;

@@ -1,4 +1,5 @@
 // Functions on points, angles and the coordinate systems of shapes.
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -69,8 +70,9 @@ Value convertAngle(Call& call, bool parent) {
   return Value::number(normalized(turned), Unit::Angle);
 }
 
-/// What a trigger holds is of no meaning; that it is reached tells its readers that the shape changed.
-Value trigger(Call& call) { return call.unknown(); }
+/// That a trigger is reached tells its readers that the shape changed; what it holds tells only whether that is another
+/// one.
+Value trigger(Call& call) { return Value::number(call.foreignReference(0) ? 2 : 1); }
 
 Value walkedTo(Call& call) {
   const Maybe<Value> place = call.context().walkedTo();
@@ -106,6 +108,56 @@ Value sector(Call& call) {
   return Value::number(sideways ? (x > 0 ? 1 : 3) : (y > 0 ? 2 : 4));
 }
 
+/// An ellipse drawn at one size of its shape, by the angle of an axis and the ratio of that axis to the other, when the
+/// shape has another size: (angle, ratio, width, height, width now, height now).
+struct StretchedEllipse {
+  double angle = 0, ratio = 1, across = 1, up = 1;
+  bool unchanged = true;  ///< of no size, or of the same
+};
+
+StretchedEllipse stretchedEllipse(Call& call) {
+  StretchedEllipse ellipse;
+  ellipse.angle = call.number(0);
+  ellipse.ratio = call.number(1);
+  const double width = call.number(2), height = call.number(3), widthNow = call.number(4), heightNow = call.number(5);
+  ellipse.across = width == 0 ? 0 : std::fabs(widthNow / width);
+  ellipse.up = height == 0 ? 0 : std::fabs(heightNow / height);
+  ellipse.unchanged = ellipse.across == 0 || ellipse.up == 0 ||
+                      std::fabs(ellipse.across - ellipse.up) <= 1e-9 * std::max(ellipse.across, ellipse.up);
+  return ellipse;
+}
+
+/// How far the stretched ellipse reaches in the direction, squared: its two axes are conjugate radii of the new one.
+double reachSquared(const StretchedEllipse& ellipse, double direction) {
+  const double x = std::cos(direction), y = std::sin(direction);
+  const double axisX = ellipse.ratio * std::cos(ellipse.angle) * ellipse.across,
+               axisY = ellipse.ratio * std::sin(ellipse.angle) * ellipse.up;
+  const double otherX = -std::sin(ellipse.angle) * ellipse.across, otherY = std::cos(ellipse.angle) * ellipse.up;
+  return std::pow(x * axisX + y * axisY, 2) + std::pow(x * otherX + y * otherY, 2);
+}
+
+/// The axis of the new ellipse that lies nearest to the old one, from -90 to 90 deg.; level when that was a circle.
+Value stretchedAngle(Call& call) {
+  const StretchedEllipse ellipse = stretchedEllipse(call);
+  const auto upright = [](double angle) { return Value::number(std::remainder(angle, turn / 2), Unit::Angle); };
+  if (std::fabs(ellipse.ratio - 1) < 1e-9) return Value::number(0, Unit::Angle);
+  if (ellipse.unchanged) return upright(ellipse.angle);
+  const double straight = reachSquared(ellipse, 0) - reachSquared(ellipse, turn / 4);
+  const double diagonal = reachSquared(ellipse, turn / 8) - reachSquared(ellipse, turn * 3 / 8);
+  const double longer = std::atan2(diagonal, straight) / 2;
+  return upright(ellipse.angle + std::remainder(longer - ellipse.angle, turn / 4));
+}
+
+/// The last argument is the angle of the axis that is compared with the other.
+Value stretchedRatio(Call& call) {
+  const StretchedEllipse ellipse = stretchedEllipse(call);
+  const double axis = call.number(6, ellipse.angle);
+  if (ellipse.unchanged) return Value::number(ellipse.ratio);
+  const double other = reachSquared(ellipse, axis + turn / 4);
+  if (other == 0) return Value::number(ellipse.ratio);
+  return Value::number(std::sqrt(reachSquared(ellipse, axis) / other));
+}
+
 /// Curve data of a vertex is kept as the call with its arguments worked out: first what describes the curve, then its
 /// points, each a group of numbers without blanks inside, as drawings store it.
 Value curveData(Call& call, std::string_view name, int heads, int groupSize) {
@@ -139,6 +191,8 @@ constexpr FunctionRow rows[] = {
     {"INTERSECTX", [](Call& c) { return intersection(c, false); }},
     {"INTERSECTY", [](Call& c) { return intersection(c, true); }},
     {"RECTSECT", sector},
+    {"_ELLIPSE_THETA", stretchedAngle},
+    {"_ELLIPSE_ECC", stretchedRatio},
     {"POLYLINE", [](Call& c) { return curveData(c, "POLYLINE", 2, 2); }},
     {"NURBS", [](Call& c) { return curveData(c, "NURBS", 4, 4); }},
 };

@@ -41,7 +41,7 @@ Value measure(Call& call, bool height) {
   request.height = height;
   request.maxWidth = call.number(1, -1);
   if (const Reference* shape = call.reference(0); isOtherSheet(shape)) request.shape = shape;
-  return Value::number(call.context().measureText(request), Unit::Inches);
+  return Value::number(call.context().measureText(request), Unit::Drawing);
 }
 
 enum TextFlag { TabsToBlank = 4, TabsToBlanks = 8, BreaksToBlanks = 16, PlainQuotes = 32, SingleBlanks = 64 };
@@ -86,6 +86,8 @@ const FunctionRow rows[] = {
     propertyRow<"TYPEDESC">(),
     propertyRow<"IS1D">(),
     propertyRow<"ISTHEMED">(),
+    // The name of earlier releases.
+    {"CELLISTHEMED", property<"ISTHEMED">, AsksHost | Changes},
     propertyRow<"MASTERNAME">(),
     propertyRow<"DATA1">(),
     propertyRow<"DATA2">(),

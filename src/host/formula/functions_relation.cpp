@@ -10,8 +10,33 @@
 namespace quorvel::host {
 namespace {
 
-/// What the theme gives is known from the file alone: the value that it holds stands.
-Value themed(Call& call) { return call.unknown(); }
+/// What only the program that wrote the file knows: the value that it holds stands.
+Value unknown(Call& call) { return call.unknown(); }
+
+/// The name of a theme's property. As text "1" to "8" count the colours from the dark one; as a number, which comes
+/// from a cell that says which colour a shape takes, they are counted as there.
+std::string themeProperty(Call& call) {
+  const Value name = call.value(0);
+  if (!name.isText()) return "#" + std::to_string(call.whole(0));
+  const std::string text(name.textView());
+  if (text.size() == 1 && text[0] >= '1' && text[0] <= '8') return "#" + std::to_string(text[0] - '1');
+  return text;
+}
+
+/// The value of the theme by name; without a theme the second argument.
+Value themed(Call& call) {
+  const std::string name = call.given(0) ? themeProperty(call) : std::string();
+  const ThemeAnswer answer = call.context().themeValue(name);
+  switch (answer.kind) {
+    case ThemeAnswer::Known:
+      return answer.value;
+    case ThemeAnswer::NoTheme:
+      return call.given(1) ? call.value(1) : answer.value.isError() ? call.unknown() : answer.value;
+    case ThemeAnswer::Unknown:
+      break;
+  }
+  return call.unknown();
+}
 
 Value evaluateCell(Call& call) {
   const Reference* cell = call.reference(0);
@@ -110,8 +135,8 @@ constexpr FunctionRow rows[] = {
     {"LANGUAGE", language},
     {"THEME", themed, AsksHost},
     {"THEMEVAL", themed, AsksHost},
-    {"THEMECBV", themed, AsksHost},
-    {"THEMERESTORE", themed, AsksHost},
+    {"THEMEPROP", themed, AsksHost},
+    {"THEMERESTORE", unknown, AsksHost},
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/basic_text.h"
+#include "base/letter_case.h"
 #include "base/text.h"
 #include "host/formula/format_picture.h"
 #include "host/formula/functions.h"
@@ -96,14 +97,6 @@ std::string collapsed(std::string_view text) {
   return result;
 }
 
-char32_t upperCase(char32_t letter) {
-  // The inverse of folding: the capital lies one of these distances before its small letter.
-  for (const char32_t distance : {32u, 1u, 80u, 48u}) {
-    if (letter > distance && foldCase(letter - distance) == letter) return letter - distance;
-  }
-  return letter;
-}
-
 Value character(Call& call, int largest) {
   const int code = call.whole(0);
   if (code < 1 || code > largest || (code >= 0xD800 && code < 0xE000)) return call.fail(ErrorCode::Value);
@@ -151,12 +144,14 @@ Value format(Call& call) {
   return Value::text(formatValue(value, picture));
 }
 
-/// FORMATEX(value, picture, unit of a bare number, unit to show): text that reads as a quantity counts as one.
+/// FORMATEX(value, picture, unit of a bare number, unit to show, language): text that reads as a quantity counts as
+/// one.
 Value formatIn(Call& call) {
   const Value given = call.value(0);
   const std::string picture = call.text(1), source = call.text(2), target = call.text(3);
+  const int language = call.whole(4, defaultLanguage);
   Maybe<Value> quantity = given.asQuantity();
-  if (!quantity || quantity->kind() != ValueKind::Number) return Value::text(formatValue(given, picture));
+  if (!quantity || quantity->kind() != ValueKind::Number) return Value::text(formatValue(given, picture, language));
   if (!trimmed(source).empty()) {
     const Maybe<Unit> unit = unitOfSuffix(trimmed(source));
     if (!unit) return call.fail(ErrorCode::Value);
@@ -173,7 +168,7 @@ Value formatIn(Call& call) {
       return call.fail(ErrorCode::Value);
     }
   }
-  return Value::text(formatValue(*quantity, picture));
+  return Value::text(formatValue(*quantity, picture, language));
 }
 
 Value pictureOfField(Call& call) {
@@ -192,14 +187,8 @@ constexpr FunctionRow rows[] = {
     {"REPT", repeat},
     {"SUBSTITUTE", substitute},
     {"TRIM", [](Call& c) { return Value::text(collapsed(c.text(0))); }},
-    {"LOWER", [](Call& c) { return Value::text(foldCase(c.text(0))); }},
-    {"UPPER",
-     [](Call& c) {
-       const std::string text = c.text(0);
-       std::string result;
-       for (std::size_t at = 0; at < text.size();) appendUtf8(result, upperCase(decodeNext(text, at)));
-       return Value::text(result);
-     }},
+    {"LOWER", [](Call& c) { return Value::text(lowerCase(c.text(0))); }},
+    {"UPPER", [](Call& c) { return Value::text(upperCase(c.text(0))); }},
     {"CHAR", [](Call& c) { return character(c, 255); }},
     {"UNICHAR", [](Call& c) { return character(c, 65535); }},
     {"STRSAME", [](Call& c) { return same(c, c.truth(2)); }},

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "base/letter_case.h"
 #include "base/text.h"
 #include "host/formula/number_text.h"
 #include "host/formula/picture_scanner.h"
@@ -211,11 +212,6 @@ constexpr LongName longNames[] = {
     {Unit::ElapsedWeek, "elapsed week", "elapsed weeks"},
 };
 
-std::string upperAscii(std::string text) {
-  for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-  return text;
-}
-
 /// `count` letters "u" ask for the short, the long or the universal label.
 std::string unitLabel(Unit unit, double number, std::size_t count, bool capitals) {
   std::string label(shownSuffix(unit));
@@ -226,7 +222,7 @@ std::string unitLabel(Unit unit, double number, std::size_t count, bool capitals
   } else if (count >= 3 && unit != Unit::None) {
     label = foldCase(fileNameOf(unit));
   }
-  return capitals ? upperAscii(label) : label;
+  return capitals ? upperCase(label) : label;
 }
 
 /// Quantities that are shown in two units.
@@ -322,7 +318,7 @@ class NumberFormatter {
       scanner_.skip(count);
     } else if (c == '@') {
       const char mode = scanner_.next();
-      result_ += mode == '+' ? upperAscii(std::string(text_)) : mode == '-' ? foldCase(text_) : std::string(text_);
+      result_ += mode == '+' ? upperCase(text_) : mode == '-' ? lowerCase(text_) : std::string(text_);
       scanner_.skip(mode == '+' || mode == '-' ? 2 : 1);
     } else {
       result_ += c;

@@ -16,6 +16,12 @@ bool hasDimension(const Value& value) {
   return dimension != Dimension::None && dimension != Dimension::Other;
 }
 
+bool isPlainNumber(const Value& value) { return value.kind() == ValueKind::Number && value.unit() == Unit::None; }
+
+bool isImplicit(const Value& value) {
+  return value.kind() == ValueKind::Number && (value.unit() == Unit::Drawing || value.unit() == Unit::Page);
+}
+
 /// An operand of arithmetic: text counts when it reads as a quantity, empty text as 0.
 Value operand(const Value& value) {
   if (!value.isText()) return value;
@@ -46,7 +52,12 @@ Value addTo(const Value& left, const Value& right, double sign) {
     if (a.kind() == ValueKind::Date && b.kind() == ValueKind::Date)
       return sign < 0 ? Value::number(sum, Unit::ElapsedDay) : Value::date(sum);
     if (a.kind() == ValueKind::Date || (b.kind() == ValueKind::Date && sign > 0)) return Value::date(sum);
-    if (hasDimension(a)) return Value::number(sum, a.unit());
+    // A number added to a colour is a mark for readers that count colours from 1; the colour stays.
+    if (a.kind() == ValueKind::Colour && isPlainNumber(b)) return a;
+    if (b.kind() == ValueKind::Colour && isPlainNumber(a)) return b;
+    // A unit that is written down wins over one that follows the page: "Width+0 mm" is in millimetres.
+    if (hasDimension(a) && !(isImplicit(a) && dimensionOf(a.unit()) == dimensionOf(b.unit())))
+      return Value::number(sum, a.unit());
     if (hasDimension(b)) return Value::number(sum, b.unit());
     const bool percents = a.unit() == Unit::Percent && b.unit() == Unit::Percent;
     return Value::number(sum, percents ? Unit::Percent : Unit::None);

@@ -101,6 +101,14 @@ class FormulaParser {
   bool takeSeparator() { return take(',') || take(';'); }
   std::string_view readWord();
 
+  /// What is computed from a number in the page's units may be something else on another page.
+  bool hangsOnPage() const {
+    if (formula_->nodes_.size() == 1) return false;
+    return std::any_of(formula_->constants_.begin(), formula_->constants_.end(), [](const Value& value) {
+      return value.kind() == ValueKind::Number && (value.unit() == Unit::Drawing || value.unit() == Unit::Page);
+    });
+  }
+
   Tree add(const FormulaNode& node, int height) {
     if (height > heightLimit) return {};
     formula_->nodes_.push_back(node);
@@ -133,7 +141,8 @@ FormulaPtr FormulaParser::parse(std::string_view text) {
   if (at_ != text_.size()) return nullptr;
   formula->nodes_.shrink_to_fit();
   formula->constants_.shrink_to_fit();
-  if (pure_ && formula->known_ && formula->references_.empty()) formula->constant_ = evaluatePure(*formula);
+  if (pure_ && formula->known_ && formula->references_.empty() && !hangsOnPage())
+    formula->constant_ = evaluatePure(*formula);
   return formula;
 }
 

@@ -62,7 +62,7 @@ class PictureScanner {
 };
 
 /// A date picture applied to days since 1899-12-30.
-std::string formatDate(double days, std::string_view picture);
+std::string formatDate(double days, std::string_view picture, int language);
 /// A picture such as "[h]:mm" applied to a number of days that passed.
 std::string formatElapsed(double days, std::string_view picture);
 /// The picture has a place for a part of a date or a time.

@@ -4,10 +4,12 @@
 #include <unordered_map>
 
 #include "host/cells/cell_table.h"
+#include "host/cells/type_size.h"
 #include "host/formula/formula.h"
 #include "host/recalc/connector_ends.h"
 #include "host/recalc/sheet_context.h"
 #include "host/sheet/inheritance.h"
+#include "host/sheet/units_of_page.h"
 
 namespace quorvel::host {
 namespace {
@@ -15,7 +17,35 @@ namespace {
 /// Circles are looked for by evaluating their members one inside the other; a hostile file must not exhaust the stack.
 constexpr int deepestCircle = 500;
 
+/// Distances of paragraphs below 0 are shares of the letters' size.
+bool isShareOfSize(const CellKey& key, const Value& value) {
+  return key.section == SectionNumber::Paragraph && value.internal() < 0;
+}
+
+bool isOfType(Unit unit) {
+  switch (unit) {
+    case Unit::PicasAndPoints:
+    case Unit::Points:
+    case Unit::Picas:
+    case Unit::CicerosAndDidots:
+    case Unit::Didots:
+    case Unit::Ciceros:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
+
+bool isFontWithoutName(const Store& store, const CellAddress& cell, const Value& value) {
+  static const Column fonts[] = {columnOf(SectionNumber::Character, "Font").or_(0),
+                                 columnOf(SectionNumber::Character, "AsianFont").or_(0),
+                                 columnOf(SectionNumber::Character, "ComplexScriptFont").or_(0)};
+  if (cell.key.section != SectionNumber::Character || value.kind() != ValueKind::Number) return false;
+  if (std::find(std::begin(fonts), std::end(fonts), cell.key.column) == std::end(fonts)) return false;
+  return cellValue(store, cell.sheet, cell.key).isText();
+}
 
 Value fitToCell(const Store& store, const CellAddress& cell, const Value& value) {
   const CellDefinition* definition = definitionOf(cell.key);
@@ -26,7 +56,11 @@ Value fitToCell(const Store& store, const CellAddress& cell, const Value& value)
     return Value::number(vertical ? value.y() : value.internal(), Unit::Inches);
   }
   if (value.kind() != ValueKind::Number || value.unit() != Unit::None) return value;
-  if (definition->units == CellUnits::Length) return Value::number(value.internal(), Unit::Inches);
+  if (definition->units == CellUnits::Length) {
+    if (isShareOfSize(cell.key, value)) return value;
+    const Unit unit = takesPoints(cell.key) ? Unit::Points : Unit::Inches;
+    return Value::number(toInternal(value.internal(), unit), unit);
+  }
   if (definition->units == CellUnits::Angle)
     return Value::number(toInternal(value.internal(), Unit::Degrees), Unit::Degrees);
   if (cell.key.section == SectionNumber::Property && cell.key.column == 0) {
@@ -36,6 +70,28 @@ Value fitToCell(const Store& store, const CellAddress& cell, const Value& value)
       return Value::number(value.internal(), Unit::ElapsedDay);
   }
   return value;
+}
+
+Value fitWritten(const Store& store, const CellAddress& cell, const Value& value) {
+  const CellDefinition* definition = definitionOf(cell.key);
+  if (!definition || value.kind() != ValueKind::Number || value.unit() != Unit::None || isShareOfSize(cell.key, value))
+    return fitToCell(store, cell, value);
+  const FoundCell found = findCell(store, cell.sheet, cell.key);
+  const Unit before = found ? found.value->value.unit() : Unit::None;
+  Unit unit = Unit::None;
+  if (definition->units == CellUnits::Length) {
+    const bool named = dimensionOf(before) == Dimension::Length && before != Unit::Drawing && before != Unit::Page &&
+                       before != Unit::Typographic;
+    // A width of lines that was given in inches does not make the next number one of inches.
+    const bool usable = takesPoints(cell.key) ? isOfType(before) : named;
+    const Unit ofPage = takesPoints(cell.key) ? Unit::Points : explicitUnitOf(store, cell.sheet, Unit::Drawing);
+    unit = usable ? before : ofPage;
+  } else if (definition->units == CellUnits::Angle) {
+    unit = dimensionOf(before) == Dimension::Angle && before != Unit::Angle ? before : Unit::Degrees;
+  } else {
+    return fitToCell(store, cell, value);
+  }
+  return Value::number(toInternal(value.internal(), unit), unit);
 }
 
 /// One run: the part of the graph that the seeds reach, in an order in which every cell comes after what it reads.
@@ -215,13 +271,11 @@ void Recalculator::Run::evaluateNode(std::uint32_t number, int depth) {
     value = evaluate(*found.formula->formula, context);
     if (context.readUnknown()) value = {};
   }
-  if (!value) {
-    // Triggers tell that something changed by being reached, not by what they hold.
-    if (cell.key == triggerCell(true) || cell.key == triggerCell(false)) markDependents(number);
-    return;
-  }
-  setIfChanged(number, fitToCell(owner.store_, cell, *value));
-  if (nodes[number].changed) markDependents(number);
+  if (value && !isFontWithoutName(owner.store_, cell, *value))
+    setIfChanged(number, fitToCell(owner.store_, cell, *value));
+  // Triggers tell that something changed by being reached, not by what they hold.
+  const bool isTrigger = cell.key == triggerCell(true) || cell.key == triggerCell(false);
+  if (nodes[number].changed || isTrigger) markDependents(number);
 }
 
 std::vector<CellAddress> Recalculator::run(std::span<const CellAddress> seeds, std::span<const CellAddress> changed,
@@ -256,7 +310,7 @@ Maybe<Value> Recalculator::evaluateNow(const CellAddress& cell) {
   ++evaluations_;
   SheetContext context(store_, *metrics_, found.formulaSheet, cell);
   const Maybe<Value> value = evaluate(*found.formula->formula, context);
-  if (!value || context.readUnknown()) return {};
+  if (!value || context.readUnknown() || isFontWithoutName(store_, cell, *value)) return {};
   return fitToCell(store_, cell, *value);
 }
 

@@ -46,8 +46,14 @@ class Recalculator {
   std::size_t evaluations_ = 0;
 };
 
-/// Gives a result the kind that its cell holds: bare numbers in length cells are inches, in angle cells degrees, in a
-/// duration property days.
+/// A number for a font whose cell holds a name: packages name fonts and do not tell the numbers that formulas kept.
+bool isFontWithoutName(const Store& store, const CellAddress& cell, const Value& value);
+
+/// Gives a result the kind that its cell holds: bare numbers in length cells are inches, in those of type and lines
+/// points, in angle cells degrees, in a duration property days.
 Value fitToCell(const Store& store, const CellAddress& cell, const Value& value);
+/// The same for what somebody writes into the cell: a bare number is taken in the unit of the value that the cell has,
+/// else in that of the page.
+Value fitWritten(const Store& store, const CellAddress& cell, const Value& value);
 
 }  // namespace quorvel::host

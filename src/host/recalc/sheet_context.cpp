@@ -5,13 +5,16 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/formula/calendar.h"
 #include "host/formula/word_list.h"
 #include "host/recalc/connector_ends.h"
 #include "host/recalc/dependency_graph.h"
 #include "host/recalc/geometry_path.h"
 #include "host/recalc/relations.h"
+#include "host/recalc/themes.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/transform.h"
+#include "host/sheet/units_of_page.h"
 
 namespace quorvel::host {
 namespace {
@@ -54,19 +57,28 @@ Value SheetContext::valueOf(const Reference& reference) {
   const CellKey key = keyOn(target, reference);
   if (!cellMayBeRead(store_, target, key)) return Value::error(ErrorCode::Reference);
   Value value = cellValue(store_, target, key);
-  // Files write "Themed" where the theme decides.
-  readUnknown_ |= value.isText() && value.textView() == "Themed";
+  if (!isThemed(value)) return value;
+  const ThemeAnswer answer = themedCell(store_, target, key);
+  if (answer.kind == ThemeAnswer::Known) return answer.value;
+  readUnknown_ = true;
   return value;
 }
 
 double SheetContext::measureText(const TextMetricsRequest& request) {
   static const CellKey left = objectCell("LeftMargin"), right = objectCell("RightMargin"),
                        top = objectCell("TopMargin"), bottom = objectCell("BottomMargin");
-  const auto margin = [&](const CellKey& key) { return cellNumber(store_, cell_.sheet, key); };
-  const double sides = margin(left) + margin(right);
-  const double wrapAt = request.maxWidth < 0 ? -1 : std::max(0.0, request.maxWidth - sides);
-  const TextMetrics::Size size = metrics_.measure(store_, cell_.sheet, wrapAt);
-  return request.height ? size.height + margin(top) + margin(bottom) : size.width + sides;
+  const SheetId measured = resolve(request.shape);
+  if (!measured) return 0;
+  const auto margin = [&](const CellKey& key) { return cellNumber(store_, measured, key); };
+  // A text has its size on paper; formulas count in the drawing, which may be larger or smaller.
+  const double scale = drawingPerPaper(store_, measured), sides = margin(left) + margin(right);
+  const double wrapAt = request.maxWidth < 0 ? -1 : std::max(0.0, request.maxWidth / scale - sides);
+  const TextMetrics::Size size = metrics_.measure(store_, measured, wrapAt);
+  if (!request.height) return (size.width + sides) * scale;
+  // Drawings hold heights of texts that are this much more than the heights of the lines.
+  constexpr double surplus = 0.00005;
+  const bool isEmpty = shownText(store_, measured).empty();
+  return (size.height + margin(top) + margin(bottom) + (isEmpty ? 0 : surplus)) * scale;
 }
 
 std::string SheetContext::shapeText(const Reference& reference) {
@@ -137,6 +149,18 @@ Maybe<Value> SheetContext::evaluateText(const Reference& shape, const std::strin
   if (!formula) return {};
   SheetContext inner(store_, metrics_, target, {target, shape.cell});
   return evaluateInside(*formula, inner);
+}
+
+Unit SheetContext::explicitUnit(Unit unit) { return explicitUnitOf(store_, cell_.sheet, unit); }
+
+ThemeAnswer SheetContext::themeValue(std::string_view property) {
+  return property.empty() ? themedCell(store_, cell_.sheet, cell_.key) : themeProperty(store_, cell_.sheet, property);
+}
+
+Maybe<std::uint32_t> SheetContext::throughGradientStop(std::uint32_t rgb, int stop) {
+  if (themeNumber(store_, cell_.sheet) == 0) return rgb;
+  if (!store_.themes()) return {};
+  return store_.themes()->throughGradientStop(store_, cell_.sheet, rgb, stop);
 }
 
 Maybe<Value> SheetContext::argument(std::string_view name) {
@@ -214,6 +238,7 @@ Maybe<Value> SheetContext::shapeProperty(std::string_view name) const {
   if (is("IS1D")) return Value::boolean(bool(findCell(store_, sheet.id, endCell(true, false))));
   if (is("PINX")) return cellValue(store_, sheet.id, objectCell("PinX"));
   if (is("PINY")) return cellValue(store_, sheet.id, objectCell("PinY"));
+  if (is("ISTHEMED")) return Value::boolean(cellNumber(store_, sheet.id, objectCell("ColorSchemeIndex")) != 0);
   if (is("CATEGORIES")) return Value::text(categoriesOf(store_, sheet.id));
   if (is("CONTAINERCOUNT")) return count(containersOf(store_, sheet.id).size());
   if (is("CALLOUTCOUNT")) return count(relatedTo(store_, sheet.id, Relation::Callouts).size());
@@ -247,6 +272,7 @@ Maybe<Value> SheetContext::property(std::string_view name) {
   };
   const DocumentProperties& properties = document->properties;
   if (is("DOCLASTSAVE")) return time(properties.timeSaved);
+  if (is("NOW")) return Value::date(daysNow());
   if (is("DOCCREATION")) return time(properties.timeCreated);
   if (is("DOCLASTEDIT")) return time(properties.timeEdited);
   if (is("DOCLASTPRINT")) return time(properties.timePrinted);

@@ -26,6 +26,9 @@ class SheetContext : public EvaluationContext {
   Maybe<std::vector<double>> boundingBox() override;
   Maybe<Value> evaluateCell(const Reference& cell, std::vector<std::pair<std::string, Value>> arguments) override;
   Maybe<Value> evaluateText(const Reference& shape, const std::string& text) override;
+  Unit explicitUnit(Unit unit) override;
+  ThemeAnswer themeValue(std::string_view property) override;
+  Maybe<std::uint32_t> throughGradientStop(std::uint32_t rgb, int stop) override;
   Maybe<Value> argument(std::string_view name) override;
   Value relatedValue(std::string_view relation, int index, std::string_view category, const Reference& cell) override;
   bool hasFormula(const Reference& cell, bool localOnly) override;

@@ -14,6 +14,7 @@
 #include "host/formula/local_syntax.h"
 #include "host/sheet/ids.h"
 #include "host/sheet/sheet.h"
+#include "host/sheet/theme_values.h"
 
 namespace quorvel::host {
 
@@ -165,6 +166,10 @@ class Store {
   const FormulaLocale& locale() const { return locale_; }
   void setLocale(const FormulaLocale& locale) { locale_ = locale; }
 
+  /// Who tells what the documents' themes give; null: nobody does.
+  const ThemeValues* themes() const { return themes_; }
+  void setThemes(const ThemeValues* themes) { themes_ = themes; }
+
   /// The document's style of that name in any letter case; null when it has none.
   SheetId styleNamed(DocumentId document, std::string_view name) const;
   SheetId styleWithId(DocumentId document, int styleId) const;
@@ -199,6 +204,7 @@ class Store {
   std::vector<DocumentId> order_;
   FormulaPool formulas_;
   FormulaLocale locale_;
+  const ThemeValues* themes_ = nullptr;
 };
 
 }  // namespace quorvel::host

@@ -81,6 +81,8 @@ class TestContext : public EvaluationContext {
   bool hasFormula(const Reference& cell, bool localOnly) override {
     return cells_.contains(nameOf(cell)) && !(localOnly && isOther(cell));
   }
+  /// The page is measured in millimetres.
+  Unit explicitUnit(Unit unit) override { return unit == Unit::Drawing ? Unit::Millimetres : unit; }
   Maybe<int> fontNumber(std::string_view name) override { return name == "Calibri" ? Maybe<int>(4) : Maybe<int>(); }
 
   int reads = 0;

@@ -1,0 +1,34 @@
+// What the themes of documents give to the cells of their shapes.
+#pragma once
+
+#include <string_view>
+
+#include "host/cells/cell_key.h"
+#include "host/formula/value.h"
+#include "host/sheet/ids.h"
+
+namespace quorvel::host {
+
+class Store;
+
+/// Themes are read by others than the host, which knows only whether a shape has one.
+class ThemeValues {
+ public:
+  virtual ~ThemeValues() = default;
+  /// The property of the theme by its name in formulas ("FillColor", "AccentColor2"; "#2" is a colour by number) for a
+  /// shape or a page that has a theme. Nothing when the theme does not say.
+  virtual Maybe<Value> valueOf(const Store& store, SheetId sheet, std::string_view property) const = 0;
+  /// The colour 0xRRGGBB as the gradient that the theme gives the shape has it at the 1-based stop; the same colour
+  /// when that is no gradient.
+  virtual Maybe<std::uint32_t> throughGradientStop(const Store& store, SheetId sheet, std::uint32_t rgb,
+                                                   int stop) const = 0;
+};
+
+/// The number in one of the sheet's theme cells (ColorSchemeIndex, VariationColorIndex …); where it says so, that of
+/// the group around it or of the page.
+int themeIndex(const Store& store, SheetId sheet, const CellKey& key);
+
+/// The number of the theme that colours the sheet; 0: it has none.
+int themeNumber(const Store& store, SheetId sheet);
+
+}  // namespace quorvel::host
