@@ -1,6 +1,7 @@
 // Runs the command `quorvel` as a shell does, in a folder of its own.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdlib>
@@ -9,6 +10,8 @@
 #include <iterator>
 #include <set>
 #include <string>
+
+#include "package_check.h"
 
 namespace quorvel::cli {
 
@@ -30,13 +33,22 @@ class WorkFolder {
     path_ = mkdtemp(name.data());
     std::filesystem::create_directory(path_ / "work");
   }
-  ~WorkFolder() { std::filesystem::remove_all(path_); }
+  ~WorkFolder() {
+    // The packages that the command saved are looked at as a strict reader does.
+    for (const std::string& name : files()) {
+      if (written_.contains(name) || !std::filesystem::is_regular_file(file(name)) || !name.ends_with("x") || name.find(".vs") == std::string::npos) continue;
+      for (const std::string& remark : tools::checkPackage(file(name).string(), tools::Strictness::Sound))
+        ADD_FAILURE() << name << ": " << remark;
+    }
+    std::filesystem::remove_all(path_);
+  }
   WorkFolder(const WorkFolder&) = delete;
   WorkFolder& operator=(const WorkFolder&) = delete;
 
   std::filesystem::path file(const std::string& name) const { return path_ / "work" / name; }
 
   void write(const std::string& name, const std::string& bytes) const {
+    written_.insert(name);
     std::ofstream(file(name), std::ios::binary) << bytes;
   }
 
@@ -57,6 +69,7 @@ class WorkFolder {
 
  private:
   std::filesystem::path path_;
+  mutable std::set<std::string> written_;
 };
 
 }  // namespace quorvel::cli

@@ -1,17 +1,31 @@
-// Drawings made for tests: a folder that goes away with the test, and files in it.
+// Drawings made for tests: a folder that goes away with the test, and files in it. The packages that a test saved there
+// are looked at as a strict reader does.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <string>
 
 #include "formats/package/zip_package.h"
 #include "formats/package_parts.h"
+#include "package_check.h"
 
 namespace quorvel::formats::testing {
+
+/// Files whose bytes a test made itself: they may be as wrong as the test needs them.
+inline std::set<std::string>& filesMadeByTests() {
+  static std::set<std::string> names;
+  return names;
+}
+
+inline bool isPackage(const std::filesystem::path& file) {
+  const std::string ending = file.extension().string();
+  return ending.size() == 5 && ending.starts_with(".vs");
+}
 
 class TemporaryFolder {
  public:
@@ -21,18 +35,31 @@ class TemporaryFolder {
   }
   ~TemporaryFolder() {
     std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(path_, ignored)) {
+      if (entry.is_regular_file() && isPackage(entry.path()) && !filesMadeByTests().contains(entry.path().string())) check(entry.path().string());
+    }
     std::filesystem::remove_all(path_, ignored);
   }
   std::string file(const std::string& name) const { return (path_ / name).string(); }
+  /// For saved drawings that inherit what is wrong from their source: a piece of the remarks that are expected.
+  void expectRemarks(const std::string& piece) { expected_ = piece; }
   std::size_t count() const {
     return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
   }
 
  private:
+  void check(const std::string& file) const {
+    for (const std::string& remark : tools::checkPackage(file, tools::Strictness::Sound)) {
+      if (expected_.empty() || remark.find(expected_) == std::string::npos) ADD_FAILURE() << file << ": " << remark;
+    }
+  }
+
   std::filesystem::path path_;
+  std::string expected_;
 };
 
 inline void writeFile(const std::string& name, const std::string& bytes) {
+  filesMadeByTests().insert(name);
   std::ofstream(name, std::ios::binary) << bytes;
 }
 

@@ -123,9 +123,13 @@ Parts everything() {
   types.insert(types.find("</Types>"),
                "<Default Extension='png' ContentType='image/png'/>"
                "<Override PartName='/visio/pages/page7.xml' ContentType='application/vnd.ms-visio.page+xml'/>"
+               "<Override PartName='/visio/theme/theme1.xml' ContentType='application/theme+xml'/>"
                "<Override PartName='/visio/vbaProject.bin' ContentType='application/vnd.ms-office.vbaProject'/>"
                "<Override PartName='/docProps/core.xml' "
                "ContentType='application/vnd.openxmlformats-package.core-properties+xml'/>");
+  std::string& links = parts["visio/_rels/document.xml.rels"];
+  links.insert(links.find("</Relationships>"), "<Relationship Id='rId7' Type='urn:theme' Target='theme/theme1.xml'/>"
+                                               "<Relationship Id='rId8' Type='urn:macros' Target='vbaProject.bin'/>");
   std::string& root = parts["_rels/.rels"];
   root.insert(root.find("</Relationships>"),
               "<Relationship Id='rId2' Target='docProps/core.xml' "

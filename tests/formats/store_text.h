@@ -14,7 +14,7 @@ namespace quorvel::formats::testing {
 class StoreText {
  public:
   /// `asFilesTell` leaves out what no file tells: what fields showed when they were last looked at, and whether a text
-  /// that only repeats the master's is the shape's own.
+  /// that only repeats the master's is the shape's own, and inherited values that single files list in styles.
   explicit StoreText(const host::Store& store, bool asFilesTell = false) : store_(store), asFilesTell_(asFilesTell) {}
 
   std::vector<std::string> of(host::DocumentId id) {
@@ -110,6 +110,7 @@ class StoreText {
           add(rowName + (row.deleted ? " deleted" : " type " + std::to_string(row.type)));
         for (const auto& [column, cell] : row.cells) {
           const host::CellKey key{section.number, row.key, column};
+          if (asFilesTell_ && one.kind == host::SheetKind::Style && cell.inheritsFormula) continue;
           add(rowName + "." + std::string(host::columnName(key)) + " = " + valueText(cell.value) +
               (cell.noFormula         ? " none"
                : cell.inheritsFormula ? " inherited"

@@ -1,6 +1,8 @@
 """A session with the stencil open, a person who answers its dialogs, and short ways to read a drawing."""
 
 import os
+import subprocess
+import zipfile
 from pathlib import Path
 
 import pytest
@@ -9,6 +11,17 @@ import quorvel
 
 SOURCE = Path(__file__).resolve().parents[2]
 SAMPLE = SOURCE / "data" / "Samples" / "Order handling.vsdx"
+
+
+@pytest.fixture(autouse=True)
+def saved_packages_are_sound(tmp_path):
+    """What a test saved is looked at as a strict reader does."""
+    yield
+    program = os.environ.get("QUORVEL_CHECK_PACKAGE")
+    saved = [str(file) for file in tmp_path.rglob("*.vs[dst][xm]") if zipfile.is_zipfile(file)]
+    if program and saved:
+        said = subprocess.run([program, *saved], capture_output=True, text=True)
+        assert said.returncode == 0, said.stdout + said.stderr
 
 
 class Person:

@@ -136,8 +136,9 @@ def _package_xml(root, namespace, *children):
     return declaration + element(root, {"xmlns": namespace}, *children)
 
 
-def add_properties(package, title):
-    """The file's own properties. The template name stays empty: a stencil or a template is based on none."""
+def add_properties(package, title, pages, masters):
+    """The file's own properties, with the names of its pages and masters. The template name stays empty: a stencil or a
+    template is based on none."""
     core_types = {
         "xmlns:cp": "http://schemas.openxmlformats.org/package/2006/metadata/core-properties",
         "xmlns:dc": "http://purl.org/dc/elements/1.1/",
@@ -157,17 +158,32 @@ def add_properties(package, title):
     declaration = '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>\n'
     package.add("docProps/core.xml", "application/vnd.openxmlformats-package.core-properties+xml", declaration + core)
 
-    app = _package_xml(
+    def vector(kind, items):
+        return element("vt:vector", {"size": len(items), "baseType": kind}, *items)
+
+    headings = [
+        element("vt:variant", None, item)
+        for heading, names in (("Pages", pages), ("Masters", masters))
+        for item in (element("vt:lpstr", None, heading), element("vt:i4", None, str(len(names))))
+    ]
+    titles = [element("vt:lpstr", None, escape(name)) for name in (*pages, *masters)]
+    app_types = {
+        "xmlns": "http://schemas.openxmlformats.org/officeDocument/2006/extended-properties",
+        "xmlns:vt": "http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes",
+    }
+    app = element(
         "Properties",
-        "http://schemas.openxmlformats.org/officeDocument/2006/extended-properties",
+        app_types,
         element("Template"),
         element("Application", None, "Quorvel"),
         element("ScaleCrop", None, "false"),
+        element("HeadingPairs", None, vector("variant", headings)),
+        element("TitlesOfParts", None, vector("lpstr", titles)),
         element("LinksUpToDate", None, "false"),
         element("SharedDoc", None, "false"),
         element("HyperlinksChanged", None, "false"),
     )
-    package.add("docProps/app.xml", "application/vnd.openxmlformats-officedocument.extended-properties+xml", app)
+    package.add("docProps/app.xml", "application/vnd.openxmlformats-officedocument.extended-properties+xml", declaration + app)
     package.relate("", VISIO_RELATION + "document", "visio/document.xml")
     package.relate("", PACKAGE_RELATION + "/metadata/core-properties", "docProps/core.xml")
     package.relate("", OFFICE_RELATION + "extended-properties", "docProps/app.xml")
@@ -175,7 +191,7 @@ def add_properties(package, title):
 
 def add_masters(package, masters):
     """Adds the masters part and one part for each master. A master is a dict: ID, Name, UniqueID, BaseID, Prompt,
-    Width and Height of its page in inches, and Shape, the XML of its one shape."""
+    Width and Height of its page in inches, Shape, the XML of its one shape, and Icon when it is drawn."""
     entries = []
     for number, master in enumerate(masters, start=1):
         file_name = f"master{number}.xml"
@@ -201,9 +217,11 @@ def add_masters(package, masters):
             "BaseID": master["BaseID"],
             "PatternFlags": 0,
             "Hidden": 0,
+            "MasterType": 2,
         }
         sheet = page_sheet(master["Width"], master["Height"])
-        entries.append(element("Master", attributes, sheet, element("Rel", {"r:id": relation})))
+        icon = (element("Icon", None, master["Icon"]),) if "Icon" in master else ()
+        entries.append(element("Master", attributes, sheet, *icon, element("Rel", {"r:id": relation})))
     package.add("visio/masters/masters.xml", "application/vnd.ms-visio.masters+xml", part("Masters", *entries))
     package.relate("visio/document.xml", VISIO_RELATION + "masters", "masters/masters.xml")
 

@@ -41,13 +41,25 @@ std::string Relationships::idFor(std::string_view source, std::string_view type,
     if (one.type == type && partKey(one.part) == key) return one.id;
   }
   std::size_t number = all_.size() + 1;
-  while (withId("rId" + std::to_string(number))) ++number;
+  while (withId("rId" + std::to_string(number)) || reserved_.contains("rId" + std::to_string(number))) ++number;
   all_.push_back({"rId" + std::to_string(number), std::string(type), relativeTarget(source, part), std::string(part)});
   return all_.back().id;
 }
 
 void Relationships::keepOnly(const std::function<bool(const Relationship&)>& kept) {
   std::erase_if(all_, [&](const Relationship& one) { return !kept(one); });
+}
+
+std::vector<std::string> usedIds(std::string_view xml) {
+  static constexpr std::string_view start = " r:id=\"";
+  std::vector<std::string> ids;
+  for (std::size_t at = xml.find(start); at != std::string_view::npos; at = xml.find(start, at)) {
+    at += start.size();
+    const std::size_t end = xml.find('"', at);
+    if (end == std::string_view::npos) break;
+    ids.emplace_back(xml.substr(at, end - at));
+  }
+  return ids;
 }
 
 std::string Relationships::xml() const {

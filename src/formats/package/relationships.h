@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,8 @@ class Relationships {
 
   /// The id of the relationship to the part, made when there is none of that type.
   std::string idFor(std::string_view source, std::string_view type, std::string_view part);
+  /// Ids that are not to be given to new relationships.
+  void reserve(const std::vector<std::string>& ids) { reserved_.insert(ids.begin(), ids.end()); }
   /// Takes out what points to parts that are not kept.
   void keepOnly(const std::function<bool(const Relationship&)>& kept);
 
@@ -37,6 +40,10 @@ class Relationships {
 
  private:
   std::vector<Relationship> all_;
+  std::set<std::string, std::less<>> reserved_;
 };
+
+/// The relationship ids that a part's text uses, each as often as it does. They are written with the prefix `r`.
+std::vector<std::string> usedIds(std::string_view xml);
 
 }  // namespace quorvel::formats

@@ -30,8 +30,20 @@ pugi::xml_node childNamed(pugi::xml_node node, std::string_view name);
 /// Value of the attribute of that local name; null pointer when there is none.
 const char* attributeNamed(pugi::xml_node node, std::string_view name);
 
-/// The element as text, without formatting.
+/// The namespaces of drawings and of relationship ids. What belongs to them is kept without a prefix, and with `r`.
+inline constexpr std::string_view packageNamespace = "http://schemas.microsoft.com/office/visio/2012/main";
+inline constexpr std::string_view singleFileNamespace = "http://schemas.microsoft.com/visio/2003/core";
+inline constexpr std::string_view firstFileNamespace = "urn:schemas-microsoft-com:office:visio";
+inline constexpr std::string_view relationshipsNamespace =
+    "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+
+/// The element as text, without formatting, fit to be put into another part or file: prefixes that are declared around
+/// the element are resolved or declared in it, for which the tree is changed.
 std::string rawXml(pugi::xml_node node);
+/// The element as it was written.
+std::string writtenXml(pugi::xml_node node);
+/// Keeps an attribute of `node`, with the declaration of its prefix.
+void keepAttribute(pugi::xml_node node, pugi::xml_attribute attribute, Attributes& kept);
 
 /// Reads a whole number; `other` for anything else.
 int wholeNumber(std::string_view text, int other);

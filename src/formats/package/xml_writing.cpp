@@ -84,6 +84,11 @@ XmlWriter& XmlWriter::end() {
   return *this;
 }
 
+XmlWriter& XmlWriter::endWhole() {
+  closeStart();
+  return end();
+}
+
 void XmlWriter::closeStart() {
   if (startIsOpen_) out_ += '>';
   startIsOpen_ = false;

@@ -23,6 +23,8 @@ class XmlWriter {
   XmlWriter& raw(std::string_view xml);
   /// Closes the innermost element; one without contents closes itself.
   XmlWriter& end();
+  /// The same with a tag of its own in any case.
+  XmlWriter& endWhole();
 
   std::string take() { return std::move(out_); }
 

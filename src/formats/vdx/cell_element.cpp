@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "formats/vdx/languages.h"
 #include "formats/vsdx/cell_text.h"
 
 namespace quorvel::formats::vdx {
@@ -79,7 +80,7 @@ void readCell(FileState& state, pugi::xml_node node, Vocabulary vocabulary, cons
   text.hasValue = !value.empty() || saysEmpty || !text.hasFormula || text.formula == noFormulaText;
   text.value = value;
 
-  const std::string raw = rawXml(node);
+  const std::string raw = vocabulary == Vocabulary::Core ? rawXml(node) : writtenXml(node);
   CarriedRow* carriedRow = row.extras ? &extrasOf<CarriedRow>(row.extras) : nullptr;
   CarriedCell carry;
   const CarriedCell* const before = carriedRow ? carriedRow->find(key.column) : nullptr;
@@ -105,6 +106,7 @@ void readCell(FileState& state, pugi::xml_node node, Vocabulary vocabulary, cons
     cell = formats::readCell(key, host::definitionOf(key), text, state.store.formulas(), formulaIsBroken);
     if (lacksValue(text, cell)) state.unvalued.push_back({state.sheet, key});
     if (holdsFont(key)) nameFont(cell, state.fonts);
+    if (holdsLanguage(key)) tagLanguage(cell);
     XmlWriter own;
     writeCell(own, cellElement(key), key, cell, nullptr, state.fonts);
     if (own.take() == raw) return;
@@ -129,9 +131,14 @@ void writeCell(XmlWriter& writer, std::string_view name, const host::CellKey& ke
   const CarriedCell* const carry = row ? row->find(key.column) : nullptr;
   host::Cell numbered;
   const host::Cell* shown = &cell;
-  if (holdsFont(key)) {
+  const bool isLanguage = holdsLanguage(key);
+  if (isLanguage || holdsFont(key)) {
     numbered = cell;
-    numberFont(numbered, fonts);
+    if (isLanguage) {
+      numberLanguage(numbered);
+    } else {
+      numberFont(numbered, fonts);
+    }
     shown = &numbered;
   }
   const Vocabulary vocabulary = vocabularyOf(key);

@@ -10,6 +10,7 @@
 #include "formats/vdx/sheet_reader.h"
 #include "formats/vdx/sheet_writer.h"
 #include "formats/vdx/vocabulary.h"
+#include "formats/vdx/whole_rows.h"
 #include "formats/vsdx/document_elements.h"
 #include "formats/vsdx/shape_reader.h"
 #include "formats/vsdx/sheet_reader.h"
@@ -68,12 +69,14 @@ class DocumentReader {
   void takePackageEntries();
   void readContents(PageId page, pugi::xml_node entry, CarriedPage& carry);
   void readMasters(pugi::xml_node list);
+  void followInherited(PageId page);
   void readPages(pugi::xml_node list);
 
   ZipPackage noPackage_;  ///< the shared readers look for parts in it and find none
   FileState state_;
   const Relationships noRelationships_;
   std::vector<pugi::xml_node> packageEntries_;
+  bool firstRelease_ = false;
   std::shared_ptr<CarriedDocument> carried_ = std::make_shared<CarriedDocument>();
 };
 
@@ -185,6 +188,13 @@ void DocumentReader::readContents(PageId pageId, pugi::xml_node entry, CarriedPa
   state_.rowPlaces.clear();
 }
 
+void DocumentReader::followInherited(PageId page) {
+  for (const host::SheetId top : state_.store.page(page)->shapes) {
+    for (const host::SheetId id : state_.store.subtree(top))
+      dropRepeated(state_.store, *state_.store.sheet(id), firstRelease_);
+  }
+}
+
 bool isName(std::string_view attribute) { return attribute == "ID" || attribute == "Name" || attribute == "NameU"; }
 
 void DocumentReader::readMasters(pugi::xml_node list) {
@@ -208,6 +218,7 @@ void DocumentReader::readMasters(pugi::xml_node list) {
     master.extras = std::move(carry);
   }
   linkToMasters(state_);
+  for (const host::MasterId id : document().masters) followInherited(state_.store.master(id)->contents);
 }
 
 void DocumentReader::readPages(pugi::xml_node list) {
@@ -237,6 +248,7 @@ void DocumentReader::readPages(pugi::xml_node list) {
     readContents(id, entry, *carry);
     page.extras = std::move(carry);
     linkToMasters(state_);
+    followInherited(id);
   }
   resolveBackPages(state_, backPages);
 }
@@ -257,6 +269,7 @@ std::string DocumentReader::read(std::string& bytes) {
     if (name != "xmlns" && name != "key" && name != "start")
       carried_->olderAttributes.emplace_back(name, attribute.value());
   }
+  firstRelease_ = !root.attribute("version");
   readFonts(root);
   if (const pugi::xml_node styles = childNamed(root, "StyleSheets")) readStyles(state_, styles, vdx::readPlainSheet);
   for (const pugi::xml_node child : root) {

@@ -35,6 +35,13 @@ CarriedPage withKnownAttributes(const CarriedPage& carry) {
   return entry;
 }
 
+/// Later releases tell their version.
+bool isOfFirstRelease(const CarriedDocument& carry) {
+  const bool fromSingleFile = !carry.olderAttributes.empty() || !carry.olderElements.empty();
+  return fromSingleFile && std::ranges::find(carry.olderAttributes, "version", &AttributeList::value_type::first) ==
+                               carry.olderAttributes.end();
+}
+
 class DocumentWriter {
  public:
   DocumentWriter(const Store& store, const Document& document)
@@ -43,6 +50,7 @@ class DocumentWriter {
         fallback_(std::make_shared<CarriedDocument>()),
         carry_(carried<CarriedDocument>(document.extras)) {
     isNew_ = !carry_;
+    sheets_.firstRelease = carry_ && isOfFirstRelease(*carry_);
     if (isNew_) carry_ = fallback_.get();
     for (const host::FontFace& font : document.fonts) {
       const CarriedFont* const known = carried<CarriedFont>(font.extras);

@@ -87,10 +87,11 @@ void writeElement(XmlWriter& writer, pugi::xml_node node, std::string_view prefi
 }
 
 void writeInside(XmlWriter& writer, pugi::xml_node node, std::string_view prefix, Filter wanted) {
+  Attributes kept;
   for (const pugi::xml_attribute attribute : node.attributes()) {
-    if (!isDeclaration(attribute.name()) && wanted(attribute.name()))
-      writer.attribute(attribute.name(), attribute.value());
+    if (!isDeclaration(attribute.name()) && wanted(attribute.name())) keepAttribute(node, attribute, kept);
   }
+  for (const auto& [name, value] : kept) writer.attribute(name, value);
   for (const pugi::xml_node child : node) {
     if (child.type() == pugi::node_element) {
       if (wanted(localName(child))) writeElement(writer, child, prefix, wanted);
@@ -196,7 +197,7 @@ std::string solutionElements(const Parts& parts, const CarriedPart& list) {
         const std::string_view name = attribute.name();
         if (name.starts_with("xmlns:") && name != "xmlns:r") writer.attribute(name, attribute.value());
       }
-      for (const pugi::xml_node child : root) writer.raw(rawXml(child));
+      for (const pugi::xml_node child : root) writer.raw(writtenXml(child));
     } else {
       writer.raw(rawXml(root));
     }
@@ -303,7 +304,7 @@ void makeSolutions(PartMaker& maker, pugi::xml_node elements, const AttributeLis
           std::ranges::find(declarations, name, &AttributeList::value_type::first) != declarations.end();
       if (name != "xmlns" && !isKnown) part.attribute(name, attribute.value());
     }
-    for (const pugi::xml_node child : element) part.raw(rawXml(child));
+    for (const pugi::xml_node child : element) part.raw(writtenXml(child));
     const std::string id = maker.addBehind(solutionsKind, relationships, solutionKind, ++number, part.end().take());
     list.start("Solution").attribute("Name", element.attribute("Name").value());
     list.start("Rel").attribute("r:id", id).end().end();

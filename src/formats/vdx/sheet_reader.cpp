@@ -42,7 +42,7 @@ void keepAttributes(Row& row, pugi::xml_node node) {
   kept.clear();
   for (const pugi::xml_attribute attribute : node.attributes()) {
     const std::string_view name = attribute.name();
-    if (name != "Del" && !name.starts_with("xmlns")) kept.emplace_back(name, attribute.value());
+    if (name != "Del" && !name.starts_with("xmlns")) keepAttribute(node, attribute, kept);
   }
 }
 

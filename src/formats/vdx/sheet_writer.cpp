@@ -7,6 +7,7 @@
 #include "formats/vdx/cell_element.h"
 #include "formats/vdx/picture_bytes.h"
 #include "formats/vdx/relative_rows.h"
+#include "formats/vdx/whole_rows.h"
 #include "formats/vsdx/cell_text.h"
 #include "formats/vsdx/row_types.h"
 #include "host/sheet/bitmap_file.h"
@@ -333,8 +334,6 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
   const long number = static_cast<long>(section.number) - static_cast<long>(SectionNumber::Geometry);
   const CarriedSection* const carry = carried<CarriedSection>(section.extras);
   const std::vector<host::RowView> views = host::rowsOf(store_, sheet.id, section.number);
-  std::unordered_map<std::uint32_t, std::uint8_t> types;
-  for (const host::RowView& view : views) types.emplace(view.key.packed(), view.type);
   const bool whole = hasOwnSize(store_, sheet);
   const Row* const component = section.find(RowKey::index(0));
   std::vector<Row> rows;
@@ -353,13 +352,12 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
     if (component) cells(writer, *component, section.number, vocabulary);
     for (const Row& row : rows) {
       if (!core) break;
-      const auto inherited = types.find(row.key.packed());
-      const std::uint8_t type = row.type != 0 || inherited == types.end() ? row.type : inherited->second;
+      const std::uint8_t type = rowTypeOf(store_, sheet, section.number, row);
       if (isRelative(type)) {
         writeRelativeRow(writer, store_, sheet, section.number, row, type, whole && !row.deleted);
         continue;
       }
-      // A row of the master that is deleted here has no kind any more; any will do to say so.
+      // Of a deleted row that nobody says the kind of, any will do.
       const std::string_view name = type == 0 && row.deleted ? "LineTo" : rowTypeName(type);
       if (name.empty()) continue;
       writer.start(name).attribute("IX", static_cast<long>(row.key.index()));
@@ -406,7 +404,11 @@ void SheetWriter::section(XmlWriter& writer, const host::Sheet& sheet, const Sec
   }
   if (section.deleted) deletedRows(writer, sheet, section.number);
   const RowIds ids = rowIds(sheet, section.number);
-  for (const Row& one : section.rows) {
+  const bool isWhole = !wholeRow(section.number, firstRelease).empty();
+  Row full;
+  for (const Row& own : section.rows) {
+    if (isWhole && !own.deleted) full = whole(store_, sheet, section.number, own, firstRelease);
+    const Row& one = isWhole && !own.deleted ? full : own;
     row(writer, one, section.number, Vocabulary::Core, ids);
     for (const Vocabulary later : {Vocabulary::Second, Vocabulary::Third}) {
       if (holds(one, section.number, later)) row(writer, one, section.number, later, ids);
@@ -455,7 +457,7 @@ std::string SheetWriter::packageContents(const host::Sheet& sheet) const {
       if (unknown || brought || !copy.cells.empty()) rest.rows.push_back(std::move(copy));
     }
     if (unknown || broughtSection || !rest.rows.empty()) {
-      if (!object) writeSection(writer, rest);
+      if (!object) writeSection(writer, store_, sheet, rest);
     }
   }
   if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras))
@@ -465,7 +467,13 @@ std::string SheetWriter::packageContents(const host::Sheet& sheet) const {
 
 void SheetWriter::contents(XmlWriter& writer, const host::Sheet& sheet) {
   if (const Section* const object = sheet.find(SectionNumber::Object)) {
-    for (const Row& row : object->rows) objectRow(writer, row);
+    for (const Row& row : object->rows) {
+      if (isTextBlock(row)) {
+        objectRow(writer, whole(store_, sheet, SectionNumber::Object, row, firstRelease));
+      } else {
+        objectRow(writer, row);
+      }
+    }
   }
   for (const Section& one : sheet.sections) {
     if (one.number != SectionNumber::Object) section(writer, sheet, one);
@@ -491,6 +499,7 @@ void SheetWriter::picture(XmlWriter& writer, const host::ForeignData& picture) {
       if (std::ranges::find(known, name) != std::end(known)) writer.attribute(name, value);
     }
   }
+  writeMetafileSize(writer, picture, carry);
   const bool fromPackage = !carry || !carry->part.empty();
   const bool bare = (carry && carry->olderLacksHeader) || (fromPackage && picture.type == "Bitmap");
   writer.raw(toBase64(bare ? host::withoutBitmapHeader(picture.bytes) : std::string_view(picture.bytes))).end();

@@ -25,6 +25,10 @@ class SheetWriter : public ShapeDialect {
   void contents(XmlWriter& writer, const host::Sheet& sheet) override;
   void picture(XmlWriter& writer, const host::ForeignData& picture) override;
   void tail(XmlWriter&, const host::Sheet&) override {}
+  /// There are programs that pass over a shape whose element closes itself.
+  void end(XmlWriter& writer) override { writer.endWhole(); }
+
+  bool firstRelease = false;  ///< the drawing came from the first release, which had fewer cells
 
  private:
   using RowIds = std::unordered_map<std::uint32_t, int>;

@@ -8,9 +8,9 @@
 
 namespace quorvel::formats::vdx {
 
-inline constexpr std::string_view coreNamespace = "http://schemas.microsoft.com/visio/2003/core";
+inline constexpr std::string_view coreNamespace = singleFileNamespace;
 /// The first release that wrote XML named its elements so; nothing else tells its files apart.
-inline constexpr std::string_view firstNamespace = "urn:schemas-microsoft-com:office:visio";
+inline constexpr std::string_view firstNamespace = firstFileNamespace;
 
 /// The vocabulary that a cell belongs to. What came later stands in elements of its own namespace beside those of the
 /// core, so that older programs pass over it.

@@ -64,6 +64,8 @@ struct CarriedName {
   std::string isCustomName, isCustomUniversalName;  ///< the attributes' text; empty: absent
 };
 
+struct CarriedPackage;
+
 struct CarriedSheet : host::Extras {
   CarriedName names;
   AttributeList attributes;
@@ -76,6 +78,9 @@ struct CarriedSheet : host::Extras {
   unsigned emptyData = 0;                          ///< bit n: the element Data<n+1> stands there empty
   bool lacksText = false;         ///< the file left the Text element out although its fields show something else than
   std::string fieldsWithoutText;  ///< the master's; what they showed then
+  /// Where relationship ids in the raw XML lead somewhere. Null: there are none.
+  std::shared_ptr<const CarriedPackage> linksFrom;
+  std::string linksFromPart;
   bool lacksType = false;         ///< the Type is the master's
   bool passedOver = false;        ///< a member of an instance that the file does not mention
   std::string olderContents;

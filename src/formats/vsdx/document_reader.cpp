@@ -221,7 +221,7 @@ std::string DocumentReader::readMasters() {
         master.baseId = attribute.value();
       } else if (name != "ID" && name != "Name" && name != "NameU" && name != "IsCustomName" &&
                  name != "IsCustomNameU") {
-        carry->attributes.emplace_back(name, attribute.value());
+        keepAttribute(entry, attribute, carry->attributes);
       }
     }
     master.prompt = entry.attribute("Prompt").value();
@@ -264,7 +264,7 @@ std::string DocumentReader::readPages() {
         backPages.emplace_back(id, wholeNumber(attribute.value(), -1));
       } else if (name != "ID" && name != "Name" && name != "NameU" && name != "IsCustomName" &&
                  name != "IsCustomNameU") {
-        carry->attributes.emplace_back(name, attribute.value());
+        keepAttribute(entry, attribute, carry->attributes);
       }
     }
     page.background = truth(entry.attribute("Background").value());

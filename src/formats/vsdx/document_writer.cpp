@@ -28,6 +28,40 @@ bool isEmpty(const host::Sheet& sheet) {
   return sheet.sections.empty() && !sheet.extras && !sheet.lineStyle && !sheet.fillStyle && !sheet.textStyle;
 }
 
+/// In packages pages and masters have both names, where single files leave one out.
+CarriedName namesOfEntry(const CarriedPage* carry) {
+  CarriedName names = carry ? carry->names : CarriedName();
+  if (carry && !carry->package) {
+    names.hasName = !names.name.empty();
+    names.hasUniversalName = !names.universalName.empty();
+  }
+  return names;
+}
+
+/// Writes a part's text with `write`, which counts the relationship ids that it puts there itself. What is carried may
+/// use ids that lead nowhere; no new relationship takes one of them.
+template <class Write>
+std::string writeWithFreeIds(Relationships& relationships, Write write) {
+  const Relationships before = relationships;
+  std::vector<std::string> reserved;
+  std::string text;
+  for (bool again = true; again;) {
+    relationships = before;
+    relationships.reserve(reserved);
+    std::map<std::string, std::size_t> own, used;
+    text = write(own);
+    for (const std::string& id : usedIds(text)) ++used[id];
+    again = false;
+    for (const auto& [id, times] : own) {
+      if (before.withId(id) || used[id] <= times) continue;
+      reserved.push_back(id);
+      again = true;
+    }
+  }
+  relationships.reserve(usedIds(text));
+  return text;
+}
+
 class DocumentWriter {
  public:
   DocumentWriter(const Store& store, const Document& document, const names::FileKind& kind)
@@ -119,13 +153,12 @@ void DocumentWriter::reserveNames() {
 
 void DocumentWriter::startRoot(XmlWriter& writer, std::string_view element, const AttributeList* attributes) const {
   writer.raw(xmlDeclaration).start(element);
-  const auto has = [&](std::string_view name) {
-    return attributes && std::ranges::find(*attributes, name, &AttributeList::value_type::first) != attributes->end();
-  };
-  if (!has("xmlns")) writer.attribute("xmlns", names::drawingNamespace);
-  if (!has("xmlns:r")) writer.attribute("xmlns:r", names::relationshipNamespace);
+  // A file may call the two namespaces otherwise; what is written here relies on these prefixes.
+  writer.attribute("xmlns", names::drawingNamespace).attribute("xmlns:r", names::relationshipNamespace);
   if (attributes && !attributes->empty()) {
-    writeAttributes(writer, *attributes);
+    for (const auto& [name, value] : *attributes) {
+      if (name != "xmlns" && name != "xmlns:r") writer.attribute(name, value);
+    }
   } else {
     writer.attribute("xml:space", "preserve");
   }
@@ -154,7 +187,7 @@ DocumentWriter::Output DocumentWriter::documentPart() {
     writer.start("StyleSheet").attribute("ID", style.shapeId);
     writeNames(writer, carry ? &carry->names : nullptr, style.name, style.universalName);
     writeSheetAttributes(writer, store_, style);
-    writeSheetContents(writer, style);
+    writeSheetContents(writer, store_, style);
     writer.end();
   }
   writer.end();
@@ -169,11 +202,12 @@ DocumentWriter::Output DocumentWriter::documentPart() {
       writer.attribute("NameU", "TheDoc").attribute("Name", "TheDoc");
     }
     writeSheetAttributes(writer, store_, sheet);
-    writeSheetContents(writer, sheet);
+    writeSheetContents(writer, store_, sheet);
     writer.end();
   }
   if (carry_) writer.raw(carry_->contents);
   output.bytes = writer.end().take();
+  output.relationships.reserve(usedIds(output.bytes));
   return output;
 }
 
@@ -186,7 +220,7 @@ void DocumentWriter::writePageSheet(XmlWriter& writer, const Page& page) const {
   if (isEmpty(sheet)) return;
   writer.start("PageSheet");
   writeSheetAttributes(writer, store_, sheet);
-  writeSheetContents(writer, sheet);
+  writeSheetContents(writer, store_, sheet);
   writer.end();
 }
 
@@ -196,17 +230,21 @@ DocumentWriter::Output DocumentWriter::contentsPart(const Page& page, const Carr
   if (carry && package_ && carry->package.get() == package_) output.relationships = carry->relationships;
   PartContext context{store_, name, output.relationships, pictures_};
   context.leftOut = membersToPassOver(store_, page);
-  XmlWriter writer;
-  startRoot(writer, isMaster ? "MasterContents" : "PageContents", carry ? &carry->contentsAttributes : nullptr);
-  if (!page.shapes.empty() || (carry && !carry->deletedShapes.empty())) {
-    writer.start("Shapes");
-    for (const host::SheetId shape : page.shapes) writeShape(writer, context, shape);
-    if (carry) writer.raw(carry->deletedShapes);
-    writer.end();
-  }
-  writeConnects(writer, page, carry);
-  if (carry) writer.raw(carry->contentsTail);
-  output.bytes = writer.end().take();
+  context.carry = carry;
+  output.bytes = writeWithFreeIds(output.relationships, [&](std::map<std::string, std::size_t>& ids) {
+    XmlWriter writer;
+    startRoot(writer, isMaster ? "MasterContents" : "PageContents", carry ? &carry->contentsAttributes : nullptr);
+    if (!page.shapes.empty() || (carry && !carry->deletedShapes.empty())) {
+      writer.start("Shapes");
+      for (const host::SheetId shape : page.shapes) writeShape(writer, context, shape);
+      if (carry) writer.raw(carry->deletedShapes);
+      writer.end();
+    }
+    writeConnects(writer, page, carry);
+    if (carry) writer.raw(carry->contentsTail);
+    ids = std::exchange(context.usedIds, {});
+    return writer.end().take();
+  });
   for (const host::MasterId master : document_.masters) {
     if (context.usedMasters.contains(master))
       output.relationships.idFor(name, names::masterRelationship, masterParts_.at(master));
@@ -216,54 +254,60 @@ DocumentWriter::Output DocumentWriter::contentsPart(const Page& page, const Carr
 
 DocumentWriter::Output DocumentWriter::mastersPart() {
   Output output{mastersPart_, std::string(names::mastersType), {}, package_ ? package_->masters : Relationships()};
-  XmlWriter writer;
-  startRoot(writer, "Masters", carry_ ? &carry_->mastersAttributes : nullptr);
-  for (const host::MasterId id : document_.masters) {
-    const Master& master = *store_.master(id);
-    const CarriedPage* const carry = carriedPage(master.extras);
-    writer.start("Master").attribute("ID", master.fileId);
-    writeNames(writer, carry ? &carry->names : nullptr, master.name, master.universalName);
-    if (!master.uniqueId.empty()) writer.attribute("UniqueID", master.uniqueId);
-    if (!master.baseId.empty()) writer.attribute("BaseID", master.baseId);
-    writeEntryAttributes(writer, carry, {{"Prompt", master.prompt}, {"Hidden", master.hidden ? "1" : "0"}});
-    if (!carry) {
-      for (const auto& [name, value] :
-           {std::pair("IconSize", "1"), std::pair("AlignName", "2"), std::pair("MatchByName", "0"),
-            std::pair("IconUpdate", "1"), std::pair("PatternFlags", "0"), std::pair("MasterType", "2")})
-        writer.attribute(name, value);
+  output.bytes = writeWithFreeIds(output.relationships, [&](std::map<std::string, std::size_t>& ids) {
+    XmlWriter writer;
+    startRoot(writer, "Masters", carry_ ? &carry_->mastersAttributes : nullptr);
+    for (const host::MasterId listed : document_.masters) {
+      const Master& master = *store_.master(listed);
+      const CarriedPage* const carry = carriedPage(master.extras);
+      writer.start("Master").attribute("ID", master.fileId);
+      const CarriedName names = namesOfEntry(carry);
+      writeNames(writer, &names, master.name, master.universalName);
+      if (!master.uniqueId.empty()) writer.attribute("UniqueID", master.uniqueId);
+      if (!master.baseId.empty()) writer.attribute("BaseID", master.baseId);
+      writeEntryAttributes(writer, carry, {{"Prompt", master.prompt}, {"Hidden", master.hidden ? "1" : "0"}});
+      if (!carry) {
+        for (const auto& [name, value] :
+             {std::pair("IconSize", "1"), std::pair("AlignName", "2"), std::pair("MatchByName", "0"),
+              std::pair("IconUpdate", "1"), std::pair("PatternFlags", "0"), std::pair("MasterType", "2")})
+          writer.attribute(name, value);
+      }
+      writePageSheet(writer, *store_.page(master.contents));
+      if (carry) writer.raw(carry->contents);
+      const std::string id = output.relationships.idFor(mastersPart_, names::masterRelationship, masterParts_.at(listed));
+      ++ids[id];
+      writer.start("Rel").attribute("r:id", id).end();
+      writer.end();
     }
-    writePageSheet(writer, *store_.page(master.contents));
-    if (carry) writer.raw(carry->contents);
-    writer.start("Rel")
-        .attribute("r:id", output.relationships.idFor(mastersPart_, names::masterRelationship, masterParts_.at(id)))
-        .end();
-    writer.end();
-  }
-  if (carry_) writer.raw(carry_->mastersTail);
-  output.bytes = writer.end().take();
+    if (carry_) writer.raw(carry_->mastersTail);
+    return writer.end().take();
+  });
   return output;
 }
 
 DocumentWriter::Output DocumentWriter::pagesPart() {
   Output output{pagesPart_, std::string(names::pagesType), {}, package_ ? package_->pages : Relationships()};
-  XmlWriter writer;
-  startRoot(writer, "Pages", carry_ ? &carry_->pagesAttributes : nullptr);
-  for (const host::PageId id : document_.pages) {
-    const Page& page = *store_.page(id);
-    const CarriedPage* const carry = carriedPage(page.extras);
-    writer.start("Page").attribute("ID", page.fileId);
-    writeNames(writer, carry ? &carry->names : nullptr, page.name, page.universalName);
-    if (const Page* const back = store_.page(page.backPage)) writer.attribute("BackPage", back->fileId);
-    writeEntryAttributes(writer, carry, {{"Background", page.background ? "1" : "0"}});
-    writePageSheet(writer, page);
-    if (carry) writer.raw(carry->contents);
-    writer.start("Rel")
-        .attribute("r:id", output.relationships.idFor(pagesPart_, names::pageRelationship, pageParts_.at(id)))
-        .end();
-    writer.end();
-  }
-  if (carry_) writer.raw(carry_->pagesTail);
-  output.bytes = writer.end().take();
+  output.bytes = writeWithFreeIds(output.relationships, [&](std::map<std::string, std::size_t>& ids) {
+    XmlWriter writer;
+    startRoot(writer, "Pages", carry_ ? &carry_->pagesAttributes : nullptr);
+    for (const host::PageId listed : document_.pages) {
+      const Page& page = *store_.page(listed);
+      const CarriedPage* const carry = carriedPage(page.extras);
+      writer.start("Page").attribute("ID", page.fileId);
+      const CarriedName names = namesOfEntry(carry);
+      writeNames(writer, &names, page.name, page.universalName);
+      if (const Page* const back = store_.page(page.backPage)) writer.attribute("BackPage", back->fileId);
+      writeEntryAttributes(writer, carry, {{"Background", page.background ? "1" : "0"}});
+      writePageSheet(writer, page);
+      if (carry) writer.raw(carry->contents);
+      const std::string id = output.relationships.idFor(pagesPart_, names::pageRelationship, pageParts_.at(listed));
+      ++ids[id];
+      writer.start("Rel").attribute("r:id", id).end();
+      writer.end();
+    }
+    if (carry_) writer.raw(carry_->pagesTail);
+    return writer.end().take();
+  });
   return output;
 }
 

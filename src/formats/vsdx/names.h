@@ -3,11 +3,12 @@
 
 #include <string_view>
 
+#include "formats/package/xml_reading.h"
+
 namespace quorvel::formats::names {
 
-inline constexpr std::string_view drawingNamespace = "http://schemas.microsoft.com/office/visio/2012/main";
-inline constexpr std::string_view relationshipNamespace =
-    "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+inline constexpr std::string_view drawingNamespace = packageNamespace;
+inline constexpr std::string_view relationshipNamespace = relationshipsNamespace;
 
 inline constexpr std::string_view documentRelationship =
     "http://schemas.microsoft.com/visio/2010/relationships/document";

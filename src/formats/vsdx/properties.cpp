@@ -7,6 +7,7 @@
 
 #include "formats/package/part_name.h"
 #include "formats/package/xml_reading.h"
+#include "formats/vsdx/carried.h"
 
 namespace quorvel::formats {
 namespace {
@@ -45,7 +46,8 @@ constexpr const char* newCore =
     R"(xmlns:dcmitype="http://purl.org/dc/dcmitype/" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance"/>)";
 constexpr const char* newApplication =
     R"(<Properties xmlns="http://schemas.openxmlformats.org/officeDocument/2006/extended-properties" )"
-    R"(xmlns:vt="http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes"/>)";
+    R"(xmlns:vt="http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes">)"
+    R"(<Application>Quorvel</Application></Properties>)";
 constexpr const char* newCustom =
     R"(<Properties xmlns="http://schemas.openxmlformats.org/officeDocument/2006/custom-properties" )"
     R"(xmlns:vt="http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes"/>)";
@@ -147,8 +149,7 @@ bool load(pugi::xml_document& document, std::string& xml, const char* fresh) {
 }
 
 /// Names of pages and masters as the part lists them.
-void putTitles(pugi::xml_node root, bool isNew, const host::Store& store, const host::Document& document) {
-  if (!isNew && !childNamed(root, "TitlesOfParts")) return;
+void putTitles(pugi::xml_node root, const host::Store& store, const host::Document& document) {
   std::vector<std::string> titles;
   for (const host::PageId page : document.pages) titles.push_back(store.page(page)->name);
   for (const host::MasterId id : document.masters) {
@@ -242,8 +243,11 @@ std::string writeCoreProperties(const std::string& before, const host::DocumentP
 std::string writeApplicationProperties(const std::string& before, const host::Store& store,
                                        const host::Document& drawing) {
   const host::DocumentProperties& properties = drawing.properties;
-  if (before.empty() && properties.templateName.empty() && properties.manager.empty() && properties.company.empty() &&
-      properties.hyperlinkBase.empty())
+  // A package that came without the part stays without it as long as there is nothing to say.
+  const CarriedDocument* const carry = carried<CarriedDocument>(drawing.extras);
+  const bool fromPackage = carry && !carry->documentAttributes.empty();
+  if (fromPackage && before.empty() && properties.templateName.empty() && properties.manager.empty() &&
+      properties.company.empty() && properties.hyperlinkBase.empty())
     return {};
   std::string xml = before;
   pugi::xml_document document;
@@ -253,7 +257,7 @@ std::string writeApplicationProperties(const std::string& before, const host::St
   if (lastStep(innerText(childNamed(root, "Template"))) != drawing.properties.templateName)
     putProperty(root, {"Template", nullptr}, drawing.properties.templateName);
   for (const Property& property : applicationProperties) putProperty(root, property, drawing.properties.*property.text);
-  putTitles(root, before.empty(), store, drawing);
+  putTitles(root, store, drawing);
   return printed(document);
 }
 

@@ -68,6 +68,7 @@ struct ShapeSource {
   host::PageId page;
   const Relationships& relationships;
   const ShapeVocabulary& vocabulary;
+  std::string part = {};        ///< in packages
   std::string shapesTail = {};  ///< collects deleted and unknown elements among the top shapes
 };
 

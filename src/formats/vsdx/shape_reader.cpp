@@ -102,7 +102,7 @@ bool readPicture(ReadState& state, const ShapeSource& source, host::Sheet& sheet
       } else if (name == "CompressionType") {
         picture->compression = attribute.value();
       } else {
-        carry->attributes.emplace_back(name, attribute.value());
+        keepAttribute(node, attribute, carry->attributes);
       }
     }
     for (const pugi::xml_node child : node) {
@@ -153,7 +153,7 @@ void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_
     } else if (name == "UniqueID") {
       sheet.uniqueId = value;
     } else if (!readStyleAttribute(state, sheet, name, value)) {
-      carriedOf(sheet).attributes.emplace_back(name, value);
+      keepAttribute(node, attribute, carriedOf(sheet).attributes);
     }
   }
   if (link.ownMaster >= 0 || link.masterShape >= 0) state.pending.push_back(link);
@@ -182,6 +182,11 @@ void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_
       source.vocabulary.readChild(state, sheet, child, behindText);
     }
   }
+  const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
+  if (!source.part.empty() && carry && !(usedIds(carry->contents).empty() && usedIds(carry->tail).empty())) {
+    carriedOf(sheet).linksFrom = state.carriedPackage;
+    carriedOf(sheet).linksFromPart = source.part;
+  }
 }
 
 /// Takes one child of a Shapes element.
@@ -200,8 +205,15 @@ void readMember(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml
   carry.deletedMasterShapes.push_back(wholeNumber(child.attribute("MasterShape").value(), -1));
 }
 
-/// Parses and reads the top shapes of a large part a few at a time.
-std::string readPieces(ReadState& state, ShapeSource& source, std::string& bytes, const SplitList& list) {
+void copyDeclarations(pugi::xml_node from, pugi::xml_node to) {
+  for (const pugi::xml_attribute attribute : from.attributes()) {
+    if (std::string_view(attribute.name()).starts_with("xmlns")) to.append_copy(attribute);
+  }
+}
+
+/// Parses and reads the top shapes of a large part a few at a time. `frame` is the part's root without them.
+std::string readPieces(ReadState& state, ShapeSource& source, std::string& bytes, const SplitList& list,
+                       pugi::xml_node frame) {
   constexpr std::size_t enough = 128 << 10;
   pugi::xml_document piece;
   for (std::size_t at = 0; at < list.children.size();) {
@@ -209,7 +221,13 @@ std::string readPieces(ReadState& state, ShapeSource& source, std::string& bytes
     std::size_t to = from;
     while (at < list.children.size() && to - from < enough) to = list.children[at++].second;
     if (std::string wrong = parseXml(piece, std::span(bytes.data() + from, to - from)); !wrong.empty()) return wrong;
-    for (const pugi::xml_node child : piece) readMember(state, source, {}, child, -1);
+    // What the root declares holds for the shapes too.
+    pugi::xml_node root = piece.append_child(frame.name());
+    copyDeclarations(frame, root);
+    pugi::xml_node shapes = root.append_child("Shapes");
+    copyDeclarations(childNamed(frame, "Shapes"), shapes);
+    while (piece.first_child() != root) shapes.append_move(piece.first_child());
+    for (const pugi::xml_node child : shapes) readMember(state, source, {}, child, -1);
   }
   return {};
 }
@@ -273,21 +291,21 @@ void readConnects(ReadState& state, host::PageId page, CarriedPage& carried, pug
 }
 
 std::string readContents(ReadState& state, host::PageId pageId, CarriedPage& carried, std::string& bytes) {
-  ShapeSource source{pageId, carried.relationships, vocabulary};
+  ShapeSource source{pageId, carried.relationships, vocabulary, carried.part};
   // The tree of a part takes several times the room of its text.
   constexpr std::size_t large = 1 << 20;
   SplitList list;
   const bool inPieces = bytes.size() > large && splitList(bytes, "Shapes", list);
   std::string frame;
-  if (inPieces) {
-    frame = bytes.substr(0, list.begin) + bytes.substr(list.end);
-    if (std::string wrong = readPieces(state, source, bytes, list); !wrong.empty()) return wrong;
-  }
+  if (inPieces) frame = bytes.substr(0, list.begin) + bytes.substr(list.end);
   pugi::xml_document document;
   if (std::string wrong = parseXml(document, inPieces ? frame : bytes); !wrong.empty()) return wrong;
   const pugi::xml_node root = document.document_element();
   for (const pugi::xml_attribute attribute : root.attributes())
     carried.contentsAttributes.emplace_back(attribute.name(), attribute.value());
+  if (inPieces) {
+    if (std::string wrong = readPieces(state, source, bytes, list, root); !wrong.empty()) return wrong;
+  }
   for (const pugi::xml_node child : root) {
     if (child.type() != pugi::node_element) continue;
     const std::string_view name = localName(child);

@@ -47,7 +47,7 @@ void readCellElement(ReadState& state, pugi::xml_node node, const CellKey& key, 
       text.hasError = true;
       text.error = value;
     } else {
-      unknown.emplace_back(which, value);
+      keepAttribute(node, attribute, unknown);
     }
   }
   std::string content;
@@ -167,7 +167,7 @@ void readRow(ReadState& state, pugi::xml_node node, Section& section, RowFinder&
     } else if (which == "T" && geometry && rowTagOf(attribute.value()) != 0) {
       row.type = rowTagOf(attribute.value());
     } else {
-      extrasOf<CarriedRow>(row.extras).attributes.emplace_back(which, attribute.value());
+      keepAttribute(node, attribute, extrasOf<CarriedRow>(row.extras).attributes);
     }
   }
   readRowCells(state, node, section.number, row);
@@ -197,7 +197,7 @@ void readSection(ReadState& state, host::Sheet& sheet, pugi::xml_node node) {
     if (which == "Del") {
       section.deleted = truth(attribute.value());
     } else {
-      extrasOf<CarriedSection>(section.extras).attributes.emplace_back(which, attribute.value());
+      keepAttribute(node, attribute, extrasOf<CarriedSection>(section.extras).attributes);
     }
   }
   section.rows.reserve(section.rows.size() + static_cast<std::size_t>(std::distance(node.begin(), node.end())) / 2);
@@ -282,7 +282,7 @@ void readSheetAttributes(ReadState& state, host::Sheet& sheet, pugi::xml_node no
     if (name == "UniqueID") {
       sheet.uniqueId = attribute.value();
     } else if (!readStyleAttribute(state, sheet, name, attribute.value())) {
-      carriedOf(sheet).attributes.emplace_back(name, attribute.value());
+      keepAttribute(node, attribute, carriedOf(sheet).attributes);
     }
   }
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "base/little_endian.h"
 #include "formats/package/part_name.h"
+#include "formats/package/xml_reading.h"
 #include "formats/vsdx/cell_text.h"
 #include "formats/vsdx/names.h"
 #include "formats/vsdx/repeated_text.h"
@@ -31,7 +33,8 @@ std::string nameInFile(const Section& section, const Row& row) {
   return section.find(host::RowKey::named(host::intern(name))) ? std::string() : name;
 }
 
-void writeRow(XmlWriter& writer, const Section& section, const Row& row) {
+void writeRow(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet, const Section& section,
+              const Row& row) {
   const CarriedRow* const carry = carried<CarriedRow>(row.extras);
   writer.start("Row");
   if (row.key.isNamed()) {
@@ -42,9 +45,22 @@ void writeRow(XmlWriter& writer, const Section& section, const Row& row) {
   } else {
     writer.attribute("IX", static_cast<long>(row.key.index()));
   }
-  if (const std::string_view type = rowTypeName(row.type); !type.empty()) writer.attribute("T", type);
+  const bool geometry = host::isGeometry(section.number);
+  const bool saysType = carry && std::ranges::find(carry->attributes, "T", &AttributeList::value_type::first) !=
+                                     carry->attributes.end();
+  if (geometry && !saysType) {
+    // Other programs refuse a row without its kind, also one that only hides the master's.
+    std::string_view type = rowTypeName(rowTypeOf(store, sheet, section.number, row));
+    if (type.empty() && row.deleted) type = "LineTo";
+    if (!type.empty()) writer.attribute("T", type);
+  }
   if (row.deleted) writer.attribute("Del", "1");
-  if (carry) writeAttributes(writer, carry->attributes);
+  if (carry) {
+    for (const auto& [name, value] : carry->attributes) {
+      // Of deleted rows only those of Geometry have a kind.
+      if (geometry || !row.deleted || name != "T") writer.attribute(name, value);
+    }
+  }
   writeCells(writer, section.number, row);
   if (carry) writer.raw(carry->contents);
   writer.end();
@@ -85,6 +101,24 @@ void writeText(XmlWriter& writer, const host::Store& store, const host::Sheet& s
   writer.end();
 }
 
+}  // namespace
+
+void writeMetafileSize(XmlWriter& writer, const host::ForeignData& picture, const CarriedForeign* carry) {
+  const auto says = [&](std::string_view name) {
+    return carry && std::ranges::find(carry->attributes, name, &AttributeList::value_type::first) !=
+                        carry->attributes.end();
+  };
+  const LittleEndian bytes(picture.bytes);
+  constexpr std::size_t header = 88;
+  if (picture.type != "EnhMetaFile" || says("ExtentX") || picture.bytes.size() < header || bytes.u32(0) != 1) return;
+  constexpr int anisotropic = 8;
+  if (!says("MappingMode")) writer.attribute("MappingMode", anisotropic);
+  writer.attribute("ExtentX", static_cast<long>(bytes.i32(32)) - bytes.i32(24));
+  writer.attribute("ExtentY", static_cast<long>(bytes.i32(36)) - bytes.i32(28));
+}
+
+namespace {
+
 void writeForeign(XmlWriter& writer, PartContext& context, const host::ForeignData& picture) {
   const CarriedForeign* const carry = carried<CarriedForeign>(picture.extras);
   const PictureParts::Part& part = context.pictures.partOf(picture);
@@ -92,11 +126,29 @@ void writeForeign(XmlWriter& writer, PartContext& context, const host::ForeignDa
                                 : picture.type == "Object"                ? names::objectRelationship
                                                                           : names::imageRelationship;
   writer.start("ForeignData").attribute("ForeignType", picture.type);
-  if (!picture.compression.empty()) writer.attribute("CompressionType", picture.compression);
+  // A plain bitmap has no mark in a package.
+  if (!picture.compression.empty() && picture.compression != "DIB")
+    writer.attribute("CompressionType", picture.compression);
   if (carry) writeAttributes(writer, carry->attributes);
-  writer.start("Rel").attribute("r:id", context.relationships.idFor(context.part, type, part.name)).end();
+  writeMetafileSize(writer, picture, carry);
+  const std::string id = context.relationships.idFor(context.part, type, part.name);
+  ++context.usedIds[id];
+  writer.start("Rel").attribute("r:id", id).end();
   if (carry) writer.raw(carry->contents);
   writer.end();
+}
+
+/// Raw XML without the elements that use relationship ids.
+std::string withoutLinks(const std::string& xml) {
+  std::string text = "<a>" + xml + "</a>";
+  pugi::xml_document parsed;
+  if (!parseXml(parsed, text).empty()) return {};
+  std::string kept;
+  for (const pugi::xml_node child : parsed.document_element()) {
+    const std::string one = rawXml(child);
+    if (usedIds(one).empty()) kept += one;
+  }
+  return kept;
 }
 
 class PackageDialect : public ShapeDialect {
@@ -109,16 +161,33 @@ class PackageDialect : public ShapeDialect {
   void attributes(XmlWriter& writer, const host::Sheet& shape) override {
     writeSheetAttributes(writer, context_.store, shape);
   }
-  void contents(XmlWriter& writer, const host::Sheet& shape) override { writeSheetContents(writer, shape); }
+  void contents(XmlWriter& writer, const host::Sheet& shape) override {
+    if (const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras); carry && linksLeadElsewhere(*carry)) {
+      host::Sheet copy = shape;
+      auto own = std::make_shared<CarriedSheet>(*carry);
+      own->contents = withoutLinks(carry->contents);
+      copy.extras = std::move(own);
+      writeSheetContents(writer, context_.store, copy);
+    } else {
+      writeSheetContents(writer, context_.store, shape);
+    }
+  }
   void picture(XmlWriter& writer, const host::ForeignData& picture) override {
     writeForeign(writer, context_, picture);
   }
   void tail(XmlWriter& writer, const host::Sheet& shape) override {
-    if (const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras)) writer.raw(carry->tail);
+    if (const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras))
+      writer.raw(linksLeadElsewhere(*carry) ? withoutLinks(carry->tail) : carry->tail);
   }
   void uses(host::MasterId master) override { context_.usedMasters.insert(master); }
 
  private:
+  /// True for a shape that was copied from another part: the ids in what it carries mean nothing here.
+  bool linksLeadElsewhere(const CarriedSheet& carry) const {
+    if (!carry.linksFrom) return false;
+    return !context_.carry || context_.carry->package != carry.linksFrom || context_.carry->part != carry.linksFromPart;
+  }
+
   PartContext& context_;
 };
 
@@ -253,7 +322,19 @@ void writeSheetAttributes(XmlWriter& writer, const host::Store& store, const hos
   if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras)) writeAttributes(writer, carry->attributes);
 }
 
-void writeSection(XmlWriter& writer, const Section& section) {
+std::uint8_t rowTypeOf(const host::Store& store, const host::Sheet& sheet, SectionNumber section, const Row& row) {
+  std::uint8_t type = row.type;
+  const host::Sheet* at = store.sheet(sheet.prototype);
+  for (int depth = 0; type == 0 && at && depth < 64; ++depth) {
+    const Section* const inherited = at->find(section);
+    const Row* const same = inherited ? inherited->find(row.key) : nullptr;
+    if (same) type = same->type;
+    at = store.sheet(at->prototype);
+  }
+  return type;
+}
+
+void writeSection(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet, const Section& section) {
   const CarriedSection* const carry = carried<CarriedSection>(section.extras);
   const bool geometry = host::isGeometry(section.number);
   writer.start("Section").attribute("N", host::fileNameOf(section.number));
@@ -265,12 +346,12 @@ void writeSection(XmlWriter& writer, const Section& section) {
   }
   if (carry) writer.raw(carry->contents);
   for (const Row& row : section.rows) {
-    if (!geometry || row.key != host::RowKey::index(0)) writeRow(writer, section, row);
+    if (!geometry || row.key != host::RowKey::index(0)) writeRow(writer, store, sheet, section, row);
   }
   writer.end();
 }
 
-void writeSheetContents(XmlWriter& writer, const host::Sheet& sheet) {
+void writeSheetContents(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet) {
   if (const Section* const object = sheet.find(SectionNumber::Object)) {
     for (const Row& row : object->rows) {
       writeCells(writer, SectionNumber::Object, row);
@@ -279,7 +360,7 @@ void writeSheetContents(XmlWriter& writer, const host::Sheet& sheet) {
   }
   if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras)) writer.raw(carry->contents);
   for (const Section& section : sheet.sections) {
-    if (section.number != SectionNumber::Object) writeSection(writer, section);
+    if (section.number != SectionNumber::Object) writeSection(writer, store, sheet, section);
   }
 }
 
@@ -326,7 +407,7 @@ void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId id, S
     }
     writer.end();
   }
-  writer.end();
+  dialect.end(writer);
 }
 
 void writeShape(XmlWriter& writer, PartContext& context, host::SheetId shape) {

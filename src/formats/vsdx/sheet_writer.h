@@ -43,6 +43,8 @@ struct PartContext {
   PictureParts& pictures;
   std::unordered_set<host::MasterId> usedMasters = {};
   std::unordered_set<host::SheetId> leftOut = {};  ///< members that are not written
+  const CarriedPage* carry = nullptr;              ///< what the page or master carries; may be null
+  std::map<std::string, std::size_t> usedIds = {};  ///< relationship ids that were written, with how often
 };
 
 /// IsCustom… attributes and both names, as they were read while they are unchanged.
@@ -53,11 +55,18 @@ void writeStyleAttributes(XmlWriter& writer, const host::Store& store, const hos
 /// LineStyle, FillStyle, TextStyle, UniqueID and carried attributes.
 void writeSheetAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet);
 /// Cells, sections and carried elements.
-void writeSheetContents(XmlWriter& writer, const host::Sheet& sheet);
+void writeSheetContents(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet);
 
-void writeSection(XmlWriter& writer, const host::Section& section);
+/// A section of `sheet`, whole or in part.
+void writeSection(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet, const host::Section& section);
+/// The kind of a Geometry row of the sheet; of one that says none, the master's. 0 where nobody says one.
+std::uint8_t rowTypeOf(const host::Store& store, const host::Sheet& sheet, host::SectionNumber section,
+                       const host::Row& row);
 /// One Cell element. `row` is what its row carries; may be null.
 void writeCellElement(XmlWriter& writer, const host::CellKey& key, const host::Cell& cell, const CarriedRow* row);
+
+/// The attributes that tell how large an enhanced metafile is, where the file it came from did not.
+void writeMetafileSize(XmlWriter& writer, const host::ForeignData& picture, const CarriedForeign* carry);
 
 void writeShape(XmlWriter& writer, PartContext& context, host::SheetId shape);
 
@@ -73,6 +82,8 @@ class ShapeDialect {
   /// Between text, data and picture, and the members.
   virtual void tail(XmlWriter& writer, const host::Sheet& shape) = 0;
   virtual void uses(host::MasterId) {}
+  /// Ends the shape's element.
+  virtual void end(XmlWriter& writer) { writer.end(); }
 
   const std::unordered_set<host::SheetId>* leftOut = nullptr;  ///< members that are not written; null: none
 };
