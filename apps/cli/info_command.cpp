@@ -11,8 +11,8 @@ namespace quorvel::cli {
 int runInfo(const InfoOptions& options) {
   const OpenedDrawing drawing = openDrawing(options.file);
   if (!drawing.error.empty()) return fail(drawing.error);
-  const report::MapSummary summary = report::summarize(drawing.store, drawing.document);
-  std::cout << (options.json ? infoJson(summary, options.file) : infoText(summary, options.file));
+  const report::ProcessMap map = report::readProcessMap(drawing.store, drawing.document);
+  std::cout << (options.json ? infoJson(map, options.file) : infoText(map, options.file));
   return exitDone;
 }
 

@@ -17,42 +17,64 @@ Json timeJson(const std::string& cellText) {
 /// Null for an empty text.
 Json textOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
 
-Json taskJson(const report::TaskSummary& task) {
+Json taskJson(const report::Task& task) {
   return {{"id", task.id},
           {"description", task.description},
           {"responsibleRole", task.responsibleRole},
           {"supportingRoles", task.supportingRoles},
+          {"guidelines", task.guidelines},
+          {"resources", task.resources},
           {"time", timeJson(task.completionTime)},
           {"frequency", task.frequency},
+          {"notes", task.notes},
           {"linkedTask", textOrNull(task.linkedTask)},
-          {"shapeId", task.shapeId}};
+          {"shapeId", task.shape.shapeId},
+          {"uniqueId", textOrNull(task.uniqueId)}};
 }
 
-Json linkJson(const report::LinkSummary& link) {
-  return {{"from", textOrNull(link.from)},
-          {"to", textOrNull(link.to)},
+/// Null for a loose end.
+Json endJson(const report::LinkEnd& end) {
+  using Kind = report::LinkEnd::Kind;
+  if (end.kind == Kind::Loose) return {};
+  const char* kind = end.kind == Kind::Task ? "task" : end.kind == Kind::ProcessConnector ? "connector" : "shape";
+  return {{"kind", kind}, {"label", end.label}, {"shapeId", end.shapeId}};
+}
+
+Json linkJson(const report::TaskLink& link) {
+  return {{"from", endJson(link.from)},
+          {"to", endJson(link.to)},
           {"description", link.description},
           {"time", timeJson(link.time)},
-          {"shapeId", link.shapeId}};
+          {"shapeId", link.shape.shapeId},
+          {"uniqueId", textOrNull(link.uniqueId)}};
 }
 
-Json connectorJson(const report::ConnectorSummary& connector) {
-  return {{"shownId", connector.shownId}, {"target", textOrNull(connector.target)}, {"shapeId", connector.shapeId}};
+Json connectorJson(const report::ProcessConnector& connector) {
+  return {{"shownId", connector.shownId},
+          {"target", textOrNull(report::hyperlinkTarget(connector.address, connector.subAddress))},
+          {"address", textOrNull(connector.address)},
+          {"subAddress", textOrNull(connector.subAddress)},
+          {"shapeId", connector.shape.shapeId},
+          {"uniqueId", textOrNull(connector.uniqueId)}};
 }
 
-Json hyperlinkJson(const report::HyperlinkSummary& link) {
-  return {
-      {"on", link.on}, {"description", link.description}, {"address", link.address}, {"subAddress", link.subAddress}};
+Json hyperlinkJson(const report::Hyperlink& link) {
+  return {{"on", link.owner},
+          {"description", link.description},
+          {"address", link.address},
+          {"subAddress", link.subAddress},
+          {"ownerId", link.ownerId},
+          {"shapeId", link.shape.shapeId}};
 }
 
-template <class Summary>
-Json listOf(const std::vector<Summary>& summaries, Json (*toJson)(const Summary&)) {
+template <class Value>
+Json listOf(const std::vector<Value>& values, Json (*toJson)(const Value&)) {
   Json list = Json::array();
-  for (const Summary& summary : summaries) list.push_back(toJson(summary));
+  for (const Value& value : values) list.push_back(toJson(value));
   return list;
 }
 
-Json pageJson(const report::PageSummary& page) {
+Json pageJson(const report::MapPage& page) {
   return {{"name", page.name},
           {"background", page.background},
           {"shapeCount", page.shapeCount},
@@ -64,14 +86,15 @@ Json pageJson(const report::PageSummary& page) {
 
 }  // namespace
 
-std::string infoJson(const report::MapSummary& summary, const std::string& file) {
+std::string infoJson(const report::ProcessMap& map, const std::string& file) {
   const Json json{{"file", file},
-                  {"title", summary.title},
-                  {"template", textOrNull(summary.templateName)},
-                  {"isStencil", summary.isStencil},
-                  {"isProcessMap", summary.isProcessMap},
-                  {"masters", summary.masters},
-                  {"pages", listOf(summary.pages, pageJson)}};
+                  {"title", map.title},
+                  {"template", textOrNull(map.templateName)},
+                  {"isStencil", map.isStencil},
+                  {"isProcessMap", map.isProcessMap},
+                  {"masters", map.masters},
+                  {"roles", map.roles},
+                  {"pages", listOf(map.pages, pageJson)}};
   // Names in hostile files may be no UTF-8; such bytes are replaced.
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

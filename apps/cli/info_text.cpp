@@ -9,7 +9,7 @@
 namespace quorvel::cli {
 namespace {
 
-using report::PageSummary;
+using report::MapPage;
 
 std::string counted(std::size_t count, const std::string& noun) {
   return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
@@ -26,14 +26,18 @@ std::string joined(const std::vector<std::string>& pieces) {
   return text;
 }
 
-/// An end of a link that is glued to nothing.
-std::string endOf(const std::string& name) { return name.empty() ? "(loose)" : name; }
-
-std::string addressOf(const report::HyperlinkSummary& link) {
-  return link.address + (link.address.empty() || link.subAddress.empty() ? "" : "#") + link.subAddress;
+std::string endOf(const report::LinkEnd& end) {
+  switch (end.kind) {
+    case report::LinkEnd::Kind::Loose:
+      return "(loose)";
+    case report::LinkEnd::Kind::ProcessConnector:
+      return "> " + end.label;  // a Task may have the ID that it shows
+    default:
+      return end.label;
+  }
 }
 
-std::string taskTable(const PageSummary& page) {
+std::string taskTable(const MapPage& page) {
   std::vector<std::vector<std::string>> rows;
   for (const auto& task : page.tasks) {
     rows.push_back({task.id, task.description, task.responsibleRole, joined(task.supportingRoles),
@@ -44,27 +48,29 @@ std::string taskTable(const PageSummary& page) {
       rows, 2);
 }
 
-std::string linkTable(const PageSummary& page) {
+std::string linkTable(const MapPage& page) {
   std::vector<std::vector<std::string>> rows;
   for (const auto& link : page.links)
     rows.push_back({endOf(link.from), endOf(link.to), link.description, durationText(link.time)});
   return tableText({{"From"}, {"To"}, {"Task Link", 48}, {"Time"}}, rows, 2);
 }
 
-std::string connectorTable(const PageSummary& page) {
+std::string connectorTable(const MapPage& page) {
   std::vector<std::vector<std::string>> rows;
-  for (const auto& connector : page.connectors)
-    rows.push_back({connector.shownId, connector.target.empty() ? "(nowhere)" : connector.target});
+  for (const auto& connector : page.connectors) {
+    const std::string target = report::hyperlinkTarget(connector.address, connector.subAddress);
+    rows.push_back({connector.shownId, target.empty() ? "(nowhere)" : target});
+  }
   return tableText({{"Connector"}, {"Goes on at", 80}}, rows, 2);
 }
 
-std::string hyperlinkTable(const PageSummary& page) {
+std::string hyperlinkTable(const MapPage& page) {
   std::vector<std::vector<std::string>> rows;
-  for (const auto& link : page.hyperlinks) rows.push_back({link.on, addressOf(link), link.description});
+  for (const auto& link : page.hyperlinks) rows.push_back({link.owner, report::hyperlinkTarget(link.address, link.subAddress), link.description});
   return tableText({{"Hyperlink on"}, {"Leads to", 48}, {"Description", 44}}, rows, 2);
 }
 
-std::string pageText(const PageSummary& page) {
+std::string pageText(const MapPage& page) {
   std::string counts;
   appendCount(counts, page.tasks.size(), "Task");
   appendCount(counts, page.links.size(), "Task Link");
@@ -78,20 +84,20 @@ std::string pageText(const PageSummary& page) {
 
 }  // namespace
 
-std::string infoText(const report::MapSummary& summary, const std::string& file) {
+std::string infoText(const report::ProcessMap& map, const std::string& file) {
   std::string text = file + "\n";
-  if (!summary.title.empty()) text += "  Title     " + summary.title + "\n";
-  const char* kind = summary.isStencil ? "stencil" : summary.isProcessMap ? "process map" : "drawing";
+  if (!map.title.empty()) text += "  Title     " + map.title + "\n";
+  const char* kind = map.isStencil ? "stencil" : map.isProcessMap ? "process map" : "drawing";
   const std::string extent =
-      summary.isStencil ? counted(summary.masters.size(), "master") : counted(summary.pages.size(), "page");
+      map.isStencil ? counted(map.masters.size(), "master") : counted(map.pages.size(), "page");
   text += std::string("  Kind      ") + kind + ", " + extent + "\n";
-  if (!summary.templateName.empty()) text += "  Based on  " + summary.templateName + "\n";
-  if (!summary.masters.empty()) {
-    std::vector<std::vector<std::string>> rows{{"Masters", joined(summary.masters)}};
+  if (!map.templateName.empty()) text += "  Based on  " + map.templateName + "\n";
+  if (!map.masters.empty()) {
+    std::vector<std::vector<std::string>> rows{{"Masters", joined(map.masters)}};
     const std::string masters = tableText({{"Based on"}, {"", 100}}, rows, 2);  // as wide as the labels above
     text += masters.substr(masters.find('\n') + 1);
   }
-  for (const PageSummary& page : summary.pages) text += pageText(page);
+  for (const MapPage& page : map.pages) text += pageText(page);
   return text;
 }
 

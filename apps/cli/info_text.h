@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "report/map_summary.h"
+#include "report/process_map.h"
 
 namespace quorvel::cli {
 
-std::string infoText(const report::MapSummary& summary, const std::string& file);
+std::string infoText(const report::ProcessMap& map, const std::string& file);
 /// One JSON object; times are a value and a unit.
-std::string infoJson(const report::MapSummary& summary, const std::string& file);
+std::string infoJson(const report::ProcessMap& map, const std::string& file);
 
 }  // namespace quorvel::cli

@@ -5,6 +5,8 @@
 #include "base/text.h"
 #include "form_access.h"
 #include "formats/package/atomic_file.h"
+#include "map_values.h"
+#include "report/process_map.h"
 #include "session/pictures.h"
 #include "values.h"
 
@@ -182,6 +184,15 @@ void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::str
   const std::string wrong =
       bytes.empty() ? "could not be painted, most often for lack of memory" : formats::replaceFile(file, bytes);
   if (!wrong.empty()) throw Refused{caller, what, file + " " + wrong};
+}
+
+py::dict ScriptHost::readMap(const ObjectRef& document) {
+  const host::Store& store = session_->engine().store;
+  const host::DocumentId id{document.id};
+  if (document.kind != ObjectKind::Document || !store.document(id)) {
+    throw Refused{"Map", "a document that is closed", "the object is gone"};
+  }
+  return mapToPython(report::readProcessMap(store, id));
 }
 
 std::string ScriptHost::ask(const std::string& text, MessageButtons buttons) {

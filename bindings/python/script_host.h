@@ -57,6 +57,8 @@ class ScriptHost {
   void mouseDown(int button, int shift, double x, double y);
   /// Draws pages into one file, whose ending says the format.
   void exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller);
+  /// The document read as a process map; see mapToPython.
+  py::dict readMap(const ObjectRef& document);
   /// Brings the recovery copies up to date.
   void writeRecoveryCopies();
 

@@ -117,7 +117,7 @@ TEST_F(Command, TellsTheSampleMapToPrograms) {
   EXPECT_EQ(check["linkedTask"], "CR01");
   std::set<std::string> ways;
   for (const auto& link : page["links"])
-    if (link["from"] == "OH02") ways.insert(link["description"].get<std::string>());
+    if (link["from"]["label"] == "OH02") ways.insert(link["description"].get<std::string>());
   EXPECT_EQ(ways, (std::set<std::string>{"Approved", "Refused"}));
   EXPECT_EQ(page["connectors"][0]["shownId"], "SH01");
   EXPECT_EQ(page["connectors"][0]["target"], "SH Shipping/SH01");

@@ -126,7 +126,7 @@ def test_drop_connected_makes_the_next_task_and_the_link_to_it_in_one_step(maps)
     assert second.Name == "AB02"
     assert number(second, "PinX") > number(first, "PinX") and number(second, "PinY") == number(first, "PinY")
     (made,) = quorvel.Map(maps.doc).links
-    assert (made.start, made.end) == ("AB01", "AB02")
+    assert (str(made.start), str(made.end)) == ("AB01", "AB02")
     maps.app.Undo()
     assert [shape.Name for shape in page.Shapes if shape.Name.startswith("AB")] == ["AB01"]
     assert quorvel.Map(maps.doc).links == []

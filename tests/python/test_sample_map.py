@@ -26,7 +26,7 @@ def test_read_as_a_map(sample):
     assert task.responsible_role == "Credit Controller"
     assert task.supporting_roles == ("Finance Manager", "Accounts Clerk")
     assert (task.completion_time, task.sub_task, task.frequency) == ("1 eh.", "CR01", "Daily")
-    ways = [(link.start, link.end, link.description) for link in read.links if link.page == "OH Order handling"]
+    ways = [(str(link.start), str(link.end), link.description) for link in read.links if link.page == "OH Order handling"]
     assert ("OH02", "OH04", "Refused") in ways and ("OH03", "SH01", "Confirmed order") in ways
     assert [c.sub_address for c in read.connectors][0] == "SH Shipping/SH01"
     clerk = next(role for role in read.roles if role.name == "Warehouse Clerk")

@@ -45,14 +45,14 @@ from .host_objects import (
     Windows,
 )
 from .install import stencil_path, template_path
-from .maps import Connector, Link, Map, Role, Task
+from .maps import Connector, Link, LinkEnd, Map, MapHyperlink, Role, Task
 from .recovery import LeftBehind, copies_left_behind, discard_copy
 
 __all__ = [
     "Application", "Asked", "Cell", "Characters", "Collection", "CommandBar", "CommandBarControl",
     "CommandBarControls", "CommandBars", "Connect", "Connector", "Connects", "Control", "Document", "Documents",
-    "Form", "Handle", "HostError", "Hyperlink", "Hyperlinks", "IndexedNumbers", "Layer", "Layers", "LeftBehind", "Link", "Map",
-    "Master", "Masters", "Page", "Pages", "Role", "Row", "Section", "Selection", "Shape", "Shapes", "Task",
+    "Form", "Handle", "HostError", "Hyperlink", "Hyperlinks", "IndexedNumbers", "Layer", "Layers", "LeftBehind", "Link", "LinkEnd", "Map",
+    "MapHyperlink", "Master", "Masters", "Page", "Pages", "Role", "Row", "Section", "Selection", "Shape", "Shapes", "Task",
     "Unanswered", "Window", "Windows", "constants", "copies_left_behind", "discard_copy", "stencil_path",
     "template_path",
 ]  # fmt: skip

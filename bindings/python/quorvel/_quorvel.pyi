@@ -1,6 +1,6 @@
 """The native half of the module; see quorvel.host_objects and quorvel.forms for what scripts use."""
 
-from typing import ClassVar
+from typing import Any, ClassVar
 
 def members() -> list[tuple[int, int, str, str, str]]:
     """Number, kind, object, member and access ("G", "P", "GP" or "C") of each published member."""
@@ -42,6 +42,8 @@ class Host:
         """Raises MouseDown."""
     def export_pages(self, pages: list[Reference], file: str, caller: str) -> None:
         """Draws the pages into one file."""
+    def read_map(self, document: Reference) -> dict[str, Any]:
+        """The document read as a process map, see quorvel.maps."""
     def write_recovery_copies(self) -> None:
         """Brings the copies up to date."""
     def listen(self, event: int, on: bool) -> None:

@@ -1,18 +1,29 @@
-"""A process map as plain values: its Tasks, Task Links, Process Connectors and roles.
+"""A process map as plain values: its Tasks, Task Links, Process Connectors, hyperlinks and roles.
 
-The drawing owns what a map says. The values are read from its cells when they are asked for, and do not follow it.
+The drawing owns what a map says. The values are read from it once, when the Map is made, and do not follow it.
 """
 
 from __future__ import annotations
 
-from collections.abc import Iterator
 from dataclasses import dataclass, field
-from typing import TYPE_CHECKING
-
-from .errors import HostError
+from typing import TYPE_CHECKING, Any, NamedTuple
 
 if TYPE_CHECKING:
     from .host_objects import Document, Shape
+
+
+class LinkEnd(NamedTuple):
+    """What an end of a Task Link is glued to."""
+
+    kind: str
+    """"task", "connector", "shape" for any other shape, or "loose"."""
+    label: str
+    """The Task's ID, the ID that the connector shows, or the shape's name; empty for a loose end."""
+    shape_id: int
+    """On the link's page; 0 for a loose end. A member of a group counts as its outermost group."""
+
+    def __str__(self) -> str:
+        return self.label
 
 
 @dataclass(frozen=True)
@@ -32,6 +43,9 @@ class Task:
     notes: str
     sub_task: str
     """The ID of the lower-level Task that it opens; empty for none."""
+    unique_id: str
+    """The same for the life of the Task; empty when it has none."""
+    on_background: bool
     shape: Shape = field(repr=False, compare=False)
 
 
@@ -43,9 +57,9 @@ class Link:
     description: str
     time: str
     """Between the two, as a Task's completion_time."""
-    start: str
-    """The Task's ID, a connector's shown ID, or another shape's name; empty for a loose end."""
-    end: str
+    start: LinkEnd
+    end: LinkEnd
+    unique_id: str
     shape: Shape = field(repr=False, compare=False)
 
 
@@ -55,11 +69,29 @@ class Connector:
 
     page: str
     shown_id: str
-    """The ID that stands in it."""
+    """The ID that it shows."""
     address: str
     """The other drawing; empty for this one."""
     sub_address: str
     """Page name, "/", Task ID; empty without a target."""
+    unique_id: str
+    shape: Shape = field(repr=False, compare=False)
+
+
+@dataclass(frozen=True)
+class MapHyperlink:
+    """A hyperlink of any shape."""
+
+    page: str
+    owner: str
+    """The label, as a link's end has it, of the shape, or of the outermost group around it."""
+    description: str
+    address: str
+    sub_address: str
+    extra_info: str
+    record: str
+    """What the map keeps on the link's kind."""
+    is_default: bool
     shape: Shape = field(repr=False, compare=False)
 
 
@@ -73,68 +105,55 @@ class Role:
 
 
 class Map:
-    """A drawing read as a process map."""
+    """A drawing read as a process map. Lists are in the order of pages and stacks; shapes in groups are left out, but
+    hyperlinks are those of all shapes. Background pages are read too."""
 
     def __init__(self, document: Document) -> None:
         self.document = document
+        read = document.Application._host.read_map(document._ref)
+        self.title: str = read["title"]
+        self.is_process_map: bool = read["is_process_map"]
+        """Is it based on our template?"""
+        self.role_names: list[str] = read["roles"]
+        """The document's list; see roles for who does what."""
+        self.time_units: list[str] = read["time_units"]
+        self.time_unit_abbreviations: list[str] = read["time_unit_abbreviations"]
+        self.frequencies: list[str] = read["frequencies"]
+        self.frequency_abbreviations: list[str] = read["frequency_abbreviations"]
+        self.tasks: list[Task] = []
+        self.links: list[Link] = []
+        self.connectors: list[Connector] = []
+        self.hyperlinks: list[MapHyperlink] = []
+        for number, page in enumerate(read["pages"], start=1):
+            self._add_page(document.Pages(number), page)
 
-    @property
-    def tasks(self) -> list[Task]:
-        """The Tasks of all foreground pages, in the order of pages and stacks."""
-        return [
-            Task(
-                id=_text(shape, "Prop.Task_ID"),
-                description=_text(shape, "Prop.Task_Description"),
-                page=page,
-                responsible_role=_text(shape, "Prop.Responsible_Role"),
-                supporting_roles=tuple(
-                    filter(None, (_text(shape, f"Prop.SupportingRole_{number}") for number in range(1, 5)))
-                ),
-                guidelines=_text(shape, "Prop.Guidelines"),
-                resources=_text(shape, "Prop.Resources"),
-                completion_time=_duration(shape, "Prop.Task_Completion_Time"),
-                frequency=_text(shape, "Prop.Frequency_Of_Occurrence"),
-                notes=_text(shape, "Prop.Notes"),
-                sub_task=_text(shape, "Prop.Linked"),
-                shape=shape,
-            )
-            for page, shape in self._shapes("Task")
-        ]
+    def _add_page(self, sheet: Any, page: dict[str, Any]) -> None:
+        name, background = page["name"], page["background"]
 
-    @property
-    def links(self) -> list[Link]:
-        """The Task Links of all foreground pages."""
-        found = []
-        for page, shape in self._shapes("Task Link"):
-            ends = {"BeginX": "", "EndX": ""}
-            for connect in shape.Connects:
-                ends[connect.FromCell.Name] = _label(connect.ToSheet)
-            description, time = _text(shape, "Prop.Task_Link"), _duration(shape, "Prop.Time_Between_Tasks")
-            found.append(Link(page, description, time, ends["BeginX"], ends["EndX"], shape))
-        return found
+        def values(read: dict[str, Any]) -> dict[str, Any]:
+            return {**read, "page": name, "shape": sheet.Shapes.ItemFromID(read["shape"][1])}
 
-    @property
-    def connectors(self) -> list[Connector]:
-        """The Process Connectors of all foreground pages."""
-        found = []
-        for page, shape in self._shapes("Process Connector", "Connector"):
-            links = list(shape.Hyperlinks)
-            address, sub_address = (links[0].Address, links[0].SubAddress) if links else ("", "")
-            found.append(Connector(page, _text(shape, "Prop.Connecting_TaskID"), address, sub_address, shape))
-        return found
+        self.tasks += [Task(**values(task), on_background=background) for task in page["tasks"]]
+        for link in page["links"]:
+            ends = {"start": LinkEnd(*link["start"]), "end": LinkEnd(*link["end"])}
+            self.links.append(Link(**{**values(link), **ends}))
+        self.connectors += [Connector(**values(connector)) for connector in page["connectors"]]
+        for hyperlink in page["hyperlinks"]:
+            found = values(hyperlink)
+            del found["owner_id"]
+            self.hyperlinks.append(MapHyperlink(**found))
 
     @property
     def roles(self) -> list[Role]:
         """The roles of the document's list, then those that only Tasks name."""
-        tasks = self.tasks
-        names = [name for name in _text(self.document.DocumentSheet, "User.RoleNames").split(";") if name]
-        for task in tasks:
+        names = list(self.role_names)
+        for task in self.tasks:
             names += [role for role in (task.responsible_role, *task.supporting_roles) if role]
         return [
             Role(
                 name,
-                tuple(task for task in tasks if task.responsible_role == name),
-                tuple(task for task in tasks if name in task.supporting_roles),
+                tuple(task for task in self.tasks if task.responsible_role == name),
+                tuple(task for task in self.tasks if name in task.supporting_roles),
             )
             for name in dict.fromkeys(names)
         ]
@@ -145,32 +164,3 @@ class Map:
             if task.id == id:
                 return task
         raise KeyError(id)
-
-    def _shapes(self, *classes: str) -> Iterator[tuple[str, Shape]]:
-        for page in self.document.Pages:
-            if page.Background:
-                continue
-            for shape in page.Shapes:
-                master = shape.Master
-                # The host numbers a master that came twice: "Task.12" is a Task.
-                if master is not None and master.Name.split(".")[0] in classes:
-                    yield page.Name, shape
-
-
-def _text(shape: Shape, cell: str) -> str:
-    return shape.Cells(cell).ResultStr(0) if shape.CellExists(cell) else ""
-
-
-def _duration(shape: Shape, cell: str) -> str:
-    """A time of zero is no time, and a text that is none neither."""
-    try:
-        value = shape.Cells(cell)
-        return value.ResultStr(0) if value.Result(0) > 0 else ""
-    except HostError:
-        return ""
-
-
-def _label(shape: Shape) -> str:
-    while isinstance(group := shape.Parent, type(shape)):
-        shape = group
-    return _text(shape, "Prop.Task_ID") or _text(shape, "Prop.Connecting_TaskID") or shape.Name

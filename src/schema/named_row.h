@@ -1,0 +1,31 @@
+// A row of a sheet that has a name, such as User.RoleNames, as one constant: its cells and its section follow from it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvel::schema {
+
+/// Written as the name of the row's value cell. A name that does not begin with a section is refused by the compiler.
+class NamedRow {
+ public:
+  consteval NamedRow(const char* valueCell) : cell_(valueCell) {
+    if (!cell_.starts_with("User.") && !cell_.starts_with("Prop.")) throw "a row's name begins with User. or Prop.";
+  }
+
+  /// The value cell, "User.RoleNames".
+  constexpr std::string_view cell() const { return cell_; }
+  constexpr operator std::string_view() const { return cell_; }
+  /// The name without its section, "RoleNames".
+  constexpr std::string_view name() const { return cell_.substr(5); }
+  constexpr bool isUserRow() const { return cell_.starts_with("User."); }
+  /// Another cell of the row: `column("Format")` is "Prop.Task_ID.Format".
+  std::string column(std::string_view name) const { return std::string(cell_) + "." + std::string(name); }
+
+  friend constexpr bool operator==(NamedRow, NamedRow) = default;
+
+ private:
+  std::string_view cell_;
+};
+
+}  // namespace quorvel::schema

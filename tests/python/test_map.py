@@ -1,0 +1,113 @@
+"""A drawing read as a map: `quorvel info --json` and Map say the same of every drawing."""
+
+import json
+import os
+import random
+import subprocess
+from pathlib import Path
+
+import pytest
+from conftest import SAMPLE, SOURCE
+
+import quorvel
+
+DRAWINGS = sorted((SOURCE / "tests" / "data" / "drawings").rglob("*.v[sd]*x")) + [SAMPLE]
+# More random maps than a test run needs can be tried with QUORVEL_RANDOM_MAPS=200.
+RANDOM_MAPS = int(os.environ.get("QUORVEL_RANDOM_MAPS", "10"))
+
+
+def told_by_the_command(file):
+    said = subprocess.run([os.environ["QUORVEL_PROGRAM"], "info", "--json", file], capture_output=True, check=True).stdout
+    told = {"tasks": [], "links": [], "connectors": [], "hyperlinks": []}
+    read = json.loads(said)
+    for page in read["pages"]:
+        name = page["name"]
+        for task in page["tasks"]:
+            roles = tuple(task["supportingRoles"])
+            told["tasks"].append((name, task["shapeId"], task["id"], task["description"], roles, task["notes"],
+                                  task["linkedTask"] or "", page["background"]))  # fmt: skip
+        for link in page["links"]:
+            ends = [(end["kind"], end["label"], end["shapeId"]) if (end := link[which]) else ("loose", "", 0)
+                    for which in ("from", "to")]  # fmt: skip
+            told["links"].append((name, link["shapeId"], link["description"], *ends))
+        for connector in page["connectors"]:
+            address = (connector["address"] or "", connector["subAddress"] or "")
+            told["connectors"].append((name, connector["shapeId"], connector["shownId"], *address))
+        for link in page["hyperlinks"]:
+            told["hyperlinks"].append((name, link["shapeId"], link["on"], link["description"], link["subAddress"]))
+    return told | {"roles": read["roles"]}
+
+
+def told_by_map(doc):
+    read = quorvel.Map(doc)
+    return {
+        "tasks": [(t.page, t.shape.ID, t.id, t.description, t.supporting_roles, t.notes, t.sub_task, t.on_background)
+                  for t in read.tasks],
+        "links": [(k.page, k.shape.ID, k.description, tuple(k.start), tuple(k.end)) for k in read.links],
+        "connectors": [(c.page, c.shape.ID, c.shown_id, c.address, c.sub_address) for c in read.connectors],
+        "hyperlinks": [(h.page, h.shape.ID, h.owner, h.description, h.sub_address) for h in read.hyperlinks],
+        "roles": read.role_names,
+    }  # fmt: skip
+
+
+@pytest.mark.parametrize("file", DRAWINGS, ids=lambda file: file.name)
+def test_the_command_and_a_script_read_the_same_of_a_drawing(file, tmp_path):
+    told = told_by_the_command(file)
+    assert told_by_map(quorvel.Application(profile=tmp_path).Documents.Open(file)) == told
+    if file == SAMPLE:
+        assert len(told["tasks"]) == 16
+
+
+def scatter(maps, chance):
+    """A map of Tasks, links and other shapes, grouped, glued and on background pages as it comes."""
+    pages = [maps.new_map("AB One"), maps.doc.Pages.Add()]
+    pages[1].Name = "CD Two"
+    for page in pages:
+        shapes = [page.DrawRectangle(1, 1, 2, 2)]
+        for _ in range(chance.randrange(2, 6)):
+            kind = chance.choice(["Task", "Task", "Process Connector"])
+            shapes.append(maps.drop(page, kind, chance.uniform(1, 7), chance.uniform(1, 9)))
+        for _ in range(chance.randrange(1, 4)):
+            link = maps.drop(page, "Task Link")
+            for end in ("BeginX", "EndX"):
+                if chance.random() < 0.8:
+                    link.Cells(end).GlueTo(chance.choice(shapes).Cells("PinX"))
+        for shape in shapes[1:]:
+            if chance.random() < 0.3:
+                shape.Hyperlinks.Add().SubAddress = chance.choice(["AB One/AB01", "CD Two/CD01", "nowhere"])
+            if shape.CellExists("Prop.Notes") and chance.random() < 0.3:
+                shape.Cells("Prop.Notes").FormulaForce = '"two\nlines & <more>"'
+            if shape.CellExists("Prop.SupportingRole_1") and chance.random() < 0.4:
+                shape.Cells("Prop.SupportingRole_1").FormulaForce = '"Clerk"'
+        if chance.random() < 0.3:
+            window = maps.app.ActiveWindow
+            window.Page = page
+            window.DeselectAll()
+            for shape in chance.sample(shapes, 2):
+                window.Select(shape, 2)
+            window.Selection.Group()
+    if chance.random() < 0.3:
+        pages[1].Background = True
+
+
+@pytest.mark.parametrize("seed", range(RANDOM_MAPS))
+def test_a_random_map_reads_the_same_from_its_file_as_from_memory(seed, maps, tmp_path):
+    scatter(maps, random.Random(seed))
+    in_memory = told_by_map(maps.doc)
+    assert in_memory["tasks"] and in_memory["links"]
+    for ending in ("vsdx", "vdx"):
+        file = tmp_path / f"map.{ending}"
+        maps.doc.SaveAs(str(file))
+        assert told_by_the_command(file) == in_memory, f"{ending}, seed {seed}"
+
+
+def test_an_end_says_whether_a_task_or_a_connector_shows_the_id(maps):
+    page = maps.new_map("OH Orders")
+    task, connector, box = maps.drop_task(page, 2), maps.drop(page, "Process Connector", 5), page.DrawRectangle(7, 1, 8, 2)
+    connector.Cells("Prop.Connecting_TaskID").FormulaForce = '"OH01"'
+    ends = []
+    for target in (task, connector, box):
+        link = maps.drop(page, "Task Link", 4)
+        link.Cells("EndX").GlueTo(target.Cells("PinX"))
+        ends.append((*quorvel.Map(maps.doc).links[-1].end[:2], quorvel.Map(maps.doc).links[-1].start.kind))
+    assert ends == [("task", "OH01", "loose"), ("connector", "OH01", "loose"), ("shape", box.Name, "loose")]
