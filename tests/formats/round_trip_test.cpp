@@ -99,6 +99,8 @@ Parts everything() {
       "<Shape ID='20' Type='Group' Master='2'><Section N='Field'><Row IX='0'><Cell N='Value' V='y' U='STR'/></Row>"
       "</Section><Shapes><Shape ID='21' Type='Shape' MasterShape='6'/>"
       "<Shape ID='22' Type='Shape' MasterShape='7'/></Shapes></Shape>"
+      "<Shape ID='17' Type='Shape'><Section N='Field'><Row IX='0'><Cell N='Value' V='z' U='STR'/></Row></Section>"
+      "<Text><fld IX='0' Later='1'>z</fld></Text></Shape>"
       "<Shape ID='16' Type='Guide'><Text>a<unknown/>b</Text><Mystery a='1'/></Shape></Shapes>"
       "<Connects><Connect FromSheet='14' FromCell='BeginX' FromPart='9' ToSheet='12' ToCell='PinX' ToPart='3'/>"
       "<Connect FromSheet='15' ToSheet='12' FromCell='EndX'/></Connects>");

@@ -72,6 +72,7 @@ Parts newerDrawing() {
       "<Row T='RelMoveTo' IX='1'><Cell N='X' V='0'/><Cell N='Y' V='0.5'/></Row>"
       "<Row T='RelCubBezTo' IX='2'><Cell N='X' V='1'/><Cell N='Y' V='0.5'/><Cell N='A' V='0.25'/><Cell N='B' V='1'/>"
       "<Cell N='C' V='0.75'/><Cell N='D' V='0' F='User.Kind*0'/></Row>"
+      "<Row T='RelQuadBezTo' IX='4'><Cell N='X' V='1'/><Cell N='Y' V='0'/><Cell N='A' V='0.5'/><Cell N='B' V='1'/></Row>"
       "<Row T='RelEllipticalArcTo' IX='3'><Cell N='X' V='0'/><Cell N='Y' V='0.5'/><Cell N='A' V='0.5'/>"
       "<Cell N='B' V='1'/><Cell N='C' V='0'/><Cell N='D' V='2'/></Row></Section></Shape></Shapes>");
   setPage(
@@ -111,6 +112,7 @@ TEST(NewerDrawing, StandsInTheOlderFormatAsItWouldHaveSaidIt) {
            // Older programs read coordinates; a cubic curve is a spline of one span.
            "<MoveTo IX=\"1\"><X F=\"Width*0\">0</X><Y F=\"Height*0.5\">0.5</Y></MoveTo>",
            "<E F=\"NURBS(1,3,0,0,0.25,1,0,1,0.75,User.Kind*0,0,1)\">NURBS(1,3,0,0,0.25,1,0,1,0.75,0,0,1)</E>",
+           "<E F=\"NURBS(1,2,0,0,0.5,1,0,1)\">NURBS(1,2,0,0,0.5,1,0,1)</E>",
            "<A F=\"Width*0.5\">1</A><B F=\"Height*1\">1</B><C>0</C><D>2</D></EllipticalArcTo>",
            // The instance is twice as wide, so that what it inherits stands elsewhere.
            "<MoveTo IX=\"1\"><X F=\"Inh\">0</X><Y F=\"Height*0.25\">0.25</Y></MoveTo>"

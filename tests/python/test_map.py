@@ -94,7 +94,7 @@ def scatter(maps, chance):
 def test_a_random_map_reads_the_same_from_its_file_as_from_memory(seed, maps, tmp_path):
     scatter(maps, random.Random(seed))
     in_memory = told_by_map(maps.doc)
-    assert in_memory["tasks"] and in_memory["links"]
+    assert any(in_memory.values())
     for ending in ("vsdx", "vdx"):
         file = tmp_path / f"map.{ending}"
         maps.doc.SaveAs(str(file))

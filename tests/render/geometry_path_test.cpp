@@ -44,6 +44,10 @@ TEST(GeometryPath, RowsBecomeLinesAndCurves) {
        {{MoveTo}, {PolylineTo, 4, 0, 0, 0, 0, 0, "POLYLINE(0,1, 0.5,1, 1,0.5)"}},
        "M0 0L2 1L4 0.5L4 0"},
       {"a polyline without its list", {{MoveTo}, {PolylineTo, 4, 0, 0, 0, 0, 0, ""}}, "M0 0L4 0"},
+      {"a curve of degree 2 without inner knots",
+       {{MoveTo}, {NurbsTo, 0, 2, 0, 1, 0, 1, "NURBS(1,2,0,0,0.5,1,0,1)"}},
+       "M0 0C0.333 0.333 0.583 0.625 0.75 0.875C0.917 1.125 1 1.333 1 1.5C1 1.667 0.917 1.792 0.75 1.875"
+       "C0.583 1.958 0.333 2 0 2"},
       {"a curve of degree 1", {{MoveTo}, {NurbsTo, 4, 0, 1, 1, 0, 1, "NURBS(2,1,0,0,0.5,0.5,0,1)"}}, "M0 0L2 1L4 0"},
       {"knots in disorder give straight lines",
        {{MoveTo}, {NurbsTo, 4, 0, -1, 1, 9, 1, "NURBS(2,3,0,0,0.5,0.5,0,1)"}},

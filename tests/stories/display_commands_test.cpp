@@ -178,6 +178,13 @@ TEST_F(DisplayCommands, DetailsAreTurnedOffAndOnByTheirLayer) {
   EXPECT_EQ(number(nextPage.PageSheet(), "User.Task_Visible"), 0);
   turn("Task Display ON", "Turn display of detailed Task data ON for ", "OptionDrawing");
   EXPECT_EQ(layers(line(elsewhere, "controls1")), "VisibleLayer");
+
+  // A page that has lost the layer gets it back when details are hidden, and it does not show.
+  ASSERT_TRUE(page.PageSheet().DeleteSection(241)) << lastRefusal();  // the section of layers
+  ASSERT_FALSE(page.Layers().Item("InvisibleLayer"));
+  turn("Task Display OFF", "Turn display of detailed Task data OFF for", "OptionPage");
+  EXPECT_EQ(layers(line("controls2")), "InvisibleLayer");
+  EXPECT_EQ(page.Layers().Item("InvisibleLayer").CellsC(visio::columnLayerVisible).Result(0), 0);
 }
 
 TEST_F(DisplayCommands, LinksShowTheirTimeAndDescriptionAsChosen) {

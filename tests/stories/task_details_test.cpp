@@ -101,6 +101,7 @@ TEST_F(TaskDetails, HyperlinksGoWithTheText) {
   write("Prop.Resources", "Two");
   addLink(line("controls2"), "two.doc", "second");
   addLink(line("controls2"), "2.doc", "other");
+  ASSERT_TRUE(line("controls2").Hyperlinks().Item(1).SetIsDefaultLink(true));
   addLink(line("controls3"), "three.doc", "third");
   addLink(line("Resources1"), "r.doc", "resource");
   EXPECT_TRUE(line("PicLinkedcontrols2")) << "shown at once, and once";
@@ -112,6 +113,8 @@ TEST_F(TaskDetails, HyperlinksGoWithTheText) {
   EXPECT_EQ(links(line("controls1")), "third=three.doc");
   EXPECT_EQ(links(line("controls2")), "");
   EXPECT_EQ(links(line("controls3")), "second=two.doc other=2.doc");
+  EXPECT_EQ(line("controls3").Hyperlinks().Item(0).IsDefaultLink(), false);
+  EXPECT_EQ(line("controls3").Hyperlinks().Item(1).IsDefaultLink(), true);
   EXPECT_EQ(links(line("Resources1")), "resource=r.doc");
   EXPECT_TRUE(line("PicLinkedcontrols3"));
   EXPECT_FALSE(line("Piccontrols3")) << "one icon for a line";

@@ -167,6 +167,22 @@ TEST_F(ForeignUnits, AreTakenOverWhenTheUserAgrees) {
   }
 }
 
+TEST_F(ForeignUnits, AreReadBackOfEveryUnit) {
+  for (const char* unit : {"Seconds", "Minutes", "Hours", "Days", "Weeks"}) {
+    setAbbreviations("xs;xm;xh;xd;xw");
+    setTime(task, "Prop.Task_Completion_Time", unit, "5");
+    setTime(link, "Prop.Time_Between_Tasks", unit, "3");
+    for (const Shape& arrived : {task, link}) {
+      setAbbreviations("xs;xm;xh;xd;xw");
+      addin::redrawTimeUnits(session.addin());
+      setAbbreviations("s;m;h;d;w");
+      check({arrived});
+      const std::string taken = "x" + std::string(1, static_cast<char>(std::tolower(unit[0])));
+      EXPECT_NE(abbreviations().find(taken), std::string::npos) << unit << ": " << abbreviations();
+    }
+  }
+}
+
 TEST_F(ForeignUnits, AreNotSeenWhereNoneAreShown) {
   // A label in minutes says nothing about hours, and a Task without a time nothing at all.
   setTime(task, "Prop.Task_Completion_Time", "Minutes", "5");
