@@ -2,8 +2,10 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
-#include "host/cells/cell_table.h"
+#include "host/cells/cell_key.h"
+#include "host/cells/cell_units.h"
 
 namespace quorvel::host {
 

@@ -7,14 +7,9 @@
 
 #include "base/maybe.h"
 #include "host/cells/cell_key.h"
+#include "host/cells/cell_units.h"
 
 namespace quorvel::host {
-
-/// What a bare number in the cell means, and how its result is shown.
-enum class CellUnits : std::uint8_t { Number, Length, Angle, Boolean, Text, Date, Colour };
-
-/// The style sheet from which a shape takes the cell when neither it nor its master holds it.
-enum class StyleSource : std::uint8_t { None, Line, Fill, Text };
 
 struct CellDefinition {
   SectionNumber section;  ///< SectionNumber::Geometry stands for all Geometry sections

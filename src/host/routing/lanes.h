@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "host/routing/router.h"
+#include "host/routing/route_request.h"
 
 namespace quorvel::host {
 
