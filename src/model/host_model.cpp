@@ -31,7 +31,8 @@ std::vector<Item> itemsOf(const Collection& collection, int first) {
 
 Maybe<std::string> Handle::text(Member member, std::initializer_list<Argument> arguments) const {
   if (!backend_) return {};
-  Maybe<Variant> value = backend_->get(object_, member, list(arguments));
+  Maybe<Variant> value = infoOf(member).access == MemberAccess::C ? backend_->call(object_, member, list(arguments))
+                                                                  : backend_->get(object_, member, list(arguments));
   if (!value || !std::holds_alternative<std::string>(*value)) return {};
   return std::get<std::string>(*value);
 }
@@ -212,6 +213,8 @@ Shape Shape::Duplicate() const { return result<Shape>(Member::Shape_Duplicate); 
 bool Shape::EndTextEdit(const Maybe<std::string>& typed) const {
   return typed && call(Member::Shape_EndTextEdit, {std::string_view(*typed)});
 }
+
+Maybe<std::string> Shape::UniqueID(int request) const { return text(Member::Shape_UniqueID, {whole(request)}); }
 
 Row Section::Row(int index) const { return object<class Row>(Member::Section_Row, {whole(index)}); }
 

@@ -60,6 +60,7 @@ inline constexpr int selectModeSkipSuper = 256;
 inline constexpr int windowDrawing = 1, windowPage = 128;
 inline constexpr int protectShapes = 2;
 inline constexpr int deselect = 1, select = 2;
+inline constexpr int uniqueIdGet = 0, uniqueIdGetOrMake = 1, uniqueIdDelete = 2;
 }  // namespace visio
 
 /// What all handles share: the backend, the object, and forwarding.
@@ -350,6 +351,8 @@ class Shape : public Handle {
   bool FlipHorizontal() const { return call(Member::Shape_FlipHorizontal); }
   bool ReverseEnds() const { return call(Member::Shape_ReverseEnds); }
   bool UpdateAlignmentBox() const { return call(Member::Shape_UpdateAlignmentBox); }
+  /// "{…}", the same for the life of the shape; `request` as in visio::uniqueId…. Empty: it has none.
+  Maybe<std::string> UniqueID(int request) const;
   /// A user's text edit: raises BeforeShapeTextEdit; fails while LockTextEdit is 1.
   bool BeginTextEdit() const { return call(Member::Shape_BeginTextEdit); }
   /// Ends it with the text typed: raises TextChanged when it differs, then ShapeExitedTextEdit.

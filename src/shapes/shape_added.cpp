@@ -41,6 +41,8 @@ void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape, const Page
   const Maybe<bool> wasHereBefore = shape.CellExists("User.AlreadyAdded", 1);
   if (wasHereBefore == true) copied(shape, page);
   if (wasHereBefore == false) firstDrop(connect, shape, page);
+  // It outlasts renumbering and renaming, so that a later reader knows the shape again; a copy is a shape of its own.
+  if (IsTask(shape) || IsTaskLink(shape) || IsProcessConnector(shape)) shape.UniqueID(visio::uniqueIdGetOrMake);
 }
 
 }  // namespace quorvel::addin

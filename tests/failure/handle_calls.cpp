@@ -141,6 +141,7 @@ const std::vector<HandleCall>& handleCalls() {
       CALL(Shape_BringToFront, s.shape.BringToFront())
       CALL(Shape_FlipHorizontal, s.shape.FlipHorizontal())
       CALL(Shape_ReverseEnds, s.shape.ReverseEnds())
+      CALL(Shape_UniqueID, s.shape.UniqueID(visio::uniqueIdGetOrMake))
       CALL(Shape_UpdateAlignmentBox, s.shape.UpdateAlignmentBox())
       CALL(Shape_BeginTextEdit, s.shape.BeginTextEdit())
       CALL(Shape_EndTextEdit, s.shape.EndTextEdit("typed"))

@@ -111,3 +111,22 @@ def test_an_end_says_whether_a_task_or_a_connector_shows_the_id(maps):
         link.Cells("EndX").GlueTo(target.Cells("PinX"))
         ends.append((*quorvel.Map(maps.doc).links[-1].end[:2], quorvel.Map(maps.doc).links[-1].start.kind))
     assert ends == [("task", "OH01", "loose"), ("connector", "OH01", "loose"), ("shape", box.Name, "loose")]
+
+def test_each_task_link_and_connector_has_a_unique_id_of_its_own(maps, tmp_path):
+    page = maps.new_map("OH Orders")
+    made = [maps.drop(page, master) for master in ("Task", "Task", "Task Link", "Process Connector")]
+    ids = [shape.UniqueID() for shape in made]
+    assert all(len(each) == 38 for each in ids) and len(set(ids)) == 4
+    assert page.DrawRectangle(1, 1, 2, 2).UniqueID() == ""
+    copy = made[0].Duplicate()
+    assert copy.UniqueID() and copy.UniqueID() not in ids
+    made[0].Cells("Prop.Task_Description").FormulaForce = '"Another"'
+    before = {task.shape.ID: task.unique_id for task in quorvel.Map(maps.doc).tasks}
+    for ending in ("vdx", "vsdx"):
+        maps.doc.SaveAs(str(tmp_path / f"map.{ending}"))
+        opened = quorvel.Application(profile=tmp_path).Documents.Open(tmp_path / f"map.{ending}")
+        assert {task.shape.ID: task.unique_id for task in quorvel.Map(opened).tasks} == before
+    made[3].UniqueID(quorvel.constants.visDeleteGUID)
+    assert made[3].UniqueID() == ""
+    maps.app.Undo()
+    assert made[3].UniqueID() == ids[3]

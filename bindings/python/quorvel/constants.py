@@ -28,6 +28,10 @@ visMillimeters = 70
 visDegrees = 81
 visRadians = 83
 
+visGetGUID = 0
+visGetOrMakeGUID = 1
+visDeleteGUID = 2
+
 visDeselect = 1
 visSelect = 2
 visSelModeSkipSuper = 256

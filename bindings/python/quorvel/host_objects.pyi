@@ -449,6 +449,9 @@ class Shape(Handle):
         """Flips left and right."""
     def ReverseEnds(self) -> None:
         """Swaps begin and end."""
+    def UniqueID(self, request: int = 0) -> str:
+        """Its unique ID, "{...}", the same for the life of the shape; empty when it has none. With request 1 it is made
+        when it has none, with 2 it is deleted."""
     def UpdateAlignmentBox(self) -> None:
         """Accepted, and changes nothing: a group keeps the box that its formulas give it."""
     def BeginTextEdit(self) -> None:

@@ -10,6 +10,7 @@
 #include "host/commands/layers.h"
 #include "host/commands/shapes.h"
 #include "host/commands/text_fields.h"
+#include "host/commands/unique_id.h"
 #include "host/sheet/inheritance.h"
 #include "host/text/text.h"
 
@@ -252,6 +253,13 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
       return settled(flipHorizontal(engine_, id));
     case Member::Shape_ReverseEnds:
       return settled(reverseEnds(engine_, id));
+    case Member::Shape_UniqueID: {
+      const int request = integerAt(arguments, 0).or_(0);
+      if (request < 0 || request > 2) return refuse("the request is 0 to read, 1 to read or make, 2 to delete");
+      UniqueIdOutcome found = uniqueIdOf(engine_, id, static_cast<UniqueIdRequest>(request));
+      if (!settle(found.outcome)) return {};
+      return Variant(std::move(found.uniqueId));
+    }
     case Member::Shape_UpdateAlignmentBox:
       return settled(updateAlignmentBox(engine_, id));
     case Member::Shape_BeginTextEdit:

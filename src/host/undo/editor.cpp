@@ -36,9 +36,9 @@ void Editor::commit(Exchange exchange) {
 
 std::unique_ptr<SheetFields> Editor::fieldsOf(SheetId id) const {
   const Sheet& sheet = *store_.sheet(id);
-  return std::make_unique<SheetFields>(SheetFields{sheet.kind, sheet.name, sheet.universalName, sheet.data1,
-                                                   sheet.data2, sheet.data3, sheet.text, sheet.foreign, sheet.lineStyle,
-                                                   sheet.fillStyle, sheet.textStyle, sheet.master, sheet.prototype});
+  return std::make_unique<SheetFields>(SheetFields{
+      sheet.kind, sheet.name, sheet.universalName, sheet.data1, sheet.data2, sheet.data3, sheet.uniqueId, sheet.text,
+      sheet.foreign, sheet.lineStyle, sheet.fillStyle, sheet.textStyle, sheet.master, sheet.prototype});
 }
 
 std::unique_ptr<PageFields> Editor::fieldsOf(PageId id) const {

@@ -123,6 +123,7 @@ struct Apply : Exchanged {
     std::swap(sheet->data1, held.data1);
     std::swap(sheet->data2, held.data2);
     std::swap(sheet->data3, held.data3);
+    std::swap(sheet->uniqueId, held.uniqueId);
     std::swap(sheet->text, held.text);
     std::swap(sheet->foreign, held.foreign);
     std::swap(sheet->lineStyle, held.lineStyle);

@@ -52,7 +52,7 @@ struct SectionExchange {
 /// The parts of a sheet that are no cells.
 struct SheetFields {
   SheetKind kind = SheetKind::Shape;
-  std::string name, universalName, data1, data2, data3;
+  std::string name, universalName, data1, data2, data3, uniqueId;
   std::shared_ptr<const TextBody> text;
   std::shared_ptr<const ForeignData> foreign;
   SheetId lineStyle, fillStyle, textStyle;
