@@ -79,12 +79,8 @@ class PageReader {
 
   std::string text(SheetId sheet, std::string_view cell) const { return textOf(store_, sheet, keyOf(cell)); }
 
-  ShapeClass classOf(SheetId shape) const {
-    // A shape whose master has no contents inherits nothing, and still is of its class.
-    const host::MasterId own = store_.sheet(shape)->master;
-    const host::Master* master = store_.master(own ? own : store_.masterOf(shape));
-    return master ? schema::classOfMaster(master->name) : ShapeClass::Other;
-  }
+  ShapeClass classOf(SheetId shape) const { return classOfShape(store_, shape); }
+  std::string label(SheetId shape) const { return labelOfShape(store_, shape); }
 
   ShapeKey shapeKey(SheetId shape) const { return {index_, store_.sheet(shape)->shapeId}; }
 
@@ -157,13 +153,6 @@ class PageReader {
     return shape;
   }
 
-  std::string label(SheetId shape) const {
-    std::string id;
-    if (classOf(shape) == ShapeClass::Task) id = text(shape, schema::taskCells::id);
-    if (classOf(shape) == ShapeClass::ProcessConnector) id = text(shape, schema::connectorCells::shownId);
-    return id.empty() ? store_.shapeName(*store_.sheet(shape)) : id;
-  }
-
   CellKey hyperlinkCell(host::RowKey row, std::string_view column) const {
     return {SectionNumber::Hyperlink, row, host::columnOf(SectionNumber::Hyperlink, column).or_(0)};
   }
@@ -197,6 +186,22 @@ class PageReader {
 };
 
 }  // namespace
+
+ShapeClass classOfShape(const Store& store, SheetId shape) {
+  // A shape whose master has no contents inherits nothing, and still is of its class.
+  const host::MasterId own = store.sheet(shape)->master;
+  const host::Master* master = store.master(own ? own : store.masterOf(shape));
+  return master ? schema::classOfMaster(master->name) : ShapeClass::Other;
+}
+
+std::string labelOfShape(const Store& store, SheetId shape) {
+  std::string id;
+  if (classOfShape(store, shape) == ShapeClass::Task) id = textOf(store, shape, keyOf(schema::taskCells::id));
+  if (classOfShape(store, shape) == ShapeClass::ProcessConnector) {
+    id = textOf(store, shape, keyOf(schema::connectorCells::shownId));
+  }
+  return id.empty() ? store.shapeName(*store.sheet(shape)) : id;
+}
 
 ProcessMap readProcessMap(const Store& store, host::DocumentId id) {
   const host::Document& document = *store.document(id);

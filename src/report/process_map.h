@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/sheet/store.h"
+#include "schema/masters.h"
 
 namespace quorvel::report {
 
@@ -84,6 +85,11 @@ struct ProcessMap {
 
 /// The document must exist in the store. Cells that a drawing lacks read as empty.
 ProcessMap readProcessMap(const host::Store& store, host::DocumentId document);
+
+/// By the master of the shape, or of the instance that it is a member of.
+schema::ShapeClass classOfShape(const host::Store& store, host::SheetId shape);
+/// What the shape is called in lists and pictures: a Task's ID, the ID that a connector shows, or the shape's name.
+std::string labelOfShape(const host::Store& store, host::SheetId shape);
 
 /// Address and sub-address as one text, joined by "#" when both are there.
 std::string hyperlinkTarget(const std::string& address, const std::string& subAddress);

@@ -3,6 +3,7 @@
 import json
 import os
 import random
+import re
 import subprocess
 from pathlib import Path
 
@@ -130,3 +131,22 @@ def test_each_task_link_and_connector_has_a_unique_id_of_its_own(maps, tmp_path)
     assert made[3].UniqueID() == ""
     maps.app.Undo()
     assert made[3].UniqueID() == ids[3]
+
+
+def test_pictures_name_the_shapes_of_a_map_and_keep_their_ids_apart(maps, tmp_path):
+    page = maps.new_map("OH Orders")
+    task, link, connector = (maps.drop(page, master) for master in ("Task", "Task Link", "Process Connector"))
+    page.DrawRectangle(1, 1, 2, 2)
+    second = maps.doc.Pages.Add()
+    drawn = []
+    for each in (page, second):
+        each.DrawRectangle(4, 1, 5, 2).Cells("FillPattern").FormulaForce = "3"  # a hatch is defined by an id
+    for each in (page, second):
+        each.Export(str(tmp_path / "page.svg"))
+        drawn.append((tmp_path / "page.svg").read_text())
+    found = re.findall(r'<g data-shape="\d+" data-name="[^"]*" data-class="([^"]*)"(?: data-task-id="([^"]*)")?'
+                       r' data-unique-id="([^"]*)"', drawn[0])  # fmt: skip
+    assert sorted(found) == sorted([("task", "OH01", task.UniqueID()), ("task-link", "", link.UniqueID()),
+                                    ("process-connector", "", connector.UniqueID())])  # fmt: skip
+    ids = [set(re.findall(r' id="([^"]*)"', text)) for text in drawn]
+    assert ids[0] and ids[1] and not ids[0] & ids[1]

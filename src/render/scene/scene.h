@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -119,6 +120,9 @@ struct ShapeBegin {
   std::string name;
   std::string link;  ///< address with its sub-address; empty: none
   std::string linkTitle;
+  /// What else a reader of the picture may ask of the shape, as names and values; written where the format has a place
+  /// for it.
+  std::vector<std::pair<std::string, std::string>> data;
 };
 struct ShapeEnd {};
 
@@ -132,6 +136,7 @@ using SceneItem = std::variant<ShapeBegin, ShapeEnd, PathItem, TextItem, ImageIt
 
 struct Scene {
   std::string title;
+  std::string idPrefix;  ///< begins every id inside the picture, so that pictures of several pages can share a document
   double width = 0, height = 0;
   Colour background{0xFFFFFF, 1};
   std::vector<SceneItem> items;

@@ -133,7 +133,7 @@ class Writer {
   std::string defined(const std::string& prefix, const std::string& content, const char* element) {
     const auto [place, isNew] = definitions_.try_emplace(element + content, "");
     if (isNew) {
-      place->second = prefix + std::to_string(definitions_.size());
+      place->second = scene_.idPrefix + prefix + std::to_string(definitions_.size());
       out_ += "<defs><";
       out_ += element;
       out_ += " id=\"" + place->second + "\"" + content + "</" + element + "></defs>\n";
@@ -207,6 +207,7 @@ class Writer {
     out_ += "<g";
     if (begin.shapeId != 0) attribute("data-shape", double(begin.shapeId), 0);
     if (!begin.name.empty()) attribute("data-name", begin.name);
+    for (const auto& [name, value] : begin.data) attribute(("data-" + name).c_str(), value);
     out_ += ">\n";
     const std::string link = safeLink(begin.link);
     open_.push_back(!link.empty());
@@ -398,7 +399,7 @@ class Writer {
     if (uses_[item.bytes.get()] > 1) {
       // Written once and shown often.
       const auto [place, isNew] = images_.try_emplace(item.bytes.get(), int(images_.size()) + 1);
-      const std::string id = "image" + std::to_string(place->second);
+      const std::string id = scene_.idPrefix + "image" + std::to_string(place->second);
       if (isNew) {
         out_ += "<defs><image id=\"" + id + "\" width=\"1\" height=\"1\"";
         imageData(item);
