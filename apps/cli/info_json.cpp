@@ -41,12 +41,8 @@ Json endJson(const report::LinkEnd& end) {
 }
 
 Json linkJson(const report::TaskLink& link) {
-  return {{"from", endJson(link.from)},
-          {"to", endJson(link.to)},
-          {"description", link.description},
-          {"time", timeJson(link.time)},
-          {"shapeId", link.shape.shapeId},
-          {"uniqueId", textOrNull(link.uniqueId)}};
+  return {{"from", endJson(link.from)},  {"to", endJson(link.to)},        {"description", link.description},
+          {"time", timeJson(link.time)}, {"shapeId", link.shape.shapeId}, {"uniqueId", textOrNull(link.uniqueId)}};
 }
 
 Json connectorJson(const report::ProcessConnector& connector) {
@@ -59,12 +55,9 @@ Json connectorJson(const report::ProcessConnector& connector) {
 }
 
 Json hyperlinkJson(const report::Hyperlink& link) {
-  return {{"on", link.owner},
-          {"description", link.description},
-          {"address", link.address},
-          {"subAddress", link.subAddress},
-          {"ownerId", link.ownerId},
-          {"shapeId", link.shape.shapeId}};
+  return {{"on", link.owner},        {"description", link.description},
+          {"address", link.address}, {"subAddress", link.subAddress},
+          {"ownerId", link.ownerId}, {"shapeId", link.shape.shapeId}};
 }
 
 template <class Value>

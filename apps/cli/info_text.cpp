@@ -66,7 +66,8 @@ std::string connectorTable(const MapPage& page) {
 
 std::string hyperlinkTable(const MapPage& page) {
   std::vector<std::vector<std::string>> rows;
-  for (const auto& link : page.hyperlinks) rows.push_back({link.owner, report::hyperlinkTarget(link.address, link.subAddress), link.description});
+  for (const auto& link : page.hyperlinks)
+    rows.push_back({link.owner, report::hyperlinkTarget(link.address, link.subAddress), link.description});
   return tableText({{"Hyperlink on"}, {"Leads to", 48}, {"Description", 44}}, rows, 2);
 }
 
@@ -88,8 +89,7 @@ std::string infoText(const report::ProcessMap& map, const std::string& file) {
   std::string text = file + "\n";
   if (!map.title.empty()) text += "  Title     " + map.title + "\n";
   const char* kind = map.isStencil ? "stencil" : map.isProcessMap ? "process map" : "drawing";
-  const std::string extent =
-      map.isStencil ? counted(map.masters.size(), "master") : counted(map.pages.size(), "page");
+  const std::string extent = map.isStencil ? counted(map.masters.size(), "master") : counted(map.pages.size(), "page");
   text += std::string("  Kind      ") + kind + ", " + extent + "\n";
   if (!map.templateName.empty()) text += "  Based on  " + map.templateName + "\n";
   if (!map.masters.empty()) {

@@ -28,9 +28,8 @@ py::dict taskOf(const report::Task& task) {
                   "responsible_role"_a = textToPython(task.responsibleRole),
                   "supporting_roles"_a = py::tuple(textsOf(task.supportingRoles)),
                   "guidelines"_a = textToPython(task.guidelines), "resources"_a = textToPython(task.resources),
-                  "completion_time"_a = textToPython(task.completionTime),
-                  "frequency"_a = textToPython(task.frequency), "notes"_a = textToPython(task.notes),
-                  "sub_task"_a = textToPython(task.linkedTask));
+                  "completion_time"_a = textToPython(task.completionTime), "frequency"_a = textToPython(task.frequency),
+                  "notes"_a = textToPython(task.notes), "sub_task"_a = textToPython(task.linkedTask));
 }
 
 const char* nameOf(report::LinkEnd::Kind kind) {
@@ -80,12 +79,11 @@ py::dict pageOf(const report::MapPage& page) {
 }  // namespace
 
 py::dict mapToPython(const report::ProcessMap& map) {
-  return py::dict("title"_a = textToPython(map.title), "is_process_map"_a = map.isProcessMap,
-                  "roles"_a = textsOf(map.roles), "time_units"_a = textsOf(map.timeUnits),
-                  "time_unit_abbreviations"_a = textsOf(map.timeUnitAbbreviations),
-                  "frequencies"_a = textsOf(map.frequencies),
-                  "frequency_abbreviations"_a = textsOf(map.frequencyAbbreviations),
-                  "pages"_a = listOf(map.pages, pageOf));
+  return py::dict(
+      "title"_a = textToPython(map.title), "is_process_map"_a = map.isProcessMap, "roles"_a = textsOf(map.roles),
+      "time_units"_a = textsOf(map.timeUnits), "time_unit_abbreviations"_a = textsOf(map.timeUnitAbbreviations),
+      "frequencies"_a = textsOf(map.frequencies), "frequency_abbreviations"_a = textsOf(map.frequencyAbbreviations),
+      "pages"_a = listOf(map.pages, pageOf));
 }
 
 }  // namespace quorvel::python

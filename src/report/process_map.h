@@ -24,9 +24,9 @@ struct Task {
   ShapeKey shape;
   std::string uniqueId;  ///< "{…}", the same for the life of the shape; empty when it has none
   std::string id, description, responsibleRole;
-  std::vector<std::string> supportingRoles;      ///< those that are filled, in order
-  std::string guidelines, resources;             ///< entries joined by ";"
-  std::string completionTime;                    ///< number and unit, "15 em." for fifteen minutes; empty: none
+  std::vector<std::string> supportingRoles;  ///< those that are filled, in order
+  std::string guidelines, resources;         ///< entries joined by ";"
+  std::string completionTime;                ///< number and unit, "15 em." for fifteen minutes; empty: none
   std::string frequency, notes;
   std::string linkedTask;  ///< the lower-level Task that the sub-task box shows; empty: none
 };
@@ -54,9 +54,9 @@ struct ProcessConnector {
 };
 
 struct Hyperlink {
-  ShapeKey shape;              ///< the shape that has the row, a member of a Task for instance
-  int ownerId = 0;             ///< the outermost group around it, or the shape itself
-  std::string owner;           ///< the owner's label, as in LinkEnd
+  ShapeKey shape;     ///< the shape that has the row, a member of a Task for instance
+  int ownerId = 0;    ///< the outermost group around it, or the shape itself
+  std::string owner;  ///< the owner's label, as in LinkEnd
   std::string description, address, subAddress, extraInfo;
   std::string record;  ///< the Frame cell, in which the map keeps what kind of link it is
   bool isDefault = false;
@@ -65,12 +65,12 @@ struct Hyperlink {
 struct MapPage {
   std::string name;
   bool background = false;
-  int shapeCount = 0;                   ///< shapes on the page itself, groups counted once
-  std::string taskIdLetters;            ///< the letters of its Task IDs; empty before the first
-  std::vector<Task> tasks;              ///< this and the following: in the order of the stack, shapes in groups left out
+  int shapeCount = 0;         ///< shapes on the page itself, groups counted once
+  std::string taskIdLetters;  ///< the letters of its Task IDs; empty before the first
+  std::vector<Task> tasks;    ///< this and the following: in the order of the stack, shapes in groups left out
   std::vector<TaskLink> links;
   std::vector<ProcessConnector> connectors;
-  std::vector<Hyperlink> hyperlinks;    ///< of all shapes, members of groups included
+  std::vector<Hyperlink> hyperlinks;  ///< of all shapes, members of groups included
 };
 
 struct ProcessMap {

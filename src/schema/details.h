@@ -36,23 +36,23 @@ inline constexpr DetailKind
 // clang-format on
 
 /// In the order in which the dialog of display options lists them.
-inline constexpr std::array<const DetailKind*, 9> inDialog{
-    &responsibleRole, &supportingRole1, &supportingRole2, &supportingRole3, &supportingRole4,
-    &guidelines,      &resources,       &frequency,       &completionTime};
+inline constexpr std::array<const DetailKind*, 9> inDialog{&responsibleRole, &supportingRole1, &supportingRole2,
+                                                           &supportingRole3, &supportingRole4, &guidelines,
+                                                           &resources,       &frequency,       &completionTime};
 /// In the order in which a new page gets its switches. Pages of older maps lack the last two, which are added apart.
 inline constexpr std::array<const DetailKind*, 7> onNewPage{
     &responsibleRole, &guidelines, &resources, &supportingRole1, &supportingRole2, &completionTime, &frequency};
 inline constexpr std::array<const DetailKind*, 2> onEveryPage{&supportingRole3, &supportingRole4};
 /// In the order in which a dropped Task gets its switches; its switch for all details comes behind the first.
-inline constexpr std::array<const DetailKind*, 9> onTask{
-    &responsibleRole, &guidelines,      &resources,       &completionTime, &frequency,
-    &supportingRole1, &supportingRole2, &supportingRole3, &supportingRole4};
+inline constexpr std::array<const DetailKind*, 9> onTask{&responsibleRole, &guidelines,      &resources,
+                                                         &completionTime,  &frequency,       &supportingRole1,
+                                                         &supportingRole2, &supportingRole3, &supportingRole4};
 }  // namespace detailKinds
 
 /// One line of text around a Task.
 struct Detail {
-  NamedRow row;                         ///< the value cell holds the text that is shown
-  const DetailKind* kind;               ///<
+  NamedRow row;                          ///< the value cell holds the text that is shown
+  const DetailKind* kind;                ///<
   std::string_view keptHyperlinks = {};  ///< the cell that keeps its hyperlinks as text while the line is not drawn
 };
 

@@ -22,8 +22,8 @@ struct PictureOptions {
 };
 
 /// What a picture of the page shows: with its background pages, in the document's themes. Top-level shapes carry their
-/// class ("task", "task-link", "process-connector"), a Task its ID, and their unique ID; the ids inside the picture begin
-/// with the page's number.
+/// class ("task", "task-link", "process-connector"), a Task its ID, and their unique ID; the ids inside the picture
+/// begin with the page's number.
 render::Scene sceneOfPage(const host::Store& store, const host::Document& document, host::PageId page);
 
 /// The bytes of one file. A PDF holds all the scenes, the other formats the first one. Empty when memory is short.

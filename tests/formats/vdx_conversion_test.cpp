@@ -72,7 +72,8 @@ Parts newerDrawing() {
       "<Row T='RelMoveTo' IX='1'><Cell N='X' V='0'/><Cell N='Y' V='0.5'/></Row>"
       "<Row T='RelCubBezTo' IX='2'><Cell N='X' V='1'/><Cell N='Y' V='0.5'/><Cell N='A' V='0.25'/><Cell N='B' V='1'/>"
       "<Cell N='C' V='0.75'/><Cell N='D' V='0' F='User.Kind*0'/></Row>"
-      "<Row T='RelQuadBezTo' IX='4'><Cell N='X' V='1'/><Cell N='Y' V='0'/><Cell N='A' V='0.5'/><Cell N='B' V='1'/></Row>"
+      "<Row T='RelQuadBezTo' IX='4'><Cell N='X' V='1'/><Cell N='Y' V='0'/><Cell N='A' V='0.5'/><Cell N='B' "
+      "V='1'/></Row>"
       "<Row T='RelEllipticalArcTo' IX='3'><Cell N='X' V='0'/><Cell N='Y' V='0.5'/><Cell N='A' V='0.5'/>"
       "<Cell N='B' V='1'/><Cell N='C' V='0'/><Cell N='D' V='2'/></Row></Section></Shape></Shapes>");
   setPage(

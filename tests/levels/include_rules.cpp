@@ -65,7 +65,8 @@ std::vector<std::string> cyclesIn(const Graph& units) {
       if (state[next] == State::New) visit(next);
       if (state[next] != State::OnPath) continue;
       std::string cycle = "units include each other in a cycle:";
-      for (auto step = std::find(path.begin(), path.end(), next); step != path.end(); ++step) cycle += " " + *step + " ->";
+      for (auto step = std::find(path.begin(), path.end(), next); step != path.end(); ++step)
+        cycle += " " + *step + " ->";
       found.push_back(cycle + " " + next);
     }
     path.pop_back();
@@ -134,8 +135,7 @@ std::vector<std::string> offences(const Rules& rules, const Sources& sources) {
         continue;
       }
       const auto target = places.find(folderOf(name));
-      if (target == places.end() || target->second > place->second ||
-          !sees(side, rules.folders[target->second].side)) {
+      if (target == places.end() || target->second > place->second || !sees(side, rules.folders[target->second].side)) {
         found.push_back(path + " must not include " + name);
       }
       if (unitOf(name) != unitOf(path)) units[unitOf(path)].insert(unitOf(name));

@@ -27,7 +27,7 @@ std::string newUniqueId() {
 UniqueIdOutcome uniqueIdOf(Engine& engine, SheetId id, UniqueIdRequest request) {
   const Sheet* shape = engine.store.sheet(id);
   if (!shape || !shape->isShape()) return {Outcome::refused("only shapes have a unique ID"), {}};
-  const bool changes = request == UniqueIdRequest::Delete     ? !shape->uniqueId.empty()
+  const bool changes = request == UniqueIdRequest::Delete      ? !shape->uniqueId.empty()
                        : request == UniqueIdRequest::GetOrMake ? shape->uniqueId.empty()
                                                                : false;
   if (!changes) return {Outcome::done(), shape->uniqueId};
