@@ -105,6 +105,7 @@ std::vector<CellAddress> showingLastSave(const Store& store, const Document& doc
 LastSaveValues::LastSaveValues(Engine& engine, DocumentId document) : engine_(engine) {
   const std::vector<CellAddress> showing = showingLastSave(engine.store, *engine.store.document(document));
   if (showing.empty()) return;
+  const UndoLog::Attribution housekeeping(engine.undo, true);  // the time of a save is not taken back
   raiseChanged(engine.recalculator.run(showing, {}, [this](const CellAddress& cell, const Value& value) {
     const Cell* const held = engine_.store.sheet(cell.sheet)->findLocal(cell.key);
     before_.emplace_back(cell, held ? std::optional<Cell>(*held) : std::nullopt);
@@ -113,6 +114,7 @@ LastSaveValues::LastSaveValues(Engine& engine, DocumentId document) : engine_(en
 }
 
 void LastSaveValues::restore() {
+  const UndoLog::Attribution housekeeping(engine_.undo, true);
   std::vector<CellAddress> changed;
   for (auto& [cell, held] : before_) {
     if (!engine_.store.sheet(cell.sheet)) continue;
