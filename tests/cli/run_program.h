@@ -36,7 +36,9 @@ class WorkFolder {
   ~WorkFolder() {
     // The packages that the command saved are looked at as a strict reader does.
     for (const std::string& name : files()) {
-      if (written_.contains(name) || !std::filesystem::is_regular_file(file(name)) || !name.ends_with("x") || name.find(".vs") == std::string::npos) continue;
+      if (written_.contains(name) || !std::filesystem::is_regular_file(file(name)) || !name.ends_with("x") ||
+          name.find(".vs") == std::string::npos)
+        continue;
       for (const std::string& remark : tools::checkPackage(file(name).string(), tools::Strictness::Sound))
         ADD_FAILURE() << name << ": " << remark;
     }

@@ -36,7 +36,8 @@ class TemporaryFolder {
   ~TemporaryFolder() {
     std::error_code ignored;
     for (const auto& entry : std::filesystem::directory_iterator(path_, ignored)) {
-      if (entry.is_regular_file() && isPackage(entry.path()) && !filesMadeByTests().contains(entry.path().string())) check(entry.path().string());
+      if (entry.is_regular_file() && isPackage(entry.path()) && !filesMadeByTests().contains(entry.path().string()))
+        check(entry.path().string());
     }
     std::filesystem::remove_all(path_, ignored);
   }

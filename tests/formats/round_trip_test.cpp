@@ -130,8 +130,9 @@ Parts everything() {
                "<Override PartName='/docProps/core.xml' "
                "ContentType='application/vnd.openxmlformats-package.core-properties+xml'/>");
   std::string& links = parts["visio/_rels/document.xml.rels"];
-  links.insert(links.find("</Relationships>"), "<Relationship Id='rId7' Type='urn:theme' Target='theme/theme1.xml'/>"
-                                               "<Relationship Id='rId8' Type='urn:macros' Target='vbaProject.bin'/>");
+  links.insert(links.find("</Relationships>"),
+               "<Relationship Id='rId7' Type='urn:theme' Target='theme/theme1.xml'/>"
+               "<Relationship Id='rId8' Type='urn:macros' Target='vbaProject.bin'/>");
   std::string& root = parts["_rels/.rels"];
   root.insert(root.find("</Relationships>"),
               "<Relationship Id='rId2' Target='docProps/core.xml' "

@@ -57,8 +57,9 @@ std::string prefixedPackage(const std::string& file) {
   for (const std::string& name : package.names()) {
     std::string bytes;
     EXPECT_TRUE(package.read(name, bytes));
-    const bool isOwn = bytes.find("xmlns=\"http://schemas.microsoft.com/office/visio/2012/main\"") != std::string::npos ||
-                       bytes.find("xmlns='http://schemas.microsoft.com/office/visio/2012/main'") != std::string::npos;
+    const bool isOwn =
+        bytes.find("xmlns=\"http://schemas.microsoft.com/office/visio/2012/main\"") != std::string::npos ||
+        bytes.find("xmlns='http://schemas.microsoft.com/office/visio/2012/main'") != std::string::npos;
     entries.push_back({name.substr(1), isOwn ? withPrefixes(bytes) : bytes});
   }
   return makeZip(entries);
@@ -127,7 +128,8 @@ Parts hidingDrawing() {
       "<Section N='Geometry' IX='0'><Row T='MoveTo' IX='1'><Cell N='X' V='0'/><Cell N='Y' V='0'/></Row>"
       "<Row T='LineTo' IX='2'><Cell N='X' V='1'/><Cell N='Y' V='0'/></Row>"
       "<Row T='RelLineTo' IX='3'><Cell N='X' V='1'/><Cell N='Y' V='1'/></Row>"
-      "<Row T='ArcTo' IX='4'><Cell N='X' V='0'/><Cell N='Y' V='0'/><Cell N='A' V='0.1'/></Row></Section></Shape></Shapes>");
+      "<Row T='ArcTo' IX='4'><Cell N='X' V='0'/><Cell N='Y' V='0'/><Cell N='A' "
+      "V='0.1'/></Row></Section></Shape></Shapes>");
   setPage(parts,
           "<Shapes><Shape ID='1' Type='Shape' Master='2'><Section N='Connection'><Row T='Connection' IX='1' Del='1'/>"
           "</Section><Section N='Geometry' IX='0'><Row IX='2'><Cell N='X' V='2'/></Row><Row IX='3' Del='1'/>"
@@ -195,10 +197,11 @@ TEST(WrittenRelationships, TakeNoIdThatIsStillUsed) {
 TEST(WrittenSingleFile, SaysAllThatItsReadersLookFor) {
   Parts parts = hidingDrawing();
   std::string& styles = parts["visio/document.xml"];
-  styles.replace(styles.find("Name='No Style'/>"), 17,
-                 "Name='No Style'><Cell N='VerticalAlign' V='1'/><Cell N='LangID' V='en-US'/>"
-                 "<Section N='Character'><Row IX='0'><Cell N='Size' V='0.125'/><Cell N='Color' V='Themed' F='THEMEVAL()'/>"
-                 "<Cell N='LangID' V='de-DE'/></Row></Section></StyleSheet>");
+  styles.replace(
+      styles.find("Name='No Style'/>"), 17,
+      "Name='No Style'><Cell N='VerticalAlign' V='1'/><Cell N='LangID' V='en-US'/>"
+      "<Section N='Character'><Row IX='0'><Cell N='Size' V='0.125'/><Cell N='Color' V='Themed' F='THEMEVAL()'/>"
+      "<Cell N='LangID' V='de-DE'/></Row></Section></StyleSheet>");
   std::string& page = parts["visio/pages/page1.xml"];
   page.insert(page.find("</Shapes>"),
               "<Shape ID='2' Type='Shape' LineStyle='0' FillStyle='0' TextStyle='0'><Cell N='LeftMargin' V='0.5'/>"
@@ -224,7 +227,8 @@ TEST(WrittenSingleFile, SaysAllThatItsReadersLookFor) {
   EXPECT_EQ(shape.findLocal(*host::parseCellName("VerticalAlign")), nullptr);
   EXPECT_EQ(host::cellText(store, shape.id, *host::parseCellName("Char.LangID")), "de-DE");
   ASSERT_EQ(formatFor(back)->save(store, read, back), "");
-  expectPieces(partOf(back, "/visio/document.xml"), {"<Cell N=\"LangID\" V=\"en-US\"/>", "<Cell N=\"LangID\" V=\"de-DE\"/>"});
+  expectPieces(partOf(back, "/visio/document.xml"),
+               {"<Cell N=\"LangID\" V=\"en-US\"/>", "<Cell N=\"LangID\" V=\"de-DE\"/>"});
 }
 
 TEST(WrittenPictures, CarryTheirSizeAndNoNeedlessMark) {
@@ -249,9 +253,10 @@ TEST(WrittenPictures, CarryTheirSizeAndNoNeedlessMark) {
   TemporaryFolder folder;
   const std::string file = folder.file("pictures.vsdx"), older = folder.file("pictures.vdx");
   ASSERT_EQ(formatFor(file)->save(store, document, file), "");
-  expectPieces(partOf(file, "/visio/pages/page1.xml"),
-               {"<ForeignData ForeignType=\"EnhMetaFile\" MappingMode=\"8\" ExtentX=\"100\" ExtentY=\"50\">",
-                "<ForeignData ForeignType=\"Bitmap\"><Rel", "<ForeignData ForeignType=\"Bitmap\" CompressionType=\"PNG\">"});
+  expectPieces(
+      partOf(file, "/visio/pages/page1.xml"),
+      {"<ForeignData ForeignType=\"EnhMetaFile\" MappingMode=\"8\" ExtentX=\"100\" ExtentY=\"50\">",
+       "<ForeignData ForeignType=\"Bitmap\"><Rel", "<ForeignData ForeignType=\"Bitmap\" CompressionType=\"PNG\">"});
   expectPieces(partOf(file, "/docProps/app.xml"), {"<vt:lpstr>Pages</vt:lpstr>", "<vt:lpstr>Page-1</vt:lpstr>"});
   ASSERT_EQ(formatFor(older)->save(store, document, older), "");
   expectPieces(readFile(older), {"ExtentX=\"100\" ExtentY=\"50\""});

@@ -105,9 +105,7 @@ class Recorder : public ApplicationEvents {
     if (onBeforeShapeDelete) onBeforeShapeDelete(shape);
     heard.push_back("(handled)");
   }
-  void ShapeParentChanged(Shape shape) override {
-    heard.push_back("ShapeParentChanged " + shape.NameID().or_("?"));
-  }
+  void ShapeParentChanged(Shape shape) override { heard.push_back("ShapeParentChanged " + shape.NameID().or_("?")); }
   void SelectionChanged(Window) override { heard.push_back("SelectionChanged"); }
   void TextChanged(Shape shape) override { heard.push_back("TextChanged " + shape.NameID().or_("?")); }
   void PageAdded(Page page) override { heard.push_back("PageAdded " + page.Name().or_("?")); }

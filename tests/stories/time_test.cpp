@@ -174,7 +174,7 @@ TEST_F(ForeignUnits, AreReadBackOfEveryUnit) {
     setTime(link, "Prop.Time_Between_Tasks", unit, "3");
     for (const Shape& arrived : {task, link}) {
       setAbbreviations("xs;xm;xh;xd;xw");
-      addin::redrawTimeUnits(session.addin());
+      addin::redrawTimeUnits(map);
       setAbbreviations("s;m;h;d;w");
       check({arrived});
       std::string expected = "s;m;h;d;w;";

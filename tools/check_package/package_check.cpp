@@ -324,7 +324,8 @@ class PackageCheck {
     for (const pugi::xml_node section : sheet) {
       if (!isElement(section, "Section")) continue;
       const std::string name(text(section, "N"));
-      if (!sections.insert(name + std::string(text(section, "IX"))).second) remark(where + ": section " + name + " twice");
+      if (!sections.insert(name + std::string(text(section, "IX"))).second)
+        remark(where + ": section " + name + " twice");
       checkSection(section, where + ", " + name);
     }
   }

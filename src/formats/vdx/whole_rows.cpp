@@ -19,10 +19,20 @@ constexpr std::string_view textBlock = "TextBlock";
 
 /// Cells that files of the later releases do not list, and those that the first did not have.
 constexpr std::string_view seldom[] = {"Locale", "Perpendicular"};
-constexpr std::string_view later[] = {"Highlight",         "DoubleStrikethrough", "RTLText",       "UseVertical",
-                                      "AsianFont",         "ComplexScriptFont",   "LocalizeFont",  "ComplexScriptSize",
-                                      "LangID",            "BulletFont",          "BulletFontSize", "LocalizeBulletFont",
-                                      "TextPosAfterBullet", "Flags"};
+constexpr std::string_view later[] = {"Highlight",
+                                      "DoubleStrikethrough",
+                                      "RTLText",
+                                      "UseVertical",
+                                      "AsianFont",
+                                      "ComplexScriptFont",
+                                      "LocalizeFont",
+                                      "ComplexScriptSize",
+                                      "LangID",
+                                      "BulletFont",
+                                      "BulletFontSize",
+                                      "LocalizeBulletFont",
+                                      "TextPosAfterBullet",
+                                      "Flags"};
 
 std::vector<const CellDefinition*> listOf(SectionNumber section, bool first) {
   std::vector<const CellDefinition*> cells;
@@ -89,9 +99,9 @@ void dropRepeated(const host::Store& store, host::Sheet& sheet, bool first) {
     });
     for (const auto& [column, cell] : taken) {
       const host::Value inherited = host::cellValue(store, sheet.id, {section, row.key, column});
-      const bool same = inherited == cell.value || (inherited.asNumber() && cell.value.asNumber() && !inherited.isText() &&
-                                                    !cell.value.isText() &&
-                                                    inherited.asNumber().or_(0) == cell.value.asNumber().or_(1));
+      const bool same = inherited == cell.value ||
+                        (inherited.asNumber() && cell.value.asNumber() && !inherited.isText() && !cell.value.isText() &&
+                         inherited.asNumber().or_(0) == cell.value.asNumber().or_(1));
       if (!same) row.at(column) = cell;
     }
   };

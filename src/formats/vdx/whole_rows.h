@@ -1,5 +1,5 @@
-// Rows that single files write with all of their cells: text blocks, characters and paragraphs. Programs that read these
-// files take their own defaults for what such a row leaves out.
+// Rows that single files write with all of their cells: text blocks, characters and paragraphs. Programs that read
+// these files take their own defaults for what such a row leaves out.
 #pragma once
 
 #include <vector>

@@ -28,11 +28,11 @@ struct CarriedCell {
   std::string value, unit, formula, error;
   bool formulaIsBroken = false;
   bool valueIsContent = false;  ///< the value is the element's own text, as that of several lines may be
-  AttributeList attributes;   ///< that we don't know
-  std::string contents;       ///< raw XML
-  std::string older;          ///< the whole element; also for one that only says "inherited" and stands for no cell
-  int olderPlace = 0;         ///< the vocabulary that it was read in: 0 the core, else that of a later release …
-  std::string olderFallback;  ///< … and the element that the core has instead
+  AttributeList attributes;     ///< that we don't know
+  std::string contents;         ///< raw XML
+  std::string older;            ///< the whole element; also for one that only says "inherited" and stands for no cell
+  int olderPlace = 0;           ///< the vocabulary that it was read in: 0 the core, else that of a later release …
+  std::string olderFallback;    ///< … and the element that the core has instead
 };
 
 struct CarriedRow : host::Extras {
@@ -81,8 +81,8 @@ struct CarriedSheet : host::Extras {
   /// Where relationship ids in the raw XML lead somewhere. Null: there are none.
   std::shared_ptr<const CarriedPackage> linksFrom;
   std::string linksFromPart;
-  bool lacksType = false;         ///< the Type is the master's
-  bool passedOver = false;        ///< a member of an instance that the file does not mention
+  bool lacksType = false;   ///< the Type is the master's
+  bool passedOver = false;  ///< a member of an instance that the file does not mention
   std::string olderContents;
 };
 

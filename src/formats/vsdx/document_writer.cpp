@@ -274,7 +274,8 @@ DocumentWriter::Output DocumentWriter::mastersPart() {
       }
       writePageSheet(writer, *store_.page(master.contents));
       if (carry) writer.raw(carry->contents);
-      const std::string id = output.relationships.idFor(mastersPart_, names::masterRelationship, masterParts_.at(listed));
+      const std::string id =
+          output.relationships.idFor(mastersPart_, names::masterRelationship, masterParts_.at(listed));
       ++ids[id];
       writer.start("Rel").attribute("r:id", id).end();
       writer.end();

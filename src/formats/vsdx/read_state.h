@@ -40,8 +40,8 @@ struct ReadState {
   std::vector<PendingLink> pending;
   host::SheetId sheet;                      ///< whose cells are being read
   std::vector<host::CellAddress> unvalued;  ///< cells with a formula and no value
-  int madeMembers = 0;                    ///< members made for instances whose file left them out
-  std::unordered_set<std::string> taken;  ///< keys of the parts whose contents stand in the engine's data
+  int madeMembers = 0;                      ///< members made for instances whose file left them out
+  std::unordered_set<std::string> taken;    ///< keys of the parts whose contents stand in the engine's data
   /// Pictures by part and attributes: shapes that show the same picture share its bytes.
   std::map<std::string, std::shared_ptr<const host::ForeignData>> pictures;
 };

@@ -46,8 +46,8 @@ void writeRow(XmlWriter& writer, const host::Store& store, const host::Sheet& sh
     writer.attribute("IX", static_cast<long>(row.key.index()));
   }
   const bool geometry = host::isGeometry(section.number);
-  const bool saysType = carry && std::ranges::find(carry->attributes, "T", &AttributeList::value_type::first) !=
-                                     carry->attributes.end();
+  const bool saysType =
+      carry && std::ranges::find(carry->attributes, "T", &AttributeList::value_type::first) != carry->attributes.end();
   if (geometry && !saysType) {
     // Other programs refuse a row without its kind, also one that only hides the master's.
     std::string_view type = rowTypeName(rowTypeOf(store, sheet, section.number, row));
@@ -105,8 +105,8 @@ void writeText(XmlWriter& writer, const host::Store& store, const host::Sheet& s
 
 void writeMetafileSize(XmlWriter& writer, const host::ForeignData& picture, const CarriedForeign* carry) {
   const auto says = [&](std::string_view name) {
-    return carry && std::ranges::find(carry->attributes, name, &AttributeList::value_type::first) !=
-                        carry->attributes.end();
+    return carry &&
+           std::ranges::find(carry->attributes, name, &AttributeList::value_type::first) != carry->attributes.end();
   };
   const LittleEndian bytes(picture.bytes);
   constexpr std::size_t header = 88;

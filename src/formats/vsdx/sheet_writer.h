@@ -42,8 +42,8 @@ struct PartContext {
   Relationships& relationships;
   PictureParts& pictures;
   std::unordered_set<host::MasterId> usedMasters = {};
-  std::unordered_set<host::SheetId> leftOut = {};  ///< members that are not written
-  const CarriedPage* carry = nullptr;              ///< what the page or master carries; may be null
+  std::unordered_set<host::SheetId> leftOut = {};   ///< members that are not written
+  const CarriedPage* carry = nullptr;               ///< what the page or master carries; may be null
   std::map<std::string, std::size_t> usedIds = {};  ///< relationship ids that were written, with how often
 };
 

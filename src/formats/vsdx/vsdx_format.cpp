@@ -23,7 +23,8 @@ bool VsdxFormat::handles(std::string_view fileName) const { return kindOf(fileNa
 
 host::OpenResult VsdxFormat::open(host::Store& store, const std::string& fileName) const {
   ZipPackage package;
-  if (const std::string wrong = package.open(fileName, limits_); !wrong.empty()) return {{}, fileName + " " + wrong + "."};
+  if (const std::string wrong = package.open(fileName, limits_); !wrong.empty())
+    return {{}, fileName + " " + wrong + "."};
   const host::DocumentId id = store.addDocument(std::string(lastStep(fileName)));
   if (const std::string wrong = readDocument(store, id, package); !wrong.empty()) {
     store.removeDocument(id);

@@ -15,8 +15,8 @@ struct RowOutcome {
   RowKey key;
 };
 
-/// Refused when the sheet itself holds a row of the name; a row that is only inherited becomes the sheet's own. One that
-/// the sheet had hidden comes back empty.
+/// Refused when the sheet itself holds a row of the name; a row that is only inherited becomes the sheet's own. One
+/// that the sheet had hidden comes back empty.
 RowOutcome addNamedRow(Engine& engine, SheetId sheet, int section, std::string_view name);
 /// `place` is 0-based, -2 appends. In Geometry sections tag 137 makes the component row and so the section.
 RowOutcome addRow(Engine& engine, SheetId sheet, int section, int place, int tag);
