@@ -262,5 +262,26 @@ TEST(WrittenPictures, CarryTheirSizeAndNoNeedlessMark) {
   expectPieces(readFile(older), {"ExtentX=\"100\" ExtentY=\"50\""});
 }
 
+TEST(WrittenTimes, TellTheirTypeOnlyWhereItIsKnown) {
+  TemporaryFolder folder;
+  const std::string older = folder.file("a.vdx"), back = folder.file("back.vsdx");
+  host::Store store;
+  const host::DocumentId document = opened(store, sampleFile("connectors.vsdx"));
+  ASSERT_EQ(formatFor(older)->save(store, document, older), "");
+  const std::string xml = readFile(older);
+  expectPieces(xml, {"<dcterms:created>"});
+  EXPECT_EQ(xml.find("W3CDTF"), std::string::npos) << "a type that the schema of single files does not have";
+  ASSERT_EQ(formatFor(back)->save(store, opened(store, older), back), "");
+  expectPieces(partOf(back, "/docProps/core.xml"),
+               {"<dcterms:created xsi:type=\"dcterms:W3CDTF\">", "<dcterms:modified xsi:type=\"dcterms:W3CDTF\">"});
+}
+
+TEST(ShippedDrawings, HaveAllThatAStrictReaderLooksFor) {
+  for (const char* const name : {"Quorvel.vssx", "Quorvel.vstx", "Samples/Order handling.vsdx"}) {
+    const std::string file = std::string(QUORVEL_SOURCE_FOLDER) + "/data/" + name;
+    EXPECT_EQ(tools::checkPackage(file, tools::Strictness::Complete), std::vector<std::string>()) << name;
+  }
+}
+
 }  // namespace
 }  // namespace quorvel::formats::testing

@@ -257,7 +257,10 @@ void DocumentWriter::writePackageEntries(XmlWriter& writer) const {
   for (const std::string* const part : {&carry_->core, &carry_->application, &carry_->custom}) {
     std::string xml = *part;
     pugi::xml_document parsed;
-    if (!xml.empty() && parseXml(parsed, xml).empty()) writer.raw(rawXml(parsed.document_element()));
+    if (xml.empty() || !parseXml(parsed, xml).empty()) continue;
+    // The schema of this format lacks the types that times tell.
+    for (pugi::xml_node property : parsed.document_element()) property.remove_attribute("xsi:type");
+    writer.raw(rawXml(parsed.document_element()));
   }
 }
 

@@ -114,20 +114,25 @@ std::string prefixFor(pugi::xml_node root, std::string_view usual) {
   return std::string(usual) + ":";
 }
 
+/// Times tell their type here; single files, whose schema lacks it, carry them without.
+void tellTimeType(pugi::xml_node root, pugi::xml_node node) {
+  if (attributeNamed(node, "type")) return;
+  const std::string type = prefixFor(root, "xsi") + "type";
+  node.append_attribute(type.c_str()) = (prefixFor(root, "dcterms") + "W3CDTF").c_str();
+}
+
 void putProperty(pugi::xml_node root, const Property& property, const std::string& text) {
   const std::string plain(property.element.substr(property.element.find(':') + 1));
   if (const pugi::xml_node node = childNamed(root, plain)) {
     if (innerText(node) != text) setText(node, text);
+    if (property.isTime && !text.empty()) tellTimeType(root, node);
     return;
   }
   if (text.empty()) return;
   const std::size_t colon = property.element.find(':');
   const std::string prefix = colon == std::string_view::npos ? "" : prefixFor(root, property.element.substr(0, colon));
   pugi::xml_node node = root.append_child((prefix + plain).c_str());
-  if (property.isTime) {
-    const std::string type = prefixFor(root, "xsi") + "type";
-    node.append_attribute(type.c_str()) = (prefixFor(root, "dcterms") + "W3CDTF").c_str();
-  }
+  if (property.isTime) tellTimeType(root, node);
   setText(node, text);
 }
 
