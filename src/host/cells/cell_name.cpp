@@ -28,21 +28,6 @@ Maybe<std::uint32_t> rowNumber(std::string_view digits) {
   return number;
 }
 
-bool hasNamedRows(SectionNumber section) {
-  switch (section) {
-    case SectionNumber::User:
-    case SectionNumber::Property:
-    case SectionNumber::Action:
-    case SectionNumber::Control:
-    case SectionNumber::Connection:
-    case SectionNumber::Hyperlink:
-    case SectionNumber::ActionTag:
-      return true;
-    default:
-      return false;
-  }
-}
-
 /// Sections whose row name alone stands for the row's first cell, in results too.
 bool hasRowsOwnCell(SectionNumber section) {
   return section == SectionNumber::User || section == SectionNumber::Property || section == SectionNumber::Control ||
@@ -153,6 +138,21 @@ std::string_view formulaNameOf(SectionNumber section) {
 }
 
 }  // namespace
+
+bool hasNamedRows(SectionNumber section) {
+  switch (section) {
+    case SectionNumber::User:
+    case SectionNumber::Property:
+    case SectionNumber::Action:
+    case SectionNumber::Control:
+    case SectionNumber::Connection:
+    case SectionNumber::Hyperlink:
+    case SectionNumber::ActionTag:
+      return true;
+    default:
+      return false;
+  }
+}
 
 Maybe<CellKey> parseCellName(std::string_view name) {
   name = trimmed(name);

@@ -22,6 +22,9 @@ Maybe<CellKey> parseCellName(std::string_view name);
 /// the row's own cell leaves out ".Value" or ".X".
 std::string cellName(const CellKey& key, std::string_view rowName = {});
 
+/// May rows of the section have names?
+bool hasNamedRows(SectionNumber section);
+
 /// True for a text that may name a row: a letter or "_" first, then letters, digits, "_" and ".".
 bool isRowName(std::string_view name);
 

@@ -16,21 +16,6 @@ bool isKnownSection(int section) {
          (isGeometry(number) || (number != SectionNumber::Object && !fileNameOf(number).empty()));
 }
 
-bool hasNamedRows(SectionNumber section) {
-  switch (section) {
-    case SectionNumber::User:
-    case SectionNumber::Property:
-    case SectionNumber::Action:
-    case SectionNumber::Hyperlink:
-    case SectionNumber::Control:
-    case SectionNumber::Connection:
-    case SectionNumber::ActionTag:
-      return true;
-    default:
-      return false;
-  }
-}
-
 /// True when the sheet or one that it inherits from has a row for which `fits` holds, hidden ones included.
 template <class Fits>
 bool isHeld(const Store& store, SheetId id, SectionNumber number, Fits fits) {

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "host/cells/cell_holders.h"
+#include "host/cells/cell_name.h"
 #include "host/cells/cell_table.h"
 
 namespace quorvel::host {
@@ -184,22 +185,7 @@ bool cellMayBeRead(const Store& store, SheetId id, const CellKey& key) {
 
 namespace {
 
-bool mayNameRows(SectionNumber section) {
-  switch (section) {
-    case SectionNumber::User:
-    case SectionNumber::Property:
-    case SectionNumber::Action:
-    case SectionNumber::Control:
-    case SectionNumber::Connection:
-    case SectionNumber::Hyperlink:
-    case SectionNumber::ActionTag:
-      return true;
-    default:
-      return false;
-  }
-}
-
-bool hasNamedRow(const Store& store, SheetId id, SectionNumber number) {
+bool holdsNamedRow(const Store& store, SheetId id, SectionNumber number) {
   for (int depth = 0; id && depth < 64; ++depth) {
     const Sheet* sheet = store.sheet(id);
     if (!sheet) return false;
@@ -215,7 +201,7 @@ bool hasNamedRow(const Store& store, SheetId id, SectionNumber number) {
 }  // namespace
 
 CellKey keyOnSheet(const Store& store, SheetId sheet, const CellKey& key) {
-  if (!mayNameRows(key.section) || key.row.isNamed() || !hasNamedRow(store, sheet, key.section)) return key;
+  if (!hasNamedRows(key.section) || key.row.isNamed() || !holdsNamedRow(store, sheet, key.section)) return key;
   const std::vector<RowView> rows = rowsOf(store, sheet, key.section);
   if (key.row.index() >= rows.size()) return key;
   return {key.section, rows[key.row.index()].key, key.column};
