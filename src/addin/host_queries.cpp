@@ -3,6 +3,7 @@
 #include <ranges>
 
 #include "base/text.h"
+#include "schema/masters.h"
 
 namespace quorvel::addin {
 
@@ -15,7 +16,7 @@ std::string getVisioVersion(const dsrVisioConnect& connect) {
 }
 
 bool hasQuorvelTemplate(const Document& document) {
-  return containsIgnoringCase(document.Template().or_({}), "Quorvel");
+  return containsIgnoringCase(document.Template().or_({}), schema::productName);
 }
 
 bool isInitialized(const Document& document) {

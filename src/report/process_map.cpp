@@ -8,7 +8,6 @@
 #include "host/cells/cell_table.h"
 #include "host/sheet/inheritance.h"
 #include "schema/cells.h"
-#include "schema/details.h"
 #include "schema/masters.h"
 
 namespace quorvel::report {
@@ -98,9 +97,9 @@ class PageReader {
     task.uniqueId = store_.sheet(shape)->uniqueId;
     task.id = text(shape, schema::taskCells::id);
     task.description = text(shape, schema::taskCells::description);
-    task.responsibleRole = text(shape, schema::roleRows.front());
-    for (std::size_t i = 1; i < schema::roleRows.size(); ++i) {
-      std::string role = text(shape, schema::roleRows[i]);
+    task.responsibleRole = text(shape, schema::taskCells::roles.front());
+    for (std::size_t i = 1; i < schema::taskCells::roles.size(); ++i) {
+      std::string role = text(shape, schema::taskCells::roles[i]);
       if (!role.empty()) task.supportingRoles.push_back(std::move(role));
     }
     task.guidelines = text(shape, schema::taskCells::guidelines);

@@ -1,4 +1,4 @@
-// A row of a sheet that has a name, such as User.RoleNames, as one constant: its cells and its section follow from it.
+// A row of a sheet that has a name, such as User.RoleNames, as one constant: the names of its cells follow from it.
 #pragma once
 
 #include <string>
@@ -16,13 +16,8 @@ class NamedRow {
   /// The value cell, "User.RoleNames".
   constexpr std::string_view cell() const { return cell_; }
   constexpr operator std::string_view() const { return cell_; }
-  /// The name without its section, "RoleNames".
-  constexpr std::string_view name() const { return cell_.substr(5); }
-  constexpr bool isUserRow() const { return cell_.starts_with("User."); }
   /// Another cell of the row: `column("Format")` is "Prop.Task_ID.Format".
   std::string column(std::string_view name) const { return std::string(cell_) + "." + std::string(name); }
-
-  friend constexpr bool operator==(NamedRow, NamedRow) = default;
 
  private:
   std::string_view cell_;

@@ -4,19 +4,22 @@
 
 namespace quorvel::addin {
 
+namespace {
+
+schema::ShapeClass classOf(const Shape& shape) { return schema::classOfMaster(shape.Master().Name().or_({})); }
+
+}  // namespace
+
 std::string classNameOf(const Shape& shape) {
   const std::string name = shape.Master().Name().or_({});
-  return name.substr(0, name.find('.'));
+  return std::string(schema::firstPieceOf(name));
 }
 
-bool IsTask(const Shape& shape) { return classNameOf(shape) == masters::task; }
+bool IsTask(const Shape& shape) { return classOf(shape) == schema::ShapeClass::Task; }
 
-bool IsTaskLink(const Shape& shape) { return classNameOf(shape) == masters::taskLink; }
+bool IsTaskLink(const Shape& shape) { return classOf(shape) == schema::ShapeClass::TaskLink; }
 
-bool IsProcessConnector(const Shape& shape) {
-  const std::string name = classNameOf(shape);
-  return name == masters::connector || name == masters::processConnector;
-}
+bool IsProcessConnector(const Shape& shape) { return classOf(shape) == schema::ShapeClass::ProcessConnector; }
 
 bool isTopLevel(const Shape& shape) { return shape && !shape.Parent(); }
 

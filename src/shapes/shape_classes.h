@@ -5,16 +5,12 @@
 #include <string_view>
 
 #include "model/host_model.h"
+#include "schema/masters.h"
 
 namespace quorvel::addin {
 
-/// The first pieces of our masters' names. Both connector names are one class.
-namespace masters {
-inline constexpr std::string_view task = "Task";
-inline constexpr std::string_view taskLink = "Task Link";
-inline constexpr std::string_view connector = "Connector";
-inline constexpr std::string_view processConnector = "Process Connector";
-}  // namespace masters
+namespace masters = schema::masters;
+namespace taskMember = schema::taskMember;
 
 /// What stands in Data1 of the shapes that we make or mark.
 namespace marks {
@@ -28,11 +24,6 @@ inline constexpr std::string_view subTaskHyperlink = "PicIndicateHypersubTAsk";
 /// Begins Data3 of the hyperlink icon beside a detail line; the icon's Data1 is `detail`.
 inline constexpr std::string_view detailHyperlink = "PicLinked";
 }  // namespace marks
-
-/// Sub-shapes of a Task are addressed by their 1-based place in the group.
-namespace taskMember {
-inline constexpr int lowerBox = 2, subTaskBox = 3, descriptionBox = 4;
-}
 
 /// The master's name up to the first "."; empty for a shape without a master. A member that came with its group's
 /// master answers that master's name.

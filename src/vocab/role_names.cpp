@@ -1,10 +1,12 @@
 #include "vocab/role_names.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "base/basic_text.h"
 #include "base/text.h"
+#include "schema/cells.h"
 #include "shapes/page_walk.h"
 #include "shapes/shape_classes.h"
 
@@ -25,7 +27,7 @@ void UpdateOldRoleNames(dsrVisioConnect& connect, const Document& document, cons
                         const std::string& newName) {
   forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
-    for (const std::string_view name : roleCells) {
+    for (const std::string_view name : schema::taskCells::roles) {
       const Cell role = shape.Cells(name);
       if (!(role.ResultStr(visio::unitsNone) == oldName)) continue;
       const Cell outer = std::exchange(connect.renamedRole, newName.empty() ? Cell() : role);
@@ -42,7 +44,8 @@ void updateRoleFormats(const Document& document) {
   const std::string list = quotedAsIs(*roles);
   forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
-    for (const std::string_view name : roleCells) shape.Cells(std::string(name) + ".Format").FormulaForce(list);
+    for (const std::string_view name : schema::taskCells::roles)
+      shape.Cells(std::string(name) + ".Format").FormulaForce(list);
   });
 }
 
@@ -66,8 +69,8 @@ std::vector<std::string> deletableRoles(dsrVisioConnect& connect, const Document
   std::vector<std::string> deletable = names;
   forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
-    std::array<Maybe<std::string>, roleCells.size()> used;
-    std::ranges::transform(roleCells, used.begin(),
+    std::array<Maybe<std::string>, schema::taskCells::roles.size()> used;
+    std::ranges::transform(schema::taskCells::roles, used.begin(),
                            [&](std::string_view name) { return shape.Cells(name).ResultStr(visio::unitsNone); });
     for (std::size_t i = 0; i < names.size(); ++i) {
       const bool isUsed = !names[i].empty() &&

@@ -4,7 +4,6 @@
 // Tasks on background pages, on pages behind the first one of these, and inside groups are not reached.
 #pragma once
 
-#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,11 +11,6 @@
 #include "addin/dsr_visio_connect.h"
 
 namespace quorvel::addin {
-
-/// The cells of a Task that hold a role; each has the list in its ".Format".
-inline constexpr std::array<std::string_view, 5> roleCells{"Prop.Responsible_Role", "Prop.SupportingRole_1",
-                                                           "Prop.SupportingRole_2", "Prop.SupportingRole_3",
-                                                           "Prop.SupportingRole_4"};
 
 /// Gives every use of a role in the document the new name; an empty one clears it. Letter case counts. A renamed role
 /// keeps its hyperlinks. The new name stands between quotation marks as it is: one that holds a quotation mark is
