@@ -28,7 +28,7 @@ constexpr int patience = 20;  ///< a copy takes at most one part in twenty of th
 /// Between the document's name and the random part of a copy's. A name of this form is given to nothing else.
 constexpr std::string_view mark = " recovery-";
 constexpr std::size_t randomLetters = 32;
-/// So that a long name leaves room for the rest on every file system.
+/// A longer name is cut, so that the whole file name stays below 255 bytes.
 constexpr std::size_t longestStart = 100;
 constexpr std::size_t longestCompanion = 64 << 10;
 

@@ -12,7 +12,7 @@
 namespace quorvel::formats {
 
 /// Bounds on what a package may hold, so that opening a small file never takes all memory. Saving keeps them too: what
-/// would pass one is not written. The defaults leave room for drawings of some hundred thousand shapes.
+/// would pass one is not written. The defaults allow drawings of some hundred thousand shapes.
 struct PackageLimits {
   std::uint64_t entries = 100'000;
   std::uint64_t partBytes = 1ull << 30;   ///< of one part, unpacked; also of a drawing in a single file

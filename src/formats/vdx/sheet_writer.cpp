@@ -357,7 +357,7 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
         writeRelativeRow(writer, store_, sheet, section.number, row, type, whole && !row.deleted);
         continue;
       }
-      // Of a deleted row that nobody says the kind of, any will do.
+      // The kind of a deleted row may be unknown; readers want one, and none of them draws it.
       const std::string_view name = type == 0 && row.deleted ? "LineTo" : rowTypeName(type);
       if (name.empty()) continue;
       writer.start(name).attribute("IX", static_cast<long>(row.key.index()));

@@ -59,7 +59,7 @@ void writeSheetContents(XmlWriter& writer, const host::Store& store, const host:
 
 /// A section of `sheet`, whole or in part.
 void writeSection(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet, const host::Section& section);
-/// The kind of a Geometry row of the sheet; of one that says none, the master's. 0 where nobody says one.
+/// The kind of a Geometry row of the sheet, or else of its master's row. 0 when neither has one.
 std::uint8_t rowTypeOf(const host::Store& store, const host::Sheet& sheet, host::SectionNumber section,
                        const host::Row& row);
 /// One Cell element. `row` is what its row carries; may be null.

@@ -137,8 +137,8 @@ Value towardEnd(Call& call, double direction) {
   const double high = std::max({rgb.red, rgb.green, rgb.blue}), low = std::min({rgb.red, rgb.green, rgb.blue});
   const double light = (high + low) / 2;
   const double wanted = share > 0 ? light + (255 - light) * share : light * (1 + share);
-  const double room = std::min(light, 255 - light), roomWanted = std::min(wanted, 255 - wanted);
-  const double scale = room > 0 ? roomWanted / room : 0;
+  const double range = std::min(light, 255 - light), wantedRange = std::min(wanted, 255 - wanted);
+  const double scale = range > 0 ? wantedRange / range : 0;
   // Halves go down here: drawings hold 127 for white half way to black.
   const auto moved = [&](double channel) { return std::floor(wanted + (channel - light) * scale + 1e-6); };
   return toValue({moved(rgb.red), moved(rgb.green), moved(rgb.blue)});

@@ -1,4 +1,4 @@
-// Values that a file leaves to whoever opens it: cells with a formula and nothing else.
+// Values that a file does not hold: cells with a formula only, which are evaluated on opening.
 #pragma once
 
 #include <span>

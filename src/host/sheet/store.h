@@ -166,7 +166,7 @@ class Store {
   const FormulaLocale& locale() const { return locale_; }
   void setLocale(const FormulaLocale& locale) { locale_ = locale; }
 
-  /// Who tells what the documents' themes give; null: nobody does.
+  /// Gives the values of the documents' themes; null: themes give none.
   const ThemeValues* themes() const { return themes_; }
   void setThemes(const ThemeValues* themes) { themes_ = themes; }
 
