@@ -59,7 +59,6 @@ TEST_F(Themes, WithoutOneTheSecondArgumentCounts) {
 TEST_F(Themes, TheShapesOwnThenItsGroupsThenItsPages) {
   const std::string fill = "THEMEVAL(\"FillColor\",RGB(1,2,3))";
   const Shape other = rectangle();
-  const Shape group = page.DrawRectangle(0, 0, 3, 3);
   EXPECT_EQ(shown(shape, fill), "RGB(1,2,3)");
   scheme(shape, "65534");
   EXPECT_EQ(shown(shape, fill), "RGB(1,2,3)") << "the page has none";

@@ -203,14 +203,14 @@ TEST_F(TaskDetails, ATaskGrowsWithItsDescription) {
   ASSERT_TRUE(description.Cells("User.Needed").SetFormula("TEXTHEIGHT(TheText,TxtWidth)"));
   const double sideY = number(side, "BeginY");
 
-  const auto expectWhole = [&](const Shape& task) {
-    const Shape lower = task.Shapes().Item(2), description = task.Shapes().Item(4);
-    const double height = number(task, "Height"), boxHeight = number(description, "Height");
-    EXPECT_NEAR(height, number(lower, "Height") + boxHeight, 1e-9);
-    const double bottom = number(description, "PinY") - number(description, "LocPinY");
-    EXPECT_NEAR(bottom, number(lower, "Height"), 1e-9);
+  const auto expectWhole = [](const Shape& whole) {
+    const Shape foot = whole.Shapes().Item(2), text = whole.Shapes().Item(4);
+    const double height = number(whole, "Height"), boxHeight = number(text, "Height");
+    EXPECT_NEAR(height, number(foot, "Height") + boxHeight, 1e-9);
+    const double bottom = number(text, "PinY") - number(text, "LocPinY");
+    EXPECT_NEAR(bottom, number(foot, "Height"), 1e-9);
     EXPECT_NEAR(bottom + boxHeight, height, 1e-9);
-    EXPECT_NEAR(boxHeight - number(description, "LocPinY"), 0.07, 1e-9);
+    EXPECT_NEAR(boxHeight - number(text, "LocPinY"), 0.07, 1e-9);
   };
   const std::string sentence = "Whoever records an order asks for the delivery address and reads it back. ";
   const struct {

@@ -125,10 +125,7 @@ void LastSaveValues::restore() {
 }
 
 void LastSaveValues::raiseChanged(const std::vector<CellAddress>& cells) {
-  for (const CellAddress& cell : cells) {
-    if (engine_.store.sheet(cell.sheet))
-      engine_.events.raise([&](ApplicationEvents& listener) { listener.CellChanged(engine_.handle(cell)); });
-  }
+  for (const CellAddress& cell : cells) engine_.raise(&ApplicationEvents::CellChanged, cell);
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ struct EngineOptions {
   std::string version = "12.0";
   std::vector<const DocumentFormat*> formats;  ///< borrowed; asked in this order
   const TextMetrics* textMetrics = nullptr;    ///< null: the table of widths
-  UndoLimits undoLimits;
+  UndoLimits undoLimits{};
 };
 
 class Engine {

@@ -122,7 +122,7 @@ struct ShapeBegin {
   std::string linkTitle;
   /// What else a reader of the picture may ask of the shape, as names and values; written where the format has a place
   /// for it.
-  std::vector<std::pair<std::string, std::string>> data;
+  std::vector<std::pair<std::string, std::string>> data{};
 };
 struct ShapeEnd {};
 
