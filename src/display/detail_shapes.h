@@ -7,13 +7,11 @@
 
 #include "addin/dsr_visio_connect.h"
 #include "display/list_rows.h"
+#include "schema/layers.h"
 
 namespace quorvel::addin {
 
-/// The two layers of a page that decide whether details show.
-namespace detailLayers {
-inline constexpr std::string_view visible = "VisibleLayer", invisible = "InvisibleLayer";
-}
+namespace detailLayers = schema::layers;
 
 /// The page's layer of that name; made when the page lacks it, the invisible one so that it does not show.
 Layer detailLayer(const Page& page, std::string_view name);

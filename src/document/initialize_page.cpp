@@ -1,49 +1,58 @@
 #include "document/initialize_page.h"
 
 #include <algorithm>
-#include <array>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "document/page_decorations.h"
+#include "schema/layers.h"
 #include "shapes/rows.h"
 
 namespace quorvel::addin {
 namespace {
 
-void addNumberRow(const Shape& sheet, const std::string& name, double value) {
-  addUserRow(sheet, name);
-  sheet.Cells("User." + name).SetResult(visio::unitsNone, value);
+/// A row of the page's sheet and the value that it starts with.
+struct PageRow {
+  const char* name;
+  int value;
+};
+/// A new page gets these once.
+constexpr PageRow firstRows[] = {{"TaskLink_Visible", 0},
+                                 {"Task_Visible", 1},
+                                 {"Responsible_Role", 1},
+                                 {"controls", 1},
+                                 {"Resources", 1},
+                                 {"Supporting_Role1", 1},
+                                 {"Supporting_Role2", 1},
+                                 {"Task_Completion_Time", 1},
+                                 {"Frequency_Of_Occurrence", 1},
+                                 {"Next_Task_Id", 0}};
+/// Each preparation of a page sets these afresh.
+constexpr PageRow rowsOfEveryPage[] = {
+    {"TaskLink_txt_Visible", 1}, {"TimegreaterThanzero", 0}, {"Supporting_Role3", 1}, {"Supporting_Role4", 1}};
+constexpr const char *lettersRow = "Task_Id_Letters", *nameRow = "PAGE_NAME";
+
+void addNumberRows(const Shape& sheet, std::span<const PageRow> rows) {
+  for (const PageRow& row : rows) {
+    addUserRow(sheet, row.name);
+    sheet.Cells("User." + std::string(row.name)).SetResult(visio::unitsNone, row.value);
+  }
 }
 
-constexpr std::array firstSwitches{
-    "Task_Visible",         "Responsible_Role",       "controls", "Resources", "Supporting_Role1", "Supporting_Role2",
-    "Task_Completion_Time", "Frequency_Of_Occurrence"};
-
-void addFirstCells(const Shape& sheet) {
-  addNumberRow(sheet, "TaskLink_Visible", 0);
-  for (const char* name : firstSwitches) addNumberRow(sheet, name, 1);
-  addNumberRow(sheet, "Next_Task_Id", 0);
-  addUserRow(sheet, "Task_Id_Letters");
-  sheet.Cells("User.Task_Id_Letters").FormulaForce(quoted(""));
+void addTextRow(const Shape& sheet, const std::string& name, const Maybe<std::string>& text) {
+  addUserRow(sheet, name);
+  if (text) sheet.Cells("User." + name).FormulaForce(quoted(*text));
 }
 
 /// Details are hidden by moving them to the layer that does not show.
 void addLayers(const Page& page) {
-  page.Layers().Add("VisibleLayer");
-  page.Layers().Add("InvisibleLayer");
-  page.Layers().Item("InvisibleLayer").CellsC(visio::columnLayerVisible).ResultForce(visio::unitsNone, 0);
-}
-
-void addCellsOfEveryPage(const Page& page) {
-  const Shape sheet = page.PageSheet();
-  addNumberRow(sheet, "TaskLink_txt_Visible", 1);
-  addNumberRow(sheet, "TimegreaterThanzero", 0);
-  addNumberRow(sheet, "Supporting_Role3", 1);
-  addNumberRow(sheet, "Supporting_Role4", 1);
-  addUserRow(sheet, "PAGE_NAME");
-  if (const auto name = page.Name()) sheet.Cells("User.PAGE_NAME").FormulaForce(quoted(*name));
+  const Layers layers = page.Layers();
+  layers.Add(schema::layers::visible);
+  layers.Add(schema::layers::invisible);
+  layers.Item(schema::layers::invisible).CellsC(visio::columnLayerVisible).ResultForce(visio::unitsNone, 0);
 }
 
 void deleteOurRows(const Shape& sheet) {
@@ -51,18 +60,18 @@ void deleteOurRows(const Shape& sheet) {
     if (lacksRow(sheet, "User." + name)) return;
     if (const auto row = sheet.Cells("User." + name).Row()) sheet.DeleteRow(visio::sectionUser, *row);
   };
-  for (const char* name : firstSwitches) deleteRow(name);
-  for (const char* name : {"TaskLink_Visible", "Next_Task_Id", "Task_Id_Letters", "TaskLink_txt_Visible",
-                           "TimegreaterThanzero", "Supporting_Role3", "Supporting_Role4", "PAGE_NAME"}) {
-    deleteRow(name);
-  }
+  for (const PageRow& row : firstRows) deleteRow(row.name);
+  for (const PageRow& row : rowsOfEveryPage) deleteRow(row.name);
+  for (const char* name : {lettersRow, nameRow}) deleteRow(name);
 }
 
 void deleteOurLayers(const Page& page) {
   const Layers layers = page.Layers();
   for (int place = layers.Count().or_(0); place > 0; --place) {
     const Maybe<std::string> name = layers.Item(place).Name();
-    if (name == "VisibleLayer" || name == "InvisibleLayer") page.PageSheet().DeleteRow(visio::sectionLayer, place - 1);
+    if (name == schema::layers::visible || name == schema::layers::invisible) {
+      page.PageSheet().DeleteRow(visio::sectionLayer, place - 1);
+    }
   }
 }
 
@@ -80,15 +89,18 @@ void clearPage(const Page& page) {
 }  // namespace
 
 void initializePage(const dsrVisioConnect& connect, const Page& page) {
-  if (lacksRow(page.PageSheet(), "User.Task_Visible")) {
-    addFirstCells(page.PageSheet());
+  const Shape sheet = page.PageSheet();
+  if (lacksRow(sheet, "User.Task_Visible")) {
+    addNumberRows(sheet, firstRows);
+    addTextRow(sheet, lettersRow, std::string());
     addLogo(connect, page);
     addLegend(connect, page);
     addTitleBox(page);
     deselectOn(connect, page);
     addLayers(page);
   }
-  addCellsOfEveryPage(page);
+  addNumberRows(sheet, rowsOfEveryPage);
+  addTextRow(sheet, nameRow, page.Name());
 }
 
 void fitToPageKind(const dsrVisioConnect& connect, const Page& page) {
