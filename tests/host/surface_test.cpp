@@ -130,6 +130,7 @@ TEST_F(Surface, CollectionsCountFromOneButHyperlinksFromZero) {
 
   const Layer layer = page.Layers().Add("Visible");
   EXPECT_EQ(page.Layers().Add("visible"), layer);
+  EXPECT_EQ(layer.CellsC(visio::columnLayerVisible).Result(0), 1) << "a new layer shows";
   layer.Add(shape, 1);
   for (const int index : {0, 2}) {
     EXPECT_FALSE(page.Shapes().Item(index));
@@ -212,6 +213,12 @@ TEST_F(Surface, FieldsStandInTextOrder) {
   EXPECT_EQ(shape.Characters().Text(), "oh, hello world");
   shape.Cells("Fields.Format[3]").FormulaForce("\"'the '@\"");
   EXPECT_EQ(shape.Text(), "oh, hello the world");
+  // A format by its published number.
+  ASSERT_TRUE(shape.Cells("Fields.Value[3]").FormulaForce("1.256"));
+  for (const auto& [number, text] : {std::pair("6", "1.26"), std::pair("2", "1"), std::pair("0", "1.256")}) {
+    ASSERT_TRUE(shape.Cells("Fields.Format[3]").FormulaForce(number));
+    EXPECT_EQ(shape.Text(), std::string("oh, hello ") + text) << number;
+  }
 
   // Text that is put replaces the fields; behind text no field can be written.
   ASSERT_TRUE(shape.SetText("plain"));
