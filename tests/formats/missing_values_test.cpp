@@ -64,5 +64,39 @@ TEST(MissingValues, AreThoseOfTheFormulas) {
   EXPECT_EQ(other.text(1, "TxtWidth"), "6 in.");
 }
 
+TEST(MissingValues, OfAnInstanceFollowItsOwnTextAndCells) {
+  Parts parts = partsWithMaster(
+      "<Shapes><Shape ID='5' Type='Group'><Cell N='Width' V='2' F='GUARD(EndX-BeginX)'/><Cell N='BeginX' V='1'/>"
+      "<Cell N='EndX' V='3'/><Cell N='TxtWidth' V='0.1' F='TEXTWIDTH(TheText)'/><Cell N='TxtPinX' V='1' F='Width*0.5'/>"
+      "<Section N='Actions'><Row N='a'><Cell N='Checked' V='1' F='Width&gt;1'/></Row></Section>"
+      "<Shapes><Shape ID='6' Type='Shape'><Cell N='Width' V='0.5' F='Sheet.5!Width*0.25'/>"
+      "<Cell N='LocPinX' V='0.25' F='Width*0.5'/></Shape></Shapes></Shape></Shapes>");
+  const std::string instances =
+      "<Shapes><Shape ID='9' Type='Group' Master='2'><Cell N='BeginX' V='2'/><Cell N='EndX' V='10'/>"
+      "<Cell N='TxtPinX' V='7' F='Inh'/><Text>A label of some length</Text>"
+      "<Shapes><Shape ID='10' Type='Shape' MasterShape='6'/></Shapes></Shape>"
+      "<Shape ID='11' Type='Group' Master='2'><Cell N='EndX' V='3.0000000001'/></Shape></Shapes>";
+  setPage(parts, instances);
+  TemporaryFolder folder;
+  const std::string file = folder.file("map.vsdx");
+  writeFile(file, zipOf(parts));
+  Opened opened(file);
+  EXPECT_EQ(opened.text(9, "Width"), "8 in.");
+  EXPECT_EQ(opened.text(10, "Width"), "2 in.") << "through the group";
+  EXPECT_EQ(opened.text(10, "LocPinX"), "1 in.");
+  EXPECT_EQ(opened.text(9, "TxtPinX"), "7 in.") << "a value that the file gives counts";
+  EXPECT_EQ(opened.text(11, "Width"), "2 in.") << "a rounded number is the same number";
+  const auto shape = [&](int id) {
+    return opened.store.page(opened.store.document(opened.document)->pages.front())->byShapeId.at(id);
+  };
+  EXPECT_GT(host::cellNumber(opened.store, shape(9), *host::parseCellName("TxtWidth")), 1);
+  EXPECT_EQ(opened.store.sheet(shape(11))->findLocal(*host::parseCellName("Width")), nullptr);
+
+  const std::string before = partOf(file, "/visio/pages/page1.xml");
+  ASSERT_EQ(formatFor(file)->save(opened.store, opened.document, file), "");
+  EXPECT_EQ(partOf(file, "/visio/pages/page1.xml").find("N=\"Width\""), std::string::npos)
+      << "a save adds no cell: " << before;
+}
+
 }  // namespace
 }  // namespace quorvel::formats::testing

@@ -15,6 +15,7 @@
 #include "formats/vsdx/shape_reader.h"
 #include "formats/vsdx/sheet_reader.h"
 #include "host/recalc/missing_values.h"
+#include "host/recalc/stale_values.h"
 #include "host/sheet/bitmap_file.h"
 
 namespace quorvel::formats::vdx {
@@ -278,6 +279,7 @@ std::string DocumentReader::read(std::string& bytes) {
   readMasters(childNamed(root, "Masters"));
   readPages(childNamed(root, "Pages"));
   takePackageEntries();
+  host::collectStaleValues(state_.store, state_.document, state_.unvalued);
   host::evaluateMissing(state_.store, state_.unvalued);
   makeSharedParts(*carried_);
   document().extras = carried_;

@@ -466,6 +466,10 @@ std::string SheetWriter::packageContents(const host::Sheet& sheet) const {
 }
 
 void SheetWriter::contents(XmlWriter& writer, const host::Sheet& sheet) {
+  if (sheet.holdsComputed) {
+    contents(writer, host::withoutComputed(sheet));
+    return;
+  }
   if (const Section* const object = sheet.find(SectionNumber::Object)) {
     for (const Row& row : object->rows) {
       if (isTextBlock(row)) {

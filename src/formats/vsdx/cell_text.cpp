@@ -233,7 +233,6 @@ host::Cell readCell(const CellKey& key, const CellDefinition* definition, const 
       if (!isItsValue) cell.formula = std::move(formula);
     }
   }
-  if (text.hasError) cell.fileError = std::make_shared<const std::string>(text.error);
   return cell;
 }
 

@@ -9,6 +9,7 @@
 #include "formats/vsdx/shape_reader.h"
 #include "formats/vsdx/sheet_reader.h"
 #include "host/recalc/missing_values.h"
+#include "host/recalc/stale_values.h"
 
 namespace quorvel::formats {
 namespace {
@@ -43,6 +44,7 @@ class DocumentReader {
       if (state_.package.isPastLimit()) return std::string(isPastLimits);
       if (!wrong.empty()) return wrong;
     }
+    host::collectStaleValues(state_.store, state_.document, state_.unvalued);
     host::evaluateMissing(state_.store, state_.unvalued);
     carried_->package = state_.carriedPackage;
     document().extras = carried_;

@@ -352,6 +352,10 @@ void writeSection(XmlWriter& writer, const host::Store& store, const host::Sheet
 }
 
 void writeSheetContents(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet) {
+  if (sheet.holdsComputed) {
+    writeSheetContents(writer, store, host::withoutComputed(sheet));
+    return;
+  }
   if (const Section* const object = sheet.find(SectionNumber::Object)) {
     for (const Row& row : object->rows) {
       writeCells(writer, SectionNumber::Object, row);

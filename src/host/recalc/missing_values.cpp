@@ -1,5 +1,7 @@
 #include "host/recalc/missing_values.h"
 
+#include <algorithm>
+#include <cmath>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -13,6 +15,13 @@ namespace {
 
 /// Cells are evaluated one inside the other; a hostile file must not exhaust the stack.
 constexpr int deepest = 500;
+
+/// Files round their values.
+bool isSameNumber(const Value& a, const Value& b) {
+  const Maybe<double> x = a.asNumber(), y = b.asNumber();
+  constexpr double rounding = 1e-9;
+  return a.kind() == b.kind() && !a.isText() && x && y && std::fabs(*x - *y) <= rounding * std::max(1.0, std::fabs(*x));
+}
 
 class MissingValues {
  public:
@@ -107,7 +116,8 @@ class MissingValues {
   }
 
   void set(const CellAddress& cell, const Value& value) {
-    if (cellValue(store_, cell.sheet, cell.key) == value) return;
+    const Value before = cellValue(store_, cell.sheet, cell.key);
+    if (before == value || isSameNumber(before, value)) return;
     Sheet& sheet = *store_.sheet(cell.sheet);
     if (Cell* const local = sheet.findLocal(cell.key)) {
       local->value = value;
@@ -116,6 +126,7 @@ class MissingValues {
     Cell& made = sheet.local(cell.key);
     made.inheritsFormula = true;
     made.value = value;
+    made.isComputed = sheet.holdsComputed = true;
   }
 
   Store& store_;

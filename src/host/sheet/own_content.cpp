@@ -34,7 +34,6 @@ Maybe<Cell> ownCell(Store& store, SheetId sheet, const CellKey& key) {
   Cell cell;
   cell.value = found.value->value;
   cell.noFormula = found.formula && found.formula->noFormula;
-  cell.fileError = found.value->fileError;
   if (found.formula && found.formula->formula) cell.formula = store.formulas().get(formulaFor(store, sheet, found));
   return cell;
 }

@@ -121,4 +121,18 @@ Cell& Sheet::local(const CellKey& key) {
   return row->at(key.column);
 }
 
+Sheet withoutComputed(const Sheet& sheet) {
+  Sheet kept = sheet;
+  kept.holdsComputed = false;
+  std::erase_if(kept.sections, [](Section& section) {
+    const bool hadRows = !section.rows.empty();
+    std::erase_if(section.rows, [](Row& row) {
+      const std::size_t taken = std::erase_if(row.cells, [](const auto& one) { return one.second.isComputed; });
+      return taken > 0 && row.cells.empty() && !row.extras && !row.deleted;
+    });
+    return hadRows && section.rows.empty() && !section.extras && !section.deleted;
+  });
+  return kept;
+}
+
 }  // namespace quorvel::host

@@ -30,7 +30,8 @@ struct Cell {
   bool inheritsFormula = false;
   /// A value without a formula: the file's "No Formula", or a put of that text.
   bool noFormula = false;
-  std::shared_ptr<const std::string> fileError;  ///< the file's E attribute, kept for the save
+  /// The file lacks this value; it was computed on opening, and a save leaves it out as long as it has not changed.
+  bool isComputed = false;
 
   friend bool operator==(const Cell& a, const Cell& b) {
     return a.formula == b.formula && a.value == b.value && a.inheritsFormula == b.inheritsFormula &&
@@ -104,6 +105,7 @@ struct Sheet {
   std::shared_ptr<const TextBody> text;        ///< null: the prototype's
   std::shared_ptr<const ForeignData> foreign;  ///< null: the prototype's
   std::vector<Section> sections;               ///< sorted by number
+  bool holdsComputed = false;                  ///< there may be cells with Cell::isComputed
   ExtrasPtr extras;
 
   const Section* find(SectionNumber number) const;
@@ -117,5 +119,8 @@ struct Sheet {
   Cell& local(const CellKey& key);
   bool isShape() const { return kind >= SheetKind::Shape; }
 };
+
+/// The sheet as a file holds it: without computed cells, and without the rows and sections that only they made.
+Sheet withoutComputed(const Sheet& sheet);
 
 }  // namespace quorvel::host

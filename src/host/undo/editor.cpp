@@ -92,7 +92,7 @@ void Editor::setValue(const CellAddress& cell, const Value& value) {
   Cell content = local ? *local : Cell{};
   if (!local) content.inheritsFormula = true;
   content.value = value;
-  content.fileError.reset();
+  content.isComputed = false;
   setCell(cell, std::move(content));
 }
 

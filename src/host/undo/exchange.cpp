@@ -262,8 +262,7 @@ struct HeldBytes {
   }
   static std::size_t of(const Cell& cell) {
     // Formulas are kept by the pool of all documents, whether undo holds them or not.
-    const std::size_t text = cell.value.isText() ? cell.value.asText().size() : 0;
-    return text + shared(cell.fileError, [](const std::string& error) { return sizeof(error) + of(error); });
+    return cell.value.isText() ? cell.value.asText().size() : 0;
   }
   static std::size_t of(const Row& row) {
     std::size_t bytes = row.cells.capacity() * sizeof(row.cells.front());

@@ -179,7 +179,9 @@ void TextEngine::Pango::setParagraph(const StyledText& text, HeightsOfFormats& h
   double available = -1;
   if (width >= 0) {
     available = std::max(1.0, width - left - format.indentRight);
-    pango_layout_set_width(layout, int(available * unitsPerPoint));
+    // Blocks as wide as their text are common, and the width may come from a program that measured a little less.
+    constexpr double roundedWidths = 0.1;
+    pango_layout_set_width(layout, int((available + roundedWidths) * unitsPerPoint));
     pango_layout_set_indent(layout, int((firstIndent - otherIndent) * unitsPerPoint));
     pango_layout_set_justify(layout, format.alignment == ParagraphFormat::Justified);
   }
