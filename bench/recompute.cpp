@@ -10,8 +10,10 @@
 
 #include "formats/formats.h"
 #include "host/cells/cell_name.h"
+#include "host/commands/route_connectors.h"
 #include "host/engine/engine.h"
 #include "host/formula/number_text.h"
+#include "host/recalc/connector_ends.h"
 #include "host/recalc/recalculator.h"
 #include "host/recalc/sheet_context.h"
 #include "host/recalc/themes.h"
@@ -54,10 +56,13 @@ bool sameButForSpelling(std::string_view a, std::string_view b) {
   }
 }
 
-bool agrees(const Document& document, const Value& ours, const Cell& cell) {
+/// Widths of letters are rounded along the line, here and there.
+constexpr double roundedText = 1e-4;
+
+bool agrees(const Document& document, const Formula& formula, const Value& ours, const Cell& cell) {
   const Value& file = cell.value;
   // The file keeps the last good value beside the error.
-  if (ours.isError() && cell.fileError) return ours.errorCode() == errorOfText(*cell.fileError);
+  if (ours.isError() && cell.fileError != ErrorCode::None) return ours.errorCode() == cell.fileError;
   if (ours == file) return true;
   if (ours.kind() == ValueKind::Colour || file.kind() == ValueKind::Colour) {
     const Maybe<std::uint32_t> a = render::colourOf(document, ours), b = render::colourOf(document, file);
@@ -68,6 +73,7 @@ bool agrees(const Document& document, const Value& ours, const Cell& cell) {
     return value.isText() && value.textView().empty() ? Maybe<double>(0) : value.asNumber();
   };
   const Maybe<double> a = number(ours), b = number(file);
+  if (a && b && formula.readsText() && std::fabs(*a - *b) <= roundedText) return true;
   if (a && b) return sameNumber(*a, *b);
   return sameButForSpelling(ours.asText(), file.asText());
 }
@@ -107,12 +113,13 @@ class Recompute {
 
   void check(const CellAddress& address, const Cell& cell) {
     const FoundCell found = findCell(store_, address.sheet, address.key);
-    if (!found.formula || !found.formula->formula || cell.noFormula) return;
+    if (!found.formula || !found.formula->formula || cell.noFormula || cell.isComputed) return;
     if (isThemed(cell.value)) {
       ++count_.blank;
       return;
     }
-    const Maybe<Value> ours = recalculator_.evaluateNow(address);
+    Maybe<Value> ours = recalculator_.evaluateNow(address);
+    if (!ours) ours = routedEnd(address, *found.formula->formula);
     if (!ours && isFontNumber(address, found)) {
       ++count_.blank;
       return;
@@ -120,15 +127,29 @@ class Recompute {
     ++count_.formulas;
     if (!ours) {
       ++count_.untold;
-    } else if (agrees(*store_.document(store_.sheet(address.sheet)->document), *ours, cell)) {
+    } else if (agrees(*store_.document(store_.sheet(address.sheet)->document), *found.formula->formula, *ours, cell)) {
       ++count_.agree;
       return;
     }
     if (!list_) return;
     std::printf("  %s!%s = %s: file %s%s%s, ours %s\n", store_.shapeName(*store_.sheet(address.sheet)).c_str(),
                 cellName(address.key).c_str(), found.formula->formula->text().c_str(), cell.value.asText().c_str(),
-                cell.fileError ? " " : "", cell.fileError ? cell.fileError->c_str() : "",
+                cell.fileError == ErrorCode::None ? "" : " ", std::string(errorText(cell.fileError)).c_str(),
                 ours ? ours->asText().c_str() : "left as it is");
+  }
+
+  /// Where routing would place an end whose formula leaves that to it.
+  Maybe<Value> routedEnd(const CellAddress& address, const Formula& formula) {
+    bool begin = false;
+    if (!isEndCell(address.key, begin) || !isWalkingFormula(formula.text()) || !isRoutable(store_, address.sheet))
+      return {};
+    const PageId page = store_.sheet(address.sheet)->page;
+    if (store_.page(page)->master) return {};
+    const auto [map, isNew] = maps_.try_emplace(page, store_, page);
+    const Polyline line = freshLine(store_, map->second, address.sheet);
+    if (line.size() < 2) return {};
+    const Spot& end = begin ? line.front() : line.back();
+    return Value::number(address.key == endCell(begin, false) ? end.x : end.y, Unit::Drawing);
   }
 
   /// The formula keeps a font's number, the file its name, and which is which is not in the file.
@@ -141,6 +162,7 @@ class Recompute {
   Store& store_;
   DependencyGraph graph_;
   Recalculator recalculator_;
+  std::map<PageId, RouteMap> maps_;
   bool list_;
   Count count_;
 };

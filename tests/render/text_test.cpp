@@ -305,6 +305,16 @@ TEST(PangoTextMetrics, AgreesWithTheLayout) {
   EXPECT_EQ(empty.width, 0);
   EXPECT_NEAR(empty.height, lineHeight / 72, 1e-6) << "boxes that grow with their text count on one line";
   EXPECT_EQ(metrics.measure(drawing.store, {}, -1).width, 0);
+
+  const auto widthOf = [&](const char* text) {
+    TextDrawing letters(text);
+    return metrics.measure(letters.store, letters.shape, -1).width;
+  };
+  const double blank = 2 * widthOf("x") - widthOf("xx");
+  EXPECT_GT(blank, 0.01);
+  EXPECT_NEAR(widthOf("x x"), 2 * widthOf("x"), 1e-4) << "the end counts as a blank";
+  EXPECT_NEAR(widthOf("AV"), widthOf("A") + widthOf("V") - blank, 1e-4) << "no kerning";
+  EXPECT_NEAR(widthOf("fi"), widthOf("f") + widthOf("i") - blank, 1e-4) << "no ligatures";
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ PIN_BELOW_TOP = 0.07
 SUB_TASK_HEIGHT = 0.22
 # The mark of a hyperlink, 0.18 in wide, is put 0.1 in left of the sub-task's text, or at the box's pin less half its
 # width where the text stands on more than one line. The pin, the margin and the text's place keep it inside the box.
-SUB_TASK_PIN_RIGHT, SUB_TASK_MARGIN, SUB_TASK_INDENT = 0.09, 6.5, 0.1
+SUB_TASK_PIN_RIGHT, SUB_TASK_MARGIN, SUB_TASK_INDENT = 0.09, 9, 0.1
 
 TASK_ID, FRAME_ID, LOWER_BOX_ID, SUB_TASK_ID, DESCRIPTION_ID = 5, 6, 7, 8, 9
 

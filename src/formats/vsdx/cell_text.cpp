@@ -219,6 +219,7 @@ host::Cell readCell(const CellKey& key, const CellDefinition* definition, const 
                     host::FormulaPool& formulas, bool& formulaIsBroken) {
   host::Cell cell;
   cell.value = readValue(key, definition, text);
+  if (text.hasError) cell.fileError = host::errorOfText(text.error);
   formulaIsBroken = false;
   if (text.hasFormula) {
     if (text.formula == noFormulaText) {

@@ -137,6 +137,19 @@ class WayObstacles : public ObstacleSource {
   std::vector<EndSpot> spots_;
 };
 
+RouteRequest requestOf(const Store& store, SheetId page, const ConnectorEnd& begin, const ConnectorEnd& end,
+                       const RouteStyle& style) {
+  static const CellKey lineToNodeX = objectCell("LineToNodeX"), lineToNodeY = objectCell("LineToNodeY");
+  RouteRequest request;
+  // A distance of nothing would make lines run along borders.
+  constexpr double least = 0.01;
+  request.clearX = std::max(least, cellNumber(store, page, lineToNodeX));
+  request.clearY = std::max(least, cellNumber(store, page, lineToNodeY));
+  request.begin = portsOf(store, begin, end, style);
+  request.end = portsOf(store, end, begin, style);
+  return request;
+}
+
 /// The line of a connector inside a group: what lies in the way there is the group's own affair.
 Polyline plainLine(const Spot& begin, const Spot& end) {
   const double middle = (begin.x + end.x) / 2;
@@ -319,8 +332,7 @@ void Routing::addMet(const Engine& engine, const RouteMap& map, PageId page, Pag
 
 void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reason reason,
                     std::vector<CellAddress>& changed) {
-  static const CellKey lineToNodeX = objectCell("LineToNodeX"), lineToNodeY = objectCell("LineToNodeY"),
-                       dynamicsOff = objectCell("DynamicsOff");
+  static const CellKey dynamicsOff = objectCell("DynamicsOff");
   const Store& store = engine.store;
   if (!mayBeDrawnAnew(store, connector)) return;
   const bool isMember = !isRoutable(store, connector);
@@ -338,13 +350,7 @@ void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reas
     return stretchLine(engine, connector, changed);
   }
   if (isMember) return drawLine(engine, connector, plainLine(begin.at, end.at), changed);
-  RouteRequest request;
-  // A distance of nothing would make lines run along borders.
-  constexpr double least = 0.01;
-  request.clearX = std::max(least, cellNumber(store, page, lineToNodeX));
-  request.clearY = std::max(least, cellNumber(store, page, lineToNodeY));
-  request.begin = portsOf(store, begin, end, style);
-  request.end = portsOf(store, end, begin, style);
+  const RouteRequest request = requestOf(store, page, begin, end, style);
   const Route found = findRoute(request, WayObstacles(store, map, begin, end, request, connector, style.strict));
   if (found.line.size() < 2) return;
   if (reason == Met && found.crossesObstacle) return;
@@ -378,6 +384,15 @@ void Routing::commandEnds(Engine& engine) {
 }
 
 }  // namespace
+
+Polyline freshLine(const Store& store, const RouteMap& map, SheetId connector) {
+  const ConnectorEnd begin = endOf(store, connector, true), end = endOf(store, connector, false);
+  const RouteStyle style = routeStyleOf(store, connector);
+  if (style.kind != RouteStyle::RightAngle) return straightLine(store, begin, end, style);
+  const SheetId page = store.page(store.sheet(connector)->page)->sheet;
+  const RouteRequest request = requestOf(store, page, begin, end, style);
+  return findRoute(request, WayObstacles(store, map, begin, end, request, connector, style.strict)).line;
+}
 
 std::unique_ptr<Aftermath> routingAftermath() { return std::make_unique<Routing>(); }
 

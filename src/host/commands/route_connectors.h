@@ -4,7 +4,9 @@
 
 #include <memory>
 
+#include "host/commands/route_map.h"
 #include "host/engine/engine.h"
+#include "host/routing/plane.h"
 
 namespace quorvel::host {
 
@@ -14,5 +16,8 @@ namespace quorvel::host {
 /// alone, 3 (on crossover) never takes a way only because it is better. Lines that were opened stay as drawn until one
 /// of this happens to them. Nothing is routed on pages whose DynamicsOff is set, nor in groups and masters.
 std::unique_ptr<Aftermath> routingAftermath();
+
+/// The line that a connector at the top of a page would be given now, in inches of the page; changes nothing.
+Polyline freshLine(const Store& store, const RouteMap& map, SheetId connector);
 
 }  // namespace quorvel::host

@@ -32,6 +32,8 @@ struct Cell {
   bool noFormula = false;
   /// The file lacks this value; it was computed on opening, and a save leaves it out as long as it has not changed.
   bool isComputed = false;
+  ErrorCode fileError =
+      ErrorCode::None;  ///< the file names this error beside the value; what recomputing is measured by
 
   friend bool operator==(const Cell& a, const Cell& b) {
     return a.formula == b.formula && a.value == b.value && a.inheritsFormula == b.inheritsFormula &&

@@ -190,6 +190,7 @@ struct ScenePainter::State {
 
   void paint(cairo_t* target, const TextRun& run, const TextStyle& style) {
     PangoAttrList* attributes = pango_attr_list_new();
+    addAttribute(attributes, pango_attr_font_features_new(fontFeatures));
     if (style.letterSpacing != 0)
       addAttribute(attributes, pango_attr_letter_spacing_new(int(style.letterSpacing * PANGO_SCALE)));
     if (style.underline || style.doubleUnderline)

@@ -29,7 +29,9 @@ class Writer {
     out_.insert(out_.size() - 1, "pt");
     out_ += " viewBox=\"0 0 ";
     numbers({scene_.width, scene_.height});
-    out_ += "\" fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
+    out_ +=
+        "\" fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\" "
+        "style=\"font-kerning:none;font-variant-ligatures:none\">\n";
     if (!scene_.title.empty()) {
       out_ += "<title>";
       appendEscaped(out_, scene_.title);

@@ -154,6 +154,7 @@ void TextEngine::Pango::setParagraph(const StyledText& text, HeightsOfFormats& h
     characters += span.text;
     const CharacterFormat& character = text.formats[std::size_t(span.format)];
     addAttribute(pango_attr_font_desc_new(describe(character).get()), from);
+    addAttribute(pango_attr_font_features_new(fontFeatures), from);
     places.add(characters.size(), span.format);
     if (character.style.letterSpacing != 0)
       addAttribute(pango_attr_letter_spacing_new(int(character.style.letterSpacing * unitsPerPoint)), from);

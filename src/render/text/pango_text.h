@@ -22,6 +22,10 @@ using PangoFontDescriptionPointer = std::unique_ptr<PangoFontDescription, PangoF
 /// A context whose widths do not depend on a screen's pixels; one unit is a point.
 PangoContextPointer newPangoContext();
 
+/// Letters are set without kerning and ligatures: only so do widths of texts agree with those in files of other
+/// programs (to 0.00007 in in 25 widths of five drawings).
+inline constexpr const char* fontFeatures = "kern=0, liga=0, clig=0";
+
 /// The face of the style at `size` points.
 PangoFontDescriptionPointer fontOf(const TextStyle& style, double size);
 
