@@ -98,6 +98,7 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("mouse_down", &ScriptHost::mouseDown)
       .def("export_pages", &ScriptHost::exportPages)
       .def("read_map", &ScriptHost::readMap)
+      .def("unknown_names", &ScriptHost::unknownNames)
       .def("write_recovery_copies", &ScriptHost::writeRecoveryCopies)
       .def("listen", [](ScriptHost& host, int event, bool on) { host.listen(static_cast<ScriptEvent>(event), on); })
       .def("asked", &ScriptHost::asked)

@@ -86,9 +86,18 @@ void ScriptHost::refuse(Member member) const {
   for (const std::string_view variant : {"ByName", "ByIndex"}) {
     if (name.ends_with(variant)) name.remove_suffix(variant.size());
   }
-  const Refusal* refusal = session_->host().lastRefusalOf(member);
+  const Maybe<Refusal> refusal = session_->host().takeRefusalOf(member);
   throw Refused{std::string(info.objectName) + "." + std::string(name), refusal ? refusal->object : std::string(),
                 refusal ? refusal->reason : "the host gave no reason"};
+}
+
+std::vector<std::string> ScriptHost::unknownNames() const {
+  std::vector<std::string> names;
+  for (const Refusal& refusal : session_->host().refusals()) {
+    if (refusal.isUnknownName)
+      names.push_back(std::string(infoOf(refusal.member).memberName) + " on " + refusal.object + ": " + refusal.reason);
+  }
+  return names;
 }
 
 py::object ScriptHost::get(const ObjectRef& object, int member, const py::tuple& arguments) {

@@ -59,6 +59,9 @@ class ScriptHost {
   void exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller);
   /// The document read as a process map; see mapToPython.
   py::dict readMap(const ObjectRef& document);
+  /// What was refused to the add-in because no cell, row or member has the name, each as a sentence. Of the script's
+  /// own refused calls each was thrown, and is not among them.
+  std::vector<std::string> unknownNames() const;
   /// Brings the recovery copies up to date.
   void writeRecoveryCopies();
 
@@ -94,6 +97,7 @@ class ScriptHost {
   void answerForm(Form& form);
   MessageAnswer answerMessage(const MessageBox& box);
   Maybe<std::string> answerFileDialog(const FileDialog& dialog);
+  /// Throws the refusal, which is taken out of the host's log.
   [[noreturn]] void refuse(Member member) const;
   void showPageOf(const ObjectRef& page);
 

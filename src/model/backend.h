@@ -88,6 +88,8 @@ struct Refusal {
   Member member;
   std::string object;  ///< the object as a user would name it, such as "Page-1, shape A01"
   std::string reason;
+  /// The object has no cell, row, section, column or member of the name or number that was asked for.
+  bool isUnknownName = false;
 };
 
 /// A host. Every call may be refused; a refused call leaves the host as it was and is recorded. Nothing throws.

@@ -73,7 +73,9 @@ class Maps:
 
 @pytest.fixture
 def maps(tmp_path):
-    return Maps(tmp_path)
+    maps = Maps(tmp_path)
+    yield maps
+    assert maps.app._host.unknown_names() == []
 
 
 @pytest.fixture

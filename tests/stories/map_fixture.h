@@ -45,6 +45,17 @@ class MapTest : public testing::Test {
     };
   }
 
+  /// A misspelt name of a cell or row is refused and skipped; without this no test would see it.
+  void TearDown() override {
+    if (asksForUnknownNames) return;
+    for (const Refusal& refusal : session.host().refusals()) {
+      if (refusal.isUnknownName)
+        ADD_FAILURE() << infoOf(refusal.member).memberName << " on " << refusal.object << ": " << refusal.reason;
+    }
+  }
+  /// A story that asks for cells which may not exist sets this.
+  bool asksForUnknownNames = false;
+
   std::string lastRefusal() {
     const auto refusals = session.host().refusals();
     return refusals.empty() ? "nothing was refused" : refusals.back().object + ": " + refusals.back().reason;

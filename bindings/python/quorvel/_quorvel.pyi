@@ -44,6 +44,8 @@ class Host:
         """Draws the pages into one file."""
     def read_map(self, document: Reference) -> dict[str, Any]:
         """The document read as a process map, see quorvel.maps."""
+    def unknown_names(self) -> list[str]:
+        """What was refused to the add-in because no cell, row or member has the name."""
     def write_recovery_copies(self) -> None:
         """Brings the copies up to date."""
     def listen(self, event: int, on: bool) -> None:

@@ -41,7 +41,7 @@ Maybe<Variant> InMemoryHost::getSectionOrRow(const ObjectRef& object, Member mem
                              member == Member::Row_Name ? NameKind::Local : NameKind::Universal));
   const int column = integerAt(arguments, 0).or_(-1);
   const CellKey key{section, row, static_cast<Column>(column)};
-  if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuse("the section has no such column");
+  if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuseName("the section has no such column");
   return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 
@@ -73,7 +73,7 @@ Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arg
     default:
       break;
   }
-  if (!exists) return refuse("the cell does not exist");
+  if (!exists) return refuseName("the cell does not exist");
   switch (member) {
     case Member::Cell_Row:
       if (cell.key.section == SectionNumber::Object) return Variant(std::int64_t{cell.key.row.index()});

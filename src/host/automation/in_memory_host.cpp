@@ -128,7 +128,7 @@ class InMemoryHost::Current {
 
 bool InMemoryHost::admits(const ObjectRef& object, Member member) {
   if (infoOf(member).object != object.kind) {
-    refuse("the object has no such member");
+    refuseName("the object has no such member");
     return false;
   }
   if (!alive(object)) {
@@ -287,14 +287,27 @@ std::nullopt_t InMemoryHost::refuse(std::string reason) {
   return std::nullopt;
 }
 
-const Refusal* InMemoryHost::lastRefusalOf(Member member) const {
+std::nullopt_t InMemoryHost::refuseName(std::string reason) {
+  refuse(std::move(reason));
+  refusals_.back().isUnknownName = true;
+  return std::nullopt;
+}
+
+Maybe<Refusal> InMemoryHost::takeRefusalOf(Member member) {
   const auto found = std::find_if(refusals_.rbegin(), refusals_.rend(),
                                   [&](const Refusal& refusal) { return refusal.member == member; });
-  return found == refusals_.rend() ? nullptr : &*found;
+  if (found == refusals_.rend()) return {};
+  const Refusal refusal = *found;
+  refusals_.erase(std::next(found).base());
+  return refusal;
 }
 
 bool InMemoryHost::settle(const Outcome& outcome) {
-  if (!outcome) refuse(outcome.reason());
+  if (outcome.isUnknownName()) {
+    refuseName(outcome.reason());
+  } else if (!outcome) {
+    refuse(outcome.reason());
+  }
   return static_cast<bool>(outcome);
 }
 

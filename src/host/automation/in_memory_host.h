@@ -25,8 +25,8 @@ class InMemoryHost : public Backend {
   void unadvise(ApplicationEvents& listener) override { engine_.events.unadvise(listener); }
   std::vector<Refusal> refusals() const override { return {refusals_.begin(), refusals_.end()}; }
   std::size_t refusalCount() const override { return refusalCount_; }
-  /// The last refusal of that member; null when none is kept.
-  const Refusal* lastRefusalOf(Member member) const;
+  /// Takes the last refusal of that member out of those that are kept; nothing when none is.
+  Maybe<Refusal> takeRefusalOf(Member member);
 
   // What a user does at the window, as the events say it.
   void activateApplication();
@@ -87,6 +87,8 @@ class InMemoryHost : public Backend {
   Maybe<Variant> cellNamed(SheetId sheet, std::string_view name, Member member);
 
   std::nullopt_t refuse(std::string reason);
+  /// See Refusal::isUnknownName.
+  std::nullopt_t refuseName(std::string reason);
   /// Records the outcome's refusal, if it is one.
   bool settle(const Outcome& outcome);
   Maybe<Variant> settled(const Outcome& outcome);

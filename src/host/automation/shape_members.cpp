@@ -49,11 +49,11 @@ Maybe<Variant> InMemoryHost::getShapes(const ObjectRef& object, Member member, A
 
 Maybe<Variant> InMemoryHost::cellNamed(SheetId sheet, std::string_view name, Member member) {
   const Maybe<CellKey> parsed = parseCellName(name);
-  if (!parsed) return refuse("\"" + std::string(name) + "\" is no cell name");
+  if (!parsed) return refuseName("\"" + std::string(name) + "\" is no cell name");
   const CellKey key = member == Member::Shape_CellsU ? keyOnSheet(engine_.store, sheet, *parsed)
                                                      : keyByLocalName(engine_.store, sheet, *parsed);
   if (!cellExists(engine_.store, sheet, key, false) && !isFieldToBe(engine_, {sheet, key}))
-    return refuse("the cell \"" + std::string(name) + "\" does not exist");
+    return refuseName("the cell \"" + std::string(name) + "\" does not exist");
   return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 
@@ -107,15 +107,16 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
     case Member::Shape_CellsSRC: {
       const Maybe<int> section = integerAt(arguments, 0), row = integerAt(arguments, 1),
                        column = integerAt(arguments, 2);
-      if (!section || !row || !column || *section < 1 || *section > 249 || *column < 0) return refuse("no such cell");
+      if (!section || !row || !column || *section < 1 || *section > 249 || *column < 0)
+        return refuseName("no such cell");
       const auto number = static_cast<SectionNumber>(*section);
       CellKey key{number, RowKey::index(static_cast<std::uint32_t>(std::max(0, *row))), static_cast<Column>(*column)};
       if (number != SectionNumber::Object) {
         const Maybe<RowView> at = rowAt(store, id, number, *row);
-        if (!at) return refuse("no such row");
+        if (!at) return refuseName("no such row");
         key.row = at->key;
       }
-      if (!cellExists(store, id, key, false)) return refuse("no such cell");
+      if (!cellExists(store, id, key, false)) return refuseName("no such cell");
       return Variant(engine_.refTo(CellAddress{id, key}));
     }
     case Member::Shape_CellExists: {
@@ -129,13 +130,13 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
     case Member::Shape_RowType: {
       const auto number = static_cast<SectionNumber>(std::clamp(integerAt(arguments, 0).or_(0), 0, 250));
       const Maybe<RowView> row = rowAt(store, id, number, integerAt(arguments, 1).or_(-1));
-      if (!row) return refuse("no such row");
+      if (!row) return refuseName("no such row");
       return Variant(std::int64_t{row->type});
     }
     case Member::Shape_Section: {
       const int number = integerAt(arguments, 0).or_(0);
       if (number < 1 || number > 249 || fileNameOf(static_cast<SectionNumber>(number)).empty())
-        return refuse("no such section");
+        return refuseName("no such section");
       return Variant(refTo(ObjectKind::Section, id.value, static_cast<std::uint64_t>(number)));
     }
     case Member::Shape_Hyperlinks:

@@ -186,7 +186,7 @@ Maybe<Variant> InMemoryHost::getLayers(const ObjectRef& object, Member member, A
   const CellKey key{SectionNumber::Layer, RowKey::index(static_cast<std::uint32_t>(layer)),
                     static_cast<Column>(column)};
   const SheetId sheet = engine_.store.page(page)->sheet;
-  if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuse("no such column");
+  if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuseName("no such column");
   return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 

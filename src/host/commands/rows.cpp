@@ -234,10 +234,10 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
 Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
   const Sheet* sheet = engine.store.sheet(id);
   if (!sheet) return Outcome::refused("the object is gone");
-  if (!isKnownSection(number)) return Outcome::refused("no such section");
+  if (!isKnownSection(number)) return Outcome::unknownName("no such section");
   const auto section = static_cast<SectionNumber>(number);
   const Maybe<RowView> row = rowAt(engine.store, id, section, place);
-  if (!row) return Outcome::refused("no such row");
+  if (!row) return Outcome::unknownName("no such row");
   // Its component row is what makes a geometry.
   if (isGeometry(section) && place == 0) return deleteSection(engine, id, number);
   CommandScope scope(engine, sheet->document, "Delete row");
@@ -259,7 +259,7 @@ Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
 Outcome deleteSection(Engine& engine, SheetId id, int number) {
   const Sheet* sheet = engine.store.sheet(id);
   if (!sheet) return Outcome::refused("the object is gone");
-  if (!isKnownSection(number)) return Outcome::refused("no such section");
+  if (!isKnownSection(number)) return Outcome::unknownName("no such section");
   const auto section = static_cast<SectionNumber>(number);
   const std::vector<RowView> rows = rowsOf(engine.store, id, section);
   if (rows.empty() && !sheet->find(section)) return Outcome::refused("the sheet has no such section");
@@ -283,7 +283,7 @@ Outcome deleteSection(Engine& engine, SheetId id, int number) {
 
 Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key, std::string_view name, NameKind kind) {
   const Sheet* sheet = engine.store.sheet(id);
-  if (!sheet || !rowExists(engine.store, id, section, key, false)) return Outcome::refused("no such row");
+  if (!sheet || !rowExists(engine.store, id, section, key, false)) return Outcome::unknownName("no such row");
   if (!hasNamedRows(section)) return Outcome::refused("the section has no named rows");
   if (!isRowName(name)) return Outcome::refused("the name can't name a row");
   const Atom atom = intern(name);
@@ -314,7 +314,7 @@ Outcome setRowType(Engine& engine, SheetId id, int number, int place, int tag) {
   const Sheet* sheet = engine.store.sheet(id);
   if (!sheet || !isGeometry(section)) return Outcome::refused("only Geometry rows have a type");
   const Maybe<RowView> row = rowAt(engine.store, id, section, place);
-  if (!row || place == 0) return Outcome::refused("no such row");
+  if (!row || place == 0) return Outcome::unknownName("no such row");
   if (!((tag >= 138 && tag <= 144) || (tag >= 165 && tag <= 166) || (tag >= 193 && tag <= 195) ||
         (tag >= 236 && tag <= 240)))
     return Outcome::refused("no such kind of row");

@@ -86,7 +86,7 @@ Outcome commit(Engine& engine, const CellAddress& cell, Cell content) {
 Outcome check(Engine& engine, const CellAddress& cell, bool force) {
   if (!engine.store.sheet(cell.sheet)) return Outcome::refused("the object is gone");
   if (engine.writeDepth >= Engine::deepestWrite) return Outcome::refused("writes inside writes are nested too deeply");
-  if (!cellExists(engine.store, cell.sheet, cell.key, false)) return Outcome::refused("no such cell");
+  if (!cellExists(engine.store, cell.sheet, cell.key, false)) return Outcome::unknownName("no such cell");
   if (force) return Outcome::done();
   const FoundCell found = findCell(engine.store, cell.sheet, cell.key);
   if (found.formula && found.formula->formula && found.formula->formula->isGuarded())

@@ -28,11 +28,19 @@ class Outcome {
     outcome.reason_ = std::move(reason);
     return outcome;
   }
+  /// What was named does not exist; see Refusal::isUnknownName.
+  static Outcome unknownName(std::string reason) {
+    Outcome outcome = refused(std::move(reason));
+    outcome.isUnknownName_ = true;
+    return outcome;
+  }
   explicit operator bool() const { return reason_.empty(); }
   const std::string& reason() const { return reason_; }
+  bool isUnknownName() const { return isUnknownName_; }
 
  private:
   std::string reason_;
+  bool isUnknownName_ = false;
 };
 
 class Engine;
