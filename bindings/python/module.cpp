@@ -100,6 +100,8 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("read_map", &ScriptHost::readMap)
       .def("unknown_names", &ScriptHost::unknownNames)
       .def("write_recovery_copies", &ScriptHost::writeRecoveryCopies)
+      .def("undo_limits", &ScriptHost::undoLimits)
+      .def("set_undo_limits", &ScriptHost::setUndoLimits)
       .def("listen", [](ScriptHost& host, int event, bool on) { host.listen(static_cast<ScriptEvent>(event), on); })
       .def("asked", &ScriptHost::asked)
       .def("ask", [](ScriptHost& host, const std::string& text,

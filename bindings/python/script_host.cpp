@@ -162,6 +162,15 @@ void ScriptHost::mouseDown(int button, int shift, double x, double y) {
   enter([&] { session_->host().mouseDown(button, shift, x, y); });
 }
 
+std::pair<std::size_t, std::size_t> ScriptHost::undoLimits() const {
+  const host::UndoLimits& limits = session_->engine().undo.limits();
+  return {limits.steps, limits.bytes};
+}
+
+void ScriptHost::setUndoLimits(std::size_t steps, std::size_t bytes) {
+  session_->engine().undo.setLimits({.steps = steps, .bytes = bytes});
+}
+
 void ScriptHost::writeRecoveryCopies() {
   RecoveryCopies* copies = session_->recovery();
   if (!copies) throw Refused{"Application.WriteRecoveryCopies", "the application", "no folder for them was given"};

@@ -64,6 +64,9 @@ class ScriptHost {
   std::vector<std::string> unknownNames() const;
   /// Brings the recovery copies up to date.
   void writeRecoveryCopies();
+  /// Steps and bytes that undo keeps of each document.
+  std::pair<std::size_t, std::size_t> undoLimits() const;
+  void setUndoLimits(std::size_t steps, std::size_t bytes);
 
   // Asking as the add-in does, so that a script's answers can be tried without the occasion.
   std::string ask(const std::string& text, MessageButtons buttons);

@@ -206,3 +206,32 @@ def test_handles_go_in_any_order_and_nothing_stays(tmp_path):
     many[1].clear()
     gc.collect()
     assert many[0][2].Name == "Page-1"
+
+
+def test_what_a_handler_does_on_selecting_is_a_step_and_undo_is_bounded(maps):
+    page = maps.new_map("AB Order entry")
+    task, box = maps.drop_task(page), page.DrawRectangle(1, 1, 2, 2)
+    window = maps.app.ActiveWindow
+    window.DeselectAll()
+    maps.doc.Saved = True
+
+    def delete_box(_):
+        maps.app.OnSelectionChanged = None
+        box.Delete()
+
+    maps.app.OnSelectionChanged = delete_box
+    window.Select(task, 2)
+    assert maps.doc.Saved is False
+    maps.app.Undo()
+    assert box.Name and [shape.Name for shape in window.Selection] == [task.Name]
+
+    steps, size = maps.app.UndoLimits
+    assert steps >= 100 and size > 0
+    maps.app.UndoLimits = (2, size)
+    for width in range(3, 8):
+        box.Cells("Width").FormulaForce = f"{width} in"
+    maps.app.Undo()
+    maps.app.Undo()
+    with pytest.raises(quorvel.HostError, match="nothing to undo"):
+        maps.app.Undo()
+    assert box.Cells("Width").Result("in") == 5

@@ -185,6 +185,14 @@ class _Application:
             raise
         self.EndUndoScope(scope, True)
 
+    @property
+    def UndoLimits(self) -> tuple[int, int]:
+        return self._host.undo_limits()
+
+    @UndoLimits.setter
+    def UndoLimits(self, limits: tuple[int, int]) -> None:
+        self._host.set_undo_limits(*limits)
+
     def Activate(self) -> None:
         self._host.activate_application()
 

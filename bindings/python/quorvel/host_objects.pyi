@@ -189,6 +189,8 @@ class Application(Handle):
         """Takes back the last step of the active document."""
     def Redo(self) -> None:
         """Does again what was undone."""
+    UndoLimits: tuple[int, int]
+    """How much of each document can be taken back: steps and bytes. Beyond that the oldest steps are forgotten."""
     def DoCmd(self, command: int) -> None:
         """Runs a command of the host by its number, such as 1312, the shape data window."""
     def QueueMarkerEvent(self, context: str) -> int:
