@@ -50,3 +50,101 @@ class Host:
         """Steps and bytes that undo keeps of each document."""
     def set_undo_limits(self, steps: int, bytes: int) -> None:
         """Changes them; what is beyond is forgotten at once."""
+    def write_recovery_copies(self) -> None:
+        """Brings the copies up to date."""
+    def listen(self, event: int, on: bool) -> None:
+        """Whether _tell is called for the event."""
+    def asked(self) -> list[tuple[str, str]]:
+        """Kind and text of what was asked."""
+    def ask(self, text: str, buttons: int) -> str:
+        """Asks as the add-in does: buttons 0 OK, 1 Yes and No, 2 Yes, No and Cancel, 3 OK and Cancel."""
+    def choose_file(self, title: str) -> str | None:
+        """Asks for a file as the add-in does."""
+    def show_form(self, controls: list[tuple[int, str, list[str], bool, bool]]) -> list[str]:
+        """Shows a form of those controls (kind, name, items, enabled, multiple selection) and tells what it heard."""
+
+class FormAccess:
+    """An open form."""
+
+    @property
+    def name(self) -> str:
+        """Its name."""
+    @property
+    def caption(self) -> str:
+        """Its title."""
+    @property
+    def is_open(self) -> bool:
+        """Whether it still is."""
+    @property
+    def control_names(self) -> list[str]:
+        """Names of its controls."""
+    def find(self, name: str) -> str:
+        """The name as the form spells it, or an empty text."""
+    def control(self, name: str) -> ControlAccess:
+        """The control of that name."""
+    def close(self) -> None:
+        """Closes by the close box."""
+
+class ControlAccess:
+    """A control of an open form."""
+
+    @property
+    def name(self) -> str:
+        """Its name."""
+    @property
+    def kind(self) -> str:
+        """Its kind."""
+    @property
+    def caption(self) -> str:
+        """Its caption."""
+    @property
+    def text(self) -> str:
+        """Its text."""
+    @property
+    def is_on(self) -> bool | None:
+        """Its state."""
+    @property
+    def enabled(self) -> bool:
+        """Whether it takes anything."""
+    @property
+    def visible(self) -> bool:
+        """Whether it shows."""
+    @property
+    def read_only(self) -> bool:
+        """Whether its text stands fast."""
+    @property
+    def multiple_selection(self) -> bool:
+        """Whether several rows can be selected."""
+    @property
+    def has_focus(self) -> bool:
+        """Whether keys go to it."""
+    @property
+    def tag(self) -> str:
+        """Its tag."""
+    @property
+    def rows(self) -> list[tuple[tuple[str, ...], bool]]:
+        """Columns of each row, and whether it is selected."""
+    @property
+    def tabs(self) -> list[str]:
+        """Captions of its tabs."""
+    @property
+    def current_tab(self) -> int:
+        """The tab that shows."""
+    def click(self) -> bool:
+        """Whether it was clicked."""
+    def double_click(self) -> bool:
+        """Whether it was clicked."""
+    def focus(self) -> bool:
+        """Whether it took the focus."""
+    def type(self, text: str) -> bool:
+        """Whether it took the text."""
+    def set_on(self, on: bool) -> bool:
+        """Whether it took the state."""
+    def select_row(self, row: int, selected: bool) -> bool:
+        """Whether the row was selected."""
+    def show_tab(self, tab: int) -> bool:
+        """Whether the tab shows."""
+    def press_key(self, key: int) -> bool:
+        """Whether the key was let through."""
+    def key_down(self, key: int) -> bool:
+        """Whether the key was taken."""
