@@ -42,7 +42,7 @@ class Connectors : public HostTest {
       if (digits.back() == '.') digits.pop_back();
       return digits == "-0" ? std::string("0") : digits;
     };
-    for (const host::Spot& spot : lineOf(connector)) text += "(" + rounded(spot.x) + "," + rounded(spot.y) + ")";
+    for (const host::Point& spot : lineOf(connector)) text += "(" + rounded(spot.x) + "," + rounded(spot.y) + ")";
     return text;
   }
   bool runsThrough(const Shape& connector, const Shape& shape) {
@@ -77,9 +77,9 @@ TEST_F(Connectors, AnEndWalksToTheSideThatSuits) {
     ASSERT_TRUE(app.EndUndoScope(scope, true));
     EXPECT_EQ(drawn(connector), each.line);
     EXPECT_NEAR(inches(connector, "Width"), inches(connector, "EndX") - inches(connector, "BeginX"), 1e-9);
-    const host::Spot middle = host::midpointOf(lineOf(connector));
-    const auto text = host::toPageMatrix(engine().store, sheetOf(connector))
-                          .apply(inches(connector, "TxtPinX"), inches(connector, "TxtPinY"));
+    const host::Point middle = host::midpointOf(lineOf(connector));
+    const auto text = host::toPageMatrix(
+        engine().store, sheetOf(connector))({inches(connector, "TxtPinX"), inches(connector, "TxtPinY")});
     EXPECT_NEAR(text.x, middle.x, 1e-9) << "the text stays on the line";
     EXPECT_NEAR(text.y, middle.y, 1e-9);
   }
@@ -199,7 +199,7 @@ TEST_F(Connectors, PointsStayGluedAndTheLineLeavesByTheirSide) {
             "PAR(PNT(" + at(from, "Connections.X1") + "," + at(from, "Connections.Y1") + "))");
   EXPECT_EQ(drawn(connector), "(2,2.5)(2,2.625)(8,2.625)(8,2.5)");
   ASSERT_TRUE(from.Cells("Angle").SetFormula("180 deg"));
-  EXPECT_EQ(lineOf(connector).front(), (host::Spot{2, 1.5})) << drawn(connector);
+  EXPECT_EQ(lineOf(connector).front(), (host::Point{2, 1.5})) << drawn(connector);
   EXPECT_LT(lineOf(connector)[1].y, 1.5) << drawn(connector);
   ASSERT_EQ(connects().size(), 2u);
   EXPECT_EQ(connects()[0].toCell, "Connections.X1");

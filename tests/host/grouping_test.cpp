@@ -39,7 +39,7 @@ class Grouping : public HostTest {
       const double height = host::cellNumber(store, each, host::objectCell("Height"));
       text += std::to_string(store.sheet(each)->shapeId) + ":";
       for (const auto& [x, y] : {std::pair(0.0, 0.0), {width, 0.0}, {width, height}}) {
-        const auto at = matrix.apply(x, y);
+        const auto at = matrix({x, y});
         text += " " + std::to_string(std::round(at.x * 1e6) / 1e6 + 0.0) + "," +
                 std::to_string(std::round(at.y * 1e6) / 1e6 + 0.0);
       }
@@ -290,8 +290,8 @@ TEST_F(Grouping, GlueHoldsThroughGroups) {
   write(made, {{"PinX", "10 in"}, {"PinY", "10 in"}, {"Angle", "90 deg"}});
   const host::Store& store = engine().store;
   const auto meets = [&](const Shape& line, bool begin, const Shape& shape) {
-    const host::Spot end = host::endOf(store, sheetOf(line), begin).at;
-    const auto middle = host::toPageMatrix(store, sheetOf(shape)).apply(0.5, 0.5);
+    const host::Point end = host::endOf(store, sheetOf(line), begin).at;
+    const auto middle = host::toPageMatrix(store, sheetOf(shape))({0.5, 0.5});
     return std::hypot(end.x - middle.x, end.y - middle.y) < 1e-9;
   };
   const auto allMeet = [&](const char* when) {

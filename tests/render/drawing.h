@@ -6,9 +6,10 @@
 #include <vector>
 
 #include "host/cells/cell_name.h"
+#include "host/geometry/row_tags.h"
 #include "host/sheet/store.h"
 #include "render/build/build_scene.h"
-#include "render/build/geometry_path.h"
+#include "render/cells/cell_keys.h"
 #include "render/svg/markup.h"
 
 namespace quorvel::render {
@@ -47,11 +48,11 @@ struct Drawing {
     host::Section& section =
         store.sheet(shape)->section(host::SectionNumber(int(host::SectionNumber::Geometry) + number - 1));
     section.rows.emplace_back().key = host::RowKey::index(0);
-    section.rows.back().type = std::uint8_t(GeometryTag::Component);
+    section.rows.back().type = std::uint8_t(host::RowTag::Component);
     for (std::size_t i = 0; i < vertices.size(); ++i) {
       host::Row& row = section.rows.emplace_back();
       row.key = host::RowKey::index(std::uint32_t(i + 1));
-      row.type = std::uint8_t(i == 0 ? GeometryTag::MoveTo : GeometryTag::LineTo);
+      row.type = std::uint8_t(i == 0 ? host::RowTag::MoveTo : host::RowTag::LineTo);
       row.at(columnKeys().GeometryX).value = host::Value::number(vertices[i].x);
       row.at(columnKeys().GeometryY).value = host::Value::number(vertices[i].y);
     }

@@ -107,7 +107,7 @@ TEST_F(Metafiles, BecomePaths) {
   EXPECT_TRUE(std::holds_alternative<std::monostate>(rectangle.fill));
   const auto& ellipse = std::get<PathItem>(found[2]);
   EXPECT_TRUE(std::holds_alternative<Colour>(ellipse.fill)) << "the state came back";
-  EXPECT_NEAR(ellipse.path.bounds().width(), 1, 1e-9);
+  EXPECT_NEAR(boundsOf(ellipse.path).width(), 1, 1e-9);
 }
 
 TEST_F(Metafiles, ShowTextsAndBitmaps) {
@@ -142,7 +142,7 @@ TEST_F(Metafiles, ShowTextsAndBitmaps) {
   EXPECT_EQ(image.mediaType, "image/bmp");
   EXPECT_EQ(image.transform({0, 0}), (Point{0, 0.5}));
   EXPECT_EQ(image.transform({0.5, 1}), (Point{1, 1})) << "half the bitmap fills the place";
-  EXPECT_EQ(image.clip.bounds().right, 1);
+  EXPECT_EQ(boundsOf(image.clip).right, 1);
 }
 
 TEST_F(Metafiles, AreCutWhereTheirCallsSaySo) {
@@ -235,7 +235,7 @@ TEST_F(Metafiles, OfAnotherMakerShowTheSame) {
     for (const SceneItem& item : found) {
       if (const auto* path = std::get_if<PathItem>(&item)) {
         if (const auto* fill = std::get_if<Colour>(&path->fill)) fills.push_back(fill->rgb);
-        const Box bounds = path->path.bounds();
+        const Box bounds = boundsOf(path->path);
         EXPECT_TRUE(bounds.left > -0.01 && bounds.top > -0.01 && bounds.right < 1.01 && bounds.bottom < 1.01) << name;
       } else if (const auto* text = std::get_if<TextItem>(&item)) {
         texts += text->layout->lines.at(0).runs.at(0).text;
@@ -294,12 +294,12 @@ TEST(Picture, FillsItsPlaceOrIsCut) {
   drawing.set(shape, "ImgOffsetX", -1);
   const Scene cut = show("\x89PNG");
   EXPECT_EQ(itemsOf<ImageItem>(cut).at(0)->transform({0, 0}).x, 0);
-  EXPECT_EQ(itemsOf<ImageItem>(cut).at(0)->clip.bounds().width(), 144);
+  EXPECT_EQ(boundsOf(itemsOf<ImageItem>(cut).at(0)->clip).width(), 144);
   const Scene framed = show("unknown"), drawn = show(sample());
   EXPECT_EQ(itemsOf<PathItem>(framed).size(), 1u) << "a frame stands for what cannot be drawn";
   EXPECT_EQ(itemsOf<PathItem>(drawn).size(), 3u);
   ASSERT_EQ(itemsOf<ClipBegin>(drawn).size(), 1u) << "what reaches over its frame is cut, of metafiles too";
-  EXPECT_EQ(itemsOf<ClipBegin>(drawn)[0]->path.bounds().width(), 144);
+  EXPECT_EQ(boundsOf(itemsOf<ClipBegin>(drawn)[0]->path).width(), 144);
   EXPECT_EQ(itemsOf<ClipEnd>(drawn).size(), 1u);
 }
 

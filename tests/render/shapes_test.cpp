@@ -252,7 +252,7 @@ TEST(Arrowheads, StandAtOpenEndsAndShortenTheLine) {
     EXPECT_EQ(drawn.current().x < 99.9, each.shortens) << each.number;
     EXPECT_EQ(drawn.points().front(), (Point{0, 0}));
     Box box;
-    for (const PathItem& head : heads) box.add(head.path.bounds());
+    for (const PathItem& head : heads) box.add(boundsOf(head.path));
     EXPECT_NEAR(box.top, -box.bottom, 1e-9) << each.number;
     EXPECT_TRUE(heads[0].stroke.dashes.empty()) << "dashes stay with the line";
   }
@@ -270,9 +270,9 @@ TEST(Arrowheads, PointAlongTheLastStretch) {
   bent.lineTo({50, 50});
   withArrowheads(bent, style, heads);
   ASSERT_EQ(heads.size(), 2u);
-  EXPECT_LT(heads[0].path.bounds().bottom, 20) << "the first points up from (0, 0)";
-  EXPECT_NEAR(heads[1].path.bounds().right, 50, 1e-9);
-  EXPECT_NEAR(heads[1].path.bounds().height(), arrowheadUnit(2, 1), 1e-9);
+  EXPECT_LT(boundsOf(heads[0].path).bottom, 20) << "the first points up from (0, 0)";
+  EXPECT_NEAR(boundsOf(heads[1].path).right, 50, 1e-9);
+  EXPECT_NEAR(boundsOf(heads[1].path).height(), arrowheadUnit(2, 1), 1e-9);
   heads.clear();
   Path closed;
   closed.addRectangle(0, 0, 9, 9);

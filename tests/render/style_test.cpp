@@ -105,8 +105,8 @@ TEST(Style, ShadowsStandBehindAtThePagesOffset) {
   const auto paths = itemsOf<PathItem>(scene);
   ASSERT_EQ(paths.size(), 2u);
   EXPECT_EQ(std::get<Colour>(paths[0]->fill).rgb, 0xFF0000u);
-  EXPECT_NEAR(paths[0]->path.bounds().left, 72 + 9, 1e-6);
-  EXPECT_NEAR(paths[0]->path.bounds().top, 72 + 9, 1e-6);
+  EXPECT_NEAR(boundsOf(paths[0]->path).left, 72 + 9, 1e-6);
+  EXPECT_NEAR(boundsOf(paths[0]->path).top, 72 + 9, 1e-6);
   EXPECT_EQ(paths[0]->blur, 0);
   drawing.set(drawing.shape, "ShapeShdwBlur", 8.0 / 72);
   const Scene soft = drawing.scene();

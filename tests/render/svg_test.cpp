@@ -116,10 +116,10 @@ TEST(Svg, MasterSheetShowsEveryMasterWithItsName) {
   const auto paths = itemsOf<PathItem>(scene);
   ASSERT_EQ(paths.size(), 2u);
   for (const PathItem* path : paths) {
-    const Box box = path->path.bounds();
+    const Box box = boundsOf(path->path);
     EXPECT_TRUE(box.left >= 0 && box.right <= scene.width && box.bottom <= scene.height) << "made smaller to fit";
   }
-  EXPECT_LT(paths[0]->path.bounds().right, paths[1]->path.bounds().left);
+  EXPECT_LT(boundsOf(paths[0]->path).right, boundsOf(paths[1]->path).left);
   EXPECT_TRUE(buildMasterSheet(drawing.store, {}).items.empty());
 }
 

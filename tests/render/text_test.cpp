@@ -150,7 +150,7 @@ TEST(Text, IsLeftOutWhereNoPageReaches) {
     drawing.set(drawing.shape, "TxtPinX", far);
     const Scene scene = drawing.scene();
     EXPECT_TRUE(itemsOf<TextItem>(scene).empty()) << far;
-    const Box box = itemsOf<PathItem>(scene).at(0)->path.bounds();
+    const Box box = boundsOf(itemsOf<PathItem>(scene).at(0)->path);
     EXPECT_TRUE(box.left >= -farthestPlace && box.right <= farthestPlace) << far;
     drawing.set(drawing.store.page(drawing.page)->sheet, "PageWidth", std::abs(far));
     EXPECT_LE(drawing.scene().width, farthestPlace) << far;

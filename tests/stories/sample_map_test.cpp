@@ -116,9 +116,9 @@ TEST(SampleMap, ShowsOnTheDrawingWhatItsCellsSay) {
     const host::Store& store = session.engine().store;
     const host::Polyline line = host::lineOnPage(store, sheet);
     EXPECT_EQ(line.size(), text.starts_with("Refused") ? 4u : 2u) << text;
-    const host::Spot middle = host::midpointOf(line);
-    const auto pin = host::toPageMatrix(store, sheet)
-                         .apply(shape.Cells("TxtPinX").ResultIU().or_(NAN), shape.Cells("TxtPinY").ResultIU().or_(NAN));
+    const host::Point middle = host::midpointOf(line);
+    const auto pin = host::toPageMatrix(
+        store, sheet)({shape.Cells("TxtPinX").ResultIU().or_(NAN), shape.Cells("TxtPinY").ResultIU().or_(NAN)});
     EXPECT_NEAR(std::hypot(pin.x - middle.x, pin.y - middle.y), 0, 1e-6) << text;
   }
   EXPECT_EQ(links, 2);

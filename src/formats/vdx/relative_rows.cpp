@@ -9,7 +9,7 @@ namespace {
 using host::CellKey;
 using host::Column;
 
-enum Tag : std::uint8_t { Cubic = 236, Quadratic = 237, Move = 238, Line = 239, Arc = 240 };
+using host::RowTag;
 
 constexpr Column columnX = 0, columnY = 1, columnA = 2, columnB = 3, columnC = 4, columnD = 5;
 
@@ -19,22 +19,22 @@ class RowWriter {
             const host::Row& row, bool whole)
       : writer_(writer), store_(store), sheet_(sheet), section_(section), row_(row), whole_(whole) {}
 
-  void write(Tag tag) {
-    const char* const name = tag == Move   ? "MoveTo"
-                             : tag == Line ? "LineTo"
-                             : tag == Arc  ? "EllipticalArcTo"
-                                           : "NURBSTo";
+  void write(RowTag tag) {
+    const char* const name = tag == RowTag::RelMoveTo            ? "MoveTo"
+                             : tag == RowTag::RelLineTo          ? "LineTo"
+                             : tag == RowTag::RelEllipticalArcTo ? "EllipticalArcTo"
+                                                                 : "NURBSTo";
     writer_.start(name).attribute("IX", static_cast<long>(row_.key.index()));
     if (row_.deleted) writer_.attribute("Del", "1");
     scaled(columnX, "X", "Width");
     scaled(columnY, "Y", "Height");
-    if (tag == Arc) {
+    if (tag == RowTag::RelEllipticalArcTo) {
       scaled(columnA, "A", "Width");
       scaled(columnB, "B", "Height");
       plain(columnC, "C");
       plain(columnD, "D");
-    } else if (tag == Cubic || tag == Quadratic) {
-      curve(tag == Cubic);
+    } else if (tag == RowTag::RelCubBezTo || tag == RowTag::RelQuadBezTo) {
+      curve(tag == RowTag::RelCubBezTo);
     }
     writer_.end();
   }
@@ -121,11 +121,9 @@ class RowWriter {
 
 }  // namespace
 
-bool isRelative(std::uint8_t tag) { return tag >= Cubic && tag <= Arc; }
-
 void writeRelativeRow(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet,
-                      host::SectionNumber section, const host::Row& row, std::uint8_t tag, bool whole) {
-  RowWriter(writer, store, sheet, section, row, whole).write(static_cast<Tag>(tag));
+                      host::SectionNumber section, const host::Row& row, RowTag tag, bool whole) {
+  RowWriter(writer, store, sheet, section, row, whole).write(tag);
 }
 
 }  // namespace quorvel::formats::vdx

@@ -339,7 +339,7 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
   std::vector<Row> rows;
   std::ranges::copy_if(section.rows, std::back_inserter(rows), [&](const Row& row) { return &row != component; });
   for (const host::RowView& view : views) {
-    if (!whole || section.deleted || !isRelative(view.type) || section.find(view.key)) continue;
+    if (!whole || section.deleted || !isRelative(host::RowTag(view.type)) || section.find(view.key)) continue;
     rows.emplace_back().key = view.key;
   }
   std::ranges::stable_sort(rows, {}, &Row::key);
@@ -353,8 +353,8 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
     for (const Row& row : rows) {
       if (!core) break;
       const std::uint8_t type = rowTypeOf(store_, sheet, section.number, row);
-      if (isRelative(type)) {
-        writeRelativeRow(writer, store_, sheet, section.number, row, type, whole && !row.deleted);
+      if (isRelative(host::RowTag(type))) {
+        writeRelativeRow(writer, store_, sheet, section.number, row, host::RowTag(type), whole && !row.deleted);
         continue;
       }
       // The kind of a deleted row may be unknown; readers want one, and none of them draws it.
@@ -376,7 +376,8 @@ void SheetWriter::inheritedGeometry(XmlWriter& writer, const host::Sheet& sheet)
   for (const SectionNumber number : host::sectionsOf(store_, sheet.id)) {
     if (!host::isGeometry(number) || sheet.find(number)) continue;
     const std::vector<host::RowView> views = host::rowsOf(store_, sheet.id, number);
-    if (std::ranges::none_of(views, [](const host::RowView& view) { return isRelative(view.type); })) continue;
+    if (std::ranges::none_of(views, [](const host::RowView& view) { return isRelative(host::RowTag(view.type)); }))
+      continue;
     Section none;
     none.number = number;
     geometry(writer, sheet, none);

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "host/cells/cell_key.h"
+#include "host/geometry/row_tags.h"
 
 namespace quorvel::formats {
 
@@ -18,7 +19,5 @@ inline constexpr int lastGeometryIndex =
 std::uint8_t rowTagOf(std::string_view fileName);
 /// Empty for 0 and tags that we don't know.
 std::string_view rowTypeName(std::uint8_t tag);
-/// True for rows whose coordinates are shares of the shape's size.
-bool countsInShares(std::uint8_t tag);
 
 }  // namespace quorvel::formats

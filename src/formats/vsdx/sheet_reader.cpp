@@ -96,7 +96,7 @@ bool saysNothing(pugi::xml_node cell) {
 }
 
 void readRowCells(ReadState& state, pugi::xml_node node, SectionNumber section, Row& row) {
-  const bool inShares = host::isGeometry(section) && countsInShares(row.type);
+  const bool inShares = host::isGeometry(section) && isRelative(host::RowTag(row.type));
   row.cells.reserve(row.cells.size() + static_cast<std::size_t>(std::distance(node.begin(), node.end())));
   for (const pugi::xml_node child : node) {
     if (child.type() != pugi::node_element) continue;

@@ -11,6 +11,7 @@
 #include "host/commands/shapes.h"
 #include "host/commands/text_fields.h"
 #include "host/commands/unique_id.h"
+#include "host/geometry/row_tags.h"
 #include "host/sheet/inheritance.h"
 #include "host/text/text.h"
 
@@ -209,10 +210,9 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
     case Member::Shape_AddRow:
       return row(addRow(engine_, id, section, integerAt(arguments, 1).or_(-2), integerAt(arguments, 2).or_(0)));
     case Member::Shape_AddSection: {
-      constexpr int componentTag = 137;
       if (!isGeometry(static_cast<SectionNumber>(std::clamp(section, 0, 250))))
         return refuse("sections other than Geometry come with their first row");
-      return row(addRow(engine_, id, section, 0, componentTag));
+      return row(addRow(engine_, id, section, 0, numberOf(RowTag::Component)));
     }
     case Member::Shape_DeleteRow:
       return settled(deleteRow(engine_, id, section, integerAt(arguments, 1).or_(-1)));

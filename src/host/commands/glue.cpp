@@ -38,8 +38,8 @@ Target nearest(const Engine& engine, SheetId shape, double x, double y) {
   double bestDistance = INFINITY;
   const Matrix toPage = toPageMatrix(engine.store, shape);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    const auto at = toPage.apply(cellNumber(engine.store, shape, connectionCell(rows[i].key, "X")),
-                                 cellNumber(engine.store, shape, connectionCell(rows[i].key, "Y")));
+    const Point at = toPage({cellNumber(engine.store, shape, connectionCell(rows[i].key, "X")),
+                             cellNumber(engine.store, shape, connectionCell(rows[i].key, "Y"))});
     const double distance = std::hypot(at.x - x, at.y - y);
     if (distance >= bestDistance) continue;
     bestDistance = distance;

@@ -10,7 +10,7 @@
 #include "host/commands/regrouping.h"
 #include "host/commands/shape_maker.h"
 #include "host/recalc/connector_ends.h"
-#include "host/recalc/geometry_path.h"
+#include "host/recalc/measured_path.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/own_content.h"
 
@@ -78,8 +78,8 @@ Box boxAround(const Store& store, const std::vector<SheetId>& shapes) {
   for (const SheetId shape : shapes) {
     const double width = number(store, shape, "Width"), height = number(store, shape, "Height");
     const Matrix matrix = toParentMatrix(store, shape);
-    for (const Spot& corner : {Spot{0, 0}, Spot{width, 0}, Spot{width, height}, Spot{0, height}}) {
-      const auto at = matrix.apply(corner.x, corner.y);
+    for (const Point& corner : {Point{0, 0}, Point{width, 0}, Point{width, height}, Point{0, height}}) {
+      const auto at = matrix(corner);
       corners.push_back({at.x, at.y});
     }
     // The box of a line is that of its ends; between them it may bend.
@@ -91,7 +91,7 @@ Box boxAround(const Store& store, const std::vector<SheetId>& shapes) {
   }
   // What is left of turns and sums would fill every member's formulas with digits.
   const auto settled = [](double inches) { return std::round(inches * 1e12) / 1e12; };
-  for (Spot& corner : corners) corner = {settled(corner.x), settled(corner.y)};
+  for (Point& corner : corners) corner = {settled(corner.x), settled(corner.y)};
   return boundsOf(corners);
 }
 

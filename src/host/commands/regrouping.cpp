@@ -49,11 +49,6 @@ bool isAlike(const Polyline& one, const Polyline& other) {
   return true;
 }
 
-Spot through(const Matrix& map, const Spot& spot) {
-  const auto at = map.apply(spot.x, spot.y);
-  return {at.x, at.y};
-}
-
 }  // namespace
 
 double Regrouping::number(SheetId shape, const CellKey& key) const { return cellNumber(store_, shape, key); }
@@ -165,7 +160,7 @@ void Regrouping::placeBox(const Member& member) {
   const SheetId shape = member.shape;
   turnMember(member);
   keepLocalPin(shape);
-  const Spot pin = through(passage_.map, member.pin);
+  const Point pin = passage_.map(member.pin);
   putAlong(shape, keys().pinX, pin.x, false, scales(shape, "LockMoveX"));
   putAlong(shape, keys().pinY, pin.y, true, scales(shape, "LockMoveY"));
   const double angle = number(shape, keys().angle);
@@ -177,7 +172,7 @@ void Regrouping::placeBox(const Member& member) {
 void Regrouping::placeEnds(const Member& member) {
   const SheetId shape = member.shape;
   for (const bool begin : {true, false}) {
-    const Spot at = through(passage_.map, begin ? member.begin : member.end);
+    const Point at = passage_.map(begin ? member.begin : member.end);
     for (const bool vertical : {false, true}) {
       const CellKey key = endCell(begin, vertical);
       const FormulaPtr formula = formulaOf(store_, shape, key);
@@ -193,7 +188,7 @@ void Regrouping::placeEnds(const Member& member) {
     }
   }
   // Whatever else follows from the ends; what doesn't is kept as of other shapes.
-  const Spot pin = through(passage_.map, member.pin);
+  const Point pin = passage_.map(member.pin);
   for (const bool vertical : {false, true}) {
     const CellKey& key = vertical ? keys().pinY : keys().pinX;
     if (!isComputed(shape, key)) putAlong(shape, key, vertical ? pin.y : pin.x, vertical, bool(passage_.scaleWith));
@@ -230,8 +225,8 @@ void Regrouping::straighten(const Member& member) {
     return;
   }
   if (member.isOneD || isAlike(toPageMatrix(store_, shape), member.onPage)) return;
-  const Matrix wanted = toPageMatrix(store_, store_.sheet(shape)->parent).inverse().after(member.onPage);
-  const auto pin = wanted.apply(number(shape, keys().locPinX), number(shape, keys().locPinY));
+  const Matrix wanted = toPageMatrix(store_, store_.sheet(shape)->parent).inverse() * member.onPage;
+  const Point pin = wanted({number(shape, keys().locPinX), number(shape, keys().locPinY)});
   putAlong(shape, keys().pinX, pin.x, false, scales(shape, "LockMoveX"));
   putAlong(shape, keys().pinY, pin.y, true, scales(shape, "LockMoveY"));
 }

@@ -36,7 +36,7 @@ class Regrouping {
     bool isOneD = false;
     Matrix onPage;
     Polyline line;  ///< of a connector that may be drawn anew, inches of the page
-    Spot pin, begin, end;
+    Point pin, begin, end;
     double angle = 0;
     bool flipX = false, flipY = false;
   };

@@ -28,7 +28,7 @@ int fixedCodeOf(const Store& store, SheetId connector) {
   return code >= Freely && code <= OnCrossover ? code : static_cast<int>(Freely);
 }
 
-bool isSame(const Spot& a, const Spot& b, double within) {
+bool isSame(const Point& a, const Point& b, double within) {
   return std::fabs(a.x - b.x) < within && std::fabs(a.y - b.y) < within;
 }
 
@@ -43,7 +43,7 @@ bool isAtBorder(const Store& store, const ConnectorEnd& end) {
 /// with a line that meets its ends, as a pasted one.
 bool isPulled(const Store& store, const PlacementJournal::Entry& entry) {
   const ConnectorEnd first = endOf(store, entry.sheet, true), second = endOf(store, entry.sheet, false);
-  const Spot begin = first.at, end = second.at;
+  const Point begin = first.at, end = second.at;
   if (entry.came) {
     const Polyline line = lineOnPage(store, entry.sheet);
     constexpr double meeting = 1e-3;
@@ -51,7 +51,7 @@ bool isPulled(const Store& store, const PlacementJournal::Entry& entry) {
     return stray || (!line.empty() && !(isSame(line.front(), begin, meeting) && isSame(line.back(), end, meeting)));
   }
   const auto& before = entry.endsBefore;
-  const Spot beginBy{begin.x - before[0], begin.y - before[1]}, endBy{end.x - before[2], end.y - before[3]};
+  const Point beginBy{begin.x - before[0], begin.y - before[1]}, endBy{end.x - before[2], end.y - before[3]};
   // Where nothing moved, the end was glued or set free.
   return isSame(beginBy, {}, hair) || !isSame(beginBy, endBy, hair);
 }
@@ -105,12 +105,12 @@ class WayObstacles : public ObstacleSource {
   }
 
  private:
-  struct EndSpot {
-    Spot exit, at;
+  struct GluedEnd {
+    Point exit, at;
     SheetId top;  ///< the shape at the top of the page that the end is glued to
   };
   bool isOwn(SheetId shape) const {
-    return std::any_of(spots_.begin(), spots_.end(), [&](const EndSpot& spot) { return spot.top == shape; });
+    return std::any_of(spots_.begin(), spots_.end(), [&](const GluedEnd& spot) { return spot.top == shape; });
   }
   /// Lines that leave one place for several, or come from several to one, have a stem in common. Two between the same
   /// shapes would hide each other, and an end that walks has other sides to leave by; but not for a way that is nearly
@@ -124,7 +124,7 @@ class WayObstacles : public ObstacleSource {
   }
   /// A shape around an end that is glued elsewhere can't be gone around.
   bool holdsAnEnd(SheetId shape, const Box& box) const {
-    return std::any_of(spots_.begin(), spots_.end(), [&](const EndSpot& spot) {
+    return std::any_of(spots_.begin(), spots_.end(), [&](const GluedEnd& spot) {
       return spot.top != shape && (box.holds(spot.exit, hair) || box.holds(spot.at, hair));
     });
   }
@@ -134,7 +134,7 @@ class WayObstacles : public ObstacleSource {
   const SheetId connector_;
   const bool sharesLines_;  ///< lines of a tree have stems in common
   bool isNearlyStraight_ = false;
-  std::vector<EndSpot> spots_;
+  std::vector<GluedEnd> spots_;
 };
 
 RouteRequest requestOf(const Store& store, SheetId page, const ConnectorEnd& begin, const ConnectorEnd& end,
@@ -151,7 +151,7 @@ RouteRequest requestOf(const Store& store, SheetId page, const ConnectorEnd& beg
 }
 
 /// The line of a connector inside a group: what lies in the way there is the group's own affair.
-Polyline plainLine(const Spot& begin, const Spot& end) {
+Polyline plainLine(const Point& begin, const Point& end) {
   const double middle = (begin.x + end.x) / 2;
   return withoutNeedlessPoints({begin, {middle, begin.y}, {middle, end.y}, end});
 }

@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/geometry/row_tags.h"
 #include "host/recalc/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
@@ -11,8 +12,7 @@ namespace quorvel::host {
 namespace {
 
 constexpr SectionNumber geometry = SectionNumber::Geometry;
-constexpr std::uint8_t moveToTag = 138, lineToTag = 139, ellipticalArcToTag = 144, relMoveToTag = 238,
-                       relLineToTag = 239;
+constexpr std::uint8_t moveTo = numberOf(RowTag::MoveTo), lineTo = numberOf(RowTag::LineTo);
 constexpr double hair = 1e-6;
 
 CellKey vertexCell(RowKey row, std::string_view column) {
@@ -21,7 +21,7 @@ CellKey vertexCell(RowKey row, std::string_view column) {
   return {geometry, row, column == "X" ? x : column == "Y" ? y : column == "A" ? a : b};
 }
 
-std::vector<RowView> verticesOf(const Store& store, SheetId connector) {
+std::vector<RowView> vertexRows(const Store& store, SheetId connector) {
   std::vector<RowView> rows = rowsOf(store, connector, geometry);
   std::erase_if(rows, [](const RowView& row) { return row.key == RowKey::index(0); });
   return rows;
@@ -40,7 +40,7 @@ class Drawing {
   void setEnds(const Polyline& line);
   void setSize();
   void setVertices(const Polyline& local);
-  void setText(const Spot& before, const Spot& now);
+  void setText(const Point& before, const Point& now);
   Polyline toLocal(const Polyline& line) const;
   Polyline vertices() const;
   void follow() {
@@ -56,7 +56,7 @@ class Drawing {
  private:
   void setWalking(const CellKey& key, double inches);
   void setSpan(std::string_view cell, bool vertical);
-  void putVertex(std::size_t number, std::uint8_t type, const Spot& at);
+  void putVertex(std::size_t number, std::uint8_t type, const Point& at);
   void dropVertex(RowKey row);
   std::size_t localPlace(RowKey row) const;
 
@@ -70,8 +70,8 @@ class Drawing {
 Polyline Drawing::toLocal(const Polyline& line) const {
   const Matrix inverse = toPageMatrix(store_, connector_).inverse();
   Polyline local;
-  for (const Spot& spot : line) {
-    const auto at = inverse.apply(spot.x, spot.y);
+  for (const Point& spot : line) {
+    const Point at = inverse(spot);
     // What is left of sums of fractions of inches would fill files with digits.
     const auto settled = [](double number) { return std::fabs(number) < 1e-12 ? 0 : number; };
     local.push_back({settled(at.x), settled(at.y)});
@@ -81,7 +81,7 @@ Polyline Drawing::toLocal(const Polyline& line) const {
 
 Polyline Drawing::vertices() const {
   Polyline line;
-  for (const RowView& row : verticesOf(store_, connector_)) {
+  for (const RowView& row : vertexRows(store_, connector_)) {
     line.push_back({cellNumber(store_, connector_, vertexCell(row.key, "X")),
                     cellNumber(store_, connector_, vertexCell(row.key, "Y"))});
   }
@@ -110,8 +110,8 @@ void Drawing::setEnds(const Polyline& line) {
   const Matrix fromPage = toPageMatrix(store_, store_.sheet(connector_)->parent).inverse();
   for (const bool begin : {true, false}) {
     if (!endOf(store_, connector_, begin).walks) continue;
-    const Spot& onPage = begin ? line.front() : line.back();
-    const auto at = fromPage.apply(onPage.x, onPage.y);
+    const Point& onPage = begin ? line.front() : line.back();
+    const Point at = fromPage(onPage);
     setWalking(endCell(begin, false), at.x);
     setWalking(endCell(begin, true), at.y);
   }
@@ -157,11 +157,11 @@ std::size_t Drawing::localPlace(RowKey row) const {
   return static_cast<std::size_t>(found - held->rows.begin());
 }
 
-void Drawing::putVertex(std::size_t number, std::uint8_t type, const Spot& at) {
+void Drawing::putVertex(std::size_t number, std::uint8_t type, const Point& at) {
   const RowKey key = RowKey::index(static_cast<std::uint32_t>(number));
   const Row* local = store_.sheet(connector_)->find(geometry, key);
   bool fits = false;
-  for (const RowView& row : verticesOf(store_, connector_)) fits |= row.key == key && row.type == type;
+  for (const RowView& row : vertexRows(store_, connector_)) fits |= row.key == key && row.type == type;
   if (fits && !(local && local->deleted)) {
     setPlain(vertexCell(key, "X"), at.x);
     setPlain(vertexCell(key, "Y"), at.y);
@@ -201,11 +201,11 @@ void Drawing::dropVertex(RowKey row) {
 
 void Drawing::setVertices(const Polyline& local) {
   std::vector<RowKey> surplus;
-  for (const RowView& row : verticesOf(store_, connector_)) {
+  for (const RowView& row : vertexRows(store_, connector_)) {
     if (row.key.index() > local.size()) surplus.push_back(row.key);
   }
   for (std::size_t i = surplus.size(); i-- > 0;) dropVertex(surplus[i]);
-  for (std::size_t i = 0; i < local.size(); ++i) putVertex(i + 1, i == 0 ? moveToTag : lineToTag, local[i]);
+  for (std::size_t i = 0; i < local.size(); ++i) putVertex(i + 1, i == 0 ? moveTo : lineTo, local[i]);
 }
 
 /// Whether a formula puts the cell in the middle of the box, as in connectors without a wish for their text.
@@ -240,7 +240,7 @@ CellKey textHandle(const Store& store, SheetId connector, const CellKey& pin) {
 }
 
 /// A text stays where it was beside the line's middle.
-void Drawing::setText(const Spot& before, const Spot& now) {
+void Drawing::setText(const Point& before, const Point& now) {
   static const CellKey pins[] = {objectCell("TxtPinX"), objectCell("TxtPinY")};
   for (const bool vertical : {false, true}) {
     const CellKey handle = textHandle(store_, connector_, pins[vertical ? 1 : 0]);
@@ -262,8 +262,8 @@ bool isStraightLined(const Store& store, SheetId connector) {
   static const CellKey own = objectCell("ConLineRouteExt");
   constexpr int curved = 2;
   if (cellNumber(store, connector, own) == curved) return false;
-  for (const RowView& row : verticesOf(store, connector)) {
-    if (row.type != moveToTag && row.type != lineToTag) return false;
+  for (const RowView& row : vertexRows(store, connector)) {
+    if (row.type != moveTo && row.type != lineTo) return false;
     for (const char* column : {"X", "Y"}) {
       if (isGuarded(store, connector, vertexCell(row.key, column))) return false;
     }
@@ -272,9 +272,9 @@ bool isStraightLined(const Store& store, SheetId connector) {
 }
 
 void drawLine(Engine& engine, SheetId connector, const Polyline& line, std::vector<CellAddress>& changed) {
-  if (line.size() < 2 || verticesOf(engine.store, connector).empty()) return;
+  if (line.size() < 2 || vertexRows(engine.store, connector).empty()) return;
   Drawing drawing(engine, connector, changed);
-  const Spot before = midpointOf(drawing.vertices());
+  const Point before = midpointOf(drawing.vertices());
   drawing.setEnds(line);
   drawing.setSize();
   drawing.follow();
@@ -292,11 +292,11 @@ void moveEnds(Engine& engine, SheetId connector, const Polyline& line, std::vect
 
 void stretchLine(Engine& engine, SheetId connector, std::vector<CellAddress>& changed) {
   const Store& store = engine.store;
-  const std::vector<RowView> rows = verticesOf(store, connector);
+  const std::vector<RowView> rows = vertexRows(store, connector);
   if (rows.size() < 2) return;
   for (const RowView& row : rows) {
     // Vertices that formulas place follow by themselves, and relative ones with the size.
-    if (row.type == relMoveToTag || row.type == relLineToTag) return;
+    if (row.type == numberOf(RowTag::RelMoveTo) || row.type == numberOf(RowTag::RelLineTo)) return;
     for (const char* column : {"X", "Y"}) {
       const FoundCell found = findCell(store, connector, vertexCell(row.key, column));
       if (found.formula && found.formula->formula && !found.formula->formula->constant()) return;
@@ -315,13 +315,13 @@ void stretchLine(Engine& engine, SheetId connector, std::vector<CellAddress>& ch
   const auto mapX = [&](double x) { return map(x, old.front().x, old.back().x, ends[0].x, ends[1].x); };
   const auto mapY = [&](double y) { return map(y, old.front().y, old.back().y, ends[0].y, ends[1].y); };
   Polyline now;
-  for (const Spot& spot : old) now.push_back({mapX(spot.x), mapY(spot.y)});
+  for (const Point& spot : old) now.push_back({mapX(spot.x), mapY(spot.y)});
   now.front() = ends[0];
   now.back() = ends[1];
   for (std::size_t i = 0; i < rows.size(); ++i) {
     drawing.setPlain(vertexCell(rows[i].key, "X"), now[i].x);
     drawing.setPlain(vertexCell(rows[i].key, "Y"), now[i].y);
-    if (rows[i].type != ellipticalArcToTag) continue;
+    if (rows[i].type != numberOf(RowTag::EllipticalArcTo)) continue;
     const CellKey a = vertexCell(rows[i].key, "A"), b = vertexCell(rows[i].key, "B");
     drawing.setPlain(a, mapX(cellNumber(store, connector, a)));
     drawing.setPlain(b, mapY(cellNumber(store, connector, b)));

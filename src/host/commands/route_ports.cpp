@@ -9,10 +9,8 @@
 namespace quorvel::host {
 namespace {
 
-Spot spotOf(const Matrix::Point& point) { return {point.x, point.y}; }
-
 /// Where a line that leaves a shape comes out of all that it is a member of.
-Spot exitOf(const Store& store, SheetId shape, const Spot& from, Side side) {
+Point exitOf(const Store& store, SheetId shape, const Point& from, Side side) {
   return leavingPoint(boxOnPage(store, topOf(store, shape)), from, side);
 }
 
@@ -34,7 +32,7 @@ std::vector<Port> portsOfPoint(const Store& store, const ConnectorEnd& end) {
   static const CellKey width = objectCell("Width"), height = objectCell("Height");
   const Box own = Box::around({0, 0}, {cellNumber(store, end.glued, width), cellNumber(store, end.glued, height)});
   const Matrix matrix = toPageMatrix(store, end.glued);
-  const Spot at = spotOf(matrix.inverse().apply(end.at.x, end.at.y));
+  const Point at = matrix.inverse()(end.at);
   const double distances[] = {std::fabs(own.right - at.x), std::fabs(own.top - at.y), std::fabs(at.x - own.left),
                               std::fabs(at.y - own.bottom)};
   const double nearest = *std::min_element(std::begin(distances), std::end(distances));
@@ -172,10 +170,10 @@ std::vector<Port> portsOf(const Store& store, const ConnectorEnd& end, const Con
 }
 
 Polyline straightLine(const Store& store, const ConnectorEnd& begin, const ConnectorEnd& end, const RouteStyle& style) {
-  Spot from = begin.at, to = end.at;
+  Point from = begin.at, to = end.at;
   const Box first = boxOf(store, begin), second = boxOf(store, end);
   if (style.kind == RouteStyle::CentreToCentre) {
-    const Spot a = begin.walks ? first.middle() : from, b = end.walks ? second.middle() : to;
+    const Point a = begin.walks ? first.middle() : from, b = end.walks ? second.middle() : to;
     if (begin.walks) from = leavingPoint(first, a, b);
     if (end.walks) to = leavingPoint(second, b, a);
     return {from, to};
@@ -189,8 +187,8 @@ Polyline straightLine(const Store& store, const ConnectorEnd& begin, const Conne
     }
     return places;
   };
-  for (const Spot& a : placesOf(begin)) {
-    for (const Spot& b : placesOf(end)) {
+  for (const Point& a : placesOf(begin)) {
+    for (const Point& b : placesOf(end)) {
       const double length = std::hypot(a.x - b.x, a.y - b.y);
       if (length >= shortest - 1e-9) continue;
       shortest = length;

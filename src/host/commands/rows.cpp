@@ -4,11 +4,12 @@
 
 #include "host/cells/cell_name.h"
 #include "host/cells/cell_table.h"
+#include "host/geometry/row_tags.h"
 
 namespace quorvel::host {
 namespace {
 
-constexpr int tagComponent = 137;
+constexpr int tagComponent = numberOf(RowTag::Component);
 
 bool isKnownSection(int section) {
   const auto number = static_cast<SectionNumber>(section);
@@ -315,9 +316,7 @@ Outcome setRowType(Engine& engine, SheetId id, int number, int place, int tag) {
   if (!sheet || !isGeometry(section)) return Outcome::refused("only Geometry rows have a type");
   const Maybe<RowView> row = rowAt(engine.store, id, section, place);
   if (!row || place == 0) return Outcome::unknownName("no such row");
-  if (!((tag >= 138 && tag <= 144) || (tag >= 165 && tag <= 166) || (tag >= 193 && tag <= 195) ||
-        (tag >= 236 && tag <= 240)))
-    return Outcome::refused("no such kind of row");
+  if (!isVertexTag(tag)) return Outcome::refused("no such kind of row");
   CommandScope scope(engine, sheet->document, "Row type");
   if (!sheet->find(section, row->key)) {
     Row own;

@@ -45,13 +45,13 @@ void ShapeMaker::geometryFlag(std::string_view name, bool on) {
       {});
 }
 
-void ShapeMaker::vertex(std::uint32_t row, std::uint8_t tag, double x, std::string_view xFormula, double y,
+void ShapeMaker::vertex(std::uint32_t row, RowTag tag, double x, std::string_view xFormula, double y,
                         std::string_view yFormula) {
   const Column columnX = columnOf(SectionNumber::Geometry, "X").or_(0);
   const Column columnY = columnOf(SectionNumber::Geometry, "Y").or_(1);
   set({SectionNumber::Geometry, RowKey::index(row), columnX}, Value::number(x, Unit::Inches), xFormula);
   set({SectionNumber::Geometry, RowKey::index(row), columnY}, Value::number(y, Unit::Inches), yFormula);
-  engine_.store.sheet(shape_)->find(SectionNumber::Geometry)->find(RowKey::index(row))->type = tag;
+  engine_.store.sheet(shape_)->find(SectionNumber::Geometry)->find(RowKey::index(row))->type = numberOf(tag);
 }
 
 void ShapeMaker::set(const CellKey& key, Value value, std::string_view formula) {

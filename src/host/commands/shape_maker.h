@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "host/engine/engine.h"
+#include "host/geometry/row_tags.h"
 
 namespace quorvel::host {
 
@@ -27,8 +28,7 @@ class ShapeMaker {
   void textBlock(double width, double height);
   void geometryFlag(std::string_view name, bool on);
   /// `tag`: the published row tag.
-  void vertex(std::uint32_t row, std::uint8_t tag, double x, std::string_view xFormula, double y,
-              std::string_view yFormula);
+  void vertex(std::uint32_t row, RowTag tag, double x, std::string_view xFormula, double y, std::string_view yFormula);
 
  private:
   void set(const CellKey& key, Value value, std::string_view formula);

@@ -121,12 +121,11 @@ ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x
   make.length("LocPinY", height / 2, "Height*0.5");
   make.textBlock(width, height);
   make.geometryFlag("NoFill", false);
-  constexpr std::uint8_t moveToTag = 138, lineToTag = 139;
-  make.vertex(1, moveToTag, 0, "Width*0", 0, "Height*0");
-  make.vertex(2, lineToTag, width, "Width*1", 0, "Height*0");
-  make.vertex(3, lineToTag, width, "Width*1", height, "Height*1");
-  make.vertex(4, lineToTag, 0, "Width*0", height, "Height*1");
-  make.vertex(5, lineToTag, 0, "Geometry1.X1", 0, "Geometry1.Y1");
+  make.vertex(1, RowTag::MoveTo, 0, "Width*0", 0, "Height*0");
+  make.vertex(2, RowTag::LineTo, width, "Width*1", 0, "Height*0");
+  make.vertex(3, RowTag::LineTo, width, "Width*1", height, "Height*1");
+  make.vertex(4, RowTag::LineTo, 0, "Width*0", height, "Height*1");
+  make.vertex(5, RowTag::LineTo, 0, "Geometry1.X1", 0, "Geometry1.Y1");
   return finish(engine, shape, scope);
 }
 
@@ -149,9 +148,8 @@ ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, do
   make.angle("Angle", std::atan2(y2 - y1, x2 - x1), "ATAN2(EndY-BeginY,EndX-BeginX)");
   make.textBlock(length, 0);
   make.geometryFlag("NoFill", true);
-  constexpr std::uint8_t moveToTag = 138, lineToTag = 139;
-  make.vertex(1, moveToTag, 0, "Width*0", 0, "Height*0");
-  make.vertex(2, lineToTag, length, "Width*1", 0, "Height*0");
+  make.vertex(1, RowTag::MoveTo, 0, "Width*0", 0, "Height*0");
+  make.vertex(2, RowTag::LineTo, length, "Width*1", 0, "Height*0");
   return finish(engine, shape, scope);
 }
 

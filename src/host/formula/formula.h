@@ -11,6 +11,7 @@
 #include "base/maybe.h"
 #include "host/cells/cell_key.h"
 #include "host/formula/value.h"
+#include "host/geometry/point.h"
 
 namespace quorvel::host {
 
@@ -53,9 +54,6 @@ struct TextMetricsRequest {
 
 /// A path as its segments, each as the points of short lines; in a shape's own coordinates, inches.
 struct FormulaPath {
-  struct Point {
-    double x = 0, y = 0;
-  };
   std::vector<std::vector<Point>> segments;
 };
 

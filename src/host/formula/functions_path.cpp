@@ -8,7 +8,6 @@
 namespace quorvel::host {
 namespace {
 
-using Point = FormulaPath::Point;
 using Segment = std::vector<Point>;
 
 /// The short lines of a path or of one of its segments, with their lengths.

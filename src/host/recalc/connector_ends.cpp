@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "host/cells/cell_table.h"
 #include "host/recalc/dependency_graph.h"
+#include "host/sheet/geometry_rows.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
@@ -79,10 +80,9 @@ ConnectorEnd endOf(const Store& store, SheetId connector, bool begin) {
   ConnectorEnd end;
   end.begin = begin;
   const Sheet* sheet = store.sheet(connector);
-  const auto at = toPageMatrix(store, sheet ? sheet->parent : SheetId{})
-                      .apply(cellNumber(store, connector, endCell(begin, false)),
-                             cellNumber(store, connector, endCell(begin, true)));
-  end.at = {at.x, at.y};
+  const Matrix toPage = toPageMatrix(store, sheet ? sheet->parent : SheetId{});
+  end.at =
+      toPage({cellNumber(store, connector, endCell(begin, false)), cellNumber(store, connector, endCell(begin, true))});
   const FoundCell found = findCell(store, connector, endCell(begin, false));
   if (!found.formula || !found.formula->formula) return end;
   const Formula& formula = *found.formula->formula;
@@ -103,10 +103,7 @@ Box boxOnPage(const Store& store, SheetId shape) {
   const double w = cellNumber(store, shape, width), h = cellNumber(store, shape, height);
   const Matrix matrix = toPageMatrix(store, shape);
   Polyline corners;
-  for (const Spot& corner : {Spot{0, 0}, Spot{w, 0}, Spot{w, h}, Spot{0, h}}) {
-    const auto at = matrix.apply(corner.x, corner.y);
-    corners.push_back({at.x, at.y});
-  }
+  for (const Point& corner : {Point{0, 0}, Point{w, 0}, Point{w, h}, Point{0, h}}) corners.push_back(matrix(corner));
   return boundsOf(corners);
 }
 
@@ -127,15 +124,14 @@ Side sideOnPage(const Matrix& toPage, Side side) {
   return py >= 0 ? Side::Top : Side::Bottom;
 }
 
-Spot middleOnPage(const Store& store, SheetId shape, Side side) {
+Point middleOnPage(const Store& store, SheetId shape, Side side) {
   static const CellKey width = objectCell("Width"), height = objectCell("Height");
   const Box own = Box::around({0, 0}, {cellNumber(store, shape, width), cellNumber(store, shape, height)});
-  const Spot middle = middleOf(own, side);
-  const auto at = toPageMatrix(store, shape).apply(middle.x, middle.y);
-  return {at.x, at.y};
+  const Point middle = middleOf(own, side);
+  return toPageMatrix(store, shape)(middle);
 }
 
-Maybe<Spot> walkedPlace(const Store& store, SheetId connector, bool begin) {
+Maybe<Point> walkedPlace(const Store& store, SheetId connector, bool begin) {
   static const CellKey preference = objectCell("WalkPreference");
   // Those in groups too: how they were drawn is all that is known of their way.
   if (isDeclaredRoutable(store, connector)) return {};
@@ -147,9 +143,8 @@ Maybe<Spot> walkedPlace(const Store& store, SheetId connector, bool begin) {
     its = boxOnPage(store, other);
   } else {
     const Sheet* sheet = store.sheet(connector);
-    const auto at = toPageMatrix(store, sheet->parent)
-                        .apply(cellNumber(store, connector, endCell(!begin, false)),
-                               cellNumber(store, connector, endCell(!begin, true)));
+    const Point at = toPageMatrix(store, sheet->parent)(
+        {cellNumber(store, connector, endCell(!begin, false)), cellNumber(store, connector, endCell(!begin, true))});
     its = {at.x, at.y, at.x, at.y};
   }
   constexpr int beginUpright = 1, endUpright = 2;
@@ -163,16 +158,9 @@ Maybe<Spot> walkedPlace(const Store& store, SheetId connector, bool begin) {
 }
 
 Polyline lineOnPage(const Store& store, SheetId connector) {
-  static const Column xColumn = columnOf(SectionNumber::Geometry, "X").or_(0),
-                      yColumn = columnOf(SectionNumber::Geometry, "Y").or_(1);
   const Matrix matrix = toPageMatrix(store, connector);
-  Polyline line;
-  for (const RowView& row : rowsOf(store, connector, SectionNumber::Geometry)) {
-    if (row.key == RowKey::index(0)) continue;
-    const auto at = matrix.apply(cellNumber(store, connector, {SectionNumber::Geometry, row.key, xColumn}),
-                                 cellNumber(store, connector, {SectionNumber::Geometry, row.key, yColumn}));
-    line.push_back({at.x, at.y});
-  }
+  Polyline line = verticesOf(store, connector, SectionNumber::Geometry);
+  for (Point& point : line) point = matrix(point);
   return line;
 }
 

@@ -15,7 +15,7 @@ bool isRoutable(const Store& store, SheetId sheet);
 
 struct ConnectorEnd {
   bool begin = true;
-  Spot at;             ///< inches of the page
+  Point at;            ///< inches of the page
   SheetId glued;       ///< null: the end is free
   bool walks = false;  ///< glued to the shape as a whole; where on it, is found anew when something moves
 };
@@ -38,11 +38,11 @@ Box boxOnPage(const Store& store, SheetId shape);
 /// The shape at the top of the page that holds the shape; itself when it stands there.
 SheetId topOf(const Store& store, SheetId shape);
 /// The middle of a side of the shape's own box, on the page.
-Spot middleOnPage(const Store& store, SheetId shape, Side side);
+Point middleOnPage(const Store& store, SheetId shape, Side side);
 /// Where an end that walks belongs on a connector that is not routed: the side that faces what the other end is glued
 /// to, or the other end itself. Nothing for a routable one, whose way decides, and for an end that walks around
 /// nothing.
-Maybe<Spot> walkedPlace(const Store& store, SheetId connector, bool begin);
+Maybe<Point> walkedPlace(const Store& store, SheetId connector, bool begin);
 /// The direction on the page of a side of the shape, to the nearest quarter turn.
 Side sideOnPage(const Matrix& toPage, Side side);
 /// The line as its first Geometry section draws it, in inches of the page; arcs and curves as their chords.

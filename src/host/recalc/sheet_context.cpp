@@ -9,7 +9,7 @@
 #include "host/formula/word_list.h"
 #include "host/recalc/connector_ends.h"
 #include "host/recalc/dependency_graph.h"
-#include "host/recalc/geometry_path.h"
+#include "host/recalc/measured_path.h"
 #include "host/recalc/relations.h"
 #include "host/recalc/themes.h"
 #include "host/sheet/inheritance.h"
@@ -89,8 +89,8 @@ std::string SheetContext::shapeText(const Reference& reference) {
 Maybe<Value> SheetContext::convertPoint(const Value& point, const Reference* from, const Reference* to) {
   const SheetId source = resolve(from), target = resolve(to);
   if (!source || !target) return {};
-  const auto onPage = toPageMatrix(store_, source).apply(point.internal(), point.y());
-  const auto there = toPageMatrix(store_, target).inverse().apply(onPage.x, onPage.y);
+  const Point onPage = toPageMatrix(store_, source)({point.internal(), point.y()});
+  const Point there = toPageMatrix(store_, target).inverse()(onPage);
   return Value::point(there.x, there.y);
 }
 
@@ -99,9 +99,9 @@ Maybe<Value> SheetContext::toParent(const Value& point, const Reference* shape) 
   const SheetId source = resolve(shape);
   const Sheet* here = store_.sheet(cell_.sheet);
   if (!source || !here) return {};
-  const auto onPage = toPageMatrix(store_, source).apply(point.internal(), point.y());
+  const Point onPage = toPageMatrix(store_, source)({point.internal(), point.y()});
   if (!here->parent) return Value::point(onPage.x, onPage.y);
-  const auto there = toPageMatrix(store_, here->parent).inverse().apply(onPage.x, onPage.y);
+  const Point there = toPageMatrix(store_, here->parent).inverse()(onPage);
   return Value::point(there.x, there.y);
 }
 
@@ -109,9 +109,9 @@ Maybe<Value> SheetContext::walkedTo() {
   bool begin = false;
   const Sheet* here = store_.sheet(cell_.sheet);
   if (!here || !isEndCell(cell_.key, begin)) return {};
-  const Maybe<Spot> place = walkedPlace(store_, cell_.sheet, begin);
+  const Maybe<Point> place = walkedPlace(store_, cell_.sheet, begin);
   if (!place) return {};
-  const auto there = toPageMatrix(store_, here->parent).inverse().apply(place->x, place->y);
+  const Point there = toPageMatrix(store_, here->parent).inverse()(*place);
   return Value::point(there.x, there.y);
 }
 
@@ -119,7 +119,7 @@ Maybe<FormulaPath> SheetContext::path(const Reference& section, bool& exists) {
   exists = false;
   const SheetId target = resolve(&section);
   if (!target || !section.cell) return {};
-  return pathOf(store_, target, section.cell.section, exists);
+  return measuredPath(store_, target, section.cell.section, exists);
 }
 
 Maybe<std::vector<double>> SheetContext::boundingBox() { return drawnBox(store_, cell_.sheet); }

@@ -35,7 +35,7 @@ Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles
 void Lanes::collectBeside(const std::vector<OtherLine>& taken, double clearX, double clearY) {
   for (const auto& [line, isRelated] : taken) {
     for (std::size_t i = 1; i < line.size() && !isRelated; ++i) {
-      const Spot &a = line[i - 1], &b = line[i];
+      const Point &a = line[i - 1], &b = line[i];
       if (std::fabs(a.x - b.x) < hair) {
         for (const double x : {a.x - clearX, a.x + clearX}) xs_.push_back({x, parallelLiking});
       } else if (std::fabs(a.y - b.y) < hair) {
@@ -46,7 +46,7 @@ void Lanes::collectBeside(const std::vector<OtherLine>& taken, double clearX, do
 }
 
 /// Pieces of the grid that lie upon a level or upright line.
-void Lanes::markUsed(const Spot& from, const Spot& to, Use use) {
+void Lanes::markUsed(const Point& from, const Point& to, Use use) {
   const Box piece = Box::around(from, to);
   const auto raise = [use](std::uint8_t& used) { used = std::max<std::uint8_t>(used, use); };
   if (piece.height() < hair) {
@@ -66,7 +66,7 @@ void Lanes::markUsed(const Spot& from, const Spot& to, Use use) {
 }
 
 /// Pieces of the grid along a level or upright line that are too near to it to be told from it.
-void Lanes::markBeside(const Spot& from, const Spot& to, double clearX, double clearY) {
+void Lanes::markBeside(const Point& from, const Point& to, double clearX, double clearY) {
   const Box piece = Box::around(from, to);
   const auto mark = [](std::uint8_t& used) { used = std::max<std::uint8_t>(used, Beside); };
   const auto isBeside = [](double at, double line, double clear) {

@@ -57,8 +57,8 @@ class Lanes {
   void collectNarrow(const RouteRequest& request, const std::vector<Obstacle>& obstacles);
   void collectBeside(const std::vector<OtherLine>& taken, double clearX, double clearY);
   void mark(const Obstacle& obstacle, double clearX, double clearY);
-  void markUsed(const Spot& from, const Spot& to, Use use);
-  void markBeside(const Spot& from, const Spot& to, double clearX, double clearY);
+  void markUsed(const Point& from, const Point& to, Use use);
+  void markBeside(const Point& from, const Point& to, double clearX, double clearY);
   static void settle(std::vector<Line>& lines);
   static std::size_t nearest(const std::vector<Line>& lines, double at);
 

@@ -8,7 +8,7 @@ namespace {
 constexpr double hair = 1e-6;
 
 /// The part of a..b that lies inside the box, as shares of the way; false when none does.
-bool clip(const Spot& a, const Spot& b, const Box& box, double& from, double& to) {
+bool clip(const Point& a, const Point& b, const Box& box, double& from, double& to) {
   from = 0;
   to = 1;
   const auto narrow = [&](double start, double step, double low, double high) {
@@ -27,7 +27,7 @@ bool clip(const Spot& a, const Spot& b, const Box& box, double& from, double& to
 Box boundsOf(const Polyline& line) {
   if (line.empty()) return {};
   Box box{line.front().x, line.front().y, line.front().x, line.front().y};
-  for (const Spot& spot : line) box.include(spot);
+  for (const Point& spot : line) box.include(spot);
   return box;
 }
 
@@ -38,7 +38,7 @@ double lengthOf(const Polyline& line) {
   return length;
 }
 
-Spot midpointOf(const Polyline& line) {
+Point midpointOf(const Polyline& line) {
   if (line.empty()) return {};
   double left = lengthOf(line) / 2;
   for (std::size_t i = 1; i < line.size(); ++i) {
@@ -62,13 +62,13 @@ bool crosses(const Polyline& line, const Box& box) {
   return false;
 }
 
-Spot leavingPoint(const Box& box, const Spot& from, const Spot& outside) {
+Point leavingPoint(const Box& box, const Point& from, const Point& outside) {
   double enter = 0, leave = 0;
   if (!clip(from, outside, box, enter, leave)) return from;
   return {std::lerp(from.x, outside.x, leave), std::lerp(from.y, outside.y, leave)};
 }
 
-Spot leavingPoint(const Box& box, const Spot& from, Side side) {
+Point leavingPoint(const Box& box, const Point& from, Side side) {
   if (!box.grown(hair, hair).holds(from)) return from;
   switch (side) {
     case Side::Right:
@@ -83,7 +83,7 @@ Spot leavingPoint(const Box& box, const Spot& from, Side side) {
   return from;
 }
 
-Spot middleOf(const Box& box, Side side) { return leavingPoint(box, box.middle(), side); }
+Point middleOf(const Box& box, Side side) { return leavingPoint(box, box.middle(), side); }
 
 Side walkTo(const Box& own, const Box& other, bool upright) {
   const Side sideways = other.middle().x >= own.middle().x ? Side::Right : Side::Left;

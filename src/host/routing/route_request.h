@@ -36,9 +36,9 @@ class ObstacleSource {
 
 /// A place where a line may begin or end.
 struct Port {
-  Spot at;
+  Point at;
   /// Where the line comes out of the shape that it is glued to; the place itself when that lies on its border.
-  Spot exit;
+  Point exit;
   Side side = Side::Right;  ///< the direction in which a line leaves it (an arriving one comes from there)
   double cost = 0;          ///< how much length a line saved elsewhere must outweigh to use this port
 };

@@ -63,8 +63,8 @@ class Search {
   std::size_t columnOf(State state) const { return state / 4 % lanes_.columns(); }
   std::size_t rowOf(State state) const { return state / 4 / lanes_.columns(); }
   static Side directionOf(State state) { return static_cast<Side>(state % 4); }
-  Spot spotOf(State state) const { return {lanes_.x(columnOf(state)), lanes_.y(rowOf(state))}; }
-  double atLeast(const Spot& spot) const;
+  Point spotOf(State state) const { return {lanes_.x(columnOf(state)), lanes_.y(rowOf(state))}; }
+  double atLeast(const Point& spot) const;
   void reach(State state, double cost, State from);
   void goOn(State state, double cost);
   Route traced(State state, const Goal& goal) const;
@@ -79,7 +79,7 @@ class Search {
   std::priority_queue<Waiting> waiting_;
 };
 
-double Search::atLeast(const Spot& spot) const {
+double Search::atLeast(const Point& spot) const {
   double least = std::numeric_limits<double>::max();
   for (const Goal& goal : goals_) {
     const Port& port = request_.end[goal.port];
@@ -214,10 +214,10 @@ Route findAmong(const RouteRequest& request, const std::vector<Obstacle>& obstac
 Polyline withoutNeedlessPoints(const Polyline& line) {
   constexpr double hair = 1e-6;
   Polyline kept;
-  for (const Spot& spot : line) {
+  for (const Point& spot : line) {
     if (!kept.empty() && std::fabs(spot.x - kept.back().x) < hair && std::fabs(spot.y - kept.back().y) < hair) continue;
     while (kept.size() >= 2) {
-      const Spot &a = kept[kept.size() - 2], &b = kept.back();
+      const Point &a = kept[kept.size() - 2], &b = kept.back();
       const double cross = (b.x - a.x) * (spot.y - b.y) - (b.y - a.y) * (spot.x - b.x);
       const double ahead = (b.x - a.x) * (spot.x - b.x) + (b.y - a.y) * (spot.y - b.y);
       const double scale = std::hypot(b.x - a.x, b.y - a.y) + std::hypot(spot.x - b.x, spot.y - b.y);
@@ -258,7 +258,7 @@ Route findRoute(const RouteRequest& request, const ObstacleSource& source) {
   // Between ends far apart lie more shapes than a way meets; they are learned of one by one.
   constexpr double far = 64;
   if (between.width() < far * request.clearX && between.height() < far * request.clearY) learn(between);
-  for (const Spot& end : ends) learn(Box{end.x, end.y, end.x, end.y}.grown(2 * request.clearX, 2 * request.clearY));
+  for (const Point& end : ends) learn(Box{end.x, end.y, end.x, end.y}.grown(2 * request.clearX, 2 * request.clearY));
   // Other lines only near the ends' own box: a way that leads far out is long enough to be told apart.
   std::vector<OtherLine> taken;
   source.linesTouching(boundsOf(ends).grown(2 * request.clearX, 2 * request.clearY), taken);

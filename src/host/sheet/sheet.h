@@ -49,7 +49,7 @@ struct Row {
   RowKey key;
   Atom name;              ///< the name in the case of its creation; null for indexed rows
   Atom localName;         ///< what people read for it where that is another; null: the same
-  std::uint8_t type = 0;  ///< Geometry: the published row tag (138 MoveTo, 139 LineTo …); else 0
+  std::uint8_t type = 0;  ///< Geometry: the number of a RowTag; else 0
   bool deleted = false;   ///< hides the master's row of the same key
   std::vector<std::pair<Column, Cell>> cells;
   ExtrasPtr extras;

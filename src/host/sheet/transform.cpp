@@ -7,22 +7,6 @@
 
 namespace quorvel::host {
 
-Matrix Matrix::after(const Matrix& inner) const {
-  return {a * inner.a + c * inner.b, b * inner.a + d * inner.b,     a * inner.c + c * inner.d,
-          b * inner.c + d * inner.d, a * inner.e + c * inner.f + e, b * inner.e + d * inner.f + f};
-}
-
-Matrix Matrix::inverse() const {
-  const double determinant = a * d - b * c;
-  if (std::fabs(determinant) < 1e-300) return {};
-  return {d / determinant,
-          -b / determinant,
-          -c / determinant,
-          a / determinant,
-          (c * f - d * e) / determinant,
-          (b * e - a * f) / determinant};
-}
-
 Matrix toParentMatrix(const Store& store, SheetId id) {
   const Sheet* sheet = store.sheet(id);
   if (!sheet || !sheet->isShape()) return {};
@@ -35,7 +19,7 @@ Matrix toParentMatrix(const Store& store, SheetId id) {
   const double cosine = std::cos(angle), sine = std::sin(angle);
   // Move the local pin to the origin, flip about it, turn, and move to the pin.
   Matrix matrix{cosine * sx, sine * sx, -sine * sy, cosine * sy, 0, 0};
-  const auto shifted = matrix.apply(-number(locPinX), -number(locPinY));
+  const Point shifted = matrix({-number(locPinX), -number(locPinY)});
   matrix.e = shifted.x + number(pinX);
   matrix.f = shifted.y + number(pinY);
   return matrix;
@@ -46,7 +30,7 @@ Matrix toPageMatrix(const Store& store, SheetId id) {
   for (int depth = 0; id && depth < 1000; ++depth) {
     const Sheet* sheet = store.sheet(id);
     if (!sheet || !sheet->isShape()) break;
-    matrix = toParentMatrix(store, id).after(matrix);
+    matrix = toParentMatrix(store, id) * matrix;
     id = sheet->parent;
   }
   return matrix;

@@ -18,7 +18,7 @@ Box drawnBounds(const Scene& scene, std::size_t from) {
   for (std::size_t i = from; i < scene.items.size(); ++i) {
     const SceneItem& item = scene.items[i];
     if (const auto* path = std::get_if<PathItem>(&item)) {
-      const Box drawn = path->path.bounds();
+      const Box drawn = boundsOf(path->path);
       if (drawn.isEmpty()) continue;
       const double half = path->stroke.visible ? path->stroke.width / 2 : 0;
       box.add(Box{drawn.left - half, drawn.top - half, drawn.right + half, drawn.bottom + half});

@@ -5,8 +5,8 @@
 
 #include "base/text.h"
 #include "render/build/arrowheads.h"
-#include "render/build/geometry_path.h"
 #include "render/build/line_style.h"
+#include "render/build/shape_geometry.h"
 #include "render/cells/colours.h"
 #include "render/cells/fill.h"
 #include "render/picture/image.h"
@@ -127,13 +127,13 @@ bool ShapeBuilder::isVisible(const ShapeCells& cells, bool parentVisible) const 
 }
 
 void ShapeBuilder::addOwn(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage) {
-  addGeometry(cells, frame, toPage);
+  addGeometry(cells, toPage);
   addPicture(cells, frame, toPage);
   addText(cells, frame, toPage);
 }
 
-void ShapeBuilder::addGeometry(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage) {
-  std::vector<GeometrySection> sections = geometryOf(cells, frame.width, frame.height);
+void ShapeBuilder::addGeometry(const ShapeCells& cells, const Matrix& toPage) {
+  std::vector<GeometrySection> sections = geometryOf(cells);
   if (sections.empty()) return;
   LineStyle line = lineStyleOf(page_, cells);
   for (GeometrySection& section : sections) section.path = roundCorners(section.path, line.rounding);
@@ -147,12 +147,12 @@ void ShapeBuilder::addGeometry(const ShapeCells& cells, const ShapeFrame& frame,
     oneOutline = oneOutline && section.filled && section.stroked && allClosed(section.path);
   }
   if (line.gradient.kind != FillStyle::None && !stroked.isEmpty())
-    if (const Fill placed = placedFill(line.gradient, stroked.bounds(), toPage);
+    if (const Fill placed = placedFill(line.gradient, boundsOf(stroked), toPage);
         const auto* gradient = std::get_if<Gradient>(&placed))
       line.stroke.gradient = std::make_shared<const Gradient>(*gradient);
   std::vector<PathItem> items;
   Fill fill;
-  if (!filled.isEmpty()) fill = placedFill(fillStyleOf(page_, cells), filled.bounds(), toPage);
+  if (!filled.isEmpty()) fill = placedFill(fillStyleOf(page_, cells), boundsOf(filled), toPage);
   if (paints(fill)) {
     filled.transform(toPage);
     items.push_back({std::move(filled), std::move(fill), {}});

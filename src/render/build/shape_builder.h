@@ -32,7 +32,7 @@ class ShapeBuilder {
  private:
   bool isVisible(const ShapeCells& cells, bool parentVisible) const;
   void addOwn(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
-  void addGeometry(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
+  void addGeometry(const ShapeCells& cells, const Matrix& toPage);
   void addPicture(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
   void addText(const ShapeCells& cells, const ShapeFrame& frame, const Matrix& toPage);
   void setLink(const ShapeCells& cells, ShapeBegin& begin) const;

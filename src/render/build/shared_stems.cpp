@@ -58,7 +58,7 @@ void SharedStems::remember(const std::vector<Point>& corners, const Stroke& stro
 Path SharedStems::withoutPainted(const Path& line, const Stroke& stroke) {
   const bool isPlain = stroke.dashes.empty() && !stroke.gradient && stroke.colour.opacity >= 1;
   std::vector<Point> corners = isPlain ? cornersOf(line) : std::vector<Point>();
-  if (corners.empty() || line.bounds().width() > 1e6 || line.bounds().height() > 1e6) return line;
+  if (corners.empty() || boundsOf(line).width() > 1e6 || boundsOf(line).height() > 1e6) return line;
   const std::vector<Point> whole = corners;
   cutFront(corners, stroke);
   std::reverse(corners.begin(), corners.end());

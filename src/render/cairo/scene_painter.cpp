@@ -163,7 +163,7 @@ struct ScenePainter::State {
     plain.blur = 0;
     plain.stroke.colour.opacity = 1;
     if (fill) plain.fill = Colour{0, 1};
-    Box area = item.path.bounds();
+    Box area = boundsOf(item.path);
     const double reach = 3 * item.blur + (item.stroke.visible ? item.stroke.width : 0);
     area = {area.left - reach, area.top - reach, area.right + reach, area.bottom + reach};
     const SoftMask mask(area, item.blur, [&](cairo_t* pixels) { paint(pixels, plain); });

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "render/cairo/images.h"
-#include "render/scene/path.h"
+#include "render/scene/box.h"
 
 namespace quorvel::render {
 

@@ -202,7 +202,7 @@ void RecordedCanvas::clipSquare(Path path, Joining how) {
       if (how == Joining::Copy) clips.clear();
       // Most makers begin with the picture's own frame.
       constexpr double slack = 1e-3;
-      const Box box = path.bounds();
+      const Box box = boundsOf(path);
       const bool isFrame = path.points().size() == 4 && box.left <= slack && box.top <= slack &&
                            box.right >= 1 - slack && box.bottom >= 1 - slack;
       if (!isFrame) clips.push_back(std::make_shared<const Path>(std::move(path)));

@@ -1,7 +1,7 @@
 // The tiles of hatched fills, so that every backend draws the same ones.
 #pragma once
 
-#include "render/scene/path.h"
+#include "render/scene/box.h"
 
 namespace quorvel::render {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "host/sheet/ids.h"
-#include "render/scene/path.h"
+#include "render/scene/box.h"
 
 namespace quorvel::render {
 

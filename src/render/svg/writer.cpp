@@ -252,7 +252,7 @@ class Writer {
     const auto* fill = std::get_if<Colour>(&item.fill);
     const Colour colour = fill ? *fill : item.stroke.colour;
     // The filter's own area must hold all that the smear reaches.
-    Box area = item.path.bounds();
+    Box area = boundsOf(item.path);
     const double reach = 3 * item.blur + (item.stroke.visible ? item.stroke.width : 0);
     area = {area.left - reach, area.top - reach, area.right + reach, area.bottom + reach};
     const std::string filter = defined("soft", written([&] {

@@ -35,7 +35,7 @@ class Boxes : public ObstacleSource {
 };
 
 Port sideOf(const Box& box, Side side, double cost = 0) {
-  const Spot middle = middleOf(box, side);
+  const Point middle = middleOf(box, side);
   return {middle, middle, side, cost};
 }
 
@@ -47,7 +47,7 @@ std::vector<Port> everySideOf(const Box& box) {
 
 std::string written(const Polyline& line) {
   std::ostringstream text;
-  for (const Spot& spot : line) text << '(' << spot.x << ',' << spot.y << ')';
+  for (const Point& spot : line) text << '(' << spot.x << ',' << spot.y << ')';
   return text.str();
 }
 
@@ -60,7 +60,7 @@ bool isRightAngled(const Polyline& line) {
 
 /// The line leaves the place in the direction.
 bool leaves(const Polyline& line, const Port& port) {
-  const Spot a = line.front(), b = line[1];
+  const Point a = line.front(), b = line[1];
   const double x = b.x - a.x, y = b.y - a.y;
   switch (port.side) {
     case Side::Right:

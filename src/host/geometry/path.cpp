@@ -1,35 +1,8 @@
-#include "render/scene/path.h"
+#include "host/geometry/path.h"
 
 #include <algorithm>
 
-namespace quorvel::render {
-
-void Box::add(Point p) {
-  if (isEmpty()) {
-    *this = {p.x, p.y, p.x, p.y};
-    return;
-  }
-  left = std::min(left, p.x);
-  right = std::max(right, p.x);
-  top = std::min(top, p.y);
-  bottom = std::max(bottom, p.y);
-}
-
-void Box::add(const Box& other) {
-  if (other.isEmpty()) return;
-  add(Point{other.left, other.top});
-  add(Point{other.right, other.bottom});
-}
-
-Matrix Matrix::rotation(double radians) {
-  const double c = std::cos(radians), s = std::sin(radians);
-  return {c, s, -s, c, 0, 0};
-}
-
-Matrix Matrix::operator*(const Matrix& inner) const {
-  return {a * inner.a + c * inner.b, b * inner.a + d * inner.b,     a * inner.c + c * inner.d,
-          b * inner.c + d * inner.d, a * inner.e + c * inner.f + e, b * inner.e + d * inner.f + f};
-}
+namespace quorvel::host {
 
 void Path::moveTo(Point p) {
   verbs_.push_back(PathVerb::MoveTo);
@@ -87,12 +60,6 @@ void Path::clamp(double farthest) {
   for (Point& p : points_) p = {clamped(p.x), clamped(p.y)};
 }
 
-Box Path::bounds() const {
-  Box box;
-  for (Point p : points_) box.add(p);
-  return box;
-}
-
 std::vector<Path> subpathsOf(const Path& path) {
   std::vector<Path> subpaths;
   std::size_t at = 0;
@@ -119,4 +86,4 @@ std::vector<Path> subpathsOf(const Path& path) {
   return subpaths;
 }
 
-}  // namespace quorvel::render
+}  // namespace quorvel::host
