@@ -10,10 +10,10 @@
 
 #include "formats/formats.h"
 #include "host/cells/cell_name.h"
-#include "host/commands/route_connectors.h"
+#include "host/connector_edits/route_connectors.h"
+#include "host/connectors/connector_ends.h"
 #include "host/engine/engine.h"
 #include "host/formula/number_text.h"
-#include "host/recalc/connector_ends.h"
 #include "host/recalc/recalculator.h"
 #include "host/recalc/sheet_context.h"
 #include "host/recalc/themes.h"

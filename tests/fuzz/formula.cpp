@@ -3,7 +3,7 @@
 #include "fuzz/check.h"
 #include "host/automation/in_memory_host.h"
 #include "host/cells/cell_name.h"
-#include "host/commands/write_cell.h"
+#include "host/edits/write_cell.h"
 #include "host/recalc/sheet_context.h"
 
 namespace quorvel::fuzz {

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "host/commands/route_map.h"
 #include "host/connector_master.h"
+#include "host/connectors/connector_ends.h"
+#include "host/connectors/route_map.h"
 #include "host/host_fixture.h"
-#include "host/recalc/connector_ends.h"
 #include "host/recalc/recalculator.h"
 #include "host/store_dump.h"
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/connectors/connector_ends.h"
 #include "host/host_fixture.h"
-#include "host/recalc/connector_ends.h"
 #include "host/sheet/transform.h"
 #include "host/store_dump.h"
 

@@ -1,7 +1,7 @@
 // Values follow what they read, and only that: long chains, circles, inherited formulas, text measures.
 #include <gtest/gtest.h>
 
-#include "host/commands/write_cell.h"
+#include "host/edits/write_cell.h"
 #include "host/host_fixture.h"
 #include "host/sheet/inheritance.h"
 

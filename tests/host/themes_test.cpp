@@ -1,6 +1,6 @@
 // What formulas find of a theme, of none, and of cells that leave their value to it.
 #include "host/host_fixture.h"
-#include "host/sheet/theme_values.h"
+#include "host/sheet/theme_index.h"
 
 namespace quorvel {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "formats/formats.h"
 #include "formats/store_text.h"
-#include "host/recalc/connector_ends.h"
+#include "host/connectors/connector_ends.h"
 #include "host/store_dump.h"
 #include "stories/details_fixture.h"
 

@@ -2,7 +2,7 @@
 // drawn.
 #include <cmath>
 
-#include "host/recalc/connector_ends.h"
+#include "host/connectors/connector_ends.h"
 #include "map_fixture.h"
 
 namespace quorvel {

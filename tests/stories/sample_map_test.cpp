@@ -8,7 +8,7 @@
 #include <map>
 
 #include "host/cells/cell_name.h"
-#include "host/recalc/connector_ends.h"
+#include "host/connectors/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel {

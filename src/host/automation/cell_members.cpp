@@ -6,7 +6,7 @@
 #include "host/cells/cell_name.h"
 #include "host/cells/cell_table.h"
 #include "host/commands/text_fields.h"
-#include "host/commands/write_cell.h"
+#include "host/edits/write_cell.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
@@ -116,8 +116,9 @@ bool InMemoryHost::putCell(const CellAddress& cell, Member member, Arguments ind
       const bool force = member == Member::Cell_FormulaForce || member == Member::Cell_FormulaForceU;
       const bool local = member == Member::Cell_Formula || member == Member::Cell_FormulaForce;
       const FormulaLocale& locale = engine_.store.locale();
-      return settle(
-          writeFormula(engine_, cell, local ? toUniversalSyntax(*formula, locale) : std::string(*formula), force));
+      const std::string universal = local ? toUniversalSyntax(*formula, locale) : std::string(*formula);
+      if (isFieldToBe(engine_, cell)) return settle(writeFirstField(engine_, cell.sheet, universal));
+      return settle(writeFormula(engine_, cell, universal, force));
     }
     case Member::Cell_Result:
     case Member::Cell_ResultForce:

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "base/xml_characters.h"
-#include "host/commands/route_connectors.h"
+#include "host/connector_edits/route_connectors.h"
 
 namespace quorvel::host {
 namespace {

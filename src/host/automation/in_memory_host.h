@@ -3,7 +3,7 @@
 
 #include <deque>
 
-#include "host/commands/rows.h"
+#include "host/edits/rows.h"
 #include "host/engine/engine.h"
 #include "model/backend.h"
 

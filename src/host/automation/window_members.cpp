@@ -6,9 +6,9 @@
 #include "host/automation/in_memory_host.h"
 #include "host/cells/cell_table.h"
 #include "host/commands/group_shapes.h"
-#include "host/commands/layers.h"
 #include "host/commands/shapes.h"
-#include "host/commands/write_cell.h"
+#include "host/edits/layers.h"
+#include "host/edits/write_cell.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

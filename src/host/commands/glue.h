@@ -12,11 +12,4 @@ namespace quorvel::host {
 /// everything else.
 Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target);
 
-/// An end that walks stays where it is, and walks no longer.
-void freeWalkingEnd(Engine& engine, SheetId connector, bool begin);
-
-/// Call when a formula was written to a cell: an end whose formula glues no longer is set free altogether, and one that
-/// is glued by hand gets its entry among the page's connects. `before`: the formula that stood there.
-void followGlue(Engine& engine, const CellAddress& cell, const FormulaPtr& before);
-
 }  // namespace quorvel::host

@@ -5,14 +5,15 @@
 #include <unordered_set>
 
 #include "host/cells/cell_table.h"
-#include "host/commands/layers.h"
-#include "host/commands/loosen_references.h"
-#include "host/commands/regrouping.h"
-#include "host/commands/shape_maker.h"
-#include "host/recalc/connector_ends.h"
+#include "host/connectors/connector_ends.h"
+#include "host/edits/layers.h"
+#include "host/edits/loosen_references.h"
+#include "host/edits/regrouping.h"
+#include "host/edits/shape_maker.h"
 #include "host/recalc/measured_path.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/own_content.h"
+#include "host/sheet/references.h"
 
 namespace quorvel::host {
 namespace {

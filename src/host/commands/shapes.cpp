@@ -6,11 +6,11 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/commands/copy_shapes.h"
-#include "host/commands/loosen_references.h"
 #include "host/commands/picture_file.h"
-#include "host/commands/shape_maker.h"
-#include "host/commands/write_cell.h"
+#include "host/edits/copy_shapes.h"
+#include "host/edits/loosen_references.h"
+#include "host/edits/shape_maker.h"
+#include "host/edits/write_cell.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/commands/write_cell.h"
+#include "host/edits/write_cell.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
@@ -115,7 +115,7 @@ bool isFieldToBe(const Engine& engine, const CellAddress& cell) {
 
 Outcome writeFirstField(Engine& engine, SheetId shape, std::string_view formula) {
   if (engine.writeDepth >= Engine::deepestWrite) return Outcome::refused("writes inside writes are nested too deeply");
-  return addCustomField(engine, shape, formula, 0);
+  return addCustomField(engine, shape, withoutEqualSign(formula), 0);
 }
 
 Outcome beginTextEdit(Engine& engine, SheetId shape) {

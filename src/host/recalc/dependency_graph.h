@@ -57,8 +57,4 @@ class DependencyGraph {
   std::unordered_map<MasterId, std::vector<CellAddress>> placeDependent_;
 };
 
-/// The sheet that a reference means in a formula that stands on `definition` and is evaluated for `context`; null for
-/// nothing there.
-SheetId resolveReference(const Store& store, SheetId definition, SheetId context, const Reference& reference);
-
 }  // namespace quorvel::host

@@ -5,8 +5,8 @@
 
 #include "host/cells/cell_table.h"
 #include "host/cells/type_size.h"
+#include "host/connectors/connector_ends.h"
 #include "host/formula/formula.h"
-#include "host/recalc/connector_ends.h"
 #include "host/recalc/sheet_context.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/units_of_page.h"

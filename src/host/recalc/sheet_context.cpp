@@ -5,14 +5,16 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/connectors/connector_ends.h"
 #include "host/formula/calendar.h"
 #include "host/formula/word_list.h"
-#include "host/recalc/connector_ends.h"
 #include "host/recalc/dependency_graph.h"
 #include "host/recalc/measured_path.h"
 #include "host/recalc/relations.h"
 #include "host/recalc/themes.h"
 #include "host/sheet/inheritance.h"
+#include "host/sheet/references.h"
+#include "host/sheet/theme_index.h"
 #include "host/sheet/transform.h"
 #include "host/sheet/units_of_page.h"
 

@@ -8,6 +8,7 @@
 #include "host/cells/cell_table.h"
 #include "host/recalc/dependency_graph.h"
 #include "host/sheet/inheritance.h"
+#include "host/sheet/references.h"
 
 namespace quorvel::host {
 namespace {

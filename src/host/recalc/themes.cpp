@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "host/cells/cell_table.h"
 #include "host/sheet/inheritance.h"
+#include "host/sheet/theme_index.h"
 
 namespace quorvel::host {
 namespace {

@@ -8,10 +8,10 @@
 #include <variant>
 #include <vector>
 
+#include "host/connectors/placement_journal.h"
 #include "host/recalc/cell_address.h"
 #include "host/recalc/dependency_graph.h"
 #include "host/sheet/store.h"
-#include "host/undo/placement_journal.h"
 #include "host/undo/row_renames.h"
 
 namespace quorvel::host {

@@ -6,6 +6,7 @@
 #include "render/cells/fill.h"
 #include "render/cells/page_context.h"
 #include "render/cells/shape_cells.h"
+#include "host/sheet/theme_index.h"
 
 namespace quorvel::render {
 namespace {

@@ -1,11 +1,11 @@
-#include "host/commands/layers.h"
+#include "host/edits/layers.h"
 
 #include <algorithm>
 #include <charconv>
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/commands/write_cell.h"
+#include "host/edits/write_cell.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

@@ -1,20 +1,13 @@
-#include "host/commands/write_cell.h"
+#include "host/edits/write_cell.h"
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/commands/glue.h"
-#include "host/commands/text_fields.h"
+#include "host/connector_edits/end_glue.h"
 #include "host/formula/number_text.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
 namespace {
-
-std::string_view bare(std::string_view formula) {
-  formula = trimmed(formula);
-  if (!formula.empty() && formula.front() == '=') formula = trimmed(formula.substr(1));
-  return formula;
-}
 
 bool isText(const Engine& engine, const CellAddress& cell) {
   const CellDefinition* definition = definitionOf(cell.key);
@@ -96,10 +89,15 @@ Outcome check(Engine& engine, const CellAddress& cell, bool force) {
 
 }  // namespace
 
+std::string_view withoutEqualSign(std::string_view formula) {
+  formula = trimmed(formula);
+  if (!formula.empty() && formula.front() == '=') formula = trimmed(formula.substr(1));
+  return formula;
+}
+
 Outcome writeFormula(Engine& engine, const CellAddress& cell, std::string_view formula, bool force) {
-  if (isFieldToBe(engine, cell)) return writeFirstField(engine, cell.sheet, bare(formula));
   if (Outcome checked = check(engine, cell, force); !checked) return checked;
-  Maybe<Cell> content = contentFor(engine, cell, bare(formula));
+  Maybe<Cell> content = contentFor(engine, cell, withoutEqualSign(formula));
   if (!content) return Outcome::refused("the text is no formula");
   return commit(engine, cell, *content);
 }

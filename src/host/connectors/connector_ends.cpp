@@ -1,12 +1,12 @@
-#include "host/recalc/connector_ends.h"
+#include "host/connectors/connector_ends.h"
 
 #include <cmath>
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/recalc/dependency_graph.h"
 #include "host/sheet/geometry_rows.h"
 #include "host/sheet/inheritance.h"
+#include "host/sheet/references.h"
 
 namespace quorvel::host {
 namespace {

@@ -1,11 +1,11 @@
-#include "host/commands/route_drawing.h"
+#include "host/connector_edits/route_drawing.h"
 
 #include <cmath>
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/connectors/connector_ends.h"
 #include "host/geometry/row_tags.h"
-#include "host/recalc/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

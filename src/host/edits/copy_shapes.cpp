@@ -1,11 +1,11 @@
-#include "host/commands/copy_shapes.h"
+#include "host/edits/copy_shapes.h"
 
 #include <algorithm>
 #include <unordered_map>
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/commands/layers.h"
+#include "host/edits/layers.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

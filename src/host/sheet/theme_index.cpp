@@ -1,4 +1,4 @@
-#include "host/sheet/theme_values.h"
+#include "host/sheet/theme_index.h"
 
 #include "host/cells/cell_table.h"
 #include "host/sheet/inheritance.h"

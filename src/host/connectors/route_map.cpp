@@ -1,11 +1,11 @@
-#include "host/commands/route_map.h"
+#include "host/connectors/route_map.h"
 
 #include <algorithm>
 
 #include "base/text.h"
 #include "host/cells/cell_name.h"
 #include "host/cells/cell_table.h"
-#include "host/recalc/connector_ends.h"
+#include "host/connectors/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

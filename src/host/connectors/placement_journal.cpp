@@ -1,10 +1,10 @@
-#include "host/undo/placement_journal.h"
+#include "host/connectors/placement_journal.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "host/cells/cell_table.h"
-#include "host/recalc/connector_ends.h"
+#include "host/connectors/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

@@ -1,4 +1,4 @@
-#include "host/commands/rows.h"
+#include "host/edits/rows.h"
 
 #include <algorithm>
 

@@ -7,6 +7,9 @@
 
 namespace quorvel::host {
 
+/// The formula without a leading "=" and the blanks around it.
+std::string_view withoutEqualSign(std::string_view formula);
+
 /// `formula` as a user writes it, a leading "=" allowed; "No Formula" and empty text clear the cell. Refused on a
 /// guarded cell without `force`, for text that is no formula, for a cell that does not exist, and below the deepest
 /// nesting of writes. A write that changes neither formula nor value raises nothing. Else: FormulaChanged of the cell

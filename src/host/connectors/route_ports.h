@@ -1,7 +1,7 @@
 // Where a connector may leave and reach the shapes that it is glued to, by its routing style.
 #pragma once
 
-#include "host/recalc/connector_ends.h"
+#include "host/connectors/connector_ends.h"
 #include "host/routing/router.h"
 
 namespace quorvel::host {

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "host/commands/route_map.h"
+#include "host/connectors/route_map.h"
 #include "host/engine/engine.h"
 #include "host/routing/plane.h"
 

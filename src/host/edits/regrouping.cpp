@@ -1,4 +1,4 @@
-#include "host/commands/regrouping.h"
+#include "host/edits/regrouping.h"
 
 #include <cmath>
 #include <numbers>
@@ -6,9 +6,10 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/commands/route_drawing.h"
-#include "host/recalc/connector_ends.h"
+#include "host/connector_edits/route_drawing.h"
+#include "host/connectors/connector_ends.h"
 #include "host/sheet/inheritance.h"
+#include "host/sheet/references.h"
 
 namespace quorvel::host {
 namespace {

@@ -1,11 +1,11 @@
-#include "host/commands/loosen_references.h"
+#include "host/edits/loosen_references.h"
 
 #include <algorithm>
 #include <cctype>
 #include <unordered_set>
 
-#include "host/commands/glue.h"
-#include "host/recalc/connector_ends.h"
+#include "host/connector_edits/end_glue.h"
+#include "host/connectors/connector_ends.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

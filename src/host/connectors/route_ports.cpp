@@ -1,4 +1,4 @@
-#include "host/commands/route_ports.h"
+#include "host/connectors/route_ports.h"
 
 #include <cmath>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "host/commands/route_connectors.h"
+#include "host/connector_edits/route_connectors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,10 +6,10 @@
 #include <set>
 
 #include "host/cells/cell_table.h"
-#include "host/commands/route_drawing.h"
-#include "host/commands/route_map.h"
-#include "host/commands/route_ports.h"
-#include "host/recalc/connector_ends.h"
+#include "host/connector_edits/route_drawing.h"
+#include "host/connectors/connector_ends.h"
+#include "host/connectors/route_map.h"
+#include "host/connectors/route_ports.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {

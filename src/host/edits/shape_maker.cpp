@@ -1,4 +1,4 @@
-#include "host/commands/shape_maker.h"
+#include "host/edits/shape_maker.h"
 
 #include "host/cells/cell_table.h"
 
