@@ -8,6 +8,7 @@
 
 #include "model/platform.h"
 #include "model/upkeep_listener.h"
+#include "schema/details.h"
 
 namespace quorvel::addin {
 
@@ -62,8 +63,8 @@ class dsrVisioConnect : public UpkeepListener {
 
   bool flagRestoringTask = false;  ///< a deletion duplicates a Task to keep it: the copy is no new drop
 
-  /// The detail fields of a Task, index 1 to 17; empty until a document of ours was prepared.
-  std::array<std::string, 18> fieldNames;
+  /// The rows of a Task's details by position, from 1; empty until a document of ours was prepared.
+  std::array<std::string, schema::lastDetail + 1> fieldNames;
 
   /// Read from the profile when connecting.
   std::string installPath;

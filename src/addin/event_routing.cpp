@@ -10,6 +10,7 @@
 #include "document/document_created.h"
 #include "document/hover_upkeep.h"
 #include "document/initialize_page.h"
+#include "schema/cells.h"
 #include "shapes/formula_changes.h"
 #include "shapes/paste_batch.h"
 #include "shapes/shape_added.h"
@@ -20,7 +21,7 @@ namespace {
 
 /// Cells that the add-in itself writes around every save.
 bool isOwnBookkeeping(std::string_view name) {
-  if (equalIgnoringCase(name, "User.AddinIsFound")) return true;
+  if (equalIgnoringCase(name, schema::documentCells::addinIsFound)) return true;
   // "Actions.Menu[1]" and, of a row with a name, "Actions.Row_1.Menu".
   if (!startsWithIgnoringCase(name, "Actions.")) return false;
   return startsWithIgnoringCase(name.substr(name.rfind('.') + 1), "Menu");

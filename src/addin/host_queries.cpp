@@ -3,6 +3,7 @@
 #include <ranges>
 
 #include "base/text.h"
+#include "schema/cells.h"
 #include "schema/masters.h"
 
 namespace quorvel::addin {
@@ -20,7 +21,7 @@ bool hasQuorvelTemplate(const Document& document) {
 }
 
 bool isInitialized(const Document& document) {
-  return document.DocumentSheet().CellExists("User.Based_On_ZNB", 1) == true;
+  return document.DocumentSheet().CellExists(schema::documentCells::isInitialized, 1) == true;
 }
 
 bool isMap(const Document& document) { return hasQuorvelTemplate(document) && isInitialized(document); }

@@ -51,8 +51,4 @@ void writeSwitch(const Shape& sheet, std::string_view cell, int box) {
   sheet.Cells(cell).ResultForce(visio::unitsNone, box == 0 ? 0 : 1);
 }
 
-void writeSwitches(const Shape& sheet, std::span<const std::string_view> cells, std::span<const int> boxes) {
-  for (std::size_t i = 0; i < cells.size(); ++i) writeSwitch(sheet, cells[i], boxes[i]);
-}
-
 }  // namespace quorvel::addin

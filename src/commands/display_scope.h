@@ -41,7 +41,10 @@ int commonSwitch(const DisplayTarget& target, std::string_view cell, ShapeTest f
 /// Writes a dialog's box into a switch: 0 turns it off, all else on, the grey state included. A sheet without the cell
 /// is passed over.
 void writeSwitch(const Shape& sheet, std::string_view cell, int box);
-/// A box for each cell, in the same order.
-void writeSwitches(const Shape& sheet, std::span<const std::string_view> cells, std::span<const int> boxes);
+/// A box for each switch of a table, in the same order.
+template <class Switch>
+void writeSwitches(const Shape& sheet, std::span<const Switch> switches, std::span<const int> boxes) {
+  for (std::size_t i = 0; i < switches.size(); ++i) writeSwitch(sheet, switches[i].cell, boxes[i]);
+}
 
 }  // namespace quorvel::addin

@@ -5,12 +5,13 @@
 #include "commands/display_scope.h"
 #include "dialogs/frm_task_display.h"
 #include "display/detail_shapes.h"
+#include "schema/display_switches.h"
 #include "shapes/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {
 
-constexpr std::string_view taskVisible = "User.Task_Visible";
+constexpr std::string_view taskVisible = schema::switches::taskDetails;
 
 void moveDetails(const Shape& task, std::string_view from, std::string_view to) {
   const Page page = task.ContainingPage();

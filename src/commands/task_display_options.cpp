@@ -7,6 +7,11 @@
 #include "display/task_details.h"
 
 namespace quorvel::addin {
+namespace {
+
+constexpr std::span<const schema::TaskSwitch> switches = schema::boxedTaskSwitches();
+
+}  // namespace
 
 int commonTaskSwitch(const DisplayTarget& target, std::string_view cellName) {
   return commonSwitch(target, cellName, isWholeTask);
@@ -15,11 +20,11 @@ int commonTaskSwitch(const DisplayTarget& target, std::string_view cellName) {
 void applyTaskDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget& target, const TaskSwitchBoxes& boxes,
                              std::string_view scope) {
   const UndoStep step(connect.gvsoApp, "Task Display Options");
-  for (const Page& page : pagesInScope(target, scope)) writeSwitches(page.PageSheet(), taskSwitches, boxes);
+  for (const Page& page : pagesInScope(target, scope)) writeSwitches(page.PageSheet(), switches, boxes);
   for (const Shape& task : shapesInScope(target, scope, isWholeTask)) {
     // A scope for each Task: what its shapes went through is forgotten at the end of each, not of all.
     const UndoStep drawing(connect.gvsoApp, "Task Details");
-    writeSwitches(task, taskSwitches, boxes);
+    writeSwitches(task, switches, boxes);
     redrawAllTaskFields(connect, task);
   }
 }
@@ -29,7 +34,7 @@ void cbrBtnTaskDisplayOption_Click(dsrVisioConnect& connect) {
   if (!isForeground(target.page)) return;
   frmTaskDisplayOption dialog(connect.platform);
   dialog.offerSelection(!target.selected.empty());
-  for (std::size_t i = 0; i < taskSwitches.size(); ++i) dialog.setBox(i, commonTaskSwitch(target, taskSwitches[i]));
+  for (std::size_t i = 0; i < switches.size(); ++i) dialog.setBox(i, commonTaskSwitch(target, switches[i].cell));
   connect.platform.showModal(dialog);
   if (dialog.cancelled()) return;
   TaskSwitchBoxes boxes{};

@@ -6,16 +6,12 @@
 
 #include "addin/dsr_visio_connect.h"
 #include "commands/display_scope.h"
+#include "schema/display_switches.h"
 
 namespace quorvel::addin {
 
-/// The switches in the order of the dialog's boxes. They stand on Tasks and, for new Tasks, on pages.
-inline constexpr std::array<std::string_view, 9> taskSwitches{
-    "User.Responsible_Role", "User.Supporting_Role1",        "User.Supporting_Role2",
-    "User.Supporting_Role3", "User.Supporting_Role4",        "User.Controls",
-    "User.Resources",        "User.Frequency_of_Occurrence", "User.Task_Completion_Time"};
-/// A box for each: 0 off, 1 on, 2 grey.
-using TaskSwitchBoxes = std::array<int, taskSwitches.size()>;
+/// A box for each of the switches that the dialog has: 0 off, 1 on, 2 grey.
+using TaskSwitchBoxes = std::array<int, schema::boxedTaskSwitches().size()>;
 
 /// Shows the dialog and applies it. Does nothing on a background page.
 void cbrBtnTaskDisplayOption_Click(dsrVisioConnect& connect);

@@ -8,6 +8,11 @@
 #include "shapes/shape_classes.h"
 
 namespace quorvel::addin {
+namespace {
+
+constexpr std::span<const schema::LinkSwitch> switches(schema::linkSwitches);
+
+}  // namespace
 
 int commonTaskLinkSwitch(const DisplayTarget& target, std::string_view cellName) {
   return commonSwitch(target, cellName, IsTaskLink);
@@ -16,9 +21,9 @@ int commonTaskLinkSwitch(const DisplayTarget& target, std::string_view cellName)
 void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget& target,
                                  const TaskLinkSwitchBoxes& boxes, std::string_view scope) {
   const UndoStep step(connect.gvsoApp, "Task Link Display Options");
-  for (const Page& page : pagesInScope(target, scope)) writeSwitches(page.PageSheet(), taskLinkSwitches, boxes);
+  for (const Page& page : pagesInScope(target, scope)) writeSwitches(page.PageSheet(), switches, boxes);
   for (const Shape& link : shapesInScope(target, scope, IsTaskLink)) {
-    writeSwitches(link, taskLinkSwitches, boxes);
+    writeSwitches(link, switches, boxes);
     GetAddedTaskLinkDescription2(link);
   }
 }
@@ -28,9 +33,7 @@ void cbrBtnTaskLinkDisplayOption_Click(dsrVisioConnect& connect) {
   if (!isForeground(target.page)) return;
   TaskLinkDisplayOption dialog(connect.platform);
   dialog.offerSelection(!target.selected.empty());
-  for (std::size_t i = 0; i < taskLinkSwitches.size(); ++i) {
-    dialog.setBox(i, commonTaskLinkSwitch(target, taskLinkSwitches[i]));
-  }
+  for (std::size_t i = 0; i < switches.size(); ++i) dialog.setBox(i, commonTaskLinkSwitch(target, switches[i].cell));
   connect.platform.showModal(dialog);
   if (dialog.cancelled()) return;
   TaskLinkSwitchBoxes boxes{};

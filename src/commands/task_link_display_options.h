@@ -6,13 +6,12 @@
 
 #include "addin/dsr_visio_connect.h"
 #include "commands/display_scope.h"
+#include "schema/display_switches.h"
 
 namespace quorvel::addin {
 
-/// The switches in the order of the dialog's boxes: the time, the description, only times above zero.
-inline constexpr std::array<std::string_view, 3> taskLinkSwitches{"User.TaskLink_Visible", "User.TaskLink_txt_Visible",
-                                                                  "User.TimegreaterThanzero"};
-using TaskLinkSwitchBoxes = std::array<int, taskLinkSwitches.size()>;
+/// A box for each of the links' switches: 0 off, 1 on, 2 grey.
+using TaskLinkSwitchBoxes = std::array<int, schema::linkSwitches.size()>;
 
 /// Shows the dialog and applies it. Does nothing on a background page.
 void cbrBtnTaskLinkDisplayOption_Click(dsrVisioConnect& connect);

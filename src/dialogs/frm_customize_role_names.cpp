@@ -5,6 +5,7 @@
 
 #include "base/basic_text.h"
 #include "dialogs/frm_new_role_name.h"
+#include "schema/cells.h"
 #include "vocab/parse.h"
 #include "vocab/role_names.h"
 
@@ -56,7 +57,7 @@ frmCustomizeRoleNames::frmCustomizeRoleNames(dsrVisioConnect& parent, const Docu
 
 void frmCustomizeRoleNames::loading() {
   lstRoleNames.clearRows();
-  const Cell list = document_.DocumentSheet().Cells("User.RoleNames");
+  const Cell list = document_.DocumentSheet().Cells(schema::documentCells::roleNames);
   const Maybe<std::string> roles = list.ResultStr(visio::unitsNone);
   wasRead_ = roles.has();
   const std::vector<std::string> names = parse(roles.or_({}), ";");
@@ -70,7 +71,7 @@ bool frmCustomizeRoleNames::unloading() {
   std::vector<std::string> roles;
   for (const ListRow& row : lstRoleNames.rows()) roles.push_back(row.text());
   beginStep();
-  const Cell list = document_.DocumentSheet().Cells("User.RoleNames");
+  const Cell list = document_.DocumentSheet().Cells(schema::documentCells::roleNames);
   list.FormulaForce(quotedAsIs(roleListText(roles)));
   return true;
 }
@@ -160,10 +161,11 @@ void frmCustomizeRoleNames::importRoles() {
   }
   const bool wasOpen = bool(source);
   if (!wasOpen) source = documents.OpenEx(file, openForReading);
-  const Maybe<bool> hasRoles = source.DocumentSheet().CellExists("User.RoleNames", 1);
+  const Maybe<bool> hasRoles = source.DocumentSheet().CellExists(schema::documentCells::roleNames, 1);
   if (!hasRoles) return;
   if (hasRoles == true) {
-    const Maybe<std::string> list = source.DocumentSheet().Cells("User.RoleNames").ResultStr(visio::unitsNone);
+    const Maybe<std::string> list =
+        source.DocumentSheet().Cells(schema::documentCells::roleNames).ResultStr(visio::unitsNone);
     if (!list) return;
     addMissing(*list);
   }

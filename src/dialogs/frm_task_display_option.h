@@ -5,7 +5,7 @@
 
 namespace quorvel::addin {
 
-/// Its boxes stand in the order of `taskSwitches`.
+/// Its boxes are in the order of `schema::boxedTaskSwitches`.
 class frmTaskDisplayOption : public DisplayOptionsDialog {
  public:
   explicit frmTaskDisplayOption(Platform& platform);

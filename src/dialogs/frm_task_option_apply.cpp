@@ -6,11 +6,14 @@
 #include "display/task_details.h"
 #include "document/document_cells.h"
 #include "links/task_link_description.h"
+#include "schema/details.h"
 #include "shapes/page_walk.h"
 #include "shapes/shape_classes.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {
+
+namespace documentCells = schema::documentCells;
 
 /// Not all or nothing: units that were applied stay when a frequency is then found wanting.
 void frmTaskOption::apply(Ending ending) {
@@ -37,11 +40,11 @@ bool frmTaskOption::applyTimeUnits(Ending ending) {
   }
   const Shape sheet = document_.DocumentSheet();
   for (std::size_t i = 0; i < Option1.size(); ++i) {
-    if (Option1[i]->isOn()) sheet.Cells("User.Time_Unit.Prompt").FormulaForce(quoted(Label4[i]->caption()));
+    if (Option1[i]->isOn()) sheet.Cells(documentCells::defaultTimeUnit).FormulaForce(quoted(Label4[i]->caption()));
   }
-  sheet.Cells("User.Time_Unit_Disply").FormulaForce(quoted(abbreviations));
+  sheet.Cells(documentCells::timeUnitAbbreviations).FormulaForce(quoted(abbreviations));
   forEachShape(document_, [&](const Shape& shape) {
-    if (IsTask(shape)) RedrawTaskUpperExtraFields(shape, "Task_Completion_Time");
+    if (IsTask(shape)) RedrawTaskUpperExtraFields(shape, schema::tags::completionTime);
   });
   forEachShape(document_, [&](const Shape& shape) {
     if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(shape);
@@ -67,7 +70,7 @@ Maybe<std::string> frmTaskOption::abbreviationText() {
 }
 
 std::string frmTaskOption::descriptionText(Ending ending) const {
-  const std::vector<std::string> stored = parse(documentText(document_, "User.FreqSuggestions"), ";");
+  const std::vector<std::string> stored = parse(documentText(document_, documentCells::frequencies), ";");
   std::string text;
   for (long i = 0; i < systemFrequencies; ++i)
     text += ";" + slot(stored, i).or_(Label3[static_cast<std::size_t>(i)]->caption());
@@ -84,8 +87,8 @@ bool frmTaskOption::applyFrequencies(Ending ending) {
   if (!abbreviations) return false;
   const std::string descriptions = descriptionText(ending);
   const Shape sheet = document_.DocumentSheet();
-  sheet.Cells("User.FreqSuggestions").FormulaForce(quoted(descriptions));
-  sheet.Cells("User.FreqSuggestions.Prompt").FormulaForce(quoted(*abbreviations));
+  sheet.Cells(documentCells::frequencies).FormulaForce(quoted(descriptions));
+  sheet.Cells(documentCells::frequencyAbbreviations).FormulaForce(quoted(*abbreviations));
   update_freq(document_, descriptions);
 
   std::vector<Frequency> frequencies;

@@ -1,5 +1,7 @@
 #include "dialogs/task_link_display_option.h"
 
+#include "schema/display_switches.h"
+
 namespace quorvel::addin {
 
 TaskLinkDisplayOption::TaskLinkDisplayOption(Platform& platform)
@@ -8,9 +10,9 @@ TaskLinkDisplayOption::TaskLinkDisplayOption(Platform& platform)
                             "Display detailed Task Link data selected above for", "Selected Task Link(s) only",
                             "All Task Links on current page", "All Task Links on all pages in this drawing"},
                            "Display the Task Link data indicated below"),
-      chkTimeBetweenTasks(addBox("chkTimeBetweenTasks", "Time Between Tasks")),
-      chkDescription(addBox("chkDescription", "Task Link Description ")),
-      chkGreaterThanZero(addBox("chkGreaterThanZero", "Only display times greater than zero")) {
+      chkTimeBetweenTasks(addBox(schema::linkSwitches[0].box, schema::linkSwitches[0].caption)),
+      chkDescription(addBox(schema::linkSwitches[1].box, schema::linkSwitches[1].caption)),
+      chkGreaterThanZero(addBox(schema::linkSwitches[2].box, schema::linkSwitches[2].caption)) {
   chkGreaterThanZero.setEnabled(false);
 }
 

@@ -5,7 +5,7 @@
 
 namespace quorvel::addin {
 
-/// Its boxes stand in the order of `taskLinkSwitches`. The third one is about the first: without a time there is
+/// Its boxes stand in the order of `schema::linkSwitches`. The third one is about the first: without a time there is
 /// nothing to leave out.
 class TaskLinkDisplayOption : public DisplayOptionsDialog {
  public:

@@ -5,9 +5,9 @@
 #include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "data/install_folder.h"
-#include "display/detail_fields.h"
 #include "display/field_hyperlinks.h"
 #include "document/document_cells.h"
+#include "schema/details.h"
 #include "shapes/protection.h"
 #include "shapes/rows.h"
 #include "shapes/shape_actions.h"
@@ -24,7 +24,7 @@ Layer detailLayer(const Page& page, std::string_view name) {
 }
 
 Layer detailLayerOf(const Shape& task) {
-  const bool hidden = task.Cells("User.Task_Visible").Result(visio::unitsNone) == 0;
+  const bool hidden = task.Cells(schema::switches::taskDetails).Result(visio::unitsNone) == 0;
   return detailLayer(task.ContainingPage(), hidden ? detailLayers::invisible : detailLayers::visible);
 }
 
@@ -60,9 +60,9 @@ void addHyperlinkAction(const Shape& shape) {
 
 void drawLineIcon(const dsrVisioConnect& connect, const Shape& task, const Shape& line, const Layer& layer,
                   int position, bool isLinked) {
-  const DetailField& field = detailField(position);
+  const schema::Detail& detail = schema::detailAt(position);
   const Shape icon =
-      task.Import(installedFile(connect.platform, "Icons/" + std::string(isLinked ? field.linkedIcon : field.icon)));
+      task.Import(installedFile(connect.platform, "Icons/" + std::string(isLinked ? detail.linkedIcon : detail.icon)));
   icon.Cells("Width").FormulaForce(isLinked ? "0.4" : "0.2");
   icon.Cells("Height").FormulaForce("0.2");
   if (const auto sheet = line.NameID()) {
@@ -72,7 +72,8 @@ void drawLineIcon(const dsrVisioConnect& connect, const Shape& task, const Shape
   icon.Cells("LockSelect").FormulaForce("1");
   icon.Cells("LockFormat").FormulaForce("1");
   Protection(icon);
-  markDetail(icon, layer, field.tag, std::string(isLinked ? marks::detailHyperlink : "Pic") + std::string(field.row));
+  markDetail(icon, layer, detail.tag,
+             std::string(isLinked ? marks::hyperlinkIcon : marks::icon) + std::string(detail.row.name()));
 }
 
 void deleteDetails(const Shape& task, std::span<const std::string_view> tags, ListRows& rows) {

@@ -3,7 +3,7 @@
 #include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "base/text.h"
-#include "display/detail_fields.h"
+#include "schema/details.h"
 #include "shapes/shape_classes.h"
 #include "vocab/parse.h"
 
@@ -44,21 +44,23 @@ void restoreHyperlinks(const Shape& line, std::string_view text) {
 }
 
 std::string keptHyperlinks(const Shape& task, int position) {
-  return askAgain([&] { return task.Cells(cellOfKeptHyperlinks(position)).ResultStr(visio::unitsNone); }).or_({});
+  return askAgain([&] { return task.Cells(schema::detailAt(position).keptHyperlinks).ResultStr(visio::unitsNone); })
+      .or_({});
 }
 
 void saveFieldHyperlinks(const Shape& subShape, ListRows& rows) {
   const std::string row = askAgain([&] { return subShape.Data3(); }).or_({});
-  if (row.starts_with("Pic") || !(askAgain([&] { return subShape.Data1(); }) == marks::detail)) return;
-  const Maybe<int> position = positionOfRow(row);
+  if (row.starts_with(marks::icon) || !(askAgain([&] { return subShape.Data1(); }) == marks::detail)) return;
+  const Maybe<int> position = schema::positionOfRow(row);
   if (!position) return;
   const Maybe<std::string> links = hyperlinksAsText(subShape);
   if (!links) return;
-  const bool isListRow = *position <= lastListRow;
+  const bool isListRow = *position <= schema::lastListRow;
   if (isListRow) rows.labels[static_cast<std::size_t>(*position) - 1] = *links;
   if (isListRow && !links->empty()) return;
-  askAgain(
-      [&] { return subShape.ContainingShape().Cells(cellOfKeptHyperlinks(*position)).FormulaForce(quoted(*links)); });
+  const std::string_view cell = schema::detailAt(*position).keptHyperlinks;
+  if (cell.empty()) return;
+  askAgain([&] { return subShape.ContainingShape().Cells(cell).FormulaForce(quoted(*links)); });
 }
 
 }  // namespace quorvel::addin

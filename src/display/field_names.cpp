@@ -1,11 +1,12 @@
 #include "display/field_names.h"
 
-#include "display/detail_fields.h"
+#include "schema/details.h"
 
 namespace quorvel::addin {
 
 void fillFieldNames(dsrVisioConnect& connect) {
-  for (std::size_t i = 1; i < detailFields.size(); ++i) connect.fieldNames[i] = detailFields[i].row;
+  for (int position = 1; position <= schema::lastDetail; ++position)
+    connect.fieldNames[static_cast<std::size_t>(position)] = schema::detailAt(position).row.name();
 }
 
 }  // namespace quorvel::addin

@@ -1,4 +1,4 @@
-// The ten rows of guidelines and resources as they stood before a change, so that a line's hyperlinks go with its text
+// The rows of guidelines and resources as they were before a change, so that a line's hyperlinks go with its text
 // when the list is reordered.
 #pragma once
 
@@ -6,15 +6,16 @@
 #include <string>
 
 #include "model/host_model.h"
+#include "schema/details.h"
 
 namespace quorvel::addin {
 
-/// Slots 0 to 4 are guidelines, 5 to 9 resources. One travels from the snapshot over the deletion of the lines to their
-/// drawing; nothing of it lives from one event to the next.
+/// By position of the detail less 1: guidelines, then resources. One travels from the snapshot over the deletion of the
+/// lines to their drawing; nothing of it lives from one event to the next.
 struct ListRows {
-  std::array<std::string, 10> values;
+  std::array<std::string, schema::lastListRow> values;
   /// The hyperlinks of each row as text, see field_hyperlinks.h.
-  std::array<std::string, 10> labels;
+  std::array<std::string, schema::lastListRow> labels;
 };
 
 /// The values as they stand; to be taken before rows are rewritten. A row that can't be read counts as empty.

@@ -5,10 +5,10 @@
 #include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "base/text.h"
-#include "display/detail_fields.h"
 #include "display/detail_shapes.h"
 #include "display/field_hyperlinks.h"
 #include "links/text_layout.h"
+#include "schema/details.h"
 #include "shapes/shape_classes.h"
 
 namespace quorvel::addin {
@@ -27,24 +27,24 @@ Shape verticalOf(const Shape& task, const Layer& layer) {
   const Shapes members = task.Shapes();
   for (int place = members.Count().or_(0); place > taskMember::lowerBox; --place) {
     const Shape member = members.Item(place);
-    if (member.Data2() == verticalTag) return member;
+    if (member.Data2() == marks::vertical) return member;
   }
   const Shape vertical = task.DrawLine(0, 0, 0, 0);
   for (const char* lock : {"LockFormat", "LockSelect", "NoObjHandles"}) vertical.Cells(lock).FormulaForce("1");
   for (const char* x : {"BeginX", "EndX"}) vertical.Cells(x).FormulaForce("guard(0)");
-  markDetail(vertical, layer, verticalTag);
+  markDetail(vertical, layer, marks::vertical);
   return vertical;
 }
 
 void drawLine(const dsrVisioConnect& connect, const Shape& task, const Layer& layer, int position, int place,
               double y) {
-  const DetailField& field = detailField(position);
+  const schema::Detail& detail = schema::detailAt(position);
   const Shape line = task.DrawLine(0.1, -0.2 * place, 0.2, -0.2 * place);
   line.Cells("BeginX").FormulaForce("guard(0.1)");
   line.Cells("EndX").FormulaForce("guard(0.2)");
   for (const char* cell : {"BeginY", "EndY"}) line.Cells(cell).FormulaForce("guard(" + inches(y) + ")");
   setLowerTextBlock(line, task, true);
-  line.Characters().AddCustomField("=" + cellOfTask(task, "Prop." + std::string(field.row)), 0);
+  line.Characters().AddCustomField("=" + cellOfTask(task, detail.row), 0);
   for (const char* lock : {"NoObjHandles", "LockFormat", "LockTextEdit"}) line.Cells(lock).FormulaForce("1");
   line.Cells("LinePattern").FormulaForce("Guard(1)");
   line.Cells("LineWeight").FormulaForce("Guard(0.72pt)");
@@ -52,7 +52,7 @@ void drawLine(const dsrVisioConnect& connect, const Shape& task, const Layer& la
   line.Cells("LineCap").FormulaForce("Guard(0)");
   addHyperlinkAction(line);
   restoreHyperlinks(line, keptHyperlinks(task, position));
-  markDetail(line, layer, field.tag, field.row);
+  markDetail(line, layer, detail.tag, detail.row.name());
   drawLineIcon(connect, task, line, layer, position, line.Hyperlinks().Count() > 0);
 }
 
@@ -68,7 +68,7 @@ double pushedBy(double height) {
 
 void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std::string_view field,
                          const ListRows& old) {
-  const Maybe<int> start = firstPositionOf(field);
+  const Maybe<int> start = schema::firstPositionOf(field);
   if (!start) return;
   carryLabelsOver(task, old);
   const Layer layer = detailLayerOf(task);
@@ -77,14 +77,14 @@ void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std:
     TextHeights heights(task);
     const auto isShown = [&](int position) {
       return !heights.textAt(position).empty() &&
-             task.Cells(detailField(position).switchCell).Result(visio::unitsNone) == 1;
+             task.Cells(schema::detailAt(position).switchCell).Result(visio::unitsNone) == 1;
     };
     int place = 0;
     for (int position = 1; position < *start; ++position) place += isShown(position);
     vertical.Cells("EndY").FormulaForce(inches(-0.2 * place));
 
     double carried = 0;  // what longer texts have taken beyond one line
-    for (int position = *start; position <= lastLowerField; ++position) {
+    for (int position = *start; position <= schema::lastLowerDetail; ++position) {
       if (!isShown(position)) continue;
       // A line's text is centred on it: half of what the first one has beyond one line would rise over the Task.
       if (place == 0) carried = std::max(0.0, heights.heightAt(position) - oneLine) / 2 / arrives;

@@ -2,12 +2,14 @@
 
 #include <vector>
 
-#include "display/detail_fields.h"
 #include "display/detail_shapes.h"
 #include "display/lower_fields.h"
 #include "display/upper_fields.h"
+#include "schema/details.h"
 
 namespace quorvel::addin {
+
+namespace tags = schema::tags;
 
 void RedrawTaskUpperExtraFields(const Shape& task, std::string_view field) {
   deleteTaskUpperField(task, field);
@@ -15,11 +17,11 @@ void RedrawTaskUpperExtraFields(const Shape& task, std::string_view field) {
 }
 
 void deleteTaskLowerFields(const Shape& task, std::string_view field, ListRows& rows) {
-  const Maybe<int> start = firstPositionOf(field);
+  const Maybe<int> start = schema::firstPositionOf(field);
   if (!start) return;
   std::vector<std::string_view> tags;
-  for (int position = *start; position <= lastLowerField; ++position) {
-    const std::string_view tag = detailField(position).tag;
+  for (int position = *start; position <= schema::lastLowerDetail; ++position) {
+    const std::string_view tag = schema::detailAt(position).tag;
     if (tags.empty() || tags.back() != tag) tags.push_back(tag);
   }
   deleteDetails(task, tags, rows);
@@ -33,13 +35,13 @@ void redrawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, st
 
 void redrawAllTaskFields(const dsrVisioConnect& connect, const Shape& task) {
   const ListRows rows = snapshotOfListRows(task);
-  for (const char* field : {"Responsible_Role", "Frequency_Of_Occurrence", "Task_Completion_Time"}) {
+  for (const std::string_view field : {tags::responsibleRole, tags::frequency, tags::completionTime}) {
     deleteTaskUpperField(task, field);
   }
-  for (const char* field : {"Responsible_Role", "Task_Completion_Time", "Frequency_Of_Occurrence"}) {
+  for (const std::string_view field : {tags::responsibleRole, tags::completionTime, tags::frequency}) {
     drawTaskUpperField(task, field);
   }
-  redrawTaskLowerFields(connect, task, "controls", rows);
+  redrawTaskLowerFields(connect, task, tags::guidelines, rows);
 }
 
 }  // namespace quorvel::addin

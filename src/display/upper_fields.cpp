@@ -2,17 +2,25 @@
 
 #include "base/basic_text.h"
 #include "base/text.h"
-#include "display/detail_fields.h"
 #include "display/detail_shapes.h"
 #include "display/field_hyperlinks.h"
+#include "schema/details.h"
 #include "vocab/time_units.h"
 
 namespace quorvel::addin {
 namespace {
 
-std::string textOf(const Shape& task, const char* cell) { return task.Cells(cell).ResultStr(visio::unitsNone).or_({}); }
+namespace switches = schema::switches;
+namespace tags = schema::tags;
+namespace taskCells = schema::taskCells;
 
-bool isOn(const Shape& task, const char* switchCell) { return task.Cells(switchCell).Result(visio::unitsNone) == 1; }
+std::string textOf(const Shape& task, std::string_view cell) {
+  return task.Cells(cell).ResultStr(visio::unitsNone).or_({});
+}
+
+bool isOn(const Shape& task, std::string_view switchCell) {
+  return task.Cells(switchCell).Result(visio::unitsNone) == 1;
+}
 
 void setFormulas(const Shape& shape, std::initializer_list<std::pair<const char*, const char*>> cells) {
   for (const auto& [cell, formula] : cells) shape.Cells(cell).FormulaForce(formula);
@@ -20,8 +28,8 @@ void setFormulas(const Shape& shape, std::initializer_list<std::pair<const char*
 
 /// An arch over the Task, filled as the Task is.
 void drawResponsibleRole(const Shape& task) {
-  const std::string role = textOf(task, "Prop.Responsible_Role");
-  if (!isOn(task, "User.Responsible_Role") || role.empty()) return;
+  const std::string role = textOf(task, taskCells::responsibleRole);
+  if (!isOn(task, switches::responsibleRole) || role.empty()) return;
   const double width = task.Cells("Width").Result(visio::unitsInches).or_(0);
   const double height = task.Cells("Height").Result(visio::unitsInches).or_(0);
   const Shape arch = task.DrawLine(0, height, width, height);
@@ -36,24 +44,24 @@ void drawResponsibleRole(const Shape& task) {
                      {"Geometry1.NoFill", "False"},
                      {"TxtPinY", "0.15"},
                      {"TxtWidth", "Width*0.7"}});
-  arch.Characters().AddCustomField("=" + cellOfTask(task, "Prop.Responsible_Role"), 0);
+  arch.Characters().AddCustomField("=" + cellOfTask(task, taskCells::responsibleRole), 0);
   addHyperlinkAction(arch);
-  restoreHyperlinks(arch, keptHyperlinks(task, responsibleRole));
+  restoreHyperlinks(arch, keptHyperlinks(task, schema::responsibleRole));
   for (const char* cell : {"FillForegnd", "FillPattern", "LinePattern", "LineWeight", "LineColor", "LineCap"}) {
     tieToTask(arch, task, cell);
   }
   arch.Cells("TextBkgnd").FormulaForce("0");
   constexpr std::size_t longestAtFullSize = 20;
   arch.Cells("Char.Size[1]").FormulaForce(lengthOf(role) > longestAtFullSize ? "guard(7 pt)" : "guard(8 pt)");
-  markDetail(arch, detailLayerOf(task), "Responsible_Role", "Responsible_Role");
+  markDetail(arch, detailLayerOf(task), tags::responsibleRole, taskCells::responsibleRole.name());
 }
 
 void drawFrequency(const Shape& task) {
-  if (!isOn(task, "User.Frequency_Of_Occurrence") || textOf(task, "Prop.Frequency_Of_Occurrence").empty()) return;
+  if (!isOn(task, switches::frequency) || textOf(task, taskCells::frequency).empty()) return;
   const Shape label = task.DrawRectangle(0.1, 0, 0.2, 0.167);
   label.SetStyle("Text Only");
   label.Cells("FillForegndTrans").FormulaForce("100%");
-  label.Characters().AddCustomField("=" + cellOfTask(task, "Prop.Frequency_Partial"), 0);
+  label.Characters().AddCustomField("=" + cellOfTask(task, taskCells::frequencyAbbreviation), 0);
   setFormulas(label, {{"Width", "Guard(0.4)"},
                       {"Height", "Guard(0.167)"},
                       {"PinX", "Guard(0.15)"},
@@ -63,11 +71,11 @@ void drawFrequency(const Shape& task) {
                       {"Char.Size[1]", "guard(8 pt)"},
                       {"LockSelect", "1"},
                       {"LockFormat", "1"}});
-  markDetail(label, detailLayerOf(task), "Frequency_Of_Occurrence");
+  markDetail(label, detailLayerOf(task), tags::frequency);
 }
 
 void drawCompletionTime(const Shape& task) {
-  if (!isOn(task, "User.Task_Completion_Time") || timeNumber(task) == 0) return;
+  if (!isOn(task, switches::completionTime) || timeNumber(task) == 0) return;
   const Shape label = task.DrawRectangle(0.5, 0, 0.7, 0.167);
   label.SetStyle("Text Only");
   setFormulas(label, {{"Para.HorzAlign[1]", "0"},
@@ -78,18 +86,18 @@ void drawCompletionTime(const Shape& task) {
                       {"PinY", "Guard(0.0835)"},
                       {"LeftMargin", "0"},
                       {"RightMargin", "0"}});
-  label.Characters().AddCustomField("=" + cellOfTask(task, "Prop.Process_Time_Str"), 0);
+  label.Characters().AddCustomField("=" + cellOfTask(task, taskCells::shownTime), 0);
   label.Cells("Fields.Format[1]").FormulaForce(getFormatText(task));
   setFormulas(label, {{"Char.Size[1]", "guard(8 pt)"}, {"LockSelect", "1"}, {"LockFormat", "1"}});
-  markDetail(label, detailLayerOf(task), "Task_Completion_Time");
+  markDetail(label, detailLayerOf(task), tags::completionTime);
 }
 
 }  // namespace
 
 void drawTaskUpperField(const Shape& task, std::string_view field) {
-  if (field == "Responsible_Role") drawResponsibleRole(task);
-  if (field == "Frequency_Of_Occurrence") drawFrequency(task);
-  if (field == "Task_Completion_Time") drawCompletionTime(task);
+  if (field == tags::responsibleRole) drawResponsibleRole(task);
+  if (field == tags::frequency) drawFrequency(task);
+  if (field == tags::completionTime) drawCompletionTime(task);
 }
 
 void deleteTaskUpperField(const Shape& task, std::string_view field) {

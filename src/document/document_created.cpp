@@ -3,16 +3,17 @@
 #include "base/basic_text.h"
 #include "document/document_cells.h"
 #include "document/initialize_document.h"
+#include "schema/cells.h"
 #include "shapes/rows.h"
 
 namespace quorvel::addin {
 
 void gvsoApp_DocumentCreated(dsrVisioConnect& connect, const Document& document) {
   const Shape sheet = document.DocumentSheet();
-  const bool isMissing = lacksRow(sheet, "User.DocumentSaved");
-  if (isMissing) addUserRow(sheet, "DocumentSaved");
+  const bool isMissing = lacksRow(sheet, schema::documentCells::isSaved);
+  if (isMissing) addRow(sheet, schema::documentCells::isSaved);
   // A template that we once saved brings the row along as true, but a document without a folder was never saved.
-  if (isMissing || document.Path() == "") sheet.Cells("User.DocumentSaved").FormulaForce(quoted("False"));
+  if (isMissing || document.Path() == "") sheet.Cells(schema::documentCells::isSaved).FormulaForce(quoted("False"));
   renewListSeparator(document);
   initializeDocument(connect, document);
   stampVersion(document);

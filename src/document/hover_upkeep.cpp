@@ -27,7 +27,7 @@ Maybe<Box> boxOf(const Shape& shape) {
 
 bool isIndicator(const Shape& member) {
   const std::string mark = member.Data1().or_({});
-  if (mark == marks::detail) return member.Data3().or_({}).starts_with(marks::detailHyperlink);
+  if (mark == marks::detail) return member.Data3().or_({}).starts_with(marks::hyperlinkIcon);
   return mark == marks::notes || mark == marks::taskHyperlink || mark == marks::subTaskHyperlink;
 }
 

@@ -3,33 +3,36 @@
 #include "base/basic_text.h"
 #include "display/field_names.h"
 #include "document/initialize_page.h"
+#include "schema/cells.h"
 #include "shapes/rows.h"
 #include "vocab/default_lists.h"
 
 namespace quorvel::addin {
 namespace {
 
+namespace documentCells = schema::documentCells;
+
 /// Keeps what the template or an earlier session put there.
-void addWhenMissing(const Shape& sheet, const std::string& name, std::string_view value) {
-  if (!lacksRow(sheet, "User." + name)) return;
-  addUserRow(sheet, name);
-  sheet.Cells("User." + name).FormulaForce(quoted(value));
+void addWhenMissing(const Shape& sheet, const schema::NamedRow& row, std::string_view value) {
+  if (!lacksRow(sheet, row)) return;
+  addRow(sheet, row);
+  sheet.Cells(row).FormulaForce(quoted(value));
 }
 
 void addVocabularies(const Shape& sheet) {
-  addWhenMissing(sheet, "RoleNames", defaults::roleNames);
+  addWhenMissing(sheet, documentCells::roleNames, defaults::roleNames);
 
   // Unlike the other lists, this one always starts from the defaults.
-  if (lacksRow(sheet, "User.FreqSuggestions")) addUserRow(sheet, "FreqSuggestions");
-  sheet.Cells("User.FreqSuggestions").FormulaForce(quoted(defaults::frequencies));
-  sheet.Cells("User.FreqSuggestions.Prompt").FormulaForce(quoted(defaults::frequencyAbbreviations));
+  if (lacksRow(sheet, documentCells::frequencies)) addRow(sheet, documentCells::frequencies);
+  sheet.Cells(documentCells::frequencies).FormulaForce(quoted(defaults::frequencies));
+  sheet.Cells(documentCells::frequencyAbbreviations).FormulaForce(quoted(defaults::frequencyAbbreviations));
 
-  if (lacksRow(sheet, "User.Time_Unit")) {
-    addUserRow(sheet, "Time_Unit");
-    sheet.Cells("User.Time_Unit").FormulaForce(quoted(defaults::timeUnits));
-    sheet.Cells("User.Time_Unit.Prompt").FormulaForce(quoted(defaults::timeUnit));
+  if (lacksRow(sheet, documentCells::timeUnits)) {
+    addRow(sheet, documentCells::timeUnits);
+    sheet.Cells(documentCells::timeUnits).FormulaForce(quoted(defaults::timeUnits));
+    sheet.Cells(documentCells::defaultTimeUnit).FormulaForce(quoted(defaults::timeUnit));
   }
-  addWhenMissing(sheet, "Time_Unit_Disply", defaults::timeUnitAbbreviations);
+  addWhenMissing(sheet, documentCells::timeUnitAbbreviations, defaults::timeUnitAbbreviations);
 }
 
 }  // namespace
@@ -42,12 +45,12 @@ void initializeDocument(dsrVisioConnect& connect, const Document& document) {
   for (const Page& page : document.Pages().all()) {
     if (page.Background() == false) initializePage(connect, page);
   }
-  addUserRow(sheet, "Based_On_ZNB");
-  addUserRow(sheet, "DisableDefine");
-  sheet.Cells("User.Based_On_ZNB").ResultForce(visio::unitsNone, 1);
-  sheet.Cells("User.DisableDefine").ResultForce(visio::unitsNone, 0);
-  addUserRow(sheet, "AddinIsFound");
-  sheet.Cells("User.AddinIsFound").ResultForce(visio::unitsNone, 1);
+  addRow(sheet, documentCells::isInitialized);
+  addRow(sheet, documentCells::disableDefine);
+  sheet.Cells(documentCells::isInitialized).ResultForce(visio::unitsNone, 1);
+  sheet.Cells(documentCells::disableDefine).ResultForce(visio::unitsNone, 0);
+  addRow(sheet, documentCells::addinIsFound);
+  sheet.Cells(documentCells::addinIsFound).ResultForce(visio::unitsNone, 1);
 }
 
 }  // namespace quorvel::addin

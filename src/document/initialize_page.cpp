@@ -1,50 +1,52 @@
 #include "document/initialize_page.h"
 
 #include <algorithm>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "document/page_decorations.h"
+#include "schema/cells.h"
+#include "schema/display_switches.h"
 #include "schema/layers.h"
 #include "shapes/rows.h"
 
 namespace quorvel::addin {
 namespace {
 
-/// A row of the page's sheet and the value that it starts with.
+using schema::PagePreparation;
+
 struct PageRow {
-  const char* name;
+  schema::NamedRow cell;
   int value;
 };
-/// A new page gets these once.
-constexpr PageRow firstRows[] = {{"TaskLink_Visible", 0},
-                                 {"Task_Visible", 1},
-                                 {"Responsible_Role", 1},
-                                 {"controls", 1},
-                                 {"Resources", 1},
-                                 {"Supporting_Role1", 1},
-                                 {"Supporting_Role2", 1},
-                                 {"Task_Completion_Time", 1},
-                                 {"Frequency_Of_Occurrence", 1},
-                                 {"Next_Task_Id", 0}};
-/// Each preparation of a page sets these afresh.
-constexpr PageRow rowsOfEveryPage[] = {
-    {"TaskLink_txt_Visible", 1}, {"TimegreaterThanzero", 0}, {"Supporting_Role3", 1}, {"Supporting_Role4", 1}};
-constexpr const char *lettersRow = "Task_Id_Letters", *nameRow = "PAGE_NAME";
 
-void addNumberRows(const Shape& sheet, std::span<const PageRow> rows) {
-  for (const PageRow& row : rows) {
-    addUserRow(sheet, row.name);
-    sheet.Cells("User." + std::string(row.name)).SetResult(visio::unitsNone, row.value);
+/// The rows with numbers that a page gets at a preparation, in their order.
+std::vector<PageRow> numberRows(PagePreparation preparation) {
+  std::vector<PageRow> rows;
+  for (const schema::LinkSwitch& each : schema::linkSwitches) {
+    if (each.preparation == preparation) rows.push_back({each.cell, each.pageValue});
+  }
+  auto inOrder = schema::taskSwitches;
+  std::ranges::sort(inOrder, {}, &schema::TaskSwitch::onPage);
+  for (const schema::TaskSwitch& each : inOrder) {
+    if (each.preparation == preparation) rows.push_back({each.cell, 1});
+  }
+  if (preparation == PagePreparation::Once) rows.push_back({schema::pageCells::nextTaskId, 0});
+  return rows;
+}
+
+void addNumberRows(const Shape& sheet, PagePreparation preparation) {
+  for (const PageRow& row : numberRows(preparation)) {
+    addRow(sheet, row.cell);
+    sheet.Cells(row.cell).SetResult(visio::unitsNone, row.value);
   }
 }
 
-void addTextRow(const Shape& sheet, const std::string& name, const Maybe<std::string>& text) {
-  addUserRow(sheet, name);
-  if (text) sheet.Cells("User." + name).FormulaForce(quoted(*text));
+void addTextRow(const Shape& sheet, const schema::NamedRow& row, const Maybe<std::string>& text) {
+  addRow(sheet, row);
+  if (text) sheet.Cells(row).FormulaForce(quoted(*text));
 }
 
 /// Details are hidden by moving them to the layer that does not show.
@@ -56,13 +58,11 @@ void addLayers(const Page& page) {
 }
 
 void deleteOurRows(const Shape& sheet) {
-  const auto deleteRow = [&](const std::string& name) {
-    if (lacksRow(sheet, "User." + name)) return;
-    if (const auto row = sheet.Cells("User." + name).Row()) sheet.DeleteRow(visio::sectionUser, *row);
-  };
-  for (const PageRow& row : firstRows) deleteRow(row.name);
-  for (const PageRow& row : rowsOfEveryPage) deleteRow(row.name);
-  for (const char* name : {lettersRow, nameRow}) deleteRow(name);
+  for (const PagePreparation preparation : {PagePreparation::Once, PagePreparation::EachTime}) {
+    for (const PageRow& row : numberRows(preparation)) deleteRow(sheet, row.cell);
+  }
+  deleteRow(sheet, schema::pageCells::taskIdLetters);
+  deleteRow(sheet, schema::pageCells::name);
 }
 
 void deleteOurLayers(const Page& page) {
@@ -90,21 +90,22 @@ void clearPage(const Page& page) {
 
 void initializePage(const dsrVisioConnect& connect, const Page& page) {
   const Shape sheet = page.PageSheet();
-  if (lacksRow(sheet, "User.Task_Visible")) {
-    addNumberRows(sheet, firstRows);
-    addTextRow(sheet, lettersRow, std::string());
+  if (lacksRow(sheet, schema::switches::taskDetails)) {
+    addNumberRows(sheet, PagePreparation::Once);
+    addTextRow(sheet, schema::pageCells::taskIdLetters, std::string());
     addLogo(connect, page);
     addLegend(connect, page);
     addTitleBox(page);
     deselectOn(connect, page);
     addLayers(page);
   }
-  addNumberRows(sheet, rowsOfEveryPage);
-  addTextRow(sheet, nameRow, page.Name());
+  addNumberRows(sheet, PagePreparation::EachTime);
+  addTextRow(sheet, schema::pageCells::name, page.Name());
 }
 
 void fitToPageKind(const dsrVisioConnect& connect, const Page& page) {
-  const Maybe<bool> isBackground = page.Background(), isPrepared = page.PageSheet().CellExists("User.Task_Visible", 1);
+  const Maybe<bool> isBackground = page.Background(),
+                    isPrepared = page.PageSheet().CellExists(schema::switches::taskDetails, 1);
   if (isBackground == true && isPrepared == true) clearPage(page);
   if (isBackground == false && isPrepared == false) initializePage(connect, page);
 }

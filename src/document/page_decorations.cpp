@@ -32,7 +32,7 @@ bool isAt(const Shape& shape, std::string_view cell, double inches) {
 Shape importMarked(const dsrVisioConnect& connect, const Page& page, std::string_view file, std::string_view mark) {
   const Shape shape = page.Import(installedFile(connect.platform, file));
   shape.SetData1(std::string(mark));
-  addUserRow(shape, "AlreadyAdded");
+  addRow(shape, schema::shapeCells::alreadyAdded);
   return shape;
 }
 

@@ -4,84 +4,87 @@
 #include <array>
 
 #include "base/text.h"
+#include "schema/cells.h"
+#include "schema/time_units.h"
 
 namespace quorvel::addin {
 namespace {
 
-/// The pieces that stand before the abbreviation, by unit.
-struct UnitPieces {
-  std::string_view unit;
-  std::string_view descriptionAndTime;
-  std::string_view descriptionAndTimeAboveZero;
-  std::string_view timeOnly;
-  std::string_view timeOnlyAboveZero;
+/// What differs from unit to unit in the pieces before the abbreviation. Drawings are compared by their text, so the
+/// pieces keep blanks and commas as the first release wrote them.
+struct Spelling {
+  std::string_view joint = "&";  ///< behind the description in DescriptionAndTime
+  char decimalPoint = '.';       ///< in TimeOnly
+  int decimalsAboveZero = 2;     ///< in TimeOnlyAboveZero
 };
 
-// clang-format off
-constexpr std::array<UnitPieces, 5> unitPieces{{
-    {"Seconds", R"("'"&User.Single_TaskLink&"' ' ('0.##')",   R"("'"&User.Single_TaskLink&"' ' ('0.##')",
-                R"("' ('0.##')",                              R"("' ('0.##')"},
-    {"Minutes", R"("'"&User.Single_TaskLink & "' ' ('0.##')", R"("'"&User.Single_TaskLink&"' ' ('0.##')",
-                R"("' ('0,##')",                              R"("' ('0.##')"},
-    {"Hours",   R"("'"&User.Single_TaskLink &"' ' ('0.##')",  R"("'"&User.Single_TaskLink&"' ' ('0.##')",
-                R"("' ('0,##')",                              R"("' ('0.##')"},
-    {"Days",    R"("'"&User.Single_TaskLink&"' ' ('0.###')",  R"("'"&User.Single_TaskLink&"' ' ('0.###')",
-                R"("' ('0,###')",                             R"("' ('0.##')"},
-    {"Weeks",   R"("'"&User.Single_TaskLink&"' ' ('0.###')",  R"("'"&User.Single_TaskLink&"' ' ('0.###')",
-                R"("' ('0.###')",                             R"("' ('0.###')"},
-}};
-// clang-format on
+/// By place in the table of units: Seconds to Weeks.
+constexpr std::array<Spelling, schema::timeUnits.size()> spellings{
+    {{}, {" & ", ','}, {" &", ','}, {"&", ','}, {"&", '.', 3}}};
+
+const std::string& descriptionReference() {
+  static const std::string text = "\"'\"&" + std::string(schema::taskLinkCells::quotedDescription);
+  return text;
+}
 
 /// Closes the bracket around the time, the quoted text and the string.
 constexpr std::string_view behindAbbreviation = ")'\"";
 
-std::string_view pieceFor(const UnitPieces& pieces, LinkPicture picture) {
+/// "'"&User.Single_TaskLink&"' ' ('0.##'" or, of the time alone, "' ('0.##'".
+std::string pieceFor(std::size_t unit, LinkPicture picture) {
+  const Spelling& spelling = spellings[unit];
+  const std::string format(schema::timeUnits[unit].format);
   switch (picture) {
     case LinkPicture::DescriptionAndTime:
-      return pieces.descriptionAndTime;
+      return descriptionReference() + std::string(spelling.joint) + "\"' ' ('" + format + "'";
     case LinkPicture::DescriptionAndTimeAboveZero:
-      return pieces.descriptionAndTimeAboveZero;
+      return descriptionReference() + "&\"' ' ('" + format + "'";
     case LinkPicture::TimeOnly:
-      return pieces.timeOnly;
+      return "\"' ('" + replaceAll(format, ".", std::string_view(&spelling.decimalPoint, 1)) + "'";
     default:
-      return pieces.timeOnlyAboveZero;
+      return "\"' ('0." + std::string(static_cast<std::size_t>(spelling.decimalsAboveZero), '#') + "'";
   }
+}
+
+std::string ifUnitIs(std::string_view function, const schema::TimeUnit& unit, const std::string& spr) {
+  return "IF(" + std::string(function) + "(" + std::string(schema::timeCells::unit) + spr + "\"" +
+         std::string(unit.name) + "\")" + spr;
 }
 
 std::string pictureWithTime(LinkPicture picture, const PictureParts& parts) {
   const std::string& spr = parts.separator;
   std::string formula;
   for (std::size_t i = 0; i < std::min(parts.units.size(), parts.abbreviations.size()); ++i) {
-    const std::string& unit = parts.units[i];
-    const auto pieces = std::ranges::find(unitPieces, unit, &UnitPieces::unit);
-    if (pieces == unitPieces.end()) continue;
-    if (unit != "Seconds") formula += spr;
-    if (unit != "Weeks") formula += "IF(STRSAME(Prop.Time_Units" + spr + "\"" + unit + "\")" + spr;
+    const schema::TimeUnit* const unit = schema::timeUnitNamed(parts.units[i]);
+    if (!unit) continue;
+    const bool isLast = unit == &schema::timeUnits.back();
+    if (unit != &schema::timeUnits.front()) formula += spr;
+    if (!isLast) formula += ifUnitIs("STRSAME", *unit, spr);
     // It stands in a picture's quoted text inside a formula's string.
     const std::string abbreviation = replaceAll(withEscapedApostrophes(parts.abbreviations[i]), "\"", "\"\"");
-    formula += std::string(pieceFor(*pieces, picture)) + abbreviation + std::string(behindAbbreviation);
-    if (unit == "Weeks") formula += "))))";
+    formula += pieceFor(static_cast<std::size_t>(unit - schema::timeUnits.data()), picture) + abbreviation +
+               std::string(behindAbbreviation);
+    if (isLast) formula += "))))";
   }
   return formula;
 }
 
 /// The frame of the pictures that show no time; the results stand in the order Seconds to Weeks.
-std::string pictureWithoutTime(const std::array<std::string_view, 5>& results, const std::string& spr) {
+std::string pictureWithoutTime(const std::array<std::string, 5>& results, const std::string& spr) {
   std::string formula = "= ";
   for (std::size_t i = 0; i < 4; ++i) {
-    formula += "IF(StrSame(Prop.Time_Units" + spr + "\"" + std::string(unitPieces[i].unit) + "\")" + spr;
-    formula += std::string(results[i]) + spr;
+    formula += ifUnitIs("StrSame", schema::timeUnits[i], spr) + results[i] + spr;
   }
-  return formula + std::string(results[4]) + "))))";
+  return formula + results[4] + "))))";
 }
 
 }  // namespace
 
 std::string linkPicture(LinkPicture picture, const PictureParts& parts) {
-  constexpr std::string_view description = R"("'"&User.Single_TaskLink&" ' ' ")";
+  const std::string description = descriptionReference() + R"(&" ' ' ")";
   // The one for hours lacks the last blank.
-  constexpr std::string_view hoursDescription = R"("'"&User.Single_TaskLink&" ' '")";
-  constexpr std::string_view nothing = R"("")";
+  const std::string hoursDescription = descriptionReference() + R"(&" ' '")";
+  const std::string nothing = R"("")";
   switch (picture) {
     case LinkPicture::DescriptionOnly:
       return pictureWithoutTime({description, description, hoursDescription, description, description},

@@ -1,8 +1,8 @@
 #include "links/text_layout.h"
 
-#include "display/detail_fields.h"
 #include "display/detail_shapes.h"
 #include "document/document_cells.h"
+#include "schema/details.h"
 
 namespace quorvel::addin {
 namespace {
@@ -32,9 +32,9 @@ TextHeights::TextHeights(const Shape& task) : line_(task.DrawLine(0.1, 0, 0.2, 0
   line_.Cells("BeginX").FormulaForce("guard(0.1)");
   line_.Cells("EndX").FormulaForce("guard(0.2)");
   setLowerTextBlock(line_, task, false);
-  for (int position = 1; position <= lastLowerField; ++position) {
+  for (int position = 1; position <= schema::lastLowerDetail; ++position) {
     texts_[static_cast<std::size_t>(position)] =
-        task.Cells("Prop." + std::string(detailField(position).row) + ".Value").ResultStr(visio::unitsNone).or_({});
+        task.Cells(schema::detailAt(position).row).ResultStr(visio::unitsNone).or_({});
   }
   heights_.fill(notMeasured);
 }
@@ -45,11 +45,11 @@ TextHeights::~TextHeights() {
 }
 
 const std::string& TextHeights::textAt(int position) const {
-  return texts_[position >= 1 && position <= lastLowerField ? static_cast<std::size_t>(position) : 0];
+  return texts_[position >= 1 && position <= schema::lastLowerDetail ? static_cast<std::size_t>(position) : 0];
 }
 
 double TextHeights::heightAt(int position) {
-  if (position < 1 || position > lastLowerField) return 0;
+  if (position < 1 || position > schema::lastLowerDetail) return 0;
   double& height = heights_[static_cast<std::size_t>(position)];
   if (height == notMeasured) {
     line_.SetText(textAt(position));
@@ -61,7 +61,7 @@ double TextHeights::heightAt(int position) {
 double TextHeights::down(int position) {
   const double own = heightAt(position);
   int next = position + 1;
-  while (next <= lastLowerField && textAt(next).empty()) ++next;
+  while (next <= schema::lastLowerDetail && textAt(next).empty()) ++next;
   return (own + heightAt(next)) * 0.5;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "model/host_model.h"
+#include "schema/details.h"
 
 namespace quorvel::addin {
 
@@ -21,7 +22,7 @@ class TextHeights {
   TextHeights(const TextHeights&) = delete;
   TextHeights& operator=(const TextHeights&) = delete;
 
-  /// The text of the row at `position` (1 to 14 of the detail fields); empty outside these.
+  /// The text of the row at `position` (of the lower details, from 1); empty outside these.
   const std::string& textAt(int position) const;
   /// The height in inches that it takes, margins included; 0 when the host can't tell.
   double heightAt(int position);
@@ -30,8 +31,9 @@ class TextHeights {
 
  private:
   Shape line_;
-  std::array<std::string, 15> texts_;
-  std::array<double, 15> heights_;
+  // By position; the first entry stays empty.
+  std::array<std::string, schema::lastLowerDetail + 1> texts_;
+  std::array<double, schema::lastLowerDetail + 1> heights_;
 };
 
 /// The height that the row at `position` takes against the next filled row below it, in inches: half the sum of both;

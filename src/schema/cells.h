@@ -1,5 +1,5 @@
-// The named rows that a drawing is read by as a process map. They are in every saved map: a changed letter breaks
-// existing files.
+// The named rows of a process map: of documents, pages, Tasks, Task Links and Process Connectors. They are in every
+// saved map: a changed letter breaks existing files.
 #pragma once
 
 #include <array>
@@ -8,28 +8,60 @@
 
 namespace quorvel::schema {
 
-/// The lists that shapes choose from. Abbreviations of frequencies are in the prompt of their row.
 namespace documentCells {
+/// The lists that shapes choose from.
 inline constexpr NamedRow roleNames = "User.RoleNames", frequencies = "User.FreqSuggestions",
                           timeUnits = "User.Time_Unit", timeUnitAbbreviations = "User.Time_Unit_Disply";
+/// One abbreviation for each frequency, and the unit of new shapes.
+inline constexpr std::string_view frequencyAbbreviations = "User.FreqSuggestions.Prompt",
+                                  defaultTimeUnit = "User.Time_Unit.Prompt";
+/// Formulas that rules write need the separator of arguments.
+inline constexpr NamedRow listSeparator = "User.lstSpr";
+inline constexpr NamedRow isInitialized = "User.Based_On_ZNB", disableDefine = "User.DisableDefine",
+                          addinIsFound = "User.AddinIsFound", isSaved = "User.DocumentSaved",
+                          version = "User.Quorvel_dll_Version";
 }  // namespace documentCells
 
+/// The switches of a page are in display_switches.h.
 namespace pageCells {
-inline constexpr NamedRow taskIdLetters = "User.Task_Id_Letters";
+inline constexpr NamedRow taskIdLetters = "User.Task_Id_Letters", nextTaskId = "User.Next_Task_Id",
+                          name = "User.PAGE_NAME";
 }  // namespace pageCells
 
+/// Of every shape of a map.
+namespace shapeCells {
+/// Without it a dropped shape is new to the map; with it, it is a copy.
+inline constexpr NamedRow alreadyAdded = "User.AlreadyAdded";
+}  // namespace shapeCells
+
+/// Of Tasks and Task Links.
+namespace timeCells {
+/// The duration with its unit, and the unit in which it is shown and typed.
+inline constexpr NamedRow value = "User.TimeValue", unit = "Prop.Time_Units";
+}  // namespace timeCells
+
+/// The rows of a Task's details are in details.h.
 namespace taskCells {
 inline constexpr NamedRow id = "Prop.Task_ID", description = "Prop.Task_Description", notes = "Prop.Notes",
                           linked = "Prop.Linked", guidelines = "Prop.Guidelines", resources = "Prop.Resources",
                           completionTime = "Prop.Task_Completion_Time", frequency = "Prop.Frequency_Of_Occurrence";
+/// What the lower box shows of the last two: the frequency's abbreviation, and the time or nothing.
+inline constexpr NamedRow frequencyAbbreviation = "Prop.Frequency_Partial", shownTime = "Prop.Process_Time_Str";
 /// The responsible role, then the supporting ones; each row has the list of roles in its Format cell.
 inline constexpr std::array<NamedRow, 5> roles{"Prop.Responsible_Role", "Prop.SupportingRole_1",
                                                "Prop.SupportingRole_2", "Prop.SupportingRole_3",
                                                "Prop.SupportingRole_4"};
+inline constexpr NamedRow responsibleRole = roles.front();
 }  // namespace taskCells
 
+namespace subTaskBoxCells {
+inline constexpr NamedRow textWidth = "User.TxtWidth", storedTaskId = "User.StoredTaskID";
+}  // namespace subTaskBoxCells
+
 namespace taskLinkCells {
-inline constexpr NamedRow description = "Prop.Task_Link", time = "Prop.Time_Between_Tasks";
+inline constexpr NamedRow description = "Prop.Task_Link", time = "Prop.Time_Between_Tasks", timeText = "Prop.Time_Str";
+/// The description as it is quoted in the link's text.
+inline constexpr NamedRow quotedDescription = "User.Single_TaskLink";
 }  // namespace taskLinkCells
 
 namespace connectorCells {

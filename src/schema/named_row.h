@@ -16,6 +16,11 @@ class NamedRow {
   /// The value cell, "User.RoleNames".
   constexpr std::string_view cell() const { return cell_; }
   constexpr operator std::string_view() const { return cell_; }
+  friend constexpr bool operator==(const NamedRow& a, const NamedRow& b) = default;
+  /// The name without its section, "RoleNames".
+  constexpr std::string_view name() const { return cell_.substr(5); }
+  /// A row of shape data, "Prop."; else one of user-defined cells.
+  constexpr bool isShapeData() const { return cell_.front() == 'P'; }
   /// Another cell of the row: `column("Format")` is "Prop.Task_ID.Format".
   std::string column(std::string_view name) const { return std::string(cell_) + "." + std::string(name); }
 

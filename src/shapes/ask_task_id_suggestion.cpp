@@ -3,6 +3,7 @@
 #include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "dialogs/frm_task_id_suggestion.h"
+#include "schema/cells.h"
 #include "shapes/task_id.h"
 
 namespace quorvel::addin {
@@ -19,8 +20,8 @@ bool askTaskIdSuggestion(dsrVisioConnect& connect, const Page& page) {
   if (dialog->refused()) return false;
 
   const Shape sheet = page.PageSheet();
-  sheet.Cells("User.Next_Task_Id").SetResult(visio::unitsNone, dialog->number().or_(0));
-  sheet.Cells("User.Task_Id_Letters").FormulaForce(quoted(dialog->letters()));
+  sheet.Cells(schema::pageCells::nextTaskId).SetResult(visio::unitsNone, dialog->number().or_(0));
+  sheet.Cells(schema::pageCells::taskIdLetters).FormulaForce(quoted(dialog->letters()));
   return true;
 }
 

@@ -6,7 +6,7 @@
 namespace quorvel::addin {
 
 void firstDrop(dsrVisioConnect& connect, const Shape& shape, const Page& page) {
-  if (shape.Data1() == marks::logo || shape.Data1() == marks::legend) addUserRow(shape, "AlreadyAdded");
+  if (shape.Data1() == marks::logo || shape.Data1() == marks::legend) addRow(shape, schema::shapeCells::alreadyAdded);
   if (!shape.Master()) return;
   shape.Cells("lockCustProp").FormulaForce("1");
   if (IsProcessConnector(shape)) firstDropOfProcessConnector(shape, page);

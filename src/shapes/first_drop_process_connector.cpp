@@ -10,7 +10,7 @@ namespace quorvel::addin {
 
 void firstDropOfProcessConnector(const Shape& connector, const Page& page) {
   const std::string separator = listSeparator(page.Document());
-  addUserRow(connector, "AlreadyAdded");
+  addRow(connector, schema::shapeCells::alreadyAdded);
   addActionRow(connector);
   setAction(connector, 1, hyperlinkAction(separator), quoted("Define Connector Link..."));
   connector.SetData1(std::string(masters::processConnector));
@@ -18,7 +18,8 @@ void firstDropOfProcessConnector(const Shape& connector, const Page& page) {
   setAction(connector, 2, shapeDataAction, menuWithAddin("Modify Connector Text...", separator));
   connector.Cells("Actions.D1").FormulaForce(disabledFormula(separator));
   connector.Cells("LockTextEdit").FormulaForce("1");
-  connector.SetName("Connector." + connector.Cells("Prop.Connecting_TaskID").ResultStr(visio::unitsNone).or_({}));
+  connector.SetName("Connector." +
+                    connector.Cells(schema::connectorCells::shownId).ResultStr(visio::unitsNone).or_({}));
 }
 
 }  // namespace quorvel::addin

@@ -1,6 +1,9 @@
 // What makes a dropped Task work: its menu, its rows, the cover that takes the clicks, and its Task ID.
+#include <algorithm>
+
 #include "base/basic_text.h"
 #include "document/document_cells.h"
+#include "schema/details.h"
 #include "shapes/ask_task_id_suggestion.h"
 #include "shapes/first_drop.h"
 #include "shapes/initialize_znb_shapes.h"
@@ -14,6 +17,8 @@
 namespace quorvel::addin {
 namespace {
 
+namespace taskCells = schema::taskCells;
+
 void addActions(const Shape& task, const std::string& separator) {
   addActionRow(task);
   setAction(task, 1, shapeDataAction, menuWithAddin("Define Task Details...", separator));
@@ -26,51 +31,50 @@ void prepareSubTaskBox(const Shape& box, const std::string& separator) {
   box.SetData1(std::string(marks::subTaskBox));
   addActionRow(box);
   setAction(box, 1, hyperlinkAction(separator), quoted("Add/Edit Hyperlink"));
-  addUserRow(box, "TxtWidth");
-  box.Cells("User.TxtWidth").FormulaForce("GUARD(TEXTWIDTH(TheText))");
-  addUserRow(box, "StoredTaskID");
-  box.Cells("User.StoredTaskID").FormulaForce(quoted(""));
+  addRow(box, schema::subTaskBoxCells::textWidth);
+  box.Cells(schema::subTaskBoxCells::textWidth).FormulaForce("GUARD(TEXTWIDTH(TheText))");
+  addRow(box, schema::subTaskBoxCells::storedTaskId);
+  box.Cells(schema::subTaskBoxCells::storedTaskId).FormulaForce(quoted(""));
 }
 
 void prepareRoles(const Shape& task, const Document& document) {
-  const auto roleRows = {"Prop.Responsible_Role", "Prop.SupportingRole_1", "Prop.SupportingRole_2",
-                         "Prop.SupportingRole_3", "Prop.SupportingRole_4"};
-  for (const std::string row : roleRows) task.Cells(row + ".Type").FormulaForce("1");
-  task.Cells("Prop.SupportingRole_3.Invisible").FormulaForce("0");
-  task.Cells("Prop.SupportingRole_4.Invisible").FormulaForce("0");
-  const std::string roles = quoted(documentText(document, "User.RoleNames"));
-  for (const std::string row : roleRows) task.Cells(row + ".Format").FormulaForce(roles);
+  // Masters of older stencils hide the roles behind these.
+  constexpr std::size_t rolesOfOldMasters = 3;
+  for (const schema::NamedRow& role : taskCells::roles) task.Cells(role.column("Type")).FormulaForce("1");
+  for (std::size_t i = rolesOfOldMasters; i < taskCells::roles.size(); ++i)
+    task.Cells(taskCells::roles[i].column("Invisible")).FormulaForce("0");
+  const std::string roles = quoted(documentText(document, schema::documentCells::roleNames));
+  for (const schema::NamedRow& role : taskCells::roles) task.Cells(role.column("Format")).FormulaForce(roles);
 }
 
 /// A new Task shows what its page shows, and everything where the page does not say: a bare new row would read as
 /// hidden.
 void addDisplaySwitches(const Shape& task, const Shape& page) {
-  for (const std::string name :
-       {"Responsible_Role", "Task_Visible", "controls", "Resources", "Task_Completion_Time", "Frequency_Of_Occurrence",
-        "Supporting_Role1", "Supporting_Role2", "Supporting_Role3", "Supporting_Role4"}) {
-    addUserRow(task, name);
-    task.Cells("User." + name).SetResult(visio::unitsNone, page.Cells("User." + name).Result(visio::unitsNone).or_(1));
+  auto inOrder = schema::taskSwitches;
+  std::ranges::sort(inOrder, {}, &schema::TaskSwitch::onTask);
+  for (const schema::TaskSwitch& each : inOrder) {
+    addRow(task, each.cell);
+    task.Cells(each.cell).SetResult(visio::unitsNone, page.Cells(each.cell).Result(visio::unitsNone).or_(1));
   }
 }
 
-void addRoleHyperlinkRows(const Shape& task) {
-  const auto names = {"SupportingRole_1_Hyper", "SupportingRole_2_Hyper", "SupportingRole_3_Hyper",
-                      "SupportingRole_4_Hyper", "Responsible_Role_Hyper"};
-  for (const std::string name : names) addUserRow(task, name);
-  for (const std::string name : names) task.Cells("User." + name).FormulaForce(quoted(""));
+/// The details that are no list rows keep their hyperlinks in rows of their own.
+void addHyperlinkRows(const Shape& task) {
+  for (const schema::NamedRow& row : schema::keptHyperlinkRows) addRow(task, row);
+  for (const schema::NamedRow& row : schema::keptHyperlinkRows) task.Cells(row).FormulaForce(quoted(""));
 }
 
 void prepareFrequencyAndTime(const Shape& task, const Document& document) {
-  addPropRow(task, "Frequency_Partial");
-  // A bare new row reads as 0, which would count as an abbreviation.
-  task.Cells("Prop.Frequency_Partial").FormulaForce(quoted(""));
-  task.Cells("Prop.Frequency_Partial.Invisible").FormulaForce("1");
-  addPropRow(task, "Process_Time_Str");
-  task.Cells("Prop.Process_Time_Str").FormulaForce(quoted(""));
-  task.Cells("Prop.Process_Time_Str.Invisible").FormulaForce("1");
-  task.Cells("Prop.Time_Units.Value").FormulaForce(quoted(documentText(document, "User.Time_Unit.Prompt")));
-  task.Cells("Prop.Frequency_Of_Occurrence.Format")
-      .FormulaForce(quoted(documentText(document, "User.FreqSuggestions.Value")));
+  for (const schema::NamedRow& row : {taskCells::frequencyAbbreviation, taskCells::shownTime}) {
+    addRow(task, row);
+    // A bare new row reads as 0, which would count as an abbreviation.
+    task.Cells(row).FormulaForce(quoted(""));
+    task.Cells(row.column("Invisible")).FormulaForce("1");
+  }
+  task.Cells(schema::timeCells::unit)
+      .FormulaForce(quoted(documentText(document, schema::documentCells::defaultTimeUnit)));
+  task.Cells(taskCells::frequency.column("Format"))
+      .FormulaForce(quoted(documentText(document, schema::documentCells::frequencies)));
 }
 
 void lockBoxes(const Shape& task) {
@@ -106,11 +110,11 @@ void drawCover(const Shape& task) {
 /// The page counts on before the number is used, so that no ID is given twice: where the host does not tell the page's
 /// letters or number, or does not let it count, the Task stays without an ID.
 void giveTaskId(const Shape& task, const Page& page) {
-  const Cell id = task.Cells("Prop.Task_ID");
+  const Cell id = task.Cells(taskCells::id);
   const Maybe<long> number = nextTaskIdOf(page);
   const Maybe<std::string> letters = taskIdLettersOf(page);
-  const bool counted =
-      number && letters && page.PageSheet().Cells("User.Next_Task_Id").SetResult(visio::unitsNone, *number + 1);
+  const bool counted = number && letters &&
+                       page.PageSheet().Cells(schema::pageCells::nextTaskId).SetResult(visio::unitsNone, *number + 1);
   if (!counted) {
     id.FormulaForce(quoted(""));
     return;
@@ -127,13 +131,13 @@ void firstDropOfTask(dsrVisioConnect& connect, const Shape& task, const Page& pa
   const std::string separator = listSeparator(document);
   InitializeZNBShapes(connect, task, page);
   task.Cells("EventDrop").FormulaForce(quoted(""));
-  task.Cells("Prop.Notes").FormulaForce(quoted(""));
-  addUserRow(task, "AlreadyAdded");
+  task.Cells(taskCells::notes).FormulaForce(quoted(""));
+  addRow(task, schema::shapeCells::alreadyAdded);
   addActions(task, separator);
   prepareSubTaskBox(task.Shapes().Item(taskMember::subTaskBox), separator);
   prepareRoles(task, document);
   addDisplaySwitches(task, page.PageSheet());
-  addRoleHyperlinkRows(task);
+  addHyperlinkRows(task);
   prepareFrequencyAndTime(task, document);
   lockBoxes(task);
   drawCover(task);

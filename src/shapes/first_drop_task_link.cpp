@@ -1,7 +1,10 @@
 // What makes a dropped Task Link work.
+#include <algorithm>
+
 #include "base/basic_text.h"
 #include "document/document_cells.h"
 #include "links/task_link_description.h"
+#include "schema/display_switches.h"
 #include "shapes/first_drop.h"
 #include "shapes/initialize_znb_shapes.h"
 #include "shapes/rows.h"
@@ -9,25 +12,27 @@
 
 namespace quorvel::addin {
 
+namespace taskLinkCells = schema::taskLinkCells;
+
 void firstDropOfTaskLink(const dsrVisioConnect& connect, const Shape& link, const Page& page) {
   const Document document = page.Document();
   const std::string separator = listSeparator(document);
   // The description's text is composed at each write of what it shows, so the rows that it reads come first.
-  addPropRow(link, "Time_Str");
-  addUserRow(link, "AlreadyAdded");
-  addUserRow(link, "TaskLink_Visible");
-  addUserRow(link, "TaskLink_txt_Visible");
-  addUserRow(link, "TimegreaterThanzero");
+  addRow(link, taskLinkCells::timeText);
+  addRow(link, schema::shapeCells::alreadyAdded);
+  for (const schema::LinkSwitch& each : schema::linkSwitches) addRow(link, each.cell);
   const Shape pageSheet = page.PageSheet();
-  for (const char* cell :
-       {"User.TaskLink_txt_Visible.Value", "User.TaskLink_Visible.Value", "User.TimegreaterThanzero.Value"}) {
-    link.Cells(cell).SetResult(visio::unitsNone, pageSheet.Cells(cell).Result(visio::unitsNone));
+  auto inOrder = schema::linkSwitches;
+  std::ranges::sort(inOrder, {}, &schema::LinkSwitch::copied);
+  for (const schema::LinkSwitch& each : inOrder) {
+    link.Cells(each.cell).SetResult(visio::unitsNone, pageSheet.Cells(each.cell).Result(visio::unitsNone));
   }
   InitializeZNBShapes(connect, link, page);
 
-  link.Cells("Prop.Time_Units.Value").FormulaForce(quoted(documentText(document, "User.Time_Unit.Prompt")));
-  link.Cells("Prop.Time_Str.Label").FormulaForce(quoted("Time_Str"));
-  link.Cells("Prop.Time_Str.Invisible").FormulaForce("-1");
+  link.Cells(schema::timeCells::unit)
+      .FormulaForce(quoted(documentText(document, schema::documentCells::defaultTimeUnit)));
+  link.Cells(taskLinkCells::timeText.column("Label")).FormulaForce(quoted(taskLinkCells::timeText.name()));
+  link.Cells(taskLinkCells::timeText.column("Invisible")).FormulaForce("-1");
 
   // The host must run no drop event of its own.
   link.Cells("EventDrop").FormulaForce(quoted(""));
@@ -35,12 +40,12 @@ void firstDropOfTaskLink(const dsrVisioConnect& connect, const Shape& link, cons
   setAction(link, 1, shapeDataAction, menuWithAddin("Define Task Link Details...", separator));
   link.Cells("Actions.D1").FormulaForce(disabledFormula(separator));
 
-  link.Cells("Prop.Time_Between_Tasks").FormulaForce("0");
+  link.Cells(taskLinkCells::time).FormulaForce("0");
   GetAddedTaskLinkDescription2(link);
 
   link.Cells("LockTextEdit").FormulaForce("1");
   addTimeValue(link);
-  link.Cells("Fields.Value[1]").FormulaForce("=Prop.Time_Between_Tasks");
+  link.Cells("Fields.Value[1]").FormulaForce("=" + std::string(taskLinkCells::time.cell()));
 }
 
 }  // namespace quorvel::addin

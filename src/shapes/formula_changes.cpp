@@ -3,6 +3,7 @@
 #include "addin/host_queries.h"
 #include "base/text.h"
 #include "links/task_link_description.h"
+#include "schema/cells.h"
 #include "shapes/shape_classes.h"
 #include "vocab/chosen_entries.h"
 #include "vocab/time_units.h"
@@ -11,8 +12,8 @@ namespace quorvel::addin {
 
 void gvsoApp_FormulaChanged(dsrVisioConnect& connect, const Cell& cell) {
   const std::string name = cell.Name().or_({});
-  if (equalIgnoringCase(name, "Prop.Task_Completion_Time")) captureCompletionTime(cell.Shape());
-  if (equalIgnoringCase(name, "Prop.Time_Between_Tasks")) {
+  if (equalIgnoringCase(name, schema::taskCells::completionTime)) captureCompletionTime(cell.Shape());
+  if (equalIgnoringCase(name, schema::taskLinkCells::time)) {
     const Shape link = cell.Shape();
     if (!IsTaskLink(link)) return;
     if (cell.ResultIU() != 0) getTimeunit(link);

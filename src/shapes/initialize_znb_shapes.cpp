@@ -3,29 +3,30 @@
 #include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "data/stencil_texts.h"
+#include "schema/cells.h"
 #include "shapes/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {
 
 void initializeTaskLink(const Shape& link) {
-  const Cell description = link.Cells("Prop.Task_Link");
+  const Cell description = link.Cells(schema::taskLinkCells::description);
   // Also the guard of the field below: it must not come back to a link that shows its time already.
   if (!(description.ResultStr(visio::unitsNone) == placeholder::taskLink)) return;
   description.FormulaForce(quoted("Task Link"));
-  link.Cells("Prop.Task_Link.Label").FormulaForce(quoted("Task Link Description"));
-  link.Cells("Fields.Value").FormulaForce("Prop.Task_Link");
+  link.Cells(schema::taskLinkCells::description.column("Label")).FormulaForce(quoted("Task Link Description"));
+  link.Cells("Fields.Value").FormulaForce(std::string(schema::taskLinkCells::description));
 }
 
 void initializeTask(const Shape& task) {
-  const Cell description = task.Cells("Prop.Task_Description");
+  const Cell description = task.Cells(schema::taskCells::description);
   if (!(description.ResultStr(visio::unitsNone) == placeholder::taskDescription)) return;
   description.FormulaForce(quoted("Task Description"));
   if (const auto id = task.ID()) {
     task.Shapes()
         .Item(taskMember::descriptionBox)
         .Cells("Fields.Value")
-        .FormulaForce("Sheet." + std::to_string(*id) + "!Prop.Task_Description");
+        .FormulaForce("Sheet." + std::to_string(*id) + "!" + std::string(schema::taskCells::description));
   }
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "addin/host_queries.h"
+#include "schema/cells.h"
 #include "shapes/first_drop.h"
 #include "shapes/shape_classes.h"
 
@@ -33,12 +34,12 @@ void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape, const Page
   const Document document = page.Document();
   if (!hasQuorvelTemplate(document)) return;
   const Shape documentSheet = document.DocumentSheet();
-  if (!(documentSheet.CellExists("User.Based_On_ZNB", 1) == true)) return;
-  if (!(documentSheet.Cells("User.Based_On_ZNB").Result(visio::unitsNone) != 0)) return;
+  if (!(documentSheet.CellExists(schema::documentCells::isInitialized, 1) == true)) return;
+  if (!(documentSheet.Cells(schema::documentCells::isInitialized).Result(visio::unitsNone) != 0)) return;
   // The copy that a deletion makes to keep a Task must keep its ID and cells.
   if (std::exchange(connect.flagRestoringTask, false)) return;
 
-  const Maybe<bool> wasHereBefore = shape.CellExists("User.AlreadyAdded", 1);
+  const Maybe<bool> wasHereBefore = shape.CellExists(schema::shapeCells::alreadyAdded, 1);
   if (wasHereBefore == true) copied(shape, page);
   if (wasHereBefore == false) firstDrop(connect, shape, page);
   // It outlasts renumbering and renaming, so that a later reader knows the shape again; a copy is a shape of its own.

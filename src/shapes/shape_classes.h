@@ -5,25 +5,14 @@
 #include <string_view>
 
 #include "model/host_model.h"
+#include "schema/marks.h"
 #include "schema/masters.h"
 
 namespace quorvel::addin {
 
+namespace marks = schema::marks;
 namespace masters = schema::masters;
 namespace taskMember = schema::taskMember;
-
-/// What stands in Data1 of the shapes that we make or mark.
-namespace marks {
-inline constexpr std::string_view detail = "Pline";
-inline constexpr std::string_view subTaskBox = "SUBTask_ID";
-inline constexpr std::string_view logo = "Logo";
-inline constexpr std::string_view legend = "Legend";
-inline constexpr std::string_view notes = "pic_indicatesNotes";
-inline constexpr std::string_view taskHyperlink = "pic_indicatorTaskDescription";
-inline constexpr std::string_view subTaskHyperlink = "PicIndicateHypersubTAsk";
-/// Begins Data3 of the hyperlink icon beside a detail line; the icon's Data1 is `detail`.
-inline constexpr std::string_view detailHyperlink = "PicLinked";
-}  // namespace marks
 
 /// The master's name up to the first "."; empty for a shape without a master. A member that came with its group's
 /// master answers that master's name.

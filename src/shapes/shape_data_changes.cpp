@@ -1,16 +1,16 @@
 #include "shapes/shape_data_changes.h"
 
 #include <algorithm>
-#include <array>
+#include <vector>
 
 #include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "base/text.h"
-#include "display/detail_fields.h"
 #include "display/detail_shapes.h"
 #include "display/task_details.h"
 #include "document/logo_bounds.h"
 #include "links/task_link_description.h"
+#include "schema/details.h"
 #include "shapes/list_change.h"
 #include "shapes/rows.h"
 #include "shapes/shape_classes.h"
@@ -19,65 +19,74 @@
 namespace quorvel::addin {
 namespace {
 
+namespace tags = schema::tags;
+namespace taskCells = schema::taskCells;
+
 using Test = bool (*)(const Shape& shape);
 
 /// A Task on its own, one that was dropped: the members of a Task answer its master too.
 bool isDroppedTask(const Shape& shape) {
-  return IsTask(shape) && isTopLevel(shape) && shape.CellExists("User.AlreadyAdded", 1) == true;
+  return IsTask(shape) && isTopLevel(shape) && shape.CellExists(schema::shapeCells::alreadyAdded, 1) == true;
 }
 
 bool isLogo(const Shape& shape) { return shape.Data1() == marks::logo; }
 
 bool isMemberOfTask(const Shape& shape) { return IsTask(shape.Parent()); }
 
-void logoMovedAcross(const dsrVisioConnect&, const Shape& logo) { keepLogoInsidePageX(logo); }
-void logoMovedUp(const dsrVisioConnect&, const Shape& logo) { keepLogoInsidePageY(logo); }
+using Connect = const dsrVisioConnect&;
 
-void taskWidthChanged(const dsrVisioConnect& connect, const Shape& task) {
-  redrawTaskLowerFields(connect, task, "controls", snapshotOfListRows(task));
+void logoMovedAcross(Connect, const Shape& logo, std::string_view) { keepLogoInsidePageX(logo); }
+void logoMovedUp(Connect, const Shape& logo, std::string_view) { keepLogoInsidePageY(logo); }
+
+void taskWidthChanged(Connect connect, const Shape& task, std::string_view) {
+  redrawTaskLowerFields(connect, task, tags::guidelines, snapshotOfListRows(task));
 }
 
-void linkDescriptionChanged(const dsrVisioConnect&, const Shape& link) { GetAddedTaskLinkDescription2(link); }
+void linkDescriptionChanged(Connect, const Shape& link, std::string_view) { GetAddedTaskLinkDescription2(link); }
 
-void responsibleRoleChanged(const dsrVisioConnect&, const Shape& task) {
-  RedrawTaskUpperExtraFields(task, "Responsible_Role");
+void responsibleRoleChanged(Connect, const Shape& task, std::string_view) {
+  RedrawTaskUpperExtraFields(task, tags::responsibleRole);
 }
 
 // The labels show cells that follow from what changed; those come first.
-void timeOfTaskChanged(const dsrVisioConnect&, const Shape& task) {
+void timeOfTaskChanged(Connect, const Shape& task, std::string_view) {
   completionTimeChanged(task);
-  RedrawTaskUpperExtraFields(task, "Task_Completion_Time");
+  RedrawTaskUpperExtraFields(task, tags::completionTime);
 }
 
-void frequencyOfTaskChanged(const dsrVisioConnect&, const Shape& task) {
+void frequencyOfTaskChanged(Connect, const Shape& task, std::string_view) {
   frequencyChanged(task);
-  RedrawTaskUpperExtraFields(task, "Frequency_Of_Occurrence");
+  RedrawTaskUpperExtraFields(task, tags::frequency);
 }
 
-/// Another role is somebody else: the hyperlinks of the one before go, unless it only has another name now.
-void supportingRoleChanged(const dsrVisioConnect& connect, const Shape& task, const std::string& row) {
-  const bool isRename = connect.renamedRole && connect.renamedRole == task.Cells("Prop." + row);
-  if (!isRename) {
-    task.Cells("User." + row + "_Hyper").FormulaForce(quoted(""));
+/// Another role is another person: the hyperlinks of the one before go, unless it only has another name now.
+void supportingRoleChanged(Connect connect, const Shape& task, std::string_view cell) {
+  const bool isRename = connect.renamedRole && connect.renamedRole == task.Cells(cell);
+  const auto detail =
+      std::ranges::find(schema::details, cell, [](const schema::Detail& each) { return each.row.cell(); });
+  if (!isRename && detail != schema::details.end()) {
+    task.Cells(detail->keptHyperlinks).FormulaForce(quoted(""));
     for (const Shape& member : task.Shapes().all()) {
-      if (member.Data3() == row) member.DeleteSection(visio::sectionHyperlink);
+      if (member.Data3() == detail->row.name()) member.DeleteSection(visio::sectionHyperlink);
     }
   }
-  redrawTaskLowerFields(connect, task, "controls", snapshotOfListRows(task));
+  redrawTaskLowerFields(connect, task, tags::guidelines, snapshotOfListRows(task));
 }
 
-template <int n>
-void supportingRoleChanged(const dsrVisioConnect& connect, const Shape& task) {
-  supportingRoleChanged(connect, task, "SupportingRole_" + std::to_string(n));
+void listChanged(Connect connect, const Shape& task, std::string_view cell) {
+  const auto list =
+      std::ranges::find(schema::detailLists, cell, [](const schema::DetailList& each) { return each.cell.cell(); });
+  if (list != schema::detailLists.end()) spreadList(connect, task, *list);
 }
 
 /// A line of a Task's details got a hyperlink: its icon shows that, once.
-void lineAddressChanged(const dsrVisioConnect& connect, const Shape& line) {
-  const Maybe<int> position = positionOfRow(line.Data3().or_({}));
-  if (!position || *position > lastLowerField || !(line.Data2() == detailField(*position).tag)) return;
-  if (!(line.Hyperlinks().Count() > 0)) return;
+void lineAddressChanged(Connect connect, const Shape& line, std::string_view) {
+  const Maybe<int> position = schema::positionOfRow(line.Data3().or_({}));
+  if (!position || *position > schema::lastLowerDetail) return;
+  const schema::Detail& detail = schema::detailAt(*position);
+  if (!(line.Data2() == detail.tag) || !(line.Hyperlinks().Count() > 0)) return;
   const Shape task = line.Parent();
-  const std::string mark = std::string(marks::detailHyperlink) + std::string(detailField(*position).row);
+  const std::string mark = std::string(marks::hyperlinkIcon) + std::string(detail.row.name());
   for (const Shape& member : task.Shapes().all()) {
     if (member.Data3() == mark) return;
   }
@@ -88,24 +97,26 @@ void lineAddressChanged(const dsrVisioConnect& connect, const Shape& line) {
 struct Consequence {
   std::string_view cell;
   Test fits;
-  void (*follow)(const dsrVisioConnect& connect, const Shape& shape);
+  void (*follow)(Connect connect, const Shape& shape, std::string_view cell);
 };
 
-constexpr std::array consequences{
-    Consequence{"PinX", isLogo, logoMovedAcross},
-    Consequence{"PinY", isLogo, logoMovedUp},
-    Consequence{"Width", isDroppedTask, taskWidthChanged},
-    Consequence{"Prop.Task_Link", IsTaskLink, linkDescriptionChanged},
-    Consequence{"Prop.Responsible_Role", IsTask, responsibleRoleChanged},
-    Consequence{"Prop.Task_Completion_Time", IsTask, timeOfTaskChanged},
-    Consequence{"Prop.Frequency_Of_Occurrence", IsTask, frequencyOfTaskChanged},
-    Consequence{"Prop.SupportingRole_1", IsTask, supportingRoleChanged<1>},
-    Consequence{"Prop.SupportingRole_2", IsTask, supportingRoleChanged<2>},
-    Consequence{"Prop.SupportingRole_3", IsTask, supportingRoleChanged<3>},
-    Consequence{"Prop.SupportingRole_4", IsTask, supportingRoleChanged<4>},
-    Consequence{"Prop.Guidelines", IsTask, spreadGuidelines},
-    Consequence{"Prop.Resources", IsTask, spreadResources},
-};
+std::vector<Consequence> allConsequences() {
+  std::vector<Consequence> all{
+      {"PinX", isLogo, logoMovedAcross},
+      {"PinY", isLogo, logoMovedUp},
+      {"Width", isDroppedTask, taskWidthChanged},
+      {schema::taskLinkCells::description, IsTaskLink, linkDescriptionChanged},
+      {taskCells::responsibleRole, IsTask, responsibleRoleChanged},
+      {taskCells::completionTime, IsTask, timeOfTaskChanged},
+      {taskCells::frequency, IsTask, frequencyOfTaskChanged},
+  };
+  for (const schema::NamedRow& role : taskCells::roles) {
+    if (!(role == taskCells::responsibleRole)) all.push_back({role, IsTask, supportingRoleChanged});
+  }
+  for (const schema::DetailList& list : schema::detailLists) all.push_back({list.cell, IsTask, listChanged});
+  return all;
+}
+
 constexpr Consequence hyperlinkAddress{"Hyperlink.", isMemberOfTask, lineAddressChanged};
 
 constexpr int columnHyperlinkAddress = 1;
@@ -115,6 +126,7 @@ const Consequence* consequenceOf(const Cell& cell, std::string_view name) {
   if (name.starts_with(hyperlinkAddress.cell)) {
     return cell.Column() == columnHyperlinkAddress ? &hyperlinkAddress : nullptr;
   }
+  static const std::vector<Consequence> consequences = allConsequences();
   const auto found = std::ranges::find_if(consequences, [&](const Consequence& consequence) {
     return consequence.cell.size() == name.size() && equalIgnoringCase(consequence.cell, name);
   });
@@ -128,7 +140,7 @@ void gvsoApp_CellChanged(dsrVisioConnect& connect, const Cell& cell, std::string
   const Consequence* consequence = consequenceOf(cell, name);
   if (!consequence) return;
   const Shape shape = cell.Shape();
-  if (consequence->fits(shape) && isOnMapPage(shape)) consequence->follow(connect, shape);
+  if (consequence->fits(shape) && isOnMapPage(shape)) consequence->follow(connect, shape, consequence->cell);
 }
 
 }  // namespace quorvel::addin

@@ -2,6 +2,7 @@
 
 #include "base/basic_text.h"
 #include "base/text.h"
+#include "schema/cells.h"
 
 namespace quorvel::addin {
 
@@ -25,12 +26,12 @@ Maybe<long> numberInBox(std::string_view text) {
 }
 
 Maybe<long> nextTaskIdOf(const Page& page) {
-  const Maybe<int> number = page.PageSheet().Cells("User.Next_Task_Id").ResultInt(visio::unitsNone, 1);
+  const Maybe<int> number = page.PageSheet().Cells(schema::pageCells::nextTaskId).ResultInt(visio::unitsNone, 1);
   return number && *number <= largestTaskNumber ? Maybe<long>(*number) : Maybe<long>();
 }
 
 Maybe<std::string> taskIdLettersOf(const Page& page) {
-  return page.PageSheet().Cells("User.Task_Id_Letters").ResultStr(visio::unitsNone);
+  return page.PageSheet().Cells(schema::pageCells::taskIdLetters).ResultStr(visio::unitsNone);
 }
 
 }  // namespace quorvel::addin

@@ -1,6 +1,7 @@
 #include "vocab/frequencies.h"
 
 #include "base/basic_text.h"
+#include "schema/cells.h"
 #include "shapes/page_walk.h"
 #include "shapes/shape_classes.h"
 #include "vocab/task_times.h"
@@ -8,8 +9,7 @@
 namespace quorvel::addin {
 namespace {
 
-constexpr const char* partialCell = "Prop.Frequency_Partial.Value";
-constexpr const char* descriptionCell = "Prop.Frequency_Of_Occurrence.Value";
+namespace taskCells = schema::taskCells;
 
 template <class Fits>
 bool anyTask(const Document& document, Fits fits) {
@@ -23,7 +23,7 @@ bool anyTask(const Document& document, Fits fits) {
 void update_freq(const Document& document, const std::string& list) {
   const std::string formula = quoted(list);
   forEachShape(document, [&](const Shape& shape) {
-    if (IsTask(shape)) shape.Cells("Prop.Frequency_Of_Occurrence.Format").FormulaForce(formula);
+    if (IsTask(shape)) shape.Cells(taskCells::frequency.column("Format")).FormulaForce(formula);
   });
 }
 
@@ -31,17 +31,17 @@ void showFrequencies(const Document& document, const std::vector<Frequency>& fre
   forEachShape(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
     const std::string joint = frequencyJoint(shape);
-    const Maybe<std::string> chosen = shape.Cells(descriptionCell).ResultStr(visio::unitsNone);
+    const Maybe<std::string> chosen = shape.Cells(taskCells::frequency).ResultStr(visio::unitsNone);
     for (const Frequency& frequency : frequencies) {
       if (chosen == frequency.description)
-        shape.Cells(partialCell).FormulaForce(quoted(frequency.abbreviation + joint));
+        shape.Cells(taskCells::frequencyAbbreviation).FormulaForce(quoted(frequency.abbreviation + joint));
     }
   });
 }
 
 bool isAbbreviationInUse(const Document& document, const std::string& abbreviation) {
   return anyTask(document, [&](const Shape& task) {
-    const Maybe<std::string> partial = task.Cells(partialCell).ResultStr(visio::unitsNone);
+    const Maybe<std::string> partial = task.Cells(taskCells::frequencyAbbreviation).ResultStr(visio::unitsNone);
     return partial && left(*partial, 2) == abbreviation;
   });
 }
@@ -49,7 +49,7 @@ bool isAbbreviationInUse(const Document& document, const std::string& abbreviati
 bool isDescriptionInUse(const Document& document, const std::string& description) {
   if (description.empty()) return false;
   return anyTask(document, [&](const Shape& task) {
-    return task.Cells(descriptionCell).ResultStr(visio::unitsNone) == description;
+    return task.Cells(taskCells::frequency).ResultStr(visio::unitsNone) == description;
   });
 }
 

@@ -38,14 +38,14 @@ void UpdateOldRoleNames(dsrVisioConnect& connect, const Document& document, cons
 }
 
 void updateRoleFormats(const Document& document) {
-  const Maybe<std::string> roles = document.DocumentSheet().Cells("User.RoleNames").ResultStr(visio::unitsNone);
+  const Maybe<std::string> roles =
+      document.DocumentSheet().Cells(schema::documentCells::roleNames).ResultStr(visio::unitsNone);
   // A list that can't be read must not empty those of the Tasks.
   if (!roles) return;
   const std::string list = quotedAsIs(*roles);
   forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
-    for (const std::string_view name : schema::taskCells::roles)
-      shape.Cells(std::string(name) + ".Format").FormulaForce(list);
+    for (const schema::NamedRow& role : schema::taskCells::roles) shape.Cells(role.column("Format")).FormulaForce(list);
   });
 }
 

@@ -1,5 +1,6 @@
 #include "vocab/time_unit_display.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "addin/host_queries.h"
@@ -9,6 +10,8 @@
 #include "document/document_cells.h"
 #include "links/task_link_description.h"
 #include "links/task_link_picture.h"
+#include "schema/details.h"
+#include "schema/time_units.h"
 #include "shapes/page_walk.h"
 #include "shapes/paste_batch.h"
 #include "shapes/shape_classes.h"
@@ -18,9 +21,12 @@
 namespace quorvel::addin {
 namespace {
 
-/// Days and weeks are shown with one decimal more, which moves what stands behind them.
-int moreDecimals(std::string_view unit) {
-  return equalIgnoringCase(unit, "Days") || equalIgnoringCase(unit, "Weeks") ? 1 : 0;
+/// The number's format comes before the abbreviation, and is longer for some units.
+long formatLength(std::string_view unit) {
+  const auto found = std::ranges::find_if(
+      schema::timeUnits, [&](const schema::TimeUnit& each) { return equalIgnoringCase(each.name, unit); });
+  const schema::TimeUnit& known = found == schema::timeUnits.end() ? schema::timeUnits.front() : *found;
+  return static_cast<long>(known.format.size());
 }
 
 /// What a format picture quotes from 1-based `start` up to `behind` characters from its end; nothing for a picture that
@@ -36,27 +42,27 @@ Maybe<std::string> quotedPart(const Maybe<std::string>& picture, long start, lon
 Maybe<std::string> abbreviationOnTask(const Shape& task, std::string_view unit) {
   Maybe<std::string> shown;
   for (const Shape& member : task.Shapes().all()) {
-    if (!(member.Data2() == "Task_Completion_Time")) continue;
+    if (!(member.Data2() == schema::tags::completionTime)) continue;
     const auto picture = member.Cells("Fields.Format[1]").ResultStr(visio::unitsNone);
-    if (const auto read = quotedPart(picture, 6 + moreDecimals(unit), 1)) shown = read;
+    if (const auto read = quotedPart(picture, formatLength(unit) + 2, 1)) shown = read;
   }
   return shown;
 }
 
 /// From "'Send form' ' ('0.##'m)'". The description stands there with its apostrophes escaped.
 Maybe<std::string> abbreviationOnLink(const Shape& link, std::string_view unit) {
-  const Maybe<std::string> showsDescription = link.Cells("User.TaskLink_txt_Visible").ResultStr(visio::unitsNone);
-  const Maybe<std::string> description = link.Cells("Prop.Task_Link").ResultStr(visio::unitsNone);
+  const Maybe<std::string> showsDescription = link.Cells(schema::switches::linkDescription).ResultStr(visio::unitsNone);
+  const Maybe<std::string> description = link.Cells(schema::taskLinkCells::description).ResultStr(visio::unitsNone);
   if (!showsDescription || val(*showsDescription) != 1 || !description) return {};
   const long length = static_cast<long>(lengthOf(withEscapedApostrophes(*description)));
-  return quotedPart(link.Cells("Fields.Format[1]").ResultStr(visio::unitsNone), length + 13 + moreDecimals(unit), 2);
+  return quotedPart(link.Cells("Fields.Format[1]").ResultStr(visio::unitsNone), length + 9 + formatLength(unit), 2);
 }
 
 }  // namespace
 
 void redrawTimeUnits(const Document& document) {
   forEachShape(document, [&](const Shape& shape) {
-    if (IsTask(shape)) RedrawTaskUpperExtraFields(shape, "Task_Completion_Time");
+    if (IsTask(shape)) RedrawTaskUpperExtraFields(shape, schema::tags::completionTime);
     if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(shape);
   });
 }
@@ -66,14 +72,15 @@ void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, 
   if (arrived.empty()) return;
   const Document document = arrived.front().Document();
   joinPasteBatch(connect, document);
-  const std::vector<std::string> units = parse(documentText(document, "User.time_unit"), ";");
-  std::vector<std::string> abbreviations = parse(documentText(document, "User.Time_Unit_Disply"), ";");
+  const std::vector<std::string> units = parse(documentText(document, schema::documentCells::timeUnits), ";");
+  std::vector<std::string> abbreviations =
+      parse(documentText(document, schema::documentCells::timeUnitAbbreviations), ";");
   // A shape that shows no time is taken to show what the shape of its unit before it did. Of its unit: a label in
   // minutes says nothing about the abbreviation of hours.
   std::vector<Maybe<std::string>> shown(units.size());
   bool takesOver = false;
   for (const Shape& shape : arrived) {
-    const Maybe<std::string> unit = shape.Cells("Prop.Time_Units").ResultStr(visio::unitsNone);
+    const Maybe<std::string> unit = shape.Cells(schema::timeCells::unit).ResultStr(visio::unitsNone);
     // The last slot is empty and no unit: a shape without one matches none.
     for (std::size_t i = 0; unit && i + 1 < units.size(); ++i) {
       if (!equalIgnoringCase(*unit, units[i])) continue;

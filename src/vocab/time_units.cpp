@@ -1,36 +1,18 @@
 #include "vocab/time_units.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "document/document_cells.h"
 #include "links/task_link_picture.h"
+#include "schema/cells.h"
+#include "schema/time_units.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {
 namespace {
-
-struct TimeUnit {
-  std::string_view name;
-  std::string_view suffix;  ///< what the host calls it in formulas
-  std::string_view picture;
-};
-
-constexpr std::array<TimeUnit, 5> timeUnits{{
-    {"Minutes", "em", "0.##"},
-    {"Seconds", "es", "0.##"},
-    {"Hours", "eh", "0.##"},
-    {"Days", "ed", "0.###"},
-    {"Weeks", "ew", "0.###"},
-}};
-
-const TimeUnit* unitNamed(std::string_view name) {
-  const auto unit = std::ranges::find(timeUnits, name, &TimeUnit::name);
-  return unit == timeUnits.end() ? nullptr : &*unit;
-}
 
 /// The host shows a duration as number and three characters for the unit: "5 em.".
 Maybe<double> numberBeforeUnit(const Maybe<std::string>& shown) {
@@ -45,45 +27,66 @@ Maybe<double> numberBeforeUnit(const Maybe<std::string>& shown) {
 }
 
 void captureTime(const Shape& shape, std::string_view property, std::string_view behindSuffix) {
-  const TimeUnit* unit = unitNamed(shape.Cells("Prop.Time_Units").ResultStr(visio::unitsNone).or_({}));
+  const schema::TimeUnit* unit =
+      schema::timeUnitNamed(shape.Cells(schema::timeCells::unit).ResultStr(visio::unitsNone).or_({}));
   const Maybe<double> number = numberBeforeUnit(shape.Cells(property).ResultStr(visio::unitsNone));
   if (!unit || !number) return;
-  shape.Cells("User.TimeValue")
+  shape.Cells(schema::timeCells::value)
       .FormulaForce(shortestNumber(*number) + std::string(unit->suffix) + std::string(behindSuffix));
 }
 
 }  // namespace
 
-double timeNumber(const Shape& task) {
-  return numberBeforeUnit(task.Cells("Prop.Task_Completion_Time").ResultStr(visio::unitsNone)).or_(0);
+const std::string& durationFormula() {
+  static const std::string formula = [] {
+    std::string text = "=  FORMATEX(" + std::string(schema::timeCells::value) + ",\"#.##### u\",,";
+    std::string end = ")";
+    for (const schema::TimeUnit& unit : schema::timeUnits) {
+      const std::string suffix = quoted(std::string(unit.suffix) + ".");
+      if (&unit == &schema::timeUnits.back()) {
+        text += suffix;
+      } else {
+        text += "IF(STRSAME(" + std::string(schema::timeCells::unit) + "," + quoted(unit.name) + ")," + suffix + ",";
+        end += ")";
+      }
+    }
+    return text + end;
+  }();
+  return formula;
 }
 
-void captureCompletionTime(const Shape& task) { captureTime(task, "Prop.Task_Completion_Time", ""); }
+double timeNumber(const Shape& task) {
+  return numberBeforeUnit(task.Cells(schema::taskCells::completionTime).ResultStr(visio::unitsNone)).or_(0);
+}
+
+void captureCompletionTime(const Shape& task) { captureTime(task, schema::taskCells::completionTime, ""); }
 
 void getTimeunit(const Shape& link) {
-  captureTime(link, "Prop.Time_Between_Tasks", ".");
-  link.Cells("Prop.Time_Between_Tasks").FormulaForce(durationFormula);
+  captureTime(link, schema::taskLinkCells::time, ".");
+  link.Cells(schema::taskLinkCells::time).FormulaForce(durationFormula());
 }
 
 std::string getFormatText(const Shape& task) {
   const Document document = task.Document();
   const std::string sheetName = task.NameID().or_({});
-  const std::vector<std::string> units = parse(documentText(document, "User.Time_Unit"), ";");
-  const std::vector<std::string> abbreviations = parse(documentText(document, "User.Time_Unit_Disply"), ";");
+  const std::vector<std::string> units = parse(documentText(document, schema::documentCells::timeUnits), ";");
+  const std::vector<std::string> abbreviations =
+      parse(documentText(document, schema::documentCells::timeUnitAbbreviations), ";");
   const std::string spr = listSeparator(document);
   std::string formula;
   for (std::size_t i = 0; i < std::min(units.size(), abbreviations.size()); ++i) {
-    const TimeUnit* unit = unitNamed(units[i]);
+    const schema::TimeUnit* unit = schema::timeUnitNamed(units[i]);
     if (!unit) continue;
     // An apostrophe would end the picture's quoted text, a quotation mark the formula's.
     const std::string picture =
-        quoted(std::string(unit->picture) + "'" + withEscapedApostrophes(abbreviations[i]) + "'");
-    if (unit->name == "Weeks") {
+        quoted(std::string(unit->format) + "'" + withEscapedApostrophes(abbreviations[i]) + "'");
+    if (unit == &schema::timeUnits.back()) {
       formula += spr + picture + "))))";
       continue;
     }
-    formula += unit->name == "Seconds" ? "= " : spr;
-    formula += "IF(STRSAME(" + sheetName + "!Prop.Time_Units" + spr + quoted(unit->name) + ")" + spr + picture;
+    formula += unit == &schema::timeUnits.front() ? "= " : spr;
+    formula += "IF(STRSAME(" + sheetName + "!" + std::string(schema::timeCells::unit) + spr + quoted(unit->name) + ")" +
+               spr + picture;
   }
   return formula;
 }
@@ -93,7 +96,7 @@ void UpdateDocumentTimeUnitDisplay(const Document& document, const std::vector<s
   std::string text;
   for (const std::string& abbreviation : abbreviations) text += abbreviation + ";";
   text.pop_back();
-  document.DocumentSheet().Cells("User.Time_Unit_Disply").FormulaForce(quoted(text));
+  document.DocumentSheet().Cells(schema::documentCells::timeUnitAbbreviations).FormulaForce(quoted(text));
 }
 
 }  // namespace quorvel::addin

@@ -13,10 +13,7 @@
 namespace quorvel::addin {
 
 /// Shows User.TimeValue in the shape's unit. Written with commas on every machine.
-inline constexpr const char* durationFormula =
-    "=  FORMATEX(User.TimeValue,\"#.##### u\",,IF(STRSAME(Prop.Time_Units,\"Seconds\"),\"es.\","
-    "IF(STRSAME(Prop.Time_Units,\"Minutes\"),\"em.\",IF(STRSAME(Prop.Time_Units,\"Hours\"),\"eh.\","
-    "IF(STRSAME(Prop.Time_Units,\"Days\"),\"ed.\",\"ew.\")))))";
+const std::string& durationFormula();
 
 /// The number of the Task's completion time in the Task's own unit; 0 when it has none or can't be read.
 double timeNumber(const Shape& task);
