@@ -26,7 +26,7 @@ int runConvert(const ConvertOptions& options) {
     what += (i == 0 ? "" : i + 1 == leftOut.size() ? " and " : ", ") + leftOut[i];
   if (!what.empty()) std::cerr << options.output << " leaves out " << what << " of " << options.file << ".\n";
   std::cout << options.output << '\n';
-  return exitDone;
+  endProcess(exitDone);
 }
 
 }  // namespace quorvel::cli

@@ -109,7 +109,7 @@ int runExport(const ExportOptions& options) {
     if (!wrong.empty()) return fail(picture.file + " " + wrong + ".");
     std::cout << picture.file << '\n';
   }
-  return exitDone;
+  endProcess(exitDone);
 }
 
 }  // namespace quorvel::cli

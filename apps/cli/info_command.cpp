@@ -13,7 +13,7 @@ int runInfo(const InfoOptions& options) {
   if (!drawing.error.empty()) return fail(drawing.error);
   const report::ProcessMap map = report::readProcessMap(drawing.store, drawing.document);
   std::cout << (options.json ? infoJson(map, options.file) : infoText(map, options.file));
-  return exitDone;
+  endProcess(exitDone);
 }
 
 }  // namespace quorvel::cli

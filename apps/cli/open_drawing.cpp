@@ -1,5 +1,6 @@
 #include "cli/open_drawing.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 
@@ -48,6 +49,11 @@ std::string refuseToOverwrite(const std::string& file, bool force) {
 int fail(const std::string& sentence) {
   std::cerr << sentence << '\n';
   return exitBadInput;
+}
+
+void endProcess(int exitCode) {
+  std::cout.flush();
+  std::_Exit(exitCode);
 }
 
 }  // namespace quorvel::cli
