@@ -148,7 +148,7 @@ class Recompute {
     const auto [map, isNew] = maps_.try_emplace(page, store_, page);
     const Polyline line = freshLine(store_, map->second, address.sheet);
     if (line.size() < 2) return {};
-    const Spot& end = begin ? line.front() : line.back();
+    const auto& end = begin ? line.front() : line.back();
     return Value::number(address.key == endCell(begin, false) ? end.x : end.y, Unit::Drawing);
   }
 
