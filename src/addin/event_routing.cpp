@@ -4,9 +4,9 @@
 // They look at the document and page of the event, which need not be the active ones: a script works on drawings that
 // are not shown. A test whose read fails is false. Rows that end in a comment have no consequence: nothing reacts to
 // that event yet.
-#include "addin/dsr_visio_connect.h"
-#include "addin/host_queries.h"
 #include "base/text.h"
+#include "connect/dsr_visio_connect.h"
+#include "connect/host_queries.h"
 #include "document/document_created.h"
 #include "document/hover_upkeep.h"
 #include "document/initialize_page.h"

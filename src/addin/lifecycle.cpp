@@ -1,7 +1,10 @@
 // How the add-in's object comes to life with a host and lets go of it again.
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
+#include "dialogs/ask_task_id_suggestion.h"
 
 namespace quorvel::addin {
+
+dsrVisioConnect::dsrVisioConnect(Platform& platform) : platform(platform), askTaskIds(askTaskIdSuggestion) {}
 
 void dsrVisioConnect::AddinInstance_OnConnection(Application application) {
   AddinInstance_OnDisconnection();

@@ -70,4 +70,6 @@ std::string quoted(std::string_view text) { return quotedAsIs(replaceAll(text, "
 
 std::string quotedAsIs(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
+std::string withEscapedApostrophes(std::string_view text) { return replaceAll(text, "'", "'\\''"); }
+
 }  // namespace quorvel

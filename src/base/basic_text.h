@@ -28,5 +28,8 @@ long inStrRev(std::string_view text, std::string_view part);
 std::string quoted(std::string_view text);
 /// The text between quotation marks as it stands; only for the two role routines that are known to do so.
 std::string quotedAsIs(std::string_view text);
+/// The text made safe for the quoted text of a number's format: each apostrophe closes the quotation, is escaped, and
+/// opens it again.
+std::string withEscapedApostrophes(std::string_view text);
 
 }  // namespace quorvel

@@ -1,7 +1,7 @@
 // The toolbar command that edits the organisation's roles.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 bool isWholeTask(const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }

@@ -5,14 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
+#include "dialogs/display_dialog.h"
 
 namespace quorvel::addin {
-
-/// The words for the three scopes of the display dialogs.
-namespace displayScope {
-inline constexpr std::string_view selected = "Selected", page = "Page", drawing = "Drawing";
-}
 
 using ShapeTest = bool (*)(const Shape&);
 

@@ -1,12 +1,12 @@
 #include "commands/task_display.h"
 
-#include "addin/host_queries.h"
-#include "addin/undo_step.h"
 #include "commands/display_scope.h"
+#include "connect/host_queries.h"
+#include "connect/undo_step.h"
 #include "dialogs/frm_task_display.h"
 #include "display/detail_shapes.h"
 #include "schema/display_switches.h"
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {

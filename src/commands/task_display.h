@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "addin/dsr_visio_connect.h"
 #include "commands/display_scope.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -1,8 +1,8 @@
 #include "commands/task_display_options.h"
 
-#include "addin/host_queries.h"
-#include "addin/undo_step.h"
 #include "commands/display_scope.h"
+#include "connect/host_queries.h"
+#include "connect/undo_step.h"
 #include "dialogs/frm_task_display_option.h"
 #include "display/task_details.h"
 

@@ -1,11 +1,11 @@
 #include "commands/task_link_display_options.h"
 
-#include "addin/host_queries.h"
-#include "addin/undo_step.h"
 #include "commands/display_scope.h"
+#include "connect/host_queries.h"
+#include "connect/undo_step.h"
 #include "dialogs/task_link_display_option.h"
 #include "links/task_link_description.h"
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {

@@ -4,8 +4,8 @@
 #include <array>
 #include <string_view>
 
-#include "addin/dsr_visio_connect.h"
 #include "commands/display_scope.h"
+#include "connect/dsr_visio_connect.h"
 #include "schema/display_switches.h"
 
 namespace quorvel::addin {

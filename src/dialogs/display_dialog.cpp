@@ -1,6 +1,5 @@
 #include "dialogs/display_dialog.h"
 
-#include "commands/display_scope.h"
 #include "dialogs/confirm_cancel.h"
 
 namespace quorvel::addin {

@@ -10,12 +10,17 @@
 
 namespace quorvel::addin {
 
+/// The words for the three scopes.
+namespace displayScope {
+inline constexpr std::string_view selected = "Selected", page = "Page", drawing = "Drawing";
+}
+
 /// A dialog that asks for which shapes something is to be done. Left by OK it is not cancelled; left by any other way
 /// it is.
 class DisplayDialog : public Form {
  public:
   bool cancelled() const { return cancelled_; }
-  /// "Selected", "Page" or "Drawing".
+  /// One of the words above.
   std::string_view scope() const;
   /// With a selection that scope is offered and set; without one it is not, and the page is set.
   void offerSelection(bool hasSelection);

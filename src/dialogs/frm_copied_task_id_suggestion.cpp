@@ -1,8 +1,8 @@
 #include "dialogs/frm_copied_task_id_suggestion.h"
 
 #include "dialogs/escape_unloads.h"
-#include "shapes/filter_number_key.h"
-#include "shapes/task_id.h"
+#include "dialogs/filter_number_key.h"
+#include "vocab/task_id.h"
 
 namespace quorvel::addin {
 

@@ -6,6 +6,7 @@
 #include "base/basic_text.h"
 #include "dialogs/frm_new_role_name.h"
 #include "schema/cells.h"
+#include "shapes/roles_in_use.h"
 #include "vocab/parse.h"
 #include "vocab/role_names.h"
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "addin/dsr_visio_connect.h"
-#include "addin/undo_step.h"
+#include "connect/dsr_visio_connect.h"
+#include "connect/undo_step.h"
 #include "model/form.h"
 
 namespace quorvel::addin {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 #include "model/form.h"
 
 namespace quorvel::addin {

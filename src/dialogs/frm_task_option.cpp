@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "document/document_cells.h"
+#include "sheets/document_cells.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 #include "model/form.h"
 #include "vocab/frequencies.h"
 

@@ -1,14 +1,14 @@
 // Apply and Cancel of the options: the document's cells are rewritten and every shape follows.
-#include "addin/undo_step.h"
 #include "base/basic_text.h"
+#include "connect/undo_step.h"
 #include "dialogs/confirm_cancel.h"
 #include "dialogs/frm_task_option.h"
 #include "display/task_details.h"
-#include "document/document_cells.h"
 #include "links/task_link_description.h"
 #include "schema/details.h"
-#include "shapes/page_walk.h"
-#include "shapes/shape_classes.h"
+#include "sheets/document_cells.h"
+#include "sheets/page_walk.h"
+#include "sheets/shape_classes.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {

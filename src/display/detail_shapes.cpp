@@ -6,12 +6,12 @@
 #include "base/basic_text.h"
 #include "data/install_folder.h"
 #include "display/field_hyperlinks.h"
-#include "document/document_cells.h"
 #include "schema/details.h"
-#include "shapes/protection.h"
-#include "shapes/rows.h"
-#include "shapes/shape_actions.h"
-#include "shapes/shape_classes.h"
+#include "sheets/document_cells.h"
+#include "sheets/protection.h"
+#include "sheets/rows.h"
+#include "sheets/shape_actions.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 

@@ -4,7 +4,7 @@
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "schema/details.h"
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {

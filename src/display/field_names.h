@@ -1,7 +1,7 @@
 // The names of a Task's detail fields, in the order that the display of details counts by.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

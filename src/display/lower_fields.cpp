@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "base/text.h"
+#include "connect/host_queries.h"
 #include "display/detail_shapes.h"
 #include "display/field_hyperlinks.h"
-#include "links/text_layout.h"
+#include "display/text_layout.h"
 #include "schema/details.h"
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {

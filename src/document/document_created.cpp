@@ -1,10 +1,10 @@
 #include "document/document_created.h"
 
 #include "base/basic_text.h"
-#include "document/document_cells.h"
 #include "document/initialize_document.h"
 #include "schema/cells.h"
-#include "shapes/rows.h"
+#include "sheets/document_cells.h"
+#include "sheets/rows.h"
 
 namespace quorvel::addin {
 

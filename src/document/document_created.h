@@ -1,7 +1,7 @@
 // A drawing has been created from our template.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

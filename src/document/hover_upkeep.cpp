@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {

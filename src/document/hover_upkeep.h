@@ -1,7 +1,7 @@
 // While the pointer rests on an indicator picture of a shape, the shape's hyperlinks stay out of the host's menu.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -4,7 +4,7 @@
 #include "display/field_names.h"
 #include "document/initialize_page.h"
 #include "schema/cells.h"
-#include "shapes/rows.h"
+#include "sheets/rows.h"
 #include "vocab/default_lists.h"
 
 namespace quorvel::addin {

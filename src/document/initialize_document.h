@@ -1,7 +1,7 @@
 // Makes a drawing a process map: the document's cells with their defaults, its protection, and its pages.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "addin/host_queries.h"
 #include "base/basic_text.h"
+#include "connect/host_queries.h"
 #include "document/page_decorations.h"
 #include "schema/cells.h"
 #include "schema/display_switches.h"
 #include "schema/layers.h"
-#include "shapes/rows.h"
+#include "sheets/rows.h"
 
 namespace quorvel::addin {
 namespace {

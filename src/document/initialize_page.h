@@ -2,7 +2,7 @@
 // takes them away from a page that went to the background.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

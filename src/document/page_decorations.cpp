@@ -5,8 +5,8 @@
 #include "base/basic_text.h"
 #include "data/install_folder.h"
 #include "data/web_site.h"
-#include "shapes/rows.h"
-#include "shapes/shape_classes.h"
+#include "sheets/rows.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {

@@ -1,7 +1,7 @@
 // What a new page is furnished with: the logo, the legend and the title box.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -1,11 +1,11 @@
 #include "links/task_link_description.h"
 
 #include "base/basic_text.h"
-#include "document/document_cells.h"
 #include "links/task_link_picture.h"
 #include "schema/cells.h"
 #include "schema/display_switches.h"
-#include "shapes/rows.h"
+#include "sheets/document_cells.h"
+#include "sheets/rows.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/basic_text.h"
 #include "base/text.h"
 #include "schema/cells.h"
 #include "schema/time_units.h"
@@ -123,7 +124,5 @@ std::span<const LinkPictureRule> linkPictureRules() {
   }};
   return rules;
 }
-
-std::string withEscapedApostrophes(std::string_view description) { return replaceAll(description, "'", "'\\''"); }
 
 }  // namespace quorvel::addin

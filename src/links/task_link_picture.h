@@ -52,8 +52,4 @@ struct LinkPictureRule {
 /// In the order in which they are tried. More than one may fit; the last one that does stands.
 std::span<const LinkPictureRule> linkPictureRules();
 
-/// The description made safe for a picture's quoted text: each apostrophe closes the quotation, stands escaped, and
-/// opens it again.
-std::string withEscapedApostrophes(std::string_view description);
-
 }  // namespace quorvel::addin

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 #include "headless/headless_platform.h"
 #include "host/automation/in_memory_host.h"
 #include "render/text/text_metrics.h"

@@ -1,7 +1,7 @@
 #include "shapes/first_drop.h"
 
-#include "shapes/rows.h"
-#include "shapes/shape_classes.h"
+#include "sheets/rows.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 

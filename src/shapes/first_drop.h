@@ -1,7 +1,7 @@
 // The first time that a shape enters a page: plain instances of our masters become working shapes.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -1,10 +1,10 @@
 // What makes a dropped Process Connector work.
 #include "base/basic_text.h"
-#include "document/document_cells.h"
 #include "shapes/first_drop.h"
-#include "shapes/rows.h"
-#include "shapes/shape_actions.h"
-#include "shapes/shape_classes.h"
+#include "sheets/document_cells.h"
+#include "sheets/rows.h"
+#include "sheets/shape_actions.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 

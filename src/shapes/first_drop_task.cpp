@@ -2,17 +2,16 @@
 #include <algorithm>
 
 #include "base/basic_text.h"
-#include "document/document_cells.h"
 #include "schema/details.h"
-#include "shapes/ask_task_id_suggestion.h"
 #include "shapes/first_drop.h"
 #include "shapes/initialize_znb_shapes.h"
-#include "shapes/protection.h"
-#include "shapes/rows.h"
-#include "shapes/shape_actions.h"
-#include "shapes/shape_classes.h"
 #include "shapes/task_count.h"
-#include "shapes/task_id.h"
+#include "sheets/document_cells.h"
+#include "sheets/protection.h"
+#include "sheets/rows.h"
+#include "sheets/shape_actions.h"
+#include "sheets/shape_classes.h"
+#include "vocab/task_id.h"
 
 namespace quorvel::addin {
 namespace {
@@ -142,7 +141,7 @@ void firstDropOfTask(dsrVisioConnect& connect, const Shape& task, const Page& pa
   lockBoxes(task);
   drawCover(task);
   addTimeValue(task);
-  if (isOnlyTaskOnPage(page) && !askTaskIdSuggestion(connect, page)) {
+  if (isOnlyTaskOnPage(page) && !connect.askTaskIds(connect, page)) {
     task.Delete();
     return;
   }

@@ -2,13 +2,13 @@
 #include <algorithm>
 
 #include "base/basic_text.h"
-#include "document/document_cells.h"
 #include "links/task_link_description.h"
 #include "schema/display_switches.h"
 #include "shapes/first_drop.h"
 #include "shapes/initialize_znb_shapes.h"
-#include "shapes/rows.h"
-#include "shapes/shape_actions.h"
+#include "sheets/document_cells.h"
+#include "sheets/rows.h"
+#include "sheets/shape_actions.h"
 
 namespace quorvel::addin {
 

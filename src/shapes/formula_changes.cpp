@@ -1,10 +1,10 @@
 #include "shapes/formula_changes.h"
 
-#include "addin/host_queries.h"
 #include "base/text.h"
+#include "connect/host_queries.h"
 #include "links/task_link_description.h"
 #include "schema/cells.h"
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 #include "vocab/chosen_entries.h"
 #include "vocab/time_units.h"
 

@@ -1,7 +1,7 @@
 // A formula has been typed or written: times are captured and choices become plain text before anything reads them.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -1,10 +1,10 @@
 #include "shapes/initialize_znb_shapes.h"
 
-#include "addin/host_queries.h"
 #include "base/basic_text.h"
+#include "connect/host_queries.h"
 #include "data/stencil_texts.h"
 #include "schema/cells.h"
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {

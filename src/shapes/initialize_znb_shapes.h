@@ -1,7 +1,7 @@
 // Puts working texts and fields in the place of what the stencil's masters hold.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

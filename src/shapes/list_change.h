@@ -1,7 +1,7 @@
 // A Task's guidelines and resources are each one text joined by ";"; the single entries are in rows of their own.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 #include "schema/details.h"
 
 namespace quorvel::addin {

@@ -1,6 +1,6 @@
 #include "shapes/paste_batch.h"
 
-#include "addin/host_queries.h"
+#include "connect/host_queries.h"
 
 namespace quorvel::addin {
 

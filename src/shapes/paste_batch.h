@@ -1,7 +1,7 @@
 // A paste is everything that is added between two selection changes; its questions are asked once.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

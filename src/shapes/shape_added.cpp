@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "addin/host_queries.h"
+#include "connect/host_queries.h"
 #include "schema/cells.h"
 #include "shapes/first_drop.h"
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {

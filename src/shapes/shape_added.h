@@ -1,7 +1,7 @@
 // A shape has entered a page: dropped, pasted, duplicated or imported.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

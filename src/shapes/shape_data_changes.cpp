@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <vector>
 
-#include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "base/text.h"
+#include "connect/host_queries.h"
 #include "display/detail_shapes.h"
 #include "display/task_details.h"
-#include "document/logo_bounds.h"
 #include "links/task_link_description.h"
 #include "schema/details.h"
 #include "shapes/list_change.h"
-#include "shapes/rows.h"
-#include "shapes/shape_classes.h"
+#include "shapes/logo_bounds.h"
+#include "sheets/rows.h"
+#include "sheets/shape_classes.h"
 #include "vocab/task_times.h"
 
 namespace quorvel::addin {

@@ -1,7 +1,9 @@
 // Choices from fixed lists as plain text, where the host stores them as places in the list.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include <string_view>
+
+#include "model/host_model.h"
 
 namespace quorvel::addin {
 

@@ -2,8 +2,8 @@
 
 #include "base/basic_text.h"
 #include "schema/cells.h"
-#include "shapes/page_walk.h"
-#include "shapes/shape_classes.h"
+#include "sheets/page_walk.h"
+#include "sheets/shape_classes.h"
 #include "vocab/task_times.h"
 
 namespace quorvel::addin {

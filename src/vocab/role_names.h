@@ -8,15 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "addin/dsr_visio_connect.h"
+#include "model/host_model.h"
 
 namespace quorvel::addin {
-
-/// Gives every use of a role in the document the new name; an empty one clears it. Letter case counts. A renamed role
-/// keeps its hyperlinks. The new name stands between quotation marks as it is: one that holds a quotation mark is
-/// refused by the host.
-void UpdateOldRoleNames(dsrVisioConnect& connect, const Document& document, const std::string& oldName,
-                        const std::string& newName);
 
 /// Copies the document's list to every Task. A list with a quotation mark in it makes a formula that the host refuses,
 /// and the Tasks keep their old lists.
@@ -28,9 +22,5 @@ std::string roleListText(const std::vector<std::string>& roles);
 /// The list text with the name at its sorted place. `names` is what `parse` makes of the list; the name of the first
 /// role of a list keeps its quotation marks as they are, in any other case all are doubled.
 std::string insertRoleName(const std::vector<std::string>& names, const std::string& newName);
-
-/// Which of the names may be deleted: each that a Task uses is asked about once, and blanked when the user declines.
-std::vector<std::string> deletableRoles(dsrVisioConnect& connect, const Document& document,
-                                        std::vector<std::string> names);
 
 }  // namespace quorvel::addin

@@ -4,8 +4,8 @@
 
 #include "base/basic_text.h"
 #include "base/text.h"
-#include "document/document_cells.h"
 #include "schema/cells.h"
+#include "sheets/document_cells.h"
 #include "vocab/parse.h"
 #include "vocab/time_units.h"
 

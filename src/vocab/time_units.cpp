@@ -5,10 +5,9 @@
 
 #include "base/basic_text.h"
 #include "base/text.h"
-#include "document/document_cells.h"
-#include "links/task_link_picture.h"
 #include "schema/cells.h"
 #include "schema/time_units.h"
+#include "sheets/document_cells.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {

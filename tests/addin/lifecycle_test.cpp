@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "addin/host_queries.h"
+#include "connect/host_queries.h"
 #include "data/install_folder.h"
 #include "headless/headless_platform.h"
 

@@ -1,6 +1,7 @@
 // The format pictures of Task Links, letter for letter: drawings in the field hold these texts.
 #include <gtest/gtest.h>
 
+#include "base/basic_text.h"
 #include "links/task_link_picture.h"
 #include "vocab/parse.h"
 

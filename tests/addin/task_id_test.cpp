@@ -1,16 +1,16 @@
 // Task IDs as a user meets them: letters from the page's name, the keys of a number box, and the two dialogs.
-#include "shapes/task_id.h"
+#include "vocab/task_id.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <stdexcept>
 
+#include "dialogs/ask_task_id_suggestion.h"
+#include "dialogs/filter_number_key.h"
 #include "dialogs/frm_copied_task_id_suggestion.h"
 #include "dialogs/frm_task_id_suggestion.h"
 #include "headless/headless_platform.h"
-#include "shapes/ask_task_id_suggestion.h"
-#include "shapes/filter_number_key.h"
 
 namespace quorvel::addin {
 namespace {

@@ -11,7 +11,7 @@
 #include <limits>
 #include <string>
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 #include "failure/refusing_backend.h"
 #include "formats/formats.h"
 #include "headless/headless_platform.h"

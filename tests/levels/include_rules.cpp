@@ -1,5 +1,6 @@
 #include "levels/include_rules.h"
 
+#include <algorithm>
 #include <functional>
 #include <sstream>
 #include <utility>
@@ -46,91 +47,101 @@ bool isFreeToAll(const std::string& header) {
   return header.find_first_of("./") == std::string::npos || posix.contains(header);
 }
 
-/// The header and the source of a room are named by what they share.
-std::string roomOf(const std::string& path) { return path.substr(0, path.rfind('.')); }
+/// The header and the source of a unit are named by what they share.
+std::string unitOf(const std::string& path) { return path.substr(0, path.rfind('.')); }
 
 using Graph = std::map<std::string, std::set<std::string>>;
 
-std::vector<std::string> circlesIn(const Graph& rooms) {
+std::vector<std::string> cyclesIn(const Graph& units) {
+  enum class State { New, OnPath, Done };
   std::vector<std::string> found;
-  std::map<std::string, int> state;  // 1: on the way, 2: done
-  std::vector<std::string> way;
-  const std::function<void(const std::string&)> visit = [&](const std::string& room) {
-    state[room] = 1;
-    way.push_back(room);
-    const auto exits = rooms.find(room);
-    for (const std::string& next : exits == rooms.end() ? std::set<std::string>() : exits->second) {
-      if (state[next] == 0) visit(next);
-      if (state[next] != 1) continue;
-      std::string circle = "rooms form a circle:";
-      bool inside = false;
-      for (const std::string& step : way) {
-        inside = inside || step == next;
-        if (inside) circle += " " + step + " ->";
-      }
-      found.push_back(circle + " " + next);
+  std::map<std::string, State> state;
+  std::vector<std::string> path;
+  const std::function<void(const std::string&)> visit = [&](const std::string& unit) {
+    state[unit] = State::OnPath;
+    path.push_back(unit);
+    const auto included = units.find(unit);
+    for (const std::string& next : included == units.end() ? std::set<std::string>() : included->second) {
+      if (state[next] == State::New) visit(next);
+      if (state[next] != State::OnPath) continue;
+      std::string cycle = "units include each other in a cycle:";
+      for (auto step = std::find(path.begin(), path.end(), next); step != path.end(); ++step)
+        cycle += " " + *step + " ->";
+      found.push_back(cycle + " " + next);
     }
-    way.pop_back();
-    state[room] = 2;
+    path.pop_back();
+    state[unit] = State::Done;
   };
-  for (const auto& [room, exits] : rooms)
-    if (state[room] == 0) visit(room);
+  for (const auto& [unit, included] : units)
+    if (state[unit] == State::New) visit(unit);
   return found;
+}
+
+bool sees(const std::string& side, const std::string& other) {
+  return side == other || other == "base" || side == "application";
 }
 
 }  // namespace
 
 Rules rulesIn(const std::string& page) {
   Rules rules;
-  auto* table = &rules.folders;
+  bool inLibraries = false;
   std::istringstream lines(page);
   for (std::string line; std::getline(lines, line);) {
     if (!line.starts_with("| ")) continue;
-    const std::size_t middle = line.find('|', 1), end = line.rfind('|');
-    const std::set<std::string> name = wordsOf(line.substr(1, middle - 1));
+    std::vector<std::string> cells;
+    for (std::size_t start = 1; start < line.size();) {
+      const std::size_t end = std::min(line.find('|', start), line.size());
+      cells.push_back(line.substr(start, end - start));
+      start = end + 1;
+    }
+    const std::set<std::string> name = wordsOf(cells[0]);
     if (name.contains("Folder")) {
-      if (line.find("Headers of") != std::string::npos) table = &rules.libraries;
+      inLibraries = line.find("Headers of") != std::string::npos;
       continue;
     }
-    if (end > middle && name.size() == 1) (*table)[*name.begin()] = wordsOf(line.substr(middle + 1, end - middle - 1));
+    if (cells.size() < 2 || name.size() != 1) continue;
+    const std::set<std::string> words = wordsOf(cells[1]);
+    if (inLibraries) {
+      rules.libraries[*name.begin()] = words;
+    } else if (words.size() == 1) {
+      rules.folders.push_back({*name.begin(), *words.begin()});
+    }
   }
   return rules;
 }
 
-std::vector<std::string> offences(const Rules& rules, const Sources& sources) {
+std::vector<std::string> violations(const Rules& rules, const Sources& sources) {
   std::vector<std::string> found;
-  std::set<std::string> rooms;
-  for (const auto& [folder, leave] : rules.folders)
-    if (leave.contains("rooms")) rooms.insert(folder);
+  std::map<std::string, std::size_t> places;
+  for (const Folder& folder : rules.folders) places.emplace(folder.name, places.size());
 
-  Graph roomGraph;
+  Graph units;
   for (const auto& [path, contents] : sources) {
     const std::string folder = folderOf(path);
-    const auto rule = rules.folders.find(folder);
-    if (rule == rules.folders.end()) {
-      found.push_back(path + " stands in a folder that src/README.md does not name");
+    const auto place = places.find(folder);
+    if (place == places.end()) {
+      found.push_back(path + " is in a folder that src/README.md does not list");
       continue;
     }
-    const std::set<std::string>& leave = rule->second;
+    const std::string& side = rules.folders[place->second].side;
     for (const auto& [name, quoted] : includesOf(contents)) {
       if (!quoted) {
         const auto libraries = rules.libraries.find(topOf(folder));
-        const bool allowed = isFreeToAll(name) || leave.contains("everything") ||
+        const bool allowed = isFreeToAll(name) || side == "application" ||
                              (libraries != rules.libraries.end() &&
                               (libraries->second.contains(name) || libraries->second.contains(topOf(name))));
         if (!allowed) found.push_back(path + " must not include the library header " + name);
         continue;
       }
-      const std::string target = folderOf(name);
-      const bool toRoom = rooms.contains(target);
-      if (target != folder && !leave.contains(target) && !leave.contains("everything") &&
-          !(toRoom && leave.contains("rooms")))
+      const auto target = places.find(folderOf(name));
+      if (target == places.end() || target->second > place->second || !sees(side, rules.folders[target->second].side)) {
         found.push_back(path + " must not include " + name);
-      if (toRoom && rooms.contains(folder) && roomOf(name) != roomOf(path))
-        roomGraph[roomOf(path)].insert(roomOf(name));
+      }
+      if (unitOf(name) != unitOf(path)) units[unitOf(path)].insert(unitOf(name));
     }
   }
-  for (const std::string& circle : circlesIn(roomGraph)) found.push_back(circle);
+  for (const std::string& cycle : cyclesIn(units)) found.push_back(cycle);
   return found;
 }
 

@@ -1,4 +1,4 @@
-// The levels of src/README.md, and what a set of sources does against them.
+// The order of folders on the page src/README.md, and what a set of sources does against it.
 #pragma once
 
 #include <map>
@@ -8,8 +8,14 @@
 
 namespace quorvel::levels {
 
+/// One row of the list of folders.
+struct Folder {
+  std::string name;  ///< below src, "host/text"
+  std::string side;  ///< "base", "add-in", "engine" or "application"
+};
+
 struct Rules {
-  std::map<std::string, std::set<std::string>> folders;    ///< folder to the folders it may include
+  std::vector<Folder> folders;                             ///< in the order of the list
   std::map<std::string, std::set<std::string>> libraries;  ///< folder to headers, or to the folders of headers
 };
 
@@ -19,8 +25,8 @@ Rules rulesIn(const std::string& page);
 /// Path below src ("host/text/text.cpp") to contents.
 using Sources = std::map<std::string, std::string>;
 
-/// One sentence for each include that the rules do not allow, for each folder that they do not know, and for each
-/// circle of rooms in the add-in column.
-std::vector<std::string> offences(const Rules& rules, const Sources& sources);
+/// One sentence for each include of a folder that is not above in the list or that is on the other side, for each
+/// folder that the list lacks, and for each cycle of units. A header with its source is one unit.
+std::vector<std::string> violations(const Rules& rules, const Sources& sources);
 
 }  // namespace quorvel::levels

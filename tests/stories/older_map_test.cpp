@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "shapes/roles_in_use.h"
 #include "stories/map_fixture.h"
-#include "vocab/role_names.h"
 
 namespace quorvel {
 namespace {

@@ -12,8 +12,8 @@
 #include "commands/task_display_options.h"
 #include "commands/task_link_display_options.h"
 #include "document/page_decorations.h"
+#include "shapes/time_unit_display.h"
 #include "stories/map_fixture.h"
-#include "vocab/time_unit_display.h"
 
 namespace quorvel {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "commands/task_display.h"
 #include "commands/task_display_options.h"
+#include "display/text_layout.h"
 #include "host/store_dump.h"
-#include "links/text_layout.h"
 #include "stories/details_fixture.h"
 
 namespace quorvel {

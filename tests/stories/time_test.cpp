@@ -1,8 +1,8 @@
 // Times as a user types them: the stored duration, the shown number, and another unit.
 #include <gtest/gtest.h>
 
+#include "shapes/time_unit_display.h"
 #include "stories/map_fixture.h"
-#include "vocab/time_unit_display.h"
 
 namespace quorvel {
 namespace {

@@ -1,4 +1,4 @@
-#include "document/logo_bounds.h"
+#include "shapes/logo_bounds.h"
 
 namespace quorvel::addin {
 namespace {

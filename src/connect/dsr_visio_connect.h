@@ -20,7 +20,7 @@ class frmTaskIdSuggestion;
 /// They may be entered again through their own writes.
 class dsrVisioConnect : public UpkeepListener {
  public:
-  explicit dsrVisioConnect(Platform& platform) : platform(platform) {}
+  explicit dsrVisioConnect(Platform& platform);
   dsrVisioConnect(const dsrVisioConnect&) = delete;
   dsrVisioConnect& operator=(const dsrVisioConnect&) = delete;
   ~dsrVisioConnect() override { AddinInstance_OnDisconnection(); }
@@ -31,6 +31,10 @@ class dsrVisioConnect : public UpkeepListener {
   void AddinInstance_OnDisconnection();
 
   Platform& platform;
+
+  /// Asks the user for the letters and the first number of the page's Task IDs; see dialogs/ask_task_id_suggestion.h.
+  /// The drop of a Task calls it, which knows no dialogs.
+  bool (*const askTaskIds)(dsrVisioConnect& connect, const Page& page);
 
   // The host, and what its events leave behind for one another.
   Application gvsoApp;           ///< null while not connected

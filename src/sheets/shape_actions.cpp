@@ -1,4 +1,4 @@
-#include "shapes/shape_actions.h"
+#include "sheets/shape_actions.h"
 
 #include "base/basic_text.h"
 

@@ -1,4 +1,4 @@
-#include "shapes/shape_classes.h"
+#include "sheets/shape_classes.h"
 
 #include <algorithm>
 

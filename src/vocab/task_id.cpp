@@ -1,4 +1,4 @@
-#include "shapes/task_id.h"
+#include "vocab/task_id.h"
 
 #include "base/basic_text.h"
 #include "base/text.h"

@@ -1,20 +1,19 @@
-#include "vocab/time_unit_display.h"
+#include "shapes/time_unit_display.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "addin/host_queries.h"
 #include "base/basic_text.h"
 #include "base/text.h"
+#include "connect/host_queries.h"
 #include "display/task_details.h"
-#include "document/document_cells.h"
 #include "links/task_link_description.h"
-#include "links/task_link_picture.h"
 #include "schema/details.h"
 #include "schema/time_units.h"
-#include "shapes/page_walk.h"
 #include "shapes/paste_batch.h"
-#include "shapes/shape_classes.h"
+#include "sheets/document_cells.h"
+#include "sheets/page_walk.h"
+#include "sheets/shape_classes.h"
 #include "vocab/parse.h"
 #include "vocab/time_units.h"
 

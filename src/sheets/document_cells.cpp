@@ -1,7 +1,7 @@
-#include "document/document_cells.h"
+#include "sheets/document_cells.h"
 
 #include "schema/cells.h"
-#include "shapes/rows.h"
+#include "sheets/rows.h"
 
 namespace quorvel::addin {
 

@@ -1,4 +1,4 @@
-#include "shapes/protection.h"
+#include "sheets/protection.h"
 
 namespace quorvel::addin {
 

@@ -1,4 +1,4 @@
-#include "shapes/filter_number_key.h"
+#include "dialogs/filter_number_key.h"
 
 #include "base/text.h"
 

@@ -1,4 +1,4 @@
-#include "addin/host_queries.h"
+#include "connect/host_queries.h"
 
 #include <ranges>
 

@@ -1,7 +1,7 @@
 // Asks for the letters and the first number of a page's Task IDs.
 #pragma once
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -1,8 +1,8 @@
-#include "links/text_layout.h"
+#include "display/text_layout.h"
 
 #include "display/detail_shapes.h"
-#include "document/document_cells.h"
 #include "schema/details.h"
+#include "sheets/document_cells.h"
 
 namespace quorvel::addin {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "addin/dsr_visio_connect.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 

@@ -1,10 +1,10 @@
-#include "shapes/ask_task_id_suggestion.h"
+#include "dialogs/ask_task_id_suggestion.h"
 
-#include "addin/host_queries.h"
 #include "base/basic_text.h"
+#include "connect/host_queries.h"
 #include "dialogs/frm_task_id_suggestion.h"
 #include "schema/cells.h"
-#include "shapes/task_id.h"
+#include "vocab/task_id.h"
 
 namespace quorvel::addin {
 
