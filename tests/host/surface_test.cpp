@@ -76,8 +76,14 @@ TEST_F(Surface, LongSectionsShowTheMastersRowsAndTheirOwn) {
   for (int i = 0; i < ofMaster + 60; ++i)
     if (i != 0 && i != 78 && i != 199) expected.push_back(name(i));
   std::vector<std::string> shown;
-  for (const host::RowView& row : host::rowsOf(engine().store, sheetOf(shape), host::SectionNumber::User))
+  const auto alone = [&](host::RowKey key) {
+    return host::rowWithKey(engine().store, sheetOf(shape), host::SectionNumber::User, key);
+  };
+  for (const host::RowView& row : host::rowsOf(engine().store, sheetOf(shape), host::SectionNumber::User)) {
     shown.emplace_back(host::spelling(row.name));
+    EXPECT_TRUE(alone(row.key) == row) << shown.back();
+  }
+  EXPECT_FALSE(alone(host::parseCellName("User." + name(78))->row));
   EXPECT_EQ(shown, expected);
   for (int step = 0; step < ofMaster + 60; ++step) {
     const int i = step * 97 % (ofMaster + 60);  // neither the last row nor the next

@@ -14,11 +14,9 @@ namespace {
 
 std::string rowNameOf(const Store& store, const CellAddress& cell, NameKind kind = NameKind::Universal) {
   if (!cell.key.row.isNamed()) return {};
-  for (const RowView& row : rowsOf(store, cell.sheet, cell.key.section)) {
-    if (row.key != cell.key.row) continue;
-    return std::string(spelling(kind == NameKind::Local && row.localName ? row.localName : row.name));
-  }
-  return {};
+  const Maybe<RowView> row = rowWithKey(store, cell.sheet, cell.key.section, cell.key.row);
+  if (!row) return {};
+  return std::string(spelling(kind == NameKind::Local && row->localName ? row->localName : row->name));
 }
 
 }  // namespace

@@ -288,6 +288,31 @@ std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number
   return rows;
 }
 
+Maybe<RowView> rowWithKey(const Store& store, SheetId id, SectionNumber number, RowKey key) {
+  RowView view;
+  bool exists = false;
+  SheetId at = id;
+  for (int depth = 0; at && depth < 64; ++depth) {
+    const Sheet* const sheet = store.sheet(at);
+    if (!sheet) break;
+    if (const Section* const section = sheet->find(number)) {
+      if (section->deleted) break;
+      if (const Row* const row = section->find(key)) {
+        if (row->deleted) break;
+        // The nearest sheet decides what it says; the rest comes from its prototypes.
+        if (!view.name) view.name = row->name;
+        if (!view.localName) view.localName = row->localName;
+        if (!view.type) view.type = row->type;
+        view.local = view.local || at == id;
+        exists = true;
+      }
+    }
+    at = sheet->prototype;
+  }
+  view.key = key;
+  return exists ? Maybe<RowView>(view) : Maybe<RowView>();
+}
+
 bool rowExists(const Store& store, SheetId id, SectionNumber number, RowKey key, bool localOnly) {
   for (int depth = 0; id && depth < 64; ++depth) {
     const Sheet* sheet = store.sheet(id);

@@ -42,8 +42,11 @@ struct RowView {
   Atom name, localName;
   std::uint8_t type = 0;
   bool local = false;
+  friend bool operator==(const RowView&, const RowView&) = default;
 };
 std::vector<RowView> rowsOf(const Store& store, SheetId sheet, SectionNumber section);
+/// One of them, without a look at the others.
+Maybe<RowView> rowWithKey(const Store& store, SheetId sheet, SectionNumber section, RowKey key);
 bool rowExists(const Store& store, SheetId sheet, SectionNumber section, RowKey row, bool localOnly);
 /// Effective sections in order; Geometry sections that are deleted here are left out.
 std::vector<SectionNumber> sectionsOf(const Store& store, SheetId sheet);
