@@ -3,10 +3,10 @@
 #include <charconv>
 
 #include "base/text.h"
+#include "host/sheet/theme_index.h"
 #include "render/cells/fill.h"
 #include "render/cells/page_context.h"
 #include "render/cells/shape_cells.h"
-#include "host/sheet/theme_index.h"
 
 namespace quorvel::render {
 namespace {
