@@ -1,9 +1,8 @@
-// Which host event leads where: each handler is a guard and a call of the routine that owns the consequence.
+// The routing of host events: each handler is a guard and a call of the routine that does the work.
 //
-// Guards look at the host and not at flags where they can, because a handler may be entered again by its own writes.
-// They look at the document and page of the event, which need not be the active ones: a script works on drawings that
-// are not shown. A test whose read fails is false. Rows that end in a comment have no consequence: nothing reacts to
-// that event yet.
+// Guards read the host and not flags where they can, because a handler's own writes may call it again.
+// They read the document and page of the event, which need not be the active ones: a script works on drawings that
+// are not shown. A test whose read fails is false. Handlers that end in a comment have no consequence.
 #include "base/text.h"
 #include "connect/dsr_visio_connect.h"
 #include "connect/host_queries.h"
@@ -49,7 +48,7 @@ void dsrVisioConnect::DocumentOpened(Document document) {
 
 void dsrVisioConnect::BeforeDocumentSave(Document document) {
   if (!hasQuorvelTemplate(document)) return;
-  // Nothing reacts yet: the file keeps User.AddinIsFound and User.DocumentSaved as they stand in memory.
+  // Nothing reacts yet: the file keeps User.AddinIsFound and User.DocumentSaved as they are in memory.
 }
 
 void dsrVisioConnect::BeforeDocumentSaveAs(Document document) {
@@ -59,7 +58,7 @@ void dsrVisioConnect::BeforeDocumentSaveAs(Document document) {
 
 void dsrVisioConnect::DocumentSaved(Document document) {
   if (!hasQuorvelTemplate(document)) return;
-  // Nothing reacts yet: without a flip before the save there is nothing to flip back.
+  // Nothing reacts yet: without a change before the save there is nothing to restore.
 }
 
 void dsrVisioConnect::DocumentSavedAs(Document document) {
@@ -69,12 +68,12 @@ void dsrVisioConnect::DocumentSavedAs(Document document) {
 
 void dsrVisioConnect::BeforeDocumentClose(Document document) {
   if (!hasQuorvelTemplate(document)) return;
-  // Nothing reacts yet: there is no toolbar to take away with the last document of ours.
+  // Nothing reacts yet: there is no toolbar to remove with the last map.
 }
 
 void dsrVisioConnect::AppActivated(Application) {
   if (!bFlagSaveAs) return;
-  // Nothing reacts yet: no Save As leaves cells to be brought back.
+  // Nothing reacts yet: no Save As leaves cells to be restored.
 }
 
 void dsrVisioConnect::WindowActivated(Window window) {
@@ -105,7 +104,7 @@ void dsrVisioConnect::BeforeShapeDelete(Shape) {
 }
 
 void dsrVisioConnect::CellChanged(Cell cell) {
-  // Cells of masters and of background pages are let through no further than the class of their shape.
+  // For cells of masters and of background pages no more than the class of their shape is read.
   const std::string name = cell.Name().or_({});
   if (!isOwnBookkeeping(name)) gvsoApp_CellChanged(*this, cell, name);
 }
@@ -125,12 +124,12 @@ void dsrVisioConnect::BeforeShapeTextEdit(Shape) {
 }
 
 void dsrVisioConnect::ShapeExitedTextEdit(Shape) {
-  // Guarded by the shape's class. Nothing reacts yet: a field that was typed over is not put back.
+  // Guarded by the shape's class. Nothing reacts yet: a field that was typed over is not restored.
 }
 
 void dsrVisioConnect::TextChanged(Shape) {
   if (!flagFindReplaceActive || !flagFindScopeEntered) return;
-  // Nothing reacts yet: no command of ours runs the host's Replace.
+  // Nothing reacts yet: no command runs the host's Replace.
 }
 
 void dsrVisioConnect::BeforeModal(Application) {
@@ -154,7 +153,7 @@ void dsrVisioConnect::ExitScope(int, std::string_view) {
 // Commands and the mouse.
 
 void dsrVisioConnect::MarkerEvent(int, std::string_view) {
-  // Guarded by the context's end, "cmd=1" or "cmd=2". Nothing reacts yet: neither dialog stands.
+  // Guarded by the context's end, "cmd=1" or "cmd=2". Nothing reacts yet: neither dialog exists.
 }
 
 void dsrVisioConnect::Click(CommandBarButton) {

@@ -1,4 +1,4 @@
-// How the add-in's object comes to life with a host and lets go of it again.
+// Connecting the add-in's object to a host and disconnecting it.
 #include "connect/dsr_visio_connect.h"
 #include "dialogs/ask_task_id_suggestion.h"
 
@@ -9,7 +9,8 @@ dsrVisioConnect::dsrVisioConnect(Platform& platform) : platform(platform), askTa
 void dsrVisioConnect::AddinInstance_OnConnection(Application application) {
   AddinInstance_OnDisconnection();
   installPath = platform.readProfile("Quorvel.ini", "Uninstall", "Quorvel Path", "c:\\", 255);
-  // The platform's idea of a current folder only: the process may be a command line or a script with relative paths.
+  // Only the platform's current folder, not that of the process: the process may be a command line or a script with
+  // relative paths.
   folderBeforeConnecting = platform.currentFolder();
   platform.setCurrentFolder(installPath);
   gvsoApp = application;

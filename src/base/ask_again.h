@@ -1,9 +1,9 @@
-// Calls whose single refusal would lose what cannot be found again.
+// Repeats a refused call once, where a refusal would lose data.
 #pragma once
 
 namespace quorvel {
 
-/// The answer of `call`; a host that refuses it is asked once more. Only for calls that change nothing when refused.
+/// The result of `call`; a refused call is repeated once. Only for calls that change nothing when refused.
 template <class Call>
 auto askAgain(Call call) {
   auto answer = call();

@@ -1,4 +1,4 @@
-// The few text rules of the old Basic runtime that drawings in the field depend on.
+// The few text rules of the Basic language that existing drawings depend on.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ double val(std::string_view text);
 /// Basic's Format(number, "00"): at least two digits, "-" before a negative number.
 std::string format00(long number);
 
-/// Basic's Mid: `count` characters from 1-based `start`. Empty when start lies behind the end; a negative count or a
-/// start below 1 is the caller's mistake and gives empty text too.
+/// Basic's Mid: `count` characters from 1-based `start`. Empty when start is after the end; a negative count or a
+/// start below 1 is an error of the caller and gives empty text too.
 std::string mid(std::string_view text, long start, long count);
 std::string mid(std::string_view text, long start);
 std::string left(std::string_view text, long count);
@@ -26,7 +26,7 @@ long inStrRev(std::string_view text, std::string_view part);
 
 /// The text between quotation marks, inner quotation marks doubled: the formula of a string constant.
 std::string quoted(std::string_view text);
-/// The text between quotation marks as it stands; only for the two role routines that are known to do so.
+/// The text between quotation marks, unchanged; only for the two role routines that are known to do so.
 std::string quotedAsIs(std::string_view text);
 /// The text made safe for the quoted text of a number's format: each apostrophe closes the quotation, is escaped, and
 /// opens it again.

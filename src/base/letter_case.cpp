@@ -35,7 +35,7 @@ char32_t foldCase(char32_t letter) {
   const utf8proc_ssize_t length =
       utf8proc_decompose_char(static_cast<utf8proc_int32_t>(letter), folded, 4, UTF8PROC_CASEFOLD, &unusedClass);
   if (length == 1) return static_cast<char32_t>(folded[0]);
-  // What folds to several letters keeps its place: only the sharp s has a small letter of its own.
+  // A letter that folds to several stays as it is; of these only the sharp s has a small letter.
   return letter == capitalSharpS ? sharpS : letter == capitalDottedI ? letter : lowerCase(letter);
 }
 

@@ -1,4 +1,4 @@
-// Numbers in files of the other byte order than the network's.
+// Reads little-endian numbers in files.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace quorvel {
 
-/// Whatever lies beyond the end reads as 0.
+/// Bytes after the end read as 0.
 class LittleEndian {
  public:
   explicit LittleEndian(std::string_view bytes) : bytes_(bytes) {}
@@ -24,7 +24,7 @@ class LittleEndian {
     std::memcpy(&value, &bits, sizeof value);
     return value;
   }
-  /// Cut to what is there.
+  /// Cut at the end.
   std::string_view part(std::size_t at, std::size_t count) const {
     return at < bytes_.size() ? bytes_.substr(at, count) : std::string_view();
   }

@@ -1,4 +1,5 @@
-// A value that a call may have failed to give, with the one rule that conditions need: a test of nothing is false.
+// A value that a call may have failed to give, with one rule for conditions: a comparison with a missing value is
+// false.
 #pragma once
 
 #include <concepts>
@@ -59,7 +60,7 @@ class Maybe {
   std::optional<T> value_;
 };
 
-/// Assigns when there is a value; otherwise `target` stays what it was, as a failed assignment leaves its variable.
+/// Assigns when there is a value; otherwise `target` does not change.
 template <class T, class U>
 bool keep(T& target, const Maybe<U>& value) {
   if (!value) return false;

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// Places in the text, in bytes. `end` lies behind the line's break.
+/// Positions in the text, in bytes. `end` is after the line break.
 struct Line {
   std::size_t begin = 0;
   std::size_t end = 0;
@@ -36,13 +36,13 @@ std::string_view unquoted(std::string_view value) {
   return isQuoted ? value.substr(1, value.size() - 2) : value;
 }
 
-/// Where a key stands, or where it would go.
+/// The position of a key, or where it would be inserted.
 struct Place {
   bool sectionFound = false;
   bool keyFound = false;
   Line line;                 ///< the key's line, when it was found
   std::string_view value;    ///< as written, when the key was found
-  std::size_t insertAt = 0;  ///< behind the section's last line that is not blank
+  std::size_t insertAt = 0;  ///< after the section's last line that is not blank
 };
 
 Place find(std::string_view text, std::string_view section, std::string_view key) {
@@ -73,7 +73,7 @@ bool hasBreak(std::string_view text) {
   return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
 }
 
-/// A value that reading would strip goes between quotation marks.
+/// A value that would be trimmed on reading is written between quotation marks.
 std::string written(std::string_view value) {
   const bool wouldLose = trimmed(value) != value || unquoted(value) != value;
   return wouldLose ? "\"" + std::string(value) + "\"" : std::string(value);
@@ -92,7 +92,7 @@ Maybe<std::string> withProfileValue(std::string_view text, std::string_view sect
   section = trimmed(section);
   key = trimmed(key);
   if (section.empty() || key.empty() || hasBreak(section) || hasBreak(key) || hasBreak(value)) return {};
-  // A key that begins so would be taken for a comment or a section when it is read.
+  // A key that begins so would be read as a comment or a section when it is read.
   if (section.find(']') != std::string_view::npos || key.find('=') != std::string_view::npos) return {};
   if (key.starts_with(';') || key.starts_with('[')) return {};
 

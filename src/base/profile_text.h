@@ -1,5 +1,5 @@
-// Profile files, the old kind with [sections] and key=value lines, as text in and text out; who reads and writes the
-// file itself is the caller's affair.
+// Profile files, the old kind with [sections] and key=value lines, as text in and text out; the caller reads and writes
+// the file.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ Maybe<std::string> profileValue(std::string_view text, std::string_view section,
 
 /// `text` with the value put in: in place of the one that `profileValue` reads, else at the end of the section, else in
 /// a new section at the end. All other lines stay as they are, line ends included. Nothing when a name or the value
-/// can't stand in such a file (a line break, an empty name, "]" in a section, "=" in a key).
+/// can't be written in such a file (a line break, an empty name, "]" in a section, "=" in a key).
 Maybe<std::string> withProfileValue(std::string_view text, std::string_view section, std::string_view key,
                                     std::string_view value);
 

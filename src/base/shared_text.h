@@ -7,7 +7,7 @@
 
 namespace quorvel {
 
-/// Empty text costs nothing. Copies share; comparing looks at the characters.
+/// Empty text takes no memory. Copies share; comparing compares the characters.
 class SharedText {
  public:
   SharedText() = default;

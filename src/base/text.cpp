@@ -7,7 +7,7 @@
 namespace quorvel {
 namespace {
 
-// Nearly all names are ASCII; they are compared without a look into the tables of the other letters.
+// Nearly all names are ASCII; they are compared without the tables of the other letters.
 bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 char foldedAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 

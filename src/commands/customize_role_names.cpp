@@ -9,7 +9,7 @@ void cbrBtnCustomizeRoleName_Click(dsrVisioConnect& connect) {
   const Document document = connect.gvsoApp.ActiveDocument();
   frmCustomizeRoleNames dialog(connect, document);
   connect.platform.showModal(dialog);
-  // The dialog has written the document's list as it closed.
+  // The dialog has written the document's list when it closed.
   updateRoleFormats(document);
 }
 

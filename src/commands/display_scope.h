@@ -12,10 +12,10 @@ namespace quorvel::addin {
 
 using ShapeTest = bool (*)(const Shape&);
 
-/// A Task that is no member of another shape: members of a Task answer its master too.
+/// A Task that is no member of another shape: members of a Task have its master too.
 bool isWholeTask(const Shape& shape);
 
-/// What was shown and selected when a command began. It works on this to its end, whatever is shown meanwhile.
+/// What was shown and selected when a command began. The command uses this to its end, even when another page is shown.
 struct DisplayTarget {
   Page page;
   std::vector<Shape> selected;  ///< in order of selecting, of whatever class
@@ -30,12 +30,12 @@ std::vector<Page> pagesInScope(const DisplayTarget& target, std::string_view sco
 /// The shapes that fit, on the pages of the scope or among the selected ones; a snapshot.
 std::vector<Shape> shapesInScope(const DisplayTarget& target, std::string_view scope, ShapeTest fits);
 
-/// What the selected shapes that fit have in common in a switch: its value, 2 where they differ, and the page's own
-/// value when none is selected.
+/// The value of a switch on the selected shapes that fit: 2 when they differ, the page's own value when none is
+/// selected.
 int commonSwitch(const DisplayTarget& target, std::string_view cell, ShapeTest fits);
 
 /// Writes a dialog's box into a switch: 0 turns it off, all else on, the grey state included. A sheet without the cell
-/// is passed over.
+/// is skipped.
 void writeSwitch(const Shape& sheet, std::string_view cell, int box);
 /// A box for each switch of a table, in the same order.
 template <class Switch>

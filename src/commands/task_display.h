@@ -8,15 +8,15 @@
 
 namespace quorvel::addin {
 
-/// Asks for the scope and turns the display of details over. Does nothing on a background page.
+/// Asks for the scope and toggles the display of details. Does nothing on a background page.
 void cbrBtnTaskdisplay_Click(dsrVisioConnect& connect);
 
-/// Are details shown? The last selected shape of exactly that master says, else the page. A cell that can't be
-/// read counts as hidden.
+/// True when details are shown: on the last selected shape of exactly that master, else on the page. A cell that can't
+/// be read counts as hidden.
 bool getCurrentDisplayState(const DisplayTarget& target, std::string_view masterName, std::string_view cell);
 
-/// Hides what is shown or shows what is hidden, as the state before says: the detail shapes of each Task change their
-/// layer. "Page" and "Drawing" also decide for new Tasks of these pages.
+/// Hides what is shown or shows what is hidden, depending on the current state: the detail shapes of each Task change
+/// their layer. "Page" and "Drawing" also decide for new Tasks of these pages.
 void applyTaskDisplay(const dsrVisioConnect& connect, const DisplayTarget& target, std::string_view scope);
 
 }  // namespace quorvel::addin

@@ -22,7 +22,7 @@ void applyTaskDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget
   const UndoStep step(connect.gvsoApp, "Task Display Options");
   for (const Page& page : pagesInScope(target, scope)) writeSwitches(page.PageSheet(), switches, boxes);
   for (const Shape& task : shapesInScope(target, scope, isWholeTask)) {
-    // A scope for each Task: what its shapes went through is forgotten at the end of each, not of all.
+    // A scope for each Task, so that the host frees the changes of its shapes at the end of each one.
     const UndoStep drawing(connect.gvsoApp, "Task Details");
     writeSwitches(task, switches, boxes);
     redrawAllTaskFields(connect, task);

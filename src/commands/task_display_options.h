@@ -19,7 +19,7 @@ void cbrBtnTaskDisplayOption_Click(dsrVisioConnect& connect);
 /// The switch of the selected Tasks: its value, 2 where they differ, the page's when no Task is selected.
 int commonTaskSwitch(const DisplayTarget& target, std::string_view cellName);
 
-/// Writes the switches and draws the details of each Task anew. A grey box turns its switch on.
+/// Writes the switches and redraws the details of each Task. A grey box turns its switch on.
 void applyTaskDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget& target, const TaskSwitchBoxes& boxes,
                              std::string_view scope);
 

@@ -22,7 +22,7 @@ inline void cbrBtnTaskLinkDisplay_Click(dsrVisioConnect&) {}
 /// The switch of the selected Task Links: its value, 2 where they differ, the page's when none is selected.
 int commonTaskLinkSwitch(const DisplayTarget& target, std::string_view cellName);
 
-/// Writes the switches and composes the text of each link anew. A grey box turns its switch on.
+/// Writes the switches and rewrites the text of each link. A grey box turns its switch on.
 void applyTaskLinkDisplayOptions(const dsrVisioConnect& connect, const DisplayTarget& target,
                                  const TaskLinkSwitchBoxes& boxes, std::string_view scope);
 

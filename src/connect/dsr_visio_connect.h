@@ -1,4 +1,4 @@
-// The add-in's one object: the state that lives from one host event to the next, and the listener of all host events.
+// The add-in's one object: the state that is kept from one host event to the next, and the listener of all host events.
 #pragma once
 
 #include <array>
@@ -15,9 +15,9 @@ namespace quorvel::addin {
 class frmCopiedTaskIdSuggestion;
 class frmTaskIdSuggestion;
 
-/// The drawing owns everything that lasts; what stands here is forgotten without loss when the host ends. The routines
-/// that do the work are free functions of their own folders; they take this object and run on the host's one thread.
-/// They may be entered again through their own writes.
+/// Everything that must be kept is in the drawing; the state here may be lost when the host ends. The routines that do
+/// the work are free functions in the other folders; they take this object and run on the host's one thread. Their own
+/// writes may raise events that call them again.
 class dsrVisioConnect : public UpkeepListener {
  public:
   explicit dsrVisioConnect(Platform& platform);
@@ -25,27 +25,28 @@ class dsrVisioConnect : public UpkeepListener {
   dsrVisioConnect& operator=(const dsrVisioConnect&) = delete;
   ~dsrVisioConnect() override { AddinInstance_OnDisconnection(); }
 
-  /// From here on host events arrive. A failing step is skipped; connecting to another host leaves the one before.
+  /// Starts to receive host events. A failing step is skipped; connecting to another host disconnects from the first.
   void AddinInstance_OnConnection(Application application);
-  /// Lets go of the host and of the dialogs; no event arrives after this. Allowed inside an event.
+  /// Disconnects from the host and deletes the dialogs; no event is received after this. Allowed inside an event.
   void AddinInstance_OnDisconnection();
 
   Platform& platform;
 
   /// Asks the user for the letters and the first number of the page's Task IDs; see dialogs/ask_task_id_suggestion.h.
-  /// The drop of a Task calls it, which knows no dialogs.
+  /// A member, because the drop of a Task calls it and may not include dialogs.
   bool (*const askTaskIds)(dsrVisioConnect& connect, const Page& page);
 
-  // The host, and what its events leave behind for one another.
+  // The host, and what one event handler keeps for the next.
   Application gvsoApp;           ///< null while not connected
-  bool bFlagSaveAs = false;      ///< a Save As was begun, and the document's cells still have to be brought back
+  bool bFlagSaveAs = false;      ///< a Save As was begun, and the document's cells must still be restored
   bool flag_right = false;       ///< the last mouse press was the right button
   bool DeleteShape = false;      ///< a deletion is pending; cleared by the next selection change
   Selection globalSelectionObj;  ///< what the last deletion or selection change worked on
-  bool toolbarBuilt = false;     ///< the toolbar stands while any document of ours is open
+  bool toolbarBuilt = false;     ///< the toolbar exists while a map is open
 
-  // One paste: what lies between two selection changes. Each question is asked once for it. All that follows is
-  // about the drawing that is pasted into; shapes added to another one are a batch of their own, see joinPasteBatch.
+  // One paste: all shapes that are added between two selection changes. Each question is asked once for it. The
+  // members below belong to the drawing that is pasted into; shapes added to another one are a batch of their own, see
+  // joinPasteBatch.
   Document batchDocument;
   bool flagShapeAdded = false;         ///< a new selection has begun, so the next added shape opens a new batch
   bool flagTimeUnitAbbr = false;       ///< the question about time unit abbreviations was asked
@@ -58,25 +59,25 @@ class dsrVisioConnect : public UpkeepListener {
   std::string strTaskIdLetters;        ///< the letters of the batch
   long iTaskIdNumber = 0;              ///< the number that the batch's next Task gets
 
-  // The host's Replace command on our behalf.
+  // The host's Replace command, when the add-in runs it.
   bool flagFindReplaceActive = false;
   bool flagFindScopeEntered = false;
   std::vector<Shape> changedShapes;  ///< shapes whose text Replace changed
 
-  Cell renamedRole;  ///< a role's name is being changed in this cell: it is the same role, which keeps its hyperlinks
+  Cell renamedRole;  ///< a role is being renamed in this cell; it keeps its hyperlinks
 
-  bool flagRestoringTask = false;  ///< a deletion duplicates a Task to keep it: the copy is no new drop
+  bool flagRestoringTask = false;  ///< a Task is being duplicated to undo its deletion; the copy is no first drop
 
-  /// The rows of a Task's details by position, from 1; empty until a document of ours was prepared.
+  /// The rows of a Task's details by position, from 1; empty until a map is initialized.
   std::array<std::string, schema::lastDetail + 1> fieldNames;
 
   /// Read from the profile when connecting.
   std::string installPath;
-  /// The current folder as it was before connecting made the install folder current. It is not put back.
+  /// The current folder before connecting, which makes the install folder current. It is not restored.
   std::string folderBeforeConnecting;
 
-  // Dialogs, made when first needed. A routine that shows one holds it itself for the length of the call, because the
-  // host may disconnect us while it is open.
+  // Dialogs, created when first needed. A routine that shows one keeps its own pointer during the call, because the
+  // host may disconnect the add-in while the dialog is open.
   std::shared_ptr<frmTaskIdSuggestion> taskIdSuggestion;
   std::shared_ptr<frmCopiedTaskIdSuggestion> copiedTaskIdSuggestion;
 

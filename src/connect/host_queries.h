@@ -1,4 +1,4 @@
-// Small questions to the host that decide whether and how the add-in acts.
+// Small queries of the host that event handlers and commands share.
 #pragma once
 
 #include <span>
@@ -9,32 +9,32 @@
 
 namespace quorvel::addin {
 
-/// "2002", "2003", "2007", or empty for any other host; what branches on the release then takes no branch.
+/// "2002", "2003", "2007", or empty for any other host.
 std::string getVisioVersion(const dsrVisioConnect& connect);
 
-// What an event leads to depends on the document and page that it happened in, which need not be the active ones: these
+// The consequences of an event depend on the document and page of the event, which need not be the active ones: these
 // take them as arguments. Each is false for a null handle.
 
-/// Was the document based on a template whose name contains the product's?
+/// True when the name of the document's template contains the product's name.
 bool hasQuorvelTemplate(const Document& document);
-/// Has the document been initialized by the add-in?
+/// True when the add-in has initialized the document.
 bool isInitialized(const Document& document);
 /// Both of these.
 bool isMap(const Document& document);
-/// Is it a page of a drawing, and no background page? False for the page of a master.
+/// True for a page of a drawing that is no background page. False for the page of a master.
 bool isForeground(const Page& page);
-/// Is the shape on a foreground page of a map, itself or in a group?
+/// True when the shape is on a foreground page of a map, in a group or not.
 bool isOnMapPage(const Shape& shape);
 
 /// Of several selected shapes, in order of selecting, the last one whose master has exactly this name; null when there
 /// is none.
 Shape selectedShapeOfMaster(std::span<const Shape> selected, std::string_view masterName);
 
-/// A window of the document, the active one where it has more; null for a document that is open without a window.
+/// A window of the document, the active one if it is one of them; null for a document that is open without a window.
 Window windowOf(const dsrVisioConnect& connect, const Document& document);
-/// Makes the page the one that is shown and its window the active one. A document without a window stays as it is.
+/// Shows the page and activates its window. Does nothing for a document without a window.
 void showPage(const dsrVisioConnect& connect, const Page& page);
-/// Makes nothing selected where the page is shown. Other pages and drawings keep their selections.
+/// Clears the selection of the window that shows the page. Other pages and drawings keep their selections.
 void deselectOn(const dsrVisioConnect& connect, const Page& page);
 
 }  // namespace quorvel::addin

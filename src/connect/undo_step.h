@@ -1,4 +1,4 @@
-// What a command of ours does is one step for the user to take back.
+// Makes all that a command writes one undo step.
 #pragma once
 
 #include <string>
@@ -7,14 +7,14 @@
 
 namespace quorvel::addin {
 
-/// Groups everything that is written while it lives, and keeps it. Where the host opens no scope, each write is a step
-/// of its own. While one lives the host does not close the document at hand.
+/// Groups everything that is written during its lifetime, and commits it. When the host opens no scope, each write is a
+/// step of its own. The host does not close the document during its lifetime.
 class UndoStep {
  public:
   UndoStep(const Application& application, const std::string& name)
       : application_(application), scope_(application.BeginUndoScope(name)) {}
   ~UndoStep() {
-    // A scope that stays open would take in all later work, so a host that refuses is asked once more.
+    // A scope that stays open would take in all later work, so a refused call is repeated once.
     if (scope_ && !application_.EndUndoScope(*scope_, true)) application_.EndUndoScope(*scope_, true);
   }
   UndoStep(const UndoStep&) = delete;

@@ -1,4 +1,4 @@
-// The files of the install folder that code refers to, and how one is found on the machine at hand.
+// The files of the install folder that code refers to, and the full path of one on this machine.
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@ inline constexpr std::string_view legend = "Images/Quorvel Legend.gif";
 }  // namespace installed
 
 /// The full path of a file below the add-in's own folder. `relative` may be written with either kind of slash; a
-/// leading one counts for nothing. The path is written with "/", which every system that we run on takes.
+/// leading one is ignored. The path is written with "/", which every supported system accepts.
 std::string installedFile(Platform& platform, std::string_view relative);
 
 }  // namespace quorvel::addin

@@ -1,4 +1,4 @@
-// What our stencil and the code must agree on: the texts that a master holds until its first drop.
+// The texts of the stencil's masters that a first drop replaces.
 #pragma once
 
 #include <string_view>

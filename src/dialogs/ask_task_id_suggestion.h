@@ -6,7 +6,7 @@
 namespace quorvel::addin {
 
 /// True when the user accepted; then letters and number are in the page's cells. After a refusal nothing is written,
-/// and it is the caller's part to remove the shape. The page is shown first, so that the user sees what is asked about.
+/// and the caller removes the shape. The page is shown first, so that the user sees which one is meant.
 bool askTaskIdSuggestion(dsrVisioConnect& connect, const Page& page);
 
 }  // namespace quorvel::addin

@@ -65,7 +65,7 @@ Control& DisplayOptionsDialog::addBox(const char* name, const char* caption) {
 
 void DisplayOptionsDialog::setBox(std::size_t index, int value) {
   boxes_[index]->setState(value == 0 ? CheckState::Off : value == 2 ? CheckState::Grey : CheckState::On);
-  // A box that takes the state that it has raises nothing, but what depends on it must fit.
+  // A box that is set to its current state raises nothing, but what depends on it must be updated.
   boxChanged(index);
 }
 
@@ -82,7 +82,7 @@ int DisplayOptionsDialog::box(std::size_t index) const {
 
 void DisplayOptionsDialog::loading() {
   DisplayDialog::loading();
-  changed_ = false;  // whoever filled the boxes changed them, but not by hand
+  changed_ = false;  // the caller filled the boxes, the user did not
 }
 
 void DisplayOptionsDialog::cancelClicked() {

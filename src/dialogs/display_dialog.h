@@ -1,4 +1,5 @@
-// What the display dialogs share: the scope, OK and Cancel, and boxes whose loss is asked about.
+// What the display dialogs share: the scope, OK and Cancel, and boxes whose changes are discarded only after a
+// question.
 #pragma once
 
 #include <string>
@@ -15,8 +16,7 @@ namespace displayScope {
 inline constexpr std::string_view selected = "Selected", page = "Page", drawing = "Drawing";
 }
 
-/// A dialog that asks for which shapes something is to be done. Left by OK it is not cancelled; left by any other way
-/// it is.
+/// A dialog that asks which shapes a command changes. It is cancelled unless it is closed by OK.
 class DisplayDialog : public Form {
  public:
   bool cancelled() const { return cancelled_; }
@@ -32,7 +32,7 @@ class DisplayDialog : public Form {
   explicit DisplayDialog(const Texts& texts);
   void loading() override { cancelled_ = true; }
   bool unloading() override;
-  /// What Cancel does; a dialog with something to lose asks first.
+  /// What Cancel does; a dialog with changes asks first.
   virtual void cancelClicked() { close(); }
 
   Control& fraScope;
@@ -46,7 +46,7 @@ class DisplayDialog : public Form {
   bool cancelled_ = true;
 };
 
-/// A display dialog with boxes above its scope. Once a box was changed by hand, Cancel asks whether that may be lost.
+/// A display dialog with boxes above its scope. After the user has changed a box, Cancel asks first.
 class DisplayOptionsDialog : public DisplayDialog {
  public:
   /// 0 off, 1 on, 2 grey. To be filled before the dialog is shown.
@@ -58,7 +58,7 @@ class DisplayOptionsDialog : public DisplayDialog {
   Control& addBox(const char* name, const char* caption);
   void loading() override;
   void cancelClicked() override;
-  /// A box took another state, by hand or in code.
+  /// A box was changed, by the user or in code.
   virtual void boxChanged(std::size_t /*index*/) {}
 
  private:

@@ -23,13 +23,13 @@ bool belongsInNumber(const std::string& text, int key, bool noMinus, bool noPoin
 }  // namespace
 
 int filterNumberKey(Platform& platform, const Control& box, int key, int maxLength, bool noMinus, bool noPoint) {
-  const auto swallow = [&] {
+  const auto reject = [&] {
     platform.beep();
     return 0;
   };
-  if (!belongsInNumber(box.text(), key, noMinus, noPoint)) key = swallow();
+  if (!belongsInNumber(box.text(), key, noMinus, noPoint)) key = reject();
   const bool isFull = lengthOf(box.text()) >= static_cast<std::size_t>(maxLength);
-  if (isFull && key != keys::controlZ && key != 0) key = swallow();
+  if (isFull && key != keys::controlZ && key != 0) key = reject();
   return key;
 }
 

@@ -55,7 +55,7 @@ void frmCopiedTaskIdSuggestion::loading() {
     letters = getTaskLetterPartFromPageName(page_);
     number = 1;
   }
-  // What the host does not tell is left to the user: a guess could give an ID twice.
+  // When the cells can't be read, the user decides: a guess could use an ID twice.
   txtTaskIdLetter.setText(letters.or_({}));
   txtNextTaskNumber.setText(number ? std::to_string(*number) : std::string());
   refreshSuggestion();

@@ -8,16 +8,16 @@
 
 namespace quorvel::addin {
 
-/// Left by OK, it stores the answer in flagKeepTaskIdNumbers, strTaskIdLetters and iTaskIdNumber of its parent; left by
-/// any other way it stores nothing.
+/// OK stores the answer in flagKeepTaskIdNumbers, strTaskIdLetters and iTaskIdNumber of its parent; any other way to
+/// close it stores nothing.
 class frmCopiedTaskIdSuggestion : public Form {
  public:
   explicit frmCopiedTaskIdSuggestion(dsrVisioConnect& frmParent);
 
-  /// The page that the Tasks come to, before the dialog is shown; without one it suggests what an unnamed page gets.
+  /// Sets the page of the pasted Tasks before the dialog is shown; without it, the letters of an unnamed page are used.
   void askFor(const Page& page) { page_ = page; }
 
-  /// True unless the dialog was left by OK.
+  /// True unless the dialog was closed by OK.
   bool refused() const { return refused_; }
 
  protected:

@@ -13,7 +13,7 @@
 namespace quorvel::addin {
 namespace {
 
-// The platform adds the kinds of files that the host at hand reads besides these.
+// The platform adds the other kinds of files that the host reads.
 constexpr const char* importFilter = "drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|template file (*.vst;*.vtx)|*.vst;*.vtx";
 
 // Copy, read-only, not listed, minimized, hidden, macros disabled.
@@ -67,7 +67,7 @@ void frmCustomizeRoleNames::loading() {
 }
 
 bool frmCustomizeRoleNames::unloading() {
-  // What could not be read must not be written over by an empty list.
+  // A list that could not be read must not be replaced by an empty one.
   if (!wasRead_ && lstRoleNames.rows().empty()) return true;
   std::vector<std::string> roles;
   for (const ListRow& row : lstRoleNames.rows()) roles.push_back(row.text());
@@ -131,7 +131,7 @@ void frmCustomizeRoleNames::deleteRoles() {
     }
     btnDelete.setEnabled(false);
     names = deletableRoles(frmParent, document_, std::move(names));
-    // From the last to the first, so that the places that are still needed stay true.
+    // From the last to the first, so that the remaining indices stay valid.
     for (std::size_t i = names.size(); i-- > 0;) {
       if (!names[i].empty()) lstRoleNames.removeRow(places[i]);
     }
@@ -143,7 +143,7 @@ void frmCustomizeRoleNames::deleteRoles() {
   refreshButtons();
 }
 
-/// Ends without a word at the first thing that fails, even if the file then stays open.
+/// Ends at the first failing step without a message, even if the file then stays open.
 void frmCustomizeRoleNames::importRoles() {
   const std::string file = frmParent.platform.chooseFile({"Import Role Names", importFilter, {}}).or_({});
   if (!frmParent.platform.fileExists(file)) {

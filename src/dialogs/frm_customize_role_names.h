@@ -11,10 +11,10 @@
 namespace quorvel::addin {
 
 /// Its list is the working copy: Tasks follow a rename or a deletion at once, while the document's list is written when
-/// the dialog unloads, by whatever way. There is no leaving it without keeping the changes.
+/// the dialog unloads, however it is closed. The changes cannot be discarded.
 class frmCustomizeRoleNames : public Form {
  public:
-  /// The drawing whose roles are edited, whichever is active meanwhile.
+  /// The drawing whose roles are edited, even when another one becomes active.
   frmCustomizeRoleNames(dsrVisioConnect& frmParent, const Document& document);
 
  protected:
@@ -27,9 +27,9 @@ class frmCustomizeRoleNames : public Form {
   void importRoles();
   void deleteRoles();
   void refreshButtons();
-  /// Takes the roles of a list's text that the dialog's list does not hold, letter case counting.
+  /// Adds the roles of a list's text that the dialog's list does not hold; letter case counts.
   void addMissing(const std::string& list);
-  /// All that the dialog writes, and what its caller writes while it still exists, is one step to take back.
+  /// All that the dialog writes, and what its caller writes during its lifetime, is one undo step.
   void beginStep();
 
   dsrVisioConnect& frmParent;

@@ -10,13 +10,13 @@ namespace quorvel::addin {
 
 class frmNewRoleName : public Form {
  public:
-  /// `roles` is the list that the name must not stand in yet; it outlives the dialog.
+  /// `roles` is the list that must not hold the name yet; it must live longer than the dialog.
   frmNewRoleName(Platform& platform, const Control& roles);
 
   /// For an existing role: it shows the old name.
   void edit(const std::string& oldName);
 
-  /// True unless the dialog was left by OK with another name than before.
+  /// True unless the dialog was closed by OK with another name than before.
   bool cancelled() const { return cancelled_; }
   const std::string& roleName() const { return txtNewRoleName.text(); }
 

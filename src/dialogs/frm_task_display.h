@@ -7,7 +7,7 @@ namespace quorvel::addin {
 
 class frmTaskDisplay : public DisplayDialog {
  public:
-  /// `turnsOn` false: details are shown now, and the dialog is made for hiding them.
+  /// `turnsOn` false: details are shown now, and the dialog hides them.
   explicit frmTaskDisplay(bool turnsOn)
       : DisplayDialog(
             {"frmTaskDisplay", turnsOn ? "Task Display ON" : "Task Display OFF",

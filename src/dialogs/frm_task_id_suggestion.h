@@ -1,4 +1,4 @@
-// The dialog that confirms letters and first number when the first Task comes to a page.
+// The dialog that confirms letters and first number when the first Task is added to a page.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ class frmTaskIdSuggestion : public Form {
   /// Fills the boxes before the dialog is shown: the letters, and 1 for the first number.
   void suggest(const std::string& letters);
 
-  /// True unless the dialog was left by OK.
+  /// True unless the dialog was closed by OK.
   bool refused() const { return refused_; }
   const std::string& letters() const { return txtTaskIdLetters.text(); }
   /// Nothing while the box holds a number that is too large for a Task; OK is then refused.

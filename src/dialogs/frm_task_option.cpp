@@ -200,7 +200,7 @@ bool frmTaskOption::isDuplicate(const Row& row, int place, const char* message) 
 
 void frmTaskOption::textChanged(Control& box) {
   changed_ = true;
-  // The boxes end up in lists that are joined by it.
+  // It is the separator of the lists that the boxes are stored in.
   if (box.text().find(listSeparatorKey) != std::string::npos) box.setText(replaceAll(box.text(), ";", ""));
 }
 
@@ -231,7 +231,7 @@ void frmTaskOption::leaveAbbreviation(int i) {
 void frmTaskOption::leaveDescription(int i) {
   constexpr const char* duplicate = "Duplicate frequency descriptions are not permitted.";
   Control& box = at(Text3, i);
-  // Only a warning: the text stays, and is stored if the user insists.
+  // Only a warning: the text is kept, and is stored when the user applies it.
   if (!box.text().empty() && isDuplicate(Text3, i, duplicate)) box.focus();
   for (const Control* system : Label3) {
     if (!equalIgnoringCase(trimmed(system->caption()), trimmed(box.text()))) continue;

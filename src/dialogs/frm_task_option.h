@@ -11,11 +11,11 @@
 
 namespace quorvel::addin {
 
-/// Its boxes are checked as the user leaves them; nothing is written before Apply. Controls that stand in rows are
-/// named with their place: "Text1(0)".
+/// Its boxes are checked as the user leaves them; nothing is written before Apply. Controls that form rows have
+/// their index in the name: "Text1(0)".
 class frmTaskOption : public Form {
  public:
-  /// The drawing that is edited, whichever is active meanwhile.
+  /// The drawing that is edited, even when another one becomes active.
   frmTaskOption(dsrVisioConnect& frmParent, const Document& document);
 
   /// Fills the boxes from the document, before the dialog is shown.
@@ -35,11 +35,11 @@ class frmTaskOption : public Form {
   void layOutTimes();
   void layOutFrequencies();
   void addRules();
-  /// Tells and answers true when another box of the row holds the same, ignoring case and blanks at the ends.
+  /// Shows a message and is true when another box of the row holds the same, ignoring case and blanks at the ends.
   bool isDuplicate(const Row& row, int place, const char* message);
   void say(const std::string& text);
   bool confirmsChange(const char* question);
-  /// Takes out what a list cannot hold.
+  /// Removes characters that a list cannot hold.
   void textChanged(Control& box);
   void enterBox(Control& box, bool& skip);
   void leaveUnit(int i);
@@ -62,7 +62,7 @@ class frmTaskOption : public Form {
   bool changed_ = false;
   bool skipText2_ = false;  ///< the next box of the row that is entered keeps what it remembers
   bool skipText3_ = false;
-  /// The user's descriptions as they will be stored. What stood there before is not kept: a Task that uses a
+  /// The user's descriptions as they will be stored. The old ones are not kept: a Task that uses a
   /// description which is changed in place keeps the old text.
   std::array<std::string, userFrequencies> descriptions_;
 

@@ -1,4 +1,4 @@
-// Apply and Cancel of the options: the document's cells are rewritten and every shape follows.
+// Apply and Cancel of the options: the document's cells are rewritten and every shape is updated.
 #include "base/basic_text.h"
 #include "connect/undo_step.h"
 #include "dialogs/confirm_cancel.h"
@@ -15,7 +15,7 @@ namespace quorvel::addin {
 
 namespace documentCells = schema::documentCells;
 
-/// Not all or nothing: units that were applied stay when a frequency is then found wanting.
+/// Units that were applied are kept when a frequency is refused after that.
 void frmTaskOption::apply(Ending ending) {
   cancelled_ = false;
   const UndoStep step(frmParent.gvsoApp, caption());
@@ -75,7 +75,7 @@ std::string frmTaskOption::descriptionText(Ending ending) const {
   for (long i = 0; i < systemFrequencies; ++i)
     text += ";" + slot(stored, i).or_(Label3[static_cast<std::size_t>(i)]->caption());
   for (std::size_t i = 0; i < descriptions_.size(); ++i) {
-    // Closing looks at the row's own abbreviation, applying at the system's one beside it, which is never empty here.
+    // Closing checks the row's own abbreviation, applying the system's one next to it, which is never empty here.
     const Control& abbreviation = *Text2[ending == Ending::Close ? i + Label3.size() : i];
     if (!abbreviation.text().empty() && !descriptions_[i].empty()) text += ";" + descriptions_[i];
   }

@@ -5,8 +5,8 @@
 
 namespace quorvel::addin {
 
-/// Its boxes stand in the order of `schema::linkSwitches`. The third one is about the first: without a time there is
-/// nothing to leave out.
+/// Its boxes are in the order of `schema::linkSwitches`. The third one is about the first: without a time there is
+/// nothing to hide.
 class TaskLinkDisplayOption : public DisplayOptionsDialog {
  public:
   explicit TaskLinkDisplayOption(Platform& platform);

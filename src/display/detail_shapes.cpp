@@ -32,7 +32,7 @@ void markDetail(const Shape& shape, const Layer& layer, std::string_view tag, st
   layer.Add(shape, 1);
   shape.SetData1(std::string(marks::detail));
   if (!row.empty()) askAgain([&] { return shape.SetData3(std::string(row)); });
-  // A shape without its tag would never be found again, and nobody else may delete it.
+  // A shape without its tag could not be found again, and the user cannot delete it.
   if (shape.SetData2(std::string(tag))) return;
   shape.Cells("LockDelete").FormulaForce("0");
   shape.Delete();
@@ -48,7 +48,7 @@ std::string smallSheetName(const Shape& task) {
 }
 
 void tieToTask(const Shape& shape, const Shape& task, std::string_view cell) {
-  // This one cell has always been written in small letters, and drawings are compared by their text.
+  // This one cell is written in small letters: drawings are compared by their text.
   const std::string sheet = cell == "FillPattern" ? smallSheetName(task) : task.NameID().or_({});
   shape.Cells(cell).FormulaForce("guard(" + sheet + "!" + std::string(cell) + ")");
 }
@@ -77,7 +77,7 @@ void drawLineIcon(const dsrVisioConnect& connect, const Shape& task, const Shape
 }
 
 void deleteDetails(const Shape& task, std::span<const std::string_view> tags, ListRows& rows) {
-  // A line that stayed would show another text after the redraw, and give it its own hyperlinks.
+  // A line that remains would show another text after the redraw, with its own hyperlinks.
   const Shapes members = askAgain([&] { return task.Shapes(); });
   for (int place = askAgain([&] { return members.Count(); }).or_(0); place > taskMember::lowerBox; --place) {
     const Shape member = askAgain([&] { return members.Item(place); });

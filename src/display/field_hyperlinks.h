@@ -1,4 +1,4 @@
-// A detail line is deleted and drawn anew at each change; its hyperlinks are kept as text in between.
+// A detail line is deleted and redrawn at each change; its hyperlinks are kept as text in between.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace quorvel::addin {
 
 /// Every hyperlink as ";", address, ",", description, ",", sub-address, ",", 0 or -1 for the default link, ",", frame.
 /// Nothing is escaped: drawings hold such texts, and a ";" or "," inside a link shifts its parts on reading.
-/// Nothing when the host does not tell one of them.
+/// Nothing when one of them can't be read.
 Maybe<std::string> hyperlinksAsText(const Shape& line);
 
 /// The text that the Task keeps for the line at this position of the table of details.
@@ -21,8 +21,8 @@ std::string keptHyperlinks(const Shape& task, int position);
 void restoreHyperlinks(const Shape& line, std::string_view text);
 
 /// To be called before a detail line is deleted. Hyperlinks of a list row go into its slot, those of a role into its
-/// User row; without hyperlinks both places are emptied, so that links that the user removed do not come back. What
-/// is kept stays as it was where the line's links can't be read. Icons and shapes that are no details are passed over.
+/// User row; without hyperlinks both are emptied, so that links that the user removed do not come back. When the line's
+/// links can't be read, the text that is kept does not change. Icons and shapes that are no details are skipped.
 void saveFieldHyperlinks(const Shape& subShape, ListRows& rows);
 
 }  // namespace quorvel::addin

@@ -1,4 +1,4 @@
-// The names of a Task's detail fields, in the order that the display of details counts by.
+// The names of a Task's detail fields, by their position.
 #pragma once
 
 #include "connect/dsr_visio_connect.h"

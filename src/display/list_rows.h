@@ -1,4 +1,4 @@
-// The rows of guidelines and resources as they were before a change, so that a line's hyperlinks go with its text
+// The rows of guidelines and resources as they were before a change, so that a line's hyperlinks follow its text
 // when the list is reordered.
 #pragma once
 
@@ -10,24 +10,24 @@
 
 namespace quorvel::addin {
 
-/// By position of the detail less 1: guidelines, then resources. One travels from the snapshot over the deletion of the
-/// lines to their drawing; nothing of it lives from one event to the next.
+/// By position of the detail less 1: guidelines, then resources. A value is taken before a change and passed to the
+/// deletion of the lines and to their drawing; it is not kept after the event.
 struct ListRows {
   std::array<std::string, schema::lastListRow> values;
   /// The hyperlinks of each row as text, see field_hyperlinks.h.
   std::array<std::string, schema::lastListRow> labels;
 };
 
-/// The values as they stand; to be taken before rows are rewritten. A row that can't be read counts as empty.
+/// The current values; to be taken before rows are rewritten. A row that can't be read counts as empty.
 ListRows snapshotOfListRows(const Shape& task);
 /// Fills in the labels that the cells hold.
 void readLabels(const Shape& task, ListRows& rows);
 
-/// Gives each row the label of the old row that had its text, whatever the place of that row in its list. Of two that
-/// had it the later one counts; a text that is new gets no label. The prompt takes the value.
+/// Gives each row the label of the old row that had its text, at any place of its list. Of two such rows the later one
+/// is used; a new text gets no label. The prompt takes the value.
 void carryLabelsOver(const Shape& task, const ListRows& old);
 
-/// Empties label and prompt of rows without a value. Of the supporting roles only the first two are looked at.
+/// Empties label and prompt of rows without a value. Of the supporting roles only the first two are changed.
 void clearEmptyFieldLabels(const Shape& task);
 
 }  // namespace quorvel::addin

@@ -14,15 +14,15 @@
 namespace quorvel::addin {
 namespace {
 
-// Texts of one line measure less than this; they must not pull the rows up.
+// Texts of one line are lower than this; they must not move the rows up.
 constexpr double oneLine = 0.25;
-// Only four fifths of what is carried arrive on the drawing.
+// The drawing uses four fifths of the distance that is added up.
 constexpr double arrives = 0.8;
 
 // Inches below the lower edge of the Task.
 std::string inches(double value) { return fixedNumber(value, 6); }
 
-/// The line from which the others hang; a Task has one.
+/// The vertical line beside the others; a Task has one.
 Shape verticalOf(const Shape& task, const Layer& layer) {
   const Shapes members = task.Shapes();
   for (int place = members.Count().or_(0); place > taskMember::lowerBox; --place) {
@@ -56,10 +56,10 @@ void drawLine(const dsrVisioConnect& connect, const Shape& task, const Layer& la
   drawLineIcon(connect, task, line, layer, position, line.Hyperlinks().Count() > 0);
 }
 
-/// What a pair of texts adds to the heights carried, from half the sum of their heights.
+/// What a pair of texts adds to the distance, from half the sum of their heights.
 double pushedBy(double height) {
-  // Beyond four lines what arrives would let texts run into each other, so from there on what they need is carried
-  // whole; their margins, 4 pt on each side, may lie over each other.
+  // Above four lines four fifths are too little and texts would overlap, so the whole distance is used; only their
+  // margins, 4 pt on each side, may overlap.
   constexpr double margins = 8.0 / 72, step = 0.2;
   return std::max({0.0, height - oneLine, (height - margins - step) / arrives});
 }
@@ -83,10 +83,10 @@ void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std:
     for (int position = 1; position < *start; ++position) place += isShown(position);
     vertical.Cells("EndY").FormulaForce(inches(-0.2 * place));
 
-    double carried = 0;  // what longer texts have taken beyond one line
+    double carried = 0;  // the distance that longer texts take beyond one line
     for (int position = *start; position <= schema::lastLowerDetail; ++position) {
       if (!isShown(position)) continue;
-      // A line's text is centred on it: half of what the first one has beyond one line would rise over the Task.
+      // A line's text is centred on it: half of the first one's extra height would cover the Task.
       if (place == 0) carried = std::max(0.0, heights.heightAt(position) - oneLine) / 2 / arrives;
       ++place;
       const double level = -0.25 * (place + 1) - 0.1 - carried;

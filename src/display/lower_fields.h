@@ -1,4 +1,4 @@
-// The column of guidelines, resources and supporting roles that hangs below a Task.
+// The column of guidelines, resources and supporting roles below a Task.
 #pragma once
 
 #include <string_view>
@@ -9,7 +9,7 @@
 namespace quorvel::addin {
 
 /// Draws the lower fields from `field` on that are switched on and not empty, one below the other without gaps. `old`
-/// holds the list rows before the change: the hyperlinks of a line go with its text. Nothing for a text that is no
+/// holds the list rows before the change: the hyperlinks of a line follow its text. Nothing for a text that is no
 /// lower field's tag.
 void drawTaskLowerFields(const dsrVisioConnect& connect, const Shape& task, std::string_view field,
                          const ListRows& old);

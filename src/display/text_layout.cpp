@@ -40,7 +40,7 @@ TextHeights::TextHeights(const Shape& task) : line_(task.DrawLine(0.1, 0, 0.2, 0
 }
 
 TextHeights::~TextHeights() {
-  // It bears no mark by which it could be found later, so a host that refuses is asked once more.
+  // It has no mark by which it could be found later, so a refused call is repeated once.
   if (line_ && !line_.Delete()) line_.Delete();
 }
 

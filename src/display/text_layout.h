@@ -1,5 +1,5 @@
-// How far down a lower field of a Task pushes the next one: its text may wrap, and only a shape that holds the text
-// knows what height it takes.
+// The distance between two lower fields of a Task: their texts may wrap, and only a shape that holds a text gives its
+// height.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@ namespace quorvel::addin {
 /// the line, in the Task's own style and colour. TxtHeight follows the text; `guarded` keeps it so.
 void setLowerTextBlock(const Shape& line, const Shape& task, bool guarded);
 
-/// A throw-away line in the Task that takes one text after the other; deleted with this object.
+/// A temporary line in the Task that gets one text after the other; deleted with this object.
 class TextHeights {
  public:
   explicit TextHeights(const Shape& task);
@@ -24,7 +24,7 @@ class TextHeights {
 
   /// The text of the row at `position` (of the lower details, from 1); empty outside these.
   const std::string& textAt(int position) const;
-  /// The height in inches that it takes, margins included; 0 when the host can't tell.
+  /// The height in inches that it takes, margins included; 0 when it can't be read.
   double heightAt(int position);
   /// As `calcTxtdown` below.
   double down(int position);

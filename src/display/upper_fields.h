@@ -1,4 +1,4 @@
-// The three details at the Task itself: the role over it, frequency and time in its lower band.
+// The three details on the Task itself: the role above it, frequency and time in its lower band.
 #pragma once
 
 #include <string_view>

@@ -12,7 +12,7 @@ void gvsoApp_DocumentCreated(dsrVisioConnect& connect, const Document& document)
   const Shape sheet = document.DocumentSheet();
   const bool isMissing = lacksRow(sheet, schema::documentCells::isSaved);
   if (isMissing) addRow(sheet, schema::documentCells::isSaved);
-  // A template that we once saved brings the row along as true, but a document without a folder was never saved.
+  // A template that the add-in has saved holds the row as true, but a document without a folder was never saved.
   if (isMissing || document.Path() == "") sheet.Cells(schema::documentCells::isSaved).FormulaForce(quoted("False"));
   renewListSeparator(document);
   initializeDocument(connect, document);

@@ -7,7 +7,7 @@
 namespace quorvel::addin {
 namespace {
 
-/// A shape's box in the coordinates of what contains it, in inches.
+/// A shape's box in the coordinates of its page or group, in inches.
 struct Box {
   double centreX, centreY, width, height;
 
@@ -31,7 +31,7 @@ bool isIndicator(const Shape& member) {
   return mark == marks::notes || mark == marks::taskHyperlink || mark == marks::subTaskHyperlink;
 }
 
-/// Is the point inside one of the shape's indicators? Nothing for a shape that has none.
+/// Whether the point is inside one of the shape's indicators; nothing for a shape without one.
 Maybe<bool> isOverIndicator(const Shape& shape, double x, double y) {
   Maybe<bool> isOver;
   for (const Shape& member : shape.Shapes().all()) {

@@ -1,4 +1,4 @@
-// While the pointer rests on an indicator picture of a shape, the shape's hyperlinks stay out of the host's menu.
+// Hides a shape's hyperlinks from the host's menu while the pointer is on one of the shape's indicator icons.
 #pragma once
 
 #include "connect/dsr_visio_connect.h"

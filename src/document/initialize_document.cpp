@@ -12,7 +12,7 @@ namespace {
 
 namespace documentCells = schema::documentCells;
 
-/// Keeps what the template or an earlier session put there.
+/// Keeps what the template or an earlier session has written.
 void addWhenMissing(const Shape& sheet, const schema::NamedRow& row, std::string_view value) {
   if (!lacksRow(sheet, row)) return;
   addRow(sheet, row);

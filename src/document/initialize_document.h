@@ -5,7 +5,7 @@
 
 namespace quorvel::addin {
 
-/// The host's hyperlink command and the last-save command are not switched yet.
+/// The host's hyperlink command and the last-save command are not changed.
 void initializeDocument(dsrVisioConnect& connect, const Document& document);
 
 }  // namespace quorvel::addin

@@ -49,7 +49,7 @@ void addTextRow(const Shape& sheet, const schema::NamedRow& row, const Maybe<std
   if (text) sheet.Cells(row).FormulaForce(quoted(*text));
 }
 
-/// Details are hidden by moving them to the layer that does not show.
+/// Details are hidden by moving them to the layer that is not visible.
 void addLayers(const Page& page) {
   const Layers layers = page.Layers();
   layers.Add(schema::layers::visible);

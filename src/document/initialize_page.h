@@ -1,18 +1,18 @@
-// Makes a foreground page a page of a process map: its cells, its decorations and the two layers of the details; and
-// takes them away from a page that went to the background.
+// Makes a foreground page a page of a process map: adds its cells, its decorations and the two layers of the details;
+// and deletes them on a page that becomes a background page.
 #pragma once
 
 #include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 
-/// A page that has been through here gets no second set of decorations and keeps its cells, but for five of them that
-/// are written every time.
+/// A page that is initialized already gets no second set of decorations and keeps its cells, except five that are
+/// written every time.
 void initializePage(const dsrVisioConnect& connect, const Page& page);
 
-/// A page of a map has changed its kind. On a background page, which is no page of the process, all that
-/// initializePage made is taken away again, unless anything on the page was drawn or touched since. A foreground page
-/// that lacks it gets it.
+/// To be called when a page of a map has changed. On a background page, which is no page of the process, all that
+/// initializePage added is deleted, unless something on the page was drawn or changed since. A foreground page that is
+/// not initialized is initialized.
 void fitToPageKind(const dsrVisioConnect& connect, const Page& page);
 
 }  // namespace quorvel::addin

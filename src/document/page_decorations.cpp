@@ -27,8 +27,8 @@ bool isAt(const Shape& shape, std::string_view cell, double inches) {
   return now && std::abs(*now - inches) < tolerance;
 }
 
-/// `mark` goes to Data1. It comes only after the host has reported the import as a new shape, so the row that marks the
-/// shape as known must be added here, or its first copy would pass for a first drop.
+/// `mark` goes to Data1. It is written after the host has raised the event for the new shape, so the row that marks the
+/// shape as known must be added here, or its first copy would count as a first drop.
 Shape importMarked(const dsrVisioConnect& connect, const Page& page, std::string_view file, std::string_view mark) {
   const Shape shape = page.Import(installedFile(connect.platform, file));
   shape.SetData1(std::string(mark));

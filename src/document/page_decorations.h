@@ -1,16 +1,16 @@
-// What a new page is furnished with: the logo, the legend and the title box.
+// The decorations of a new page: the logo, the legend and the title box.
 #pragma once
 
 #include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 
-// A missing picture file leaves the decoration out.
+// A decoration whose image file is missing is left out.
 void addLogo(const dsrVisioConnect& connect, const Page& page);
 void addLegend(const dsrVisioConnect& connect, const Page& page);
 void addTitleBox(const Page& page);
 
-/// Is the shape one of the three, with its place and text as they were made?
+/// True when the shape is one of the three and its position and text are unchanged.
 bool isDecorationAsMade(const Shape& shape);
 
 }  // namespace quorvel::addin

@@ -6,7 +6,7 @@
 
 namespace quorvel {
 
-/// The filter with the package form behind each binary form: "*.vsd" becomes "*.vsd;*.vsdx".
+/// The filter with the package form after each binary form: "*.vsd" becomes "*.vsd;*.vsdx".
 inline std::string withPackageFiles(std::string_view filter) {
   std::string wider;
   for (std::size_t at = 0; at < filter.size(); ++at) {

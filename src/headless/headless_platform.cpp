@@ -29,12 +29,12 @@ Maybe<std::string> contentOf(const fs::path& path) {
   if (!fs::is_regular_file(path, error)) return {};
   std::ifstream file(path, std::ios::binary);
   std::ostringstream content;
-  // Writing nothing of an empty file sets the stream's fail bit, which is no failure of ours.
+  // Writing nothing of an empty file sets the stream's fail bit, which is no failure here.
   if (!file || (file.peek() != std::ifstream::traits_type::eof() && !(content << file.rdbuf()))) return {};
   return content.str();
 }
 
-/// Writes beside the file and renames, so that a full disk does not cost the old content.
+/// Writes a file next to it and renames that, so that a full disk does not cost the old content.
 bool replaceFile(const fs::path& path, std::string_view content) {
   std::error_code error;
   fs::create_directories(path.parent_path(), error);
@@ -83,7 +83,7 @@ HeadlessPlatform::HeadlessPlatform(std::string addinFolder, std::string configur
   if (configurationFolder_.empty()) configurationFolder_ = usersConfigurationFolder();
 }
 
-/// Callers spell the file's name in more than one letter case, and all of them mean one file.
+/// Callers write the file's name in several letter cases; they all mean one file.
 std::string HeadlessPlatform::profilePath(std::string_view file) const {
   if (configurationFolder_.empty()) return {};
   const fs::path folder = pathOf(configurationFolder_);
@@ -106,7 +106,7 @@ bool HeadlessPlatform::writeProfile(std::string_view file, std::string_view sect
   const std::string path = profilePath(file);
   if (path.empty()) return false;
   const Maybe<std::string> before = contentOf(pathOf(path));
-  // A file that is there and can't be read would be lost if we wrote over it.
+  // A file that exists and can't be read would be lost by writing over it.
   if (!before && fileExists(path)) return false;
   const Maybe<std::string> after = withProfileValue(before.or_({}), section, key, value);
   return after && replaceFile(pathOf(path), *after);
@@ -147,7 +147,7 @@ void HeadlessPlatform::showModal(Form& form) {
   form.open();
   if (form.isOpen() && onForm) onForm(form);
   if (form.isOpen()) form.close();
-  // Nobody is left who could let a form go that refuses to close.
+  // No user could close a form that refuses to close.
   if (form.isOpen()) form.hide();
 }
 

@@ -14,11 +14,11 @@ namespace quorvel {
 
 class HeadlessPlatform : public Platform {
  public:
-  /// `addinFolder` is the install folder, in which Images, Icons and their like are looked up. The profile file lies in
+  /// `addinFolder` is the install folder, in which Images, Icons and the like are looked up. The profile file lies in
   /// `configurationFolder`; when that is empty, in "quorvel" of the user's configuration folder.
   explicit HeadlessPlatform(std::string addinFolder, std::string configurationFolder = {});
 
-  // Who answers. Without a callback a form is closed by its close box, a question gets its most careful answer (Cancel,
+  // The callbacks. Without one a form is closed by its close box, a question gets its most careful answer (Cancel,
   // else No, else Ok) and a file dialog is cancelled. A form that the callback leaves open is closed likewise.
   std::function<void(Form&)> onForm;
   std::function<MessageAnswer(const MessageBox&)> onMessage;
@@ -44,7 +44,7 @@ class HeadlessPlatform : public Platform {
   bool setCurrentFolder(std::string_view folder) override;
   std::string addinFolder() override { return addinFolder_; }
 
-  /// Recorded and refused: a script must not find programs opened behind its back.
+  /// Recorded and refused: a script must not start other programs unexpectedly.
   bool shellOpen(std::string_view target) override;
   void beep() override { ++beeps; }
   /// There is no clipboard that a button could paste from.
@@ -59,7 +59,7 @@ class HeadlessPlatform : public Platform {
   bool folderExists(std::string_view path) override;
   Maybe<std::vector<std::string>> filesIn(std::string_view folder) override;
   Maybe<std::string> readTextFile(std::string_view path) override;
-  /// Fails for every file: this level has no XML reader. A platform that can load report definitions overrides it.
+  /// Fails for every file: this folder has no XML reader. A platform that can load report definitions overrides it.
   Maybe<std::string> readXmlFile(std::string_view) override { return {}; }
   Maybe<std::string> relativePath(std::string_view from, std::string_view target) override;
 

@@ -1,15 +1,15 @@
-// Keeps the text that a Task Link shows in step with its description, its time and its switches.
+// Writes the text that a Task Link shows, from its description, its time and its switches.
 #pragma once
 
 #include "model/host_model.h"
 
 namespace quorvel::addin {
 
-/// Renews User.Single_TaskLink, the description as a format picture can hold it.
+/// Writes User.Single_TaskLink, the description as a number format can hold it.
 void replaceSingleQoutes(const Shape& link);
 
-/// Renews User.Single_TaskLink and composes Fields.Format[1] from the lists of the link's drawing. A format that the
-/// host refuses, and a drawing without these lists, leave the old one.
+/// Writes User.Single_TaskLink, and Fields.Format[1] from the lists of the link's drawing. The old format stays when
+/// the host refuses the new one or the drawing has no such lists.
 void GetAddedTaskLinkDescription2(const Shape& link);
 
 }  // namespace quorvel::addin

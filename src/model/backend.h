@@ -1,5 +1,5 @@
-// What stands behind the handles of host_model.h: one interface of three calls, so that the host in memory, a wrapper
-// that refuses on purpose and a foreign host can each serve the whole surface.
+// The backend of the handles of host_model.h: one interface of three calls, so that the host in memory, a wrapper
+// that refuses on purpose and another program's host can each serve the whole surface.
 #pragma once
 
 #include <cstdint>
@@ -46,7 +46,7 @@ enum class ObjectKind : std::uint8_t {
   CommandBarControl,
 };
 
-/// Names one host object. What the two numbers mean is the backend's own affair; equal references are equal objects.
+/// Names one host object. Only the backend knows what the two numbers mean; equal references are equal objects.
 struct ObjectRef {
   ObjectKind kind = ObjectKind::None;
   std::uint32_t id = 0;
@@ -106,8 +106,8 @@ class Backend {
 
   /// The application object of this host.
   virtual ObjectRef application() const = 0;
-  /// Starts and ends the stream of events. A listener must be withdrawn before it dies; withdrawing inside an event is
-  /// allowed, and the listener hears nothing more.
+  /// Starts and ends the stream of events. A listener must be removed before it is deleted; removing it inside an event
+  /// is allowed, and it receives no more events.
   virtual void advise(ApplicationEvents& listener) = 0;
   virtual void unadvise(ApplicationEvents& listener) = 0;
 

@@ -73,7 +73,7 @@ class Control {
   bool sorted = false;
   bool multipleSelection = false;
   std::size_t addRow(std::string text) { return addRow(std::vector<std::string>{std::move(text)}); }
-  /// Gives the place that the row took.
+  /// Gives the index of the new row.
   std::size_t addRow(std::vector<std::string> columns);
   void setRowTag(std::size_t row, std::string tag);
   void setRowText(std::size_t row, std::size_t column, std::string text);
@@ -92,7 +92,7 @@ class Control {
   // What a user does. A disabled or hidden control takes nothing and answers false.
   bool click();
   bool doubleClick();
-  /// One key press as the host sends it: the filter may change the key or swallow it; a key that passes edits the text.
+  /// One key press as the host sends it: the filter may change the key or reject it; a key that passes edits the text.
   bool pressKey(int key);
   /// A key that edits nothing and raises no key-press, such as Delete in a list.
   bool keyDown(int keyCode);
@@ -120,7 +120,7 @@ class Control {
   int widthInCharacters = 0, heightInLines = 0;
   std::string pictureFile;
   bool isDefaultButton = false, isCancelButton = false;
-  /// Text boxes: the label that stands before the box.
+  /// Text boxes: the label before the box.
   std::string label;
   /// Characters that a user may type; 0 for any number. Code may set a longer text.
   int maxLength = 0;
@@ -163,8 +163,8 @@ class Form {
   void close();
 
   Control* focused() const { return focused_; }
-  /// Told of every change of caption, text, state, rows or visibility while a toolkit shows the form, and of the
-  /// control to which a handler has sent the focus; null for none.
+  /// Called for every change of caption, text, state, rows or visibility while a toolkit shows the form, and for the
+  /// control to which a handler has moved the focus; null for none.
   std::function<void(const Control*)> observer;
 
  protected:
@@ -179,7 +179,7 @@ class Form {
   std::string name_, caption_;
   std::vector<std::unique_ptr<Control>> controls_;
   Control* focused_ = nullptr;
-  Control* nextFocus_ = nullptr;  ///< where the focus is going while a lost-focus handler runs
+  Control* nextFocus_ = nullptr;  ///< the next focus while a lost-focus handler runs
   bool open_ = false;
 };
 

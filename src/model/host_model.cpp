@@ -17,7 +17,7 @@ Maybe<double> asNumber(const Variant& value) {
 
 Argument whole(int value) { return static_cast<std::int64_t>(value); }
 
-/// Walks a collection that answers Count and Item, before anything is done with the items.
+/// All items of a collection with Count and Item, read before any of them is used.
 template <class Item, class Collection>
 std::vector<Item> itemsOf(const Collection& collection, int first) {
   std::vector<Item> items;
@@ -49,7 +49,7 @@ Maybe<int> Handle::integer(Member member, std::initializer_list<Argument> argume
                                    ? backend_->call(object_, member, list(arguments))
                                    : backend_->get(object_, member, list(arguments));
   const Maybe<double> number = value ? asNumber(*value) : Maybe<double>();
-  // A number that does not fit is not read at all, rather than as another one.
+  // A number that does not fit is not read at all, instead of as another one.
   constexpr double beyond = 1.0 + std::numeric_limits<int>::max();
   return number && std::fabs(*number) < beyond ? Maybe<int>(static_cast<int>(*number)) : Maybe<int>();
 }

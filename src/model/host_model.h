@@ -2,7 +2,7 @@
 //
 // Every call may fail and says so by its value: a reader gives Maybe<T>, a navigator a handle that may be null, a put
 // or an action bool. Nothing throws, a call on a null handle fails, and a refused call leaves the host as it was. A
-// handle keeps nothing alive: one to a deleted object is as good as null. Positions are inches, y upward, measured from
+// handle does not keep its object: one to a deleted object acts as null. Positions are inches, y upward, measured from
 // the lower left corner of the page or group; angles are degrees only where a units code says so.
 #pragma once
 
@@ -69,7 +69,7 @@ class Handle {
   Handle() = default;
   Handle(Backend* backend, ObjectRef object) : backend_(object ? backend : nullptr), object_(object) {}
 
-  /// False for null. True does not promise that the object still lives; a call will say.
+  /// False for null. True does not mean that the object still exists; a call on a deleted one fails.
   explicit operator bool() const { return backend_ != nullptr; }
   friend bool operator==(const Handle& a, const Handle& b) {
     return a.backend_ == b.backend_ && (!a.backend_ || a.object_ == b.object_);
@@ -146,7 +146,7 @@ class Documents : public Handle {
   Maybe<int> Count() const { return integer(Member::Documents_Count); }
   /// A new drawing based on the template file; an empty name gives an empty drawing. Fails when the file can't be read.
   Document Add(const Maybe<std::string>& templateFile) const;
-  /// Gives the document at hand when the file is open already. Fails when the file can't be read.
+  /// Gives the open document when the file is open already. Fails when the file can't be read.
   Document Open(const Maybe<std::string>& fileName) const;
   /// `flags`: 1 copy, 2 read-only, 8 not listed, 16 minimized, 64 hidden, 128 macros disabled.
   Document OpenEx(const Maybe<std::string>& fileName, int flags) const;
@@ -185,7 +185,7 @@ class Pages : public Handle {
   using Handle::Handle;
   static constexpr ObjectKind kind = ObjectKind::Pages;
 
-  /// 1-based; background pages stand among the others.
+  /// 1-based; background pages are among the others.
   Page Item(int index) const;
   Page Item(std::string_view name) const;
   /// By universal names first.
@@ -201,7 +201,7 @@ class Page : public Handle {
   static constexpr ObjectKind kind = ObjectKind::Page;
 
   Maybe<std::string> Name() const { return text(Member::Page_Name); }
-  /// Fails for an empty name and for one that another page of the document bears.
+  /// Fails for an empty name and for one that another page of the document has.
   bool SetName(const Maybe<std::string>& name) const { return putText(Member::Page_Name, name); }
   /// The name that formulas and programs use in every language. A put of Name changes it too as long as they are one.
   Maybe<std::string> NameU() const { return text(Member::Page_NameU); }
@@ -219,12 +219,12 @@ class Page : public Handle {
   class Connects Connects() const;
   Shape DrawRectangle(double x1, double y1, double x2, double y2) const;
   Shape DrawLine(double x1, double y1, double x2, double y2) const;
-  /// Imports a picture (PNG, JPEG, GIF, BMP), its pin in the middle of the page. Fails when the file can't be read.
+  /// Imports an image (PNG, JPEG, GIF, BMP), its pin in the middle of the page. Fails when the file can't be read.
   Shape Import(const Maybe<std::string>& fileName) const;
   /// Places an instance of the master with its pin at x, y, inside one undo step with all that handlers do. The handle
   /// is null when a handler removed the shape.
   Shape Drop(const Master& master, double x, double y) const;
-  /// Drops beside `target`, which stands on this page, and connects the two: with an instance of `connector`, glued
+  /// Drops next to `target`, which is on this page, and connects the two: with an instance of `connector`, glued
   /// from `target` to the new shape, or a plain line for a null one. `direction`: 1 above, 2 below, 3 left, 4 right, 0
   /// as 4. The handle is null when a handler removed the shape.
   Shape DropConnected(const Master& master, const Shape& target, int direction, const Master& connector) const;
@@ -281,7 +281,7 @@ class Shape : public Handle {
   /// "Sheet." and the ID.
   Maybe<std::string> NameID() const { return text(Member::Shape_NameID); }
   Maybe<std::string> Name() const { return text(Member::Shape_Name); }
-  /// Any text but the empty one; two shapes may bear one name.
+  /// Any text but the empty one; two shapes may have one name.
   bool SetName(const Maybe<std::string>& name) const { return putText(Member::Shape_Name, name); }
   Maybe<std::string> NameU() const { return text(Member::Shape_NameU); }
   bool SetNameU(const Maybe<std::string>& name) const { return putText(Member::Shape_NameU, name); }
@@ -294,12 +294,12 @@ class Shape : public Handle {
   bool SetData1(const Maybe<std::string>& value) const { return putText(Member::Shape_Data1, value); }
   bool SetData2(const Maybe<std::string>& value) const { return putText(Member::Shape_Data2, value); }
   bool SetData3(const Maybe<std::string>& value) const { return putText(Member::Shape_Data3, value); }
-  /// Null for a drawn shape. A member that came with its group's master answers that master.
+  /// Null for a drawn shape. A member that came with its group's master has that master.
   class Master Master() const;
   /// The containing group; null when the shape's parent is its page, see ContainingPage.
   Shape Parent() const;
   Page ContainingPage() const;
-  /// The group, or the page's sheet for a shape that stands on the page itself.
+  /// The group, or the page's sheet for a shape that is on the page itself.
   Shape ContainingShape() const;
   class Document Document() const;
   class Shapes Shapes() const;
@@ -344,7 +344,7 @@ class Shape : public Handle {
   bool Delete() const { return call(Member::Shape_Delete); }
   /// Makes a drawn shape a group that has no members yet.
   bool Group() const { return call(Member::Shape_Group); }
-  /// The members come to where the group stood, and the group is deleted. Refused while LockGroup is 1.
+  /// The members move to the group's parent, and the group is deleted. Refused while LockGroup is 1.
   bool Ungroup() const { return call(Member::Shape_Ungroup); }
   bool BringForward() const { return call(Member::Shape_BringForward); }
   bool BringToFront() const { return call(Member::Shape_BringToFront); }
@@ -375,9 +375,9 @@ class Row : public Handle {
   static constexpr ObjectKind kind = ObjectKind::Row;
 
   Maybe<std::string> Name() const { return text(Member::Row_Name); }
-  /// Fails for a name that another row of the section bears and for one that is no cell name.
+  /// Fails for a name that another row of the section has and for one that is no cell name.
   bool SetName(const Maybe<std::string>& name) const { return putText(Member::Row_Name, name); }
-  /// The name that cells go by.
+  /// The name in the names of the row's cells.
   Maybe<std::string> NameU() const { return text(Member::Row_NameU); }
   bool SetNameU(const Maybe<std::string>& name) const { return putText(Member::Row_NameU, name); }
   /// By column number; fails for a column that the section lacks.
@@ -398,7 +398,7 @@ class Cell : public Handle {
   /// The same, also on a guarded cell.
   bool FormulaForce(const Maybe<std::string>& formula) const { return putText(Member::Cell_FormulaForce, formula); }
   bool FormulaForceU(const Maybe<std::string>& formula) const { return putText(Member::Cell_FormulaForceU, formula); }
-  /// In the published units code: 0 as it stands (internal units), 65 inches, 50 points. Fails for text that reads as
+  /// In the published units code: 0 as it is (internal units), 65 inches, 50 points. Fails for text that reads as
   /// no quantity.
   Maybe<double> Result(int units) const { return number(Member::Cell_Result, {std::int64_t(units)}); }
   bool SetResult(int units, Maybe<double> value) const;
@@ -442,10 +442,11 @@ class Selection : public Handle {
   bool SetIterationMode(Maybe<int> mode) const;
   bool Delete() const { return call(Member::Selection_Delete); }
   bool Copy() const { return call(Member::Selection_Copy); }
-  /// The new group of the selected shapes, which stand in one group or at the top of the page; members that are
+  /// The new group of the selected shapes, which are in one group or at the top of the page; members that are
   /// selected are grouped without their group, whatever IterationMode is. Null when a handler removed it.
   Shape Group() const;
-  /// Gives up every selected group; other shapes are left alone. Refused when none is a group or one of them is locked.
+  /// Ungroups every selected group; other shapes are not changed. Refused when none is a group or one of them is
+  /// locked.
   bool Ungroup() const { return call(Member::Selection_Ungroup); }
   std::vector<Shape> all() const;
 };
@@ -471,7 +472,7 @@ class Window : public Handle {
   Maybe<std::string> Caption() const { return text(Member::Window_Caption); }
   class Document Document() const;
   class Page Page() const;
-  /// Shows the page, and makes nothing selected.
+  /// Shows the page, and clears the selection.
   bool SetPage(const class Page& page) const;
   class Selection Selection() const;
   /// `action`: visio::deselect or visio::select.
@@ -490,7 +491,7 @@ class Layers : public Handle {
   /// 1-based.
   Layer Item(int index) const;
   Maybe<int> Count() const { return integer(Member::Layers_Count); }
-  /// The layer at hand when the name exists.
+  /// The existing layer when the name exists.
   Layer Add(std::string_view name) const;
 };
 
@@ -621,7 +622,7 @@ class CommandBarControls : public Handle {
   using Handle::Handle;
   static constexpr ObjectKind kind = ObjectKind::CommandBarControls;
 
-  /// `type` 1 is a button, 10 a menu. `before` is the 1-based place of the control to stand before, 0 for the end.
+  /// `type` 1 is a button, 10 a menu. `before` is the 1-based index of the control after it, 0 for the end.
   CommandBarControl Add(int type, int before = 0) const;
   Maybe<int> Count() const { return integer(Member::CommandBarControls_Count); }
   /// 1-based.
@@ -664,8 +665,8 @@ class CommandBarControl : public Handle {
 };
 using CommandBarButton = CommandBarControl;
 
-/// What the host tells its listener, each inside the call that caused it. A handler may call the host, delete the
-/// object at hand or open a dialog.
+/// The events of the host, each raised inside the call that caused it. A handler may call the host, delete the object
+/// of the event or open a dialog.
 class ApplicationEvents {
  public:
   virtual ~ApplicationEvents() = default;
@@ -681,7 +682,7 @@ class ApplicationEvents {
   virtual void PageChanged(Page) {}
   virtual void ShapeAdded(Shape) {}
   virtual void BeforeShapeDelete(Shape) {}
-  /// It was grouped, or its group was given up.
+  /// It was grouped or ungrouped.
   virtual void ShapeParentChanged(Shape) {}
   virtual void BeforeShapeTextEdit(Shape) {}
   virtual void ShapeExitedTextEdit(Shape) {}

@@ -1,5 +1,5 @@
-// What the add-in asks of the machine and of the person before it. Handed over when it connects; the desktop serves it
-// with real windows, scripts and tests with answers.
+// What the add-in needs from the machine and the user. Passed when it connects; the desktop implements it with real
+// windows, scripts and tests with prepared answers.
 #pragma once
 
 #include <string>
@@ -30,7 +30,7 @@ struct FileDialog {
   std::string startFolder;
 };
 
-/// Every call may fail and says so by its value; nothing throws.
+/// Every call may fail and reports it by its value; nothing throws.
 class Platform {
  public:
   virtual ~Platform() = default;
@@ -42,7 +42,7 @@ class Platform {
   virtual bool writeProfile(std::string_view file, std::string_view section, std::string_view key,
                             std::string_view value) = 0;
 
-  /// The add-in's own idea of a current folder. The folder of the process is never changed: it belongs to the command
+  /// The add-in's own current folder. The folder of the process is never changed: it belongs to the command
   /// line or script that we run in, whose relative paths must keep their meaning.
   virtual std::string currentFolder() = 0;
   virtual bool setCurrentFolder(std::string_view folder) = 0;
@@ -52,8 +52,8 @@ class Platform {
   /// Opens a file or address with the program that the system has for it.
   virtual bool shellOpen(std::string_view target) = 0;
   virtual void beep() = 0;
-  /// Puts a button face and its mask on the clipboard for PasteFace; pixels of `transparentColour` (0xBBGGRR) show
-  /// nothing.
+  /// Puts a button face and its mask on the clipboard for PasteFace; pixels of `transparentColour` (0xBBGGRR) are
+  /// transparent.
   virtual bool placeFace(std::string_view pictureFile, unsigned transparentColour) = 0;
   virtual bool clearClipboard() = 0;
 

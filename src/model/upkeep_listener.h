@@ -1,4 +1,4 @@
-// A listener that looks after marks of its own in the drawing.
+// A listener that keeps its own marks in the drawing up to date.
 #pragma once
 
 #include "model/host_model.h"
@@ -6,8 +6,8 @@
 namespace quorvel {
 
 /// What it changes while documents are made, opened, saved and closed, while shapes are selected and while the pointer
-/// moves is upkeep: no step for the user to take back, and no change of the document. Whatever other listeners do then
-/// is a change as any.
+/// moves is upkeep: no undo step and no change of the document. What other listeners do in the same event is a normal
+/// change.
 class UpkeepListener : public ApplicationEvents {};
 
 }  // namespace quorvel

@@ -39,8 +39,8 @@ struct Detail {
   std::string_view linkedIcon;      ///< the same for a line with hyperlinks
 };
 
-/// The rows of the two lists, then the supporting roles: these are the lower details, in the order in which they hang
-/// below the Task. The rest is drawn on the Task.
+/// The rows of the two lists, then the supporting roles: these are the lower details, in their order below the
+/// Task. The rest is drawn on the Task.
 // clang-format off
 inline constexpr std::array details{
     Detail{"Prop.controls1",         tags::guidelines,      switches::guidelines,         "Prop.controls1.Label",        icons::guideline, icons::guidelineLinked},
@@ -72,7 +72,7 @@ struct DetailList {
 inline constexpr std::array<DetailList, 2> detailLists{
     {{taskCells::guidelines, tags::guidelines, false}, {taskCells::resources, tags::resources, true}}};
 
-// Positions count from 1.
+// Positions are 1-based.
 inline constexpr int lastDetail = static_cast<int>(details.size());
 constexpr const Detail& detailAt(int position) { return details[static_cast<std::size_t>(position - 1)]; }
 

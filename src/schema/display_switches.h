@@ -22,8 +22,8 @@ inline constexpr NamedRow linkTime = "User.TaskLink_Visible", linkDescription = 
 
 /// When a page gets a switch with its first value.
 enum class PagePreparation {
-  Once,     ///< with the page's first preparation
-  EachTime  ///< with each one, afresh
+  Once,     ///< when the page is first initialized
+  EachTime  ///< each time it is initialized
 };
 
 struct TaskSwitch {

@@ -14,10 +14,10 @@ inline constexpr std::string_view notes = "pic_indicatesNotes";
 inline constexpr std::string_view taskHyperlink = "pic_indicatorTaskDescription";
 inline constexpr std::string_view subTaskHyperlink = "PicIndicateHypersubTAsk";
 
-// Data2: the tag of the detail, see details.h, and of the line from which the lower details hang.
+// Data2: the tag of the detail, see details.h, and of the vertical line beside the lower details.
 inline constexpr std::string_view vertical = "Vertical";
 
-// Data3: the name of the detail's row; of an icon beside a detail line, one of these before it.
+// Data3: the name of the detail's row; of an icon next to a detail line, one of these before it.
 inline constexpr std::string_view icon = "Pic";
 inline constexpr std::string_view hyperlinkIcon = "PicLinked";
 

@@ -11,7 +11,7 @@ struct TimeUnit {
   std::string_view name;
   std::string_view suffix;  ///< of a duration in formulas: "5 em."
   std::string_view format;  ///< of a shown number
-  /// Behind the point.
+  /// After the point.
   constexpr int decimals() const { return static_cast<int>(format.size() - format.find('.') - 1); }
 };
 

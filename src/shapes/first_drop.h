@@ -1,12 +1,12 @@
-// The first time that a shape enters a page: plain instances of our masters become working shapes.
+// The first drop of a shape: adds the rows, menus and shapes that an instance of one of the masters needs.
 #pragma once
 
 #include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 
-/// Marks logo and legend, and hands an instance of one of our masters to its class's routine below. Any other shape is
-/// left as it is. `page` is the page that the shape has come to, its document the one whose lists and counters count.
+/// Marks logo and legend, and calls the routine below for an instance of one of the masters. Any other shape is not
+/// changed. `page` is the shape's page; its lists and counters, and those of its document, are used.
 void firstDrop(dsrVisioConnect& connect, const Shape& shape, const Page& page);
 
 void firstDropOfProcessConnector(const Shape& connector, const Page& page);

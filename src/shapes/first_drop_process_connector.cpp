@@ -1,4 +1,4 @@
-// What makes a dropped Process Connector work.
+// The first drop of a Process Connector.
 #include "base/basic_text.h"
 #include "shapes/first_drop.h"
 #include "sheets/document_cells.h"

@@ -1,4 +1,4 @@
-// What makes a dropped Task work: its menu, its rows, the cover that takes the clicks, and its Task ID.
+// The first drop of a Task: its menu, its rows, the cover that receives the clicks, and its Task ID.
 #include <algorithm>
 
 #include "base/basic_text.h"
@@ -37,7 +37,7 @@ void prepareSubTaskBox(const Shape& box, const std::string& separator) {
 }
 
 void prepareRoles(const Shape& task, const Document& document) {
-  // Masters of older stencils hide the roles behind these.
+  // Masters of older stencils hide the roles after these.
   constexpr std::size_t rolesOfOldMasters = 3;
   for (const schema::NamedRow& role : taskCells::roles) task.Cells(role.column("Type")).FormulaForce("1");
   for (std::size_t i = rolesOfOldMasters; i < taskCells::roles.size(); ++i)
@@ -46,7 +46,7 @@ void prepareRoles(const Shape& task, const Document& document) {
   for (const schema::NamedRow& role : taskCells::roles) task.Cells(role.column("Format")).FormulaForce(roles);
 }
 
-/// A new Task shows what its page shows, and everything where the page does not say: a bare new row would read as
+/// A new Task shows what its page shows, and everything where the page has no switch: a bare new row would read as
 /// hidden.
 void addDisplaySwitches(const Shape& task, const Shape& page) {
   auto inOrder = schema::taskSwitches;
@@ -89,7 +89,7 @@ void lockBoxes(const Shape& task) {
   }
 }
 
-/// An invisible rectangle over the whole Task, which takes the clicks that its boxes would.
+/// An invisible rectangle over the whole Task, which receives the clicks instead of its boxes.
 void drawCover(const Shape& task) {
   const Shape cover = task.DrawRectangle(0, 0, task.Cells("Width").Result(visio::unitsInches).or_(1),
                                          task.Cells("Height").Result(visio::unitsInches).or_(1));
@@ -106,8 +106,8 @@ void drawCover(const Shape& task) {
   Protection(cover);
 }
 
-/// The page counts on before the number is used, so that no ID is given twice: where the host does not tell the page's
-/// letters or number, or does not let it count, the Task stays without an ID.
+/// The page's counter is increased before the number is used, so that no ID is used twice: when letters or number can't
+/// be read, or the counter can't be written, the Task gets no ID.
 void giveTaskId(const Shape& task, const Page& page) {
   const Cell id = task.Cells(taskCells::id);
   const Maybe<long> number = nextTaskIdOf(page);
@@ -119,7 +119,7 @@ void giveTaskId(const Shape& task, const Page& page) {
     return;
   }
   id.FormulaForce(quoted(taskIdText(*letters, *number)));
-  // The name is how a later change of the ID knows the old one.
+  // A later change of the ID reads the old one from the name.
   task.SetName(id.ResultStr(visio::unitsNone));
 }
 

@@ -1,4 +1,4 @@
-// What makes a dropped Task Link work.
+// The first drop of a Task Link.
 #include <algorithm>
 
 #include "base/basic_text.h"
@@ -34,7 +34,7 @@ void firstDropOfTaskLink(const dsrVisioConnect& connect, const Shape& link, cons
   link.Cells(taskLinkCells::timeText.column("Label")).FormulaForce(quoted(taskLinkCells::timeText.name()));
   link.Cells(taskLinkCells::timeText.column("Invisible")).FormulaForce("-1");
 
-  // The host must run no drop event of its own.
+  // The host must run no drop action of the master.
   link.Cells("EventDrop").FormulaForce(quoted(""));
   addActionRow(link);
   setAction(link, 1, shapeDataAction, menuWithAddin("Define Task Link Details...", separator));

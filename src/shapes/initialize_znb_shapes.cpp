@@ -11,7 +11,7 @@ namespace {
 
 void initializeTaskLink(const Shape& link) {
   const Cell description = link.Cells(schema::taskLinkCells::description);
-  // Also the guard of the field below: it must not come back to a link that shows its time already.
+  // This also protects the field below: a link that shows its time must not get it again.
   if (!(description.ResultStr(visio::unitsNone) == placeholder::taskLink)) return;
   description.FormulaForce(quoted("Task Link"));
   link.Cells(schema::taskLinkCells::description.column("Label")).FormulaForce(quoted("Task Link Description"));
@@ -32,7 +32,7 @@ void initializeTask(const Shape& task) {
 
 void initialize(const Shape& shape) {
   if (IsTaskLink(shape)) initializeTaskLink(shape);
-  // A member of a Task answers the same master, but has neither the description nor the boxes.
+  // A member of a Task has the same master, but neither the description nor the boxes.
   if (IsTask(shape) && isTopLevel(shape)) initializeTask(shape);
 }
 

@@ -13,7 +13,7 @@ constexpr int columnPropVerify = 7;
 
 void writeRow(const Shape& task, const schema::NamedRow& row, std::string_view entry) {
   const Cell value = askAgain([&] { return task.Cells(row); });
-  // The links of a text that is missing from the list are given up.
+  // The hyperlinks of a text that is not in the new list are dropped.
   askAgain([&] { return value.FormulaForce(quoted(trimmed(entry))); });
   task.Cells(row.column("Invisible")).FormulaForce("=True");
   if (const auto place = value.Row()) {
@@ -25,7 +25,7 @@ void writeRow(const Shape& task, const schema::NamedRow& row, std::string_view e
 
 void spreadList(const dsrVisioConnect& connect, const Shape& task, const schema::DetailList& list) {
   const Maybe<std::string> text = askAgain([&] { return task.Cells(list.cell).ResultStr(visio::unitsNone); });
-  // A list that can't be read must not empty its rows.
+  // When the list can't be read, its rows must not become empty.
   if (!text) return;
   const ListRows before = snapshotOfListRows(task);
   const std::vector<std::string> entries = parse(*text, ";");

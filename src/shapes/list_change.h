@@ -6,7 +6,7 @@
 
 namespace quorvel::addin {
 
-/// Spreads the list over the rows of its details and draws the lower fields. Further entries are left out of the rows.
+/// Writes the list's entries to the rows of its details and draws the lower fields. Further entries get no row.
 void spreadList(const dsrVisioConnect& connect, const Shape& task, const schema::DetailList& list);
 
 }  // namespace quorvel::addin

@@ -18,7 +18,7 @@ void keepInside(const Shape& shape, std::string_view pin, std::string_view pageS
 
 void keepLogoInsidePageX(const Shape& shape) { keepInside(shape, "PinX", "PageWidth", 0.5, 0.5); }
 
-// A logo below the edge comes back a full height above it, clear of the edge that it was dragged over.
+// A logo below the lower edge is moved to a full height above it.
 void keepLogoInsidePageY(const Shape& shape) { keepInside(shape, "PinY", "PageHeight", 0.275, 0.55); }
 
 }  // namespace quorvel::addin

@@ -5,7 +5,7 @@
 
 namespace quorvel::addin {
 
-// The shape is marked as logo.
+// The shape must be marked as logo.
 void keepLogoInsidePageX(const Shape& shape);
 void keepLogoInsidePageY(const Shape& shape);
 

@@ -5,12 +5,12 @@
 
 namespace quorvel::addin {
 
-/// The selection of the window has changed, which shows a foreground page of the document: what is added from now on is
-/// a batch of its own. Nothing outside of maps.
+/// To be called when the selection of a window has changed that shows a foreground page of the document: shapes that
+/// are added after this are a new batch. Does nothing outside of maps.
 void beginPasteBatch(dsrVisioConnect& connect, const Window& window, const Document& document);
 
-/// To be called before a question of a paste is asked or answered from memory: what was answered for one drawing does
-/// not count in another.
+/// To be called before a question of a paste is asked or an earlier answer is used: answers for one drawing are not
+/// used in another.
 void joinPasteBatch(dsrVisioConnect& connect, const Document& document);
 
 }  // namespace quorvel::addin

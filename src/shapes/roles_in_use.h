@@ -1,6 +1,6 @@
 // Renaming and deleting roles that Tasks use.
 //
-// Tasks on background pages, on pages behind the first one of these, and inside groups are not reached.
+// Tasks on background pages, on pages after the first one of these, and inside groups are not changed.
 #pragma once
 
 #include <string>
@@ -11,12 +11,13 @@
 namespace quorvel::addin {
 
 /// Gives every use of a role in the document the new name; an empty one clears it. Letter case counts. A renamed role
-/// keeps its hyperlinks. The new name stands between quotation marks as it is: one that holds a quotation mark is
-/// refused by the host.
+/// keeps its hyperlinks. Quotation marks in the new name are not doubled: the host refuses a name that
+/// holds one.
 void UpdateOldRoleNames(dsrVisioConnect& connect, const Document& document, const std::string& oldName,
                         const std::string& newName);
 
-/// Which of the names may be deleted: each that a Task uses is asked about once, and blanked when the user declines.
+/// The names that may be deleted: the user is asked once about each name that a Task uses; a declined one becomes empty
+/// in the result.
 std::vector<std::string> deletableRoles(dsrVisioConnect& connect, const Document& document,
                                         std::vector<std::string> names);
 

@@ -17,10 +17,10 @@ bool holdsAnother(const Shapes& shapes, const Shape& one, std::string_view mark)
   });
 }
 
-/// A page has one logo and one legend. The page is asked for the other one, because the add events of those that the
-/// add-in itself imports may come after they got their marks: the host holds such events back during a deletion. A
-/// copied Task, Task Link or Process Connector stays as it was pasted: nothing renumbers it or merges its roles and
-/// frequencies yet.
+/// A page has one logo and one legend. The page is searched for the other one, because the events of those that the
+/// add-in itself imports may come after they got their marks: the host delays such events during a deletion. A
+/// copied Task, Task Link or Process Connector is not changed: it is not renumbered, and its roles and frequencies
+/// are not merged.
 void copied(const Shape& shape, const Page& page) {
   const std::string mark = shape.Data1().or_({});
   if (!(mark == marks::logo || mark == marks::legend) || !holdsAnother(page.Shapes(), shape, mark)) return;
@@ -36,13 +36,14 @@ void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape, const Page
   const Shape documentSheet = document.DocumentSheet();
   if (!(documentSheet.CellExists(schema::documentCells::isInitialized, 1) == true)) return;
   if (!(documentSheet.Cells(schema::documentCells::isInitialized).Result(visio::unitsNone) != 0)) return;
-  // The copy that a deletion makes to keep a Task must keep its ID and cells.
+  // The copy that undoes the deletion of a Task must keep its ID and cells.
   if (std::exchange(connect.flagRestoringTask, false)) return;
 
   const Maybe<bool> wasHereBefore = shape.CellExists(schema::shapeCells::alreadyAdded, 1);
   if (wasHereBefore == true) copied(shape, page);
   if (wasHereBefore == false) firstDrop(connect, shape, page);
-  // It outlasts renumbering and renaming, so that a later reader knows the shape again; a copy is a shape of its own.
+  // It does not change when the shape is renumbered or renamed, so a later reader can find the shape; a copy gets its
+  // own.
   if (IsTask(shape) || IsTaskLink(shape) || IsProcessConnector(shape)) shape.UniqueID(visio::uniqueIdGetOrMake);
 }
 

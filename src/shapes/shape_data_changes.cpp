@@ -24,7 +24,7 @@ namespace taskCells = schema::taskCells;
 
 using Test = bool (*)(const Shape& shape);
 
-/// A Task on its own, one that was dropped: the members of a Task answer its master too.
+/// A dropped Task itself: the members of a Task have its master too.
 bool isDroppedTask(const Shape& shape) {
   return IsTask(shape) && isTopLevel(shape) && shape.CellExists(schema::shapeCells::alreadyAdded, 1) == true;
 }
@@ -48,7 +48,7 @@ void responsibleRoleChanged(Connect, const Shape& task, std::string_view) {
   RedrawTaskUpperExtraFields(task, tags::responsibleRole);
 }
 
-// The labels show cells that follow from what changed; those come first.
+// The labels show cells that depend on the changed one; those are written first.
 void timeOfTaskChanged(Connect, const Shape& task, std::string_view) {
   completionTimeChanged(task);
   RedrawTaskUpperExtraFields(task, tags::completionTime);
@@ -79,7 +79,7 @@ void listChanged(Connect connect, const Shape& task, std::string_view cell) {
   if (list != schema::detailLists.end()) spreadList(connect, task, *list);
 }
 
-/// A line of a Task's details got a hyperlink: its icon shows that, once.
+/// When a line of a Task's details gets its first hyperlink, the icon for it is drawn.
 void lineAddressChanged(Connect connect, const Shape& line, std::string_view) {
   const Maybe<int> position = schema::positionOfRow(line.Data3().or_({}));
   if (!position || *position > schema::lastLowerDetail) return;
@@ -93,7 +93,7 @@ void lineAddressChanged(Connect connect, const Shape& line, std::string_view) {
   drawLineIcon(connect, task, line, detailLayerOf(task), *position, true);
 }
 
-/// What follows from a change of a cell on a shape that fits.
+/// The consequence of a change of a cell, on shapes for which the test is true.
 struct Consequence {
   std::string_view cell;
   Test fits;
@@ -121,7 +121,7 @@ constexpr Consequence hyperlinkAddress{"Hyperlink.", isMemberOfTask, lineAddress
 
 constexpr int columnHyperlinkAddress = 1;
 
-/// Null for a cell that nothing follows from.
+/// Null for a cell without consequence.
 const Consequence* consequenceOf(const Cell& cell, std::string_view name) {
   if (name.starts_with(hyperlinkAddress.cell)) {
     return cell.Column() == columnHyperlinkAddress ? &hyperlinkAddress : nullptr;
@@ -136,7 +136,7 @@ const Consequence* consequenceOf(const Cell& cell, std::string_view name) {
 }  // namespace
 
 void gvsoApp_CellChanged(dsrVisioConnect& connect, const Cell& cell, std::string_view name) {
-  // The name comes first and the shape's class second: nearly all changes end at one of them.
+  // The name is tested first and the shape's class second: nearly all changes fail one of these tests.
   const Consequence* consequence = consequenceOf(cell, name);
   if (!consequence) return;
   const Shape shape = cell.Shape();

@@ -1,4 +1,4 @@
-// What follows from a changed cell: the drawing around a Task and the text of a Task Link keep in step with their data.
+// The consequences of a changed cell: the details around a Task and the text of a Task Link follow their data.
 #pragma once
 
 #include <string_view>
@@ -7,9 +7,8 @@
 
 namespace quorvel::addin {
 
-/// Called for every cell that changes, in whatever drawing, with its short name, the add-in's own writes included; most
-/// of them lead nowhere. Routines that write
-/// enter it again; each is such that the second pass finds nothing to do.
+/// Called with the short name of every cell that changes, in any drawing, also for the add-in's own writes; most have
+/// no consequence. The writes of a consequence raise the event again; the second call then changes nothing.
 void gvsoApp_CellChanged(dsrVisioConnect& connect, const Cell& cell, std::string_view name);
 
 }  // namespace quorvel::addin

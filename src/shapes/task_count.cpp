@@ -7,7 +7,7 @@
 namespace quorvel::addin {
 
 int TaskCount(std::span<const Shape> shapes) {
-  // The page's collection holds top-level shapes only, but a selection may list members in their own right.
+  // The page's collection holds top-level shapes only, but a selection may list members of groups.
   return static_cast<int>(
       std::ranges::count_if(shapes, [](const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }));
 }

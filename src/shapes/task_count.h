@@ -1,4 +1,4 @@
-// How many Tasks a page or a selection holds.
+// The number of Tasks on a page or in a selection.
 #pragma once
 
 #include <span>
@@ -7,11 +7,11 @@
 
 namespace quorvel::addin {
 
-/// How many of the shapes, those of a page or a selection, are Tasks. Members of groups are not counted.
+/// The number of Tasks among the shapes of a page or a selection. Members of groups are not counted.
 int TaskCount(std::span<const Shape> shapes);
 
-/// Is there exactly one Task on the page? As TaskCount, but ends at the second one: a drop must not cost more
-/// on a page of many Tasks.
+/// True when the page has exactly one Task. Stops at the second one, so that a drop does not cost more on a page of
+/// many Tasks.
 bool isOnlyTaskOnPage(const Page& page);
 
 }  // namespace quorvel::addin

@@ -28,13 +28,13 @@ long formatLength(std::string_view unit) {
   return static_cast<long>(known.format.size());
 }
 
-/// What a format picture quotes from 1-based `start` up to `behind` characters from its end; nothing for a picture that
-/// is too short, because it shows no time.
-Maybe<std::string> quotedPart(const Maybe<std::string>& picture, long start, long behind) {
-  if (!picture) return {};
-  const long count = static_cast<long>(lengthOf(*picture)) - (start - 1) - behind;
+/// The quoted text of a format from 1-based `start` to `after` characters before its end; nothing for a format that is
+/// too short, because it shows no time.
+Maybe<std::string> quotedPart(const Maybe<std::string>& format, long start, long after) {
+  if (!format) return {};
+  const long count = static_cast<long>(lengthOf(*format)) - (start - 1) - after;
   if (count < 0) return {};
-  return replaceAll(mid(*picture, start, count), "'\\''", "'");
+  return replaceAll(mid(*format, start, count), "'\\''", "'");
 }
 
 /// From "0.##'m'".
@@ -42,13 +42,13 @@ Maybe<std::string> abbreviationOnTask(const Shape& task, std::string_view unit) 
   Maybe<std::string> shown;
   for (const Shape& member : task.Shapes().all()) {
     if (!(member.Data2() == schema::tags::completionTime)) continue;
-    const auto picture = member.Cells("Fields.Format[1]").ResultStr(visio::unitsNone);
-    if (const auto read = quotedPart(picture, formatLength(unit) + 2, 1)) shown = read;
+    const auto format = member.Cells("Fields.Format[1]").ResultStr(visio::unitsNone);
+    if (const auto read = quotedPart(format, formatLength(unit) + 2, 1)) shown = read;
   }
   return shown;
 }
 
-/// From "'Send form' ' ('0.##'m)'". The description stands there with its apostrophes escaped.
+/// From "'Send form' ' ('0.##'m)'". The description's apostrophes are escaped there.
 Maybe<std::string> abbreviationOnLink(const Shape& link, std::string_view unit) {
   const Maybe<std::string> showsDescription = link.Cells(schema::switches::linkDescription).ResultStr(visio::unitsNone);
   const Maybe<std::string> description = link.Cells(schema::taskLinkCells::description).ResultStr(visio::unitsNone);
@@ -74,13 +74,13 @@ void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, 
   const std::vector<std::string> units = parse(documentText(document, schema::documentCells::timeUnits), ";");
   std::vector<std::string> abbreviations =
       parse(documentText(document, schema::documentCells::timeUnitAbbreviations), ";");
-  // A shape that shows no time is taken to show what the shape of its unit before it did. Of its unit: a label in
-  // minutes says nothing about the abbreviation of hours.
+  // A shape that shows no time counts as showing what the last shape with the same unit showed. Only the same unit: a
+  // label in minutes does not show the abbreviation of hours.
   std::vector<Maybe<std::string>> shown(units.size());
   bool takesOver = false;
   for (const Shape& shape : arrived) {
     const Maybe<std::string> unit = shape.Cells(schema::timeCells::unit).ResultStr(visio::unitsNone);
-    // The last slot is empty and no unit: a shape without one matches none.
+    // The last slot is empty and is no unit: a shape without a unit must not match it.
     for (std::size_t i = 0; unit && i + 1 < units.size(); ++i) {
       if (!equalIgnoringCase(*unit, units[i])) continue;
       Maybe<std::string> read;

@@ -1,4 +1,5 @@
-// The document sheet's cells: reading those that shapes are made from, and the two that every create renews.
+// The document sheet's cells: reading those that shapes are made from, and the two that are rewritten whenever a
+// document is created.
 #pragma once
 
 #include <string>
@@ -11,13 +12,13 @@ namespace quorvel::addin {
 /// A cell of the document sheet as text; empty when the document lacks it.
 std::string documentText(const Document& document, std::string_view cell);
 
-/// The separator between the arguments of a formula on the machine at hand. Every formula that is put together from
-/// pieces uses it; formulas that are held whole are written with commas.
+/// The separator between the arguments of a formula on this machine. Every formula that is composed of parts uses it;
+/// formulas that are constants are written with commas.
 std::string listSeparator(const Document& document);
-/// Deletes and makes User.lstSpr anew, so that it speaks of this machine and not of the one that the drawing came from.
+/// Deletes User.lstSpr and adds it again: it holds the separator of this machine, not of the one that made the drawing.
 void renewListSeparator(const Document& document);
 
-/// Stamps the document with the version of its cells that this add-in keeps.
+/// Writes the version of the document's cells that this add-in writes.
 void stampVersion(const Document& document);
 
 }  // namespace quorvel::addin

@@ -1,12 +1,12 @@
-// The two ways in which routines go through the shapes that stand on the pages of a drawing.
+// The two loops over the shapes on the pages of a drawing.
 #pragma once
 
 #include "model/host_model.h"
 
 namespace quorvel::addin {
 
-/// Every shape that stands on a page itself, page by page, background pages included. Shapes inside groups are not
-/// visited. A shape that is deleted on the way is visited as one that answers nothing.
+/// Every top-level shape, page by page, background pages included. Shapes inside groups are not visited. A shape that
+/// is deleted during the loop is still visited; its calls fail.
 template <class Visit>
 void forEachShape(const Document& document, Visit visit) {
   for (const Page& page : document.Pages().all()) {
@@ -14,7 +14,7 @@ void forEachShape(const Document& document, Visit visit) {
   }
 }
 
-/// The same, but the first background page ends the walk: pages behind it are not reached either.
+/// The same, but the loop ends at the first background page: later pages are not visited either.
 template <class Visit>
 void forEachShapeBeforeBackgrounds(const Document& document, Visit visit) {
   for (const Page& page : document.Pages().all()) {

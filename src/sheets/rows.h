@@ -1,4 +1,4 @@
-// Adding rows to a sheet, in the words that the rest of the code uses for it.
+// Adding rows to a sheet.
 #pragma once
 
 #include <string>
@@ -10,26 +10,26 @@
 
 namespace quorvel::addin {
 
-/// Has the sheet no row of its own for this cell? A row that only its master has is missing, so that a shape dropped
-/// from a master that was made of a used Task is still a first drop. False also when the host does not answer.
+/// True when the sheet has no local row for this cell. A row that is inherited from the master counts as missing: a
+/// shape that is dropped from a master made of a used Task is still a first drop. False also when the call fails.
 inline bool lacksRow(const Shape& sheet, std::string_view cell) { return sheet.CellExists(cell, 1) == false; }
 
 inline int sectionOf(const schema::NamedRow& row) {
   return row.isShapeData() ? visio::sectionProp : visio::sectionUser;
 }
-/// False when the sheet has the row already, which most callers do not mind.
+/// False when the sheet has the row already, which most callers ignore.
 inline bool addRow(const Shape& sheet, const schema::NamedRow& row) {
   return sheet.AddNamedRow(sectionOf(row), row.name(), 0).has();
 }
-/// Only a row of the sheet's own.
+/// Only a local row.
 inline void deleteRow(const Shape& sheet, const schema::NamedRow& row) {
   if (lacksRow(sheet, row)) return;
   if (const auto place = sheet.Cells(row).Row()) sheet.DeleteRow(sectionOf(row), *place);
 }
-/// One more entry for the shape's menu, behind the others.
+/// Appends an entry to the shape's menu.
 inline bool addActionRow(const Shape& sheet) { return sheet.AddRow(visio::sectionAction, visio::rowLast, 0).has(); }
 
-/// The row that holds a Task's or link's duration, when it is missing: no minutes.
+/// Adds the row that holds the duration of a Task or Task Link, with 0 minutes, when it is missing.
 inline void addTimeValue(const Shape& shape) {
   if (!lacksRow(shape, schema::timeCells::value)) return;
   addRow(shape, schema::timeCells::value);

@@ -1,4 +1,4 @@
-// The entries of our shapes' menus, as the formulas that the host runs and shows.
+// The menu entries of a map's shapes, as the formulas that the host runs and shows.
 #pragma once
 
 #include <string>
@@ -12,14 +12,14 @@ namespace quorvel::addin {
 
 /// Opens the host's shape data dialog.
 inline constexpr const char* shapeDataAction = "= docmd(1312)";
-/// Queues the marker that opens our hyperlink dialog.
+/// Queues the marker that opens the hyperlink dialog.
 std::string hyperlinkAction(std::string_view separator);
-/// The caption while the add-in holds the document; empty without it, so that a dead entry does not show.
+/// The caption while the add-in holds the document; empty without it, so that an entry without effect is not shown.
 std::string menuWithAddin(std::string_view caption, std::string_view separator);
-/// 1 while the document forbids defining.
+/// A formula that is 1 while the document does not allow defining.
 std::string disabledFormula(std::string_view separator);
 
-/// Gives a row of the menu (1-based) what it does and its caption's formula.
+/// Writes the action and the caption's formula of a row of the menu (1-based).
 void setAction(const Shape& shape, int row, std::string_view action, std::string_view menu);
 
 }  // namespace quorvel::addin

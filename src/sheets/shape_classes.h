@@ -1,4 +1,4 @@
-// How a shape is recognised as one of our classes: by its master's name or by the mark in Data1, never by its own name.
+// The class of a shape, by its master's name or by the mark in Data1, never by its own name.
 #pragma once
 
 #include <string>
@@ -14,8 +14,8 @@ namespace marks = schema::marks;
 namespace masters = schema::masters;
 namespace taskMember = schema::taskMember;
 
-/// The master's name up to the first "."; empty for a shape without a master. A member that came with its group's
-/// master answers that master's name.
+/// The master's name up to the first "."; empty for a shape without a master. For a member that came with its
+/// group's master, that master's name.
 std::string classNameOf(const Shape& shape);
 
 /// Each is false for a shape without a master. A member of a Task counts as a Task here; see `isTopLevel`.
@@ -23,17 +23,17 @@ bool IsTask(const Shape& shape);
 bool IsTaskLink(const Shape& shape);
 bool IsProcessConnector(const Shape& shape);
 
-/// Does the shape stand on the page itself, in no group?
+/// True when the shape is on the page itself and in no group.
 bool isTopLevel(const Shape& shape);
 
-/// By its mark or by its name: boxes of older drawings bear only one of the two.
+/// By its mark or by its name: boxes of older drawings have only one of the two.
 bool isSubTaskBox(const Shape& shape);
 
-/// Does the selection hold a Process Connector or a sub-task box? Members of groups are looked at in their own right;
-/// the selection keeps that way of walking.
+/// True when the selection holds a Process Connector or a sub-task box. Members of groups are visited too; the
+/// selection's iteration mode stays changed.
 bool containProcessConectorOrSubtask(const Selection& selection);
 
-/// Are there members of another class than the first one's? Members without a master count as a class of their own.
+/// True when the members are of several classes. Members without a master count as a class of their own.
 bool FnDiffrentShape(const Selection& selection);
 
 }  // namespace quorvel::addin

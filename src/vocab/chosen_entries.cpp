@@ -25,7 +25,7 @@ void replaceIndexByEntry(const Shape& shape, const Cell& cell, std::string_view 
   if (!formula || formula->find("INDEX") == std::string::npos) return;
   const Maybe<std::string> list = shape.Cells(std::string(cellName) + ".Format").ResultStr(visio::unitsNone);
   if (!list) return;
-  // The host counts from 0. Lists with a blank first entry lose it in `parse`; the units have none.
+  // The host's index is 0-based. `parse` drops the blank first entry that all lists but the units have.
   const int place = funcIndex(*formula) + (isNamed(schema::timeCells::unit, cellName) ? 1 : 0);
   cell.FormulaForce(quoted(slot(parse(*list, ";"), place - 1).or_({})));
 }

@@ -1,4 +1,4 @@
-// The vocabularies that a new document starts with. A list in a cell has ";" before each entry; the leading one gives a
+// The lists of a new document. A list in a cell has ";" before each entry; the leading one gives a
 // fixed list of the host its blank first entry. The units have none, because a shape always has a unit.
 #pragma once
 
@@ -17,8 +17,8 @@ inline constexpr std::string_view frequencies =
     ";Semimonthly (twice per month);Quarterly;Semiannual (twice per year);Yearly;Biennial (every two years)";
 inline constexpr std::string_view frequencyAbbreviations = ";AD;IN;RE;HR;DY;WK;BW;MO;SM;QR;SA;YR;BI";
 
-/// One to one with the abbreviations below; "Seconds" must stay first and "Weeks" last, format pictures are composed
-/// so.
+/// One to one with the abbreviations below; "Seconds" must stay first and "Weeks" last, because
+/// formats are composed in this order.
 inline constexpr std::string_view timeUnits = "Seconds;Minutes;Hours;Days;Weeks";
 inline constexpr std::string_view timeUnitAbbreviations = "s;m;h;d;w";
 inline constexpr std::string_view timeUnit = "Minutes";

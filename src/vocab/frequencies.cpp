@@ -30,11 +30,11 @@ void update_freq(const Document& document, const std::string& list) {
 void showFrequencies(const Document& document, const std::vector<Frequency>& frequencies) {
   forEachShape(document, [&](const Shape& shape) {
     if (!IsTask(shape)) return;
-    const std::string joint = frequencyJoint(shape);
+    const std::string separator = frequencySeparator(shape);
     const Maybe<std::string> chosen = shape.Cells(taskCells::frequency).ResultStr(visio::unitsNone);
     for (const Frequency& frequency : frequencies) {
       if (chosen == frequency.description)
-        shape.Cells(taskCells::frequencyAbbreviation).FormulaForce(quoted(frequency.abbreviation + joint));
+        shape.Cells(taskCells::frequencyAbbreviation).FormulaForce(quoted(frequency.abbreviation + separator));
     }
   });
 }

@@ -1,4 +1,4 @@
-// How a change of the document's frequencies reaches the Tasks. Background pages are visited too, unlike for roles;
+// Writes a change of the document's frequencies to its Tasks. Tasks on background pages are included, unlike for roles;
 // Tasks inside groups are not.
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace quorvel::addin {
 
-/// How many frequencies are the system's, and how many more a user may add.
+/// The number of predefined frequencies, and how many more a user may add.
 inline constexpr int systemFrequencies = 13, userFrequencies = 13;
 
 /// Gives every Task of the drawing the list of descriptions to choose from; `list` is the text of User.FreqSuggestions.
@@ -21,11 +21,11 @@ struct Frequency {
   std::string abbreviation;
 };
 
-/// Gives every Task the abbreviation of its frequency, joined to its time. Of equal descriptions the last one decides.
+/// Gives every Task the abbreviation of its frequency, joined to its time. Of equal descriptions the last one is used.
 void showFrequencies(const Document& document, const std::vector<Frequency>& frequencies);
 
-/// A Task on any page whose frequency's abbreviation, as the Task holds it, begins with the text in its first two
-/// characters; one character followed by the joint does not match.
+/// True when the first two characters of a Task's own abbreviation, on any page, are the text. An abbreviation of one
+/// character is followed by the separator there, so it does not match.
 bool isAbbreviationInUse(const Document& document, const std::string& abbreviation);
 /// The same for a description, which must not be empty.
 bool isDescriptionInUse(const Document& document, const std::string& description);

@@ -18,7 +18,7 @@ std::string withDoubledMarks(std::string_view text) { return replaceAll(text, "\
 void updateRoleFormats(const Document& document) {
   const Maybe<std::string> roles =
       document.DocumentSheet().Cells(schema::documentCells::roleNames).ResultStr(visio::unitsNone);
-  // A list that can't be read must not empty those of the Tasks.
+  // When the list can't be read, the lists of the Tasks must not become empty.
   if (!roles) return;
   const std::string list = quotedAsIs(*roles);
   forEachShapeBeforeBackgrounds(document, [&](const Shape& shape) {

@@ -13,7 +13,7 @@ namespace quorvel::addin {
 
 namespace taskCells = schema::taskCells;
 
-std::string frequencyJoint(const Shape& task) { return timeNumber(task) == 0 ? "" : ":"; }
+std::string frequencySeparator(const Shape& task) { return timeNumber(task) == 0 ? "" : ":"; }
 
 void frequencyChanged(const Shape& task) {
   const Maybe<std::string> frequency = task.Cells(taskCells::frequency).ResultStr(visio::unitsNone);
@@ -24,12 +24,12 @@ void frequencyChanged(const Shape& task) {
   const std::vector<std::string> descriptions = parse(documentText(document, schema::documentCells::frequencies), ";");
   const std::vector<std::string> abbreviations =
       parse(documentText(document, schema::documentCells::frequencyAbbreviations), ";");
-  std::string joint = frequencyJoint(task);
+  std::string separator = frequencySeparator(task);
   for (std::size_t i = 0; i + 1 < descriptions.size(); ++i) {
     if (descriptions[i] != *frequency) continue;
     const Maybe<std::string> abbreviation = slot(abbreviations, static_cast<long>(i));
-    if (abbreviation) partial.FormulaForce(quoted(*abbreviation + joint));
-    joint.clear();
+    if (abbreviation) partial.FormulaForce(quoted(*abbreviation + separator));
+    separator.clear();
   }
 }
 

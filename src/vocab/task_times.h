@@ -1,4 +1,4 @@
-// The cells of a Task that follow its frequency and its completion time: the texts of the two labels in its band.
+// The cells of a Task that depend on its frequency and its completion time: the texts of the two labels in its band.
 #pragma once
 
 #include <string>
@@ -7,16 +7,17 @@
 
 namespace quorvel::addin {
 
-/// What joins the abbreviation of a frequency to the completion time behind it: ":" while the Task has one above or
-/// below zero, else nothing.
-std::string frequencyJoint(const Shape& task);
+/// The separator between the abbreviation of a frequency and the completion time after it: ":" when the time is not 0,
+/// else nothing.
+std::string frequencySeparator(const Shape& task);
 
-/// Prop.Frequency_Of_Occurrence has changed: Prop.Frequency_Partial takes the abbreviation and the joint. A frequency
-/// that the Task's document does not list leaves it. Of equal descriptions the last one decides, without a joint.
+/// Prop.Frequency_Of_Occurrence has changed: Prop.Frequency_Partial gets the abbreviation and the separator. A
+/// frequency that the Task's document does not list changes nothing. Of equal descriptions the last one is used,
+/// without a separator.
 void frequencyChanged(const Shape& task);
 
-/// Prop.Task_Completion_Time has changed: sets Prop.Process_Time_Str and the joint, and gives a time that is not zero
-/// its formula back. The write raises the change again; the second time there is nothing left to change.
+/// Prop.Task_Completion_Time has changed: sets Prop.Process_Time_Str and the separator, and writes the formula of a
+/// time that is not 0 again. The write raises the event again; the second call changes nothing.
 void completionTimeChanged(const Shape& task);
 
 }  // namespace quorvel::addin

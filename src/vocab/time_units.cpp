@@ -13,7 +13,7 @@
 namespace quorvel::addin {
 namespace {
 
-/// The host shows a duration as number and three characters for the unit: "5 em.".
+/// The host shows a duration as a number, a blank and three characters for the unit: "5 em.".
 Maybe<double> numberBeforeUnit(const Maybe<std::string>& shown) {
   constexpr long unitLength = 3;
   if (!shown) return {};
@@ -25,13 +25,13 @@ Maybe<double> numberBeforeUnit(const Maybe<std::string>& shown) {
   return isNumber ? Maybe<double>(number) : Maybe<double>();
 }
 
-void captureTime(const Shape& shape, std::string_view property, std::string_view behindSuffix) {
+void captureTime(const Shape& shape, std::string_view property, std::string_view afterSuffix) {
   const schema::TimeUnit* unit =
       schema::timeUnitNamed(shape.Cells(schema::timeCells::unit).ResultStr(visio::unitsNone).or_({}));
   const Maybe<double> number = numberBeforeUnit(shape.Cells(property).ResultStr(visio::unitsNone));
   if (!unit || !number) return;
   shape.Cells(schema::timeCells::value)
-      .FormulaForce(shortestNumber(*number) + std::string(unit->suffix) + std::string(behindSuffix));
+      .FormulaForce(shortestNumber(*number) + std::string(unit->suffix) + std::string(afterSuffix));
 }
 
 }  // namespace
@@ -76,16 +76,15 @@ std::string getFormatText(const Shape& task) {
   for (std::size_t i = 0; i < std::min(units.size(), abbreviations.size()); ++i) {
     const schema::TimeUnit* unit = schema::timeUnitNamed(units[i]);
     if (!unit) continue;
-    // An apostrophe would end the picture's quoted text, a quotation mark the formula's.
-    const std::string picture =
-        quoted(std::string(unit->format) + "'" + withEscapedApostrophes(abbreviations[i]) + "'");
+    // An apostrophe would end the format's quoted text, a quotation mark the formula's.
+    const std::string format = quoted(std::string(unit->format) + "'" + withEscapedApostrophes(abbreviations[i]) + "'");
     if (unit == &schema::timeUnits.back()) {
-      formula += spr + picture + "))))";
+      formula += spr + format + "))))";
       continue;
     }
     formula += unit == &schema::timeUnits.front() ? "= " : spr;
     formula += "IF(STRSAME(" + sheetName + "!" + std::string(schema::timeCells::unit) + spr + quoted(unit->name) + ")" +
-               spr + picture;
+               spr + format;
   }
   return formula;
 }

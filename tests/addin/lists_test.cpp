@@ -1,4 +1,4 @@
-// Splitting lists, the index of a host formula, and the vocabularies that must stay one to one.
+// Splitting lists, the index of a host formula, and the lists that must match one to one.
 #include <gtest/gtest.h>
 
 #include "vocab/default_lists.h"
@@ -74,7 +74,7 @@ TEST(RoleNames, ANewRoleIsInsertedAtItsSortedPlace) {
   for (const auto& c : cases) EXPECT_EQ(insertRoleName(parse(c.list, ";"), c.name), c.result) << c.list << c.name;
 }
 
-TEST(Defaults, AbbreviationsStandBesideTheirNames) {
+TEST(Defaults, AbbreviationsMatchTheirNames) {
   const Slots frequencies = parse(defaults::frequencies, ";");
   const Slots abbreviations = parse(defaults::frequencyAbbreviations, ";");
   ASSERT_EQ(frequencies.size(), abbreviations.size());

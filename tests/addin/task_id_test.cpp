@@ -146,7 +146,7 @@ TEST_F(Dialogs, DisconnectingWhileADialogIsOpenIsHarmless) {
 TEST_F(Dialogs, CopiedTasksAnswerIsStoredByOkOnly) {
   frmCopiedTaskIdSuggestion form(connect);
   form.open();
-  EXPECT_EQ(control(form, "txtSuggestedTaskId").text(), "00") << "no host tells letters or number; none are guessed";
+  EXPECT_EQ(control(form, "txtSuggestedTaskId").text(), "00") << "letters and number can't be read; none are guessed";
   control(form, "OptionKeep").click();
   EXPECT_FALSE(control(form, "txtNextTaskNumber").enabled());
   control(form, "txtTaskIdLetter").type("B\"");

@@ -1,4 +1,4 @@
-// Profile files as other programs and other hands leave them.
+// Profile files as other programs and users write them.
 #include "base/profile_text.h"
 
 #include <gtest/gtest.h>

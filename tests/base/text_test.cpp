@@ -1,4 +1,4 @@
-// Text as users' files bring it, and the few rules of old Basic that formulas in drawings rely on.
+// Text as users' files hold it, and the few rules of Basic that formulas in drawings rely on.
 #include "base/text.h"
 
 #include <gtest/gtest.h>

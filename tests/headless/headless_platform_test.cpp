@@ -1,4 +1,4 @@
-// The services on the machine at hand, and what they answer when nobody does.
+// The services of this machine, and their answers when no callback is set.
 #include "headless/headless_platform.h"
 
 #include <gtest/gtest.h>
@@ -49,7 +49,7 @@ class Question : public Form {
   }
 };
 
-TEST_F(HeadlessPlatformTest, WhatNobodyAnswersIsRefused) {
+TEST_F(HeadlessPlatformTest, QuestionsWithoutCallbackAreRefused) {
   HeadlessPlatform platform("/install", folder.string());
   Question form;
   platform.showModal(form);

@@ -1,4 +1,4 @@
-#include "links/task_link_picture.h"
+#include "links/task_link_format.h"
 
 #include <algorithm>
 #include <array>
@@ -12,9 +12,9 @@ namespace quorvel::addin {
 namespace {
 
 /// What differs from unit to unit in the pieces before the abbreviation. Drawings are compared by their text, so the
-/// pieces keep blanks and commas as the first release wrote them.
+/// blanks and commas of the first release are kept.
 struct Spelling {
-  std::string_view joint = "&";  ///< behind the description in DescriptionAndTime
+  std::string_view joint = "&";  ///< after the description in DescriptionAndTime
   char decimalPoint = '.';       ///< in TimeOnly
   int decimalsAboveZero = 2;     ///< in TimeOnlyAboveZero
 };
@@ -28,20 +28,20 @@ const std::string& descriptionReference() {
   return text;
 }
 
-/// Closes the bracket around the time, the quoted text and the string.
-constexpr std::string_view behindAbbreviation = ")'\"";
+/// Closes the bracket around the time, the quoted text and the string constant.
+constexpr std::string_view afterAbbreviation = ")'\"";
 
 /// "'"&User.Single_TaskLink&"' ' ('0.##'" or, of the time alone, "' ('0.##'".
-std::string pieceFor(std::size_t unit, LinkPicture picture) {
+std::string pieceFor(std::size_t unit, LinkFormat format) {
   const Spelling& spelling = spellings[unit];
-  const std::string format(schema::timeUnits[unit].format);
-  switch (picture) {
-    case LinkPicture::DescriptionAndTime:
-      return descriptionReference() + std::string(spelling.joint) + "\"' ' ('" + format + "'";
-    case LinkPicture::DescriptionAndTimeAboveZero:
-      return descriptionReference() + "&\"' ' ('" + format + "'";
-    case LinkPicture::TimeOnly:
-      return "\"' ('" + replaceAll(format, ".", std::string_view(&spelling.decimalPoint, 1)) + "'";
+  const std::string number(schema::timeUnits[unit].format);
+  switch (format) {
+    case LinkFormat::DescriptionAndTime:
+      return descriptionReference() + std::string(spelling.joint) + "\"' ' ('" + number + "'";
+    case LinkFormat::DescriptionAndTimeAboveZero:
+      return descriptionReference() + "&\"' ' ('" + number + "'";
+    case LinkFormat::TimeOnly:
+      return "\"' ('" + replaceAll(number, ".", std::string_view(&spelling.decimalPoint, 1)) + "'";
     default:
       return "\"' ('0." + std::string(static_cast<std::size_t>(spelling.decimalsAboveZero), '#') + "'";
   }
@@ -52,7 +52,7 @@ std::string ifUnitIs(std::string_view function, const schema::TimeUnit& unit, co
          std::string(unit.name) + "\")" + spr;
 }
 
-std::string pictureWithTime(LinkPicture picture, const PictureParts& parts) {
+std::string formatWithTime(LinkFormat format, const FormatParts& parts) {
   const std::string& spr = parts.separator;
   std::string formula;
   for (std::size_t i = 0; i < std::min(parts.units.size(), parts.abbreviations.size()); ++i) {
@@ -61,17 +61,17 @@ std::string pictureWithTime(LinkPicture picture, const PictureParts& parts) {
     const bool isLast = unit == &schema::timeUnits.back();
     if (unit != &schema::timeUnits.front()) formula += spr;
     if (!isLast) formula += ifUnitIs("STRSAME", *unit, spr);
-    // It stands in a picture's quoted text inside a formula's string.
+    // It is part of a format's quoted text inside a string constant of a formula.
     const std::string abbreviation = replaceAll(withEscapedApostrophes(parts.abbreviations[i]), "\"", "\"\"");
-    formula += pieceFor(static_cast<std::size_t>(unit - schema::timeUnits.data()), picture) + abbreviation +
-               std::string(behindAbbreviation);
+    formula += pieceFor(static_cast<std::size_t>(unit - schema::timeUnits.data()), format) + abbreviation +
+               std::string(afterAbbreviation);
     if (isLast) formula += "))))";
   }
   return formula;
 }
 
-/// The frame of the pictures that show no time; the results stand in the order Seconds to Weeks.
-std::string pictureWithoutTime(const std::array<std::string, 5>& results, const std::string& spr) {
+/// A format that shows no time; the results are in the order Seconds to Weeks.
+std::string formatWithoutTime(const std::array<std::string, 5>& results, const std::string& spr) {
   std::string formula = "= ";
   for (std::size_t i = 0; i < 4; ++i) {
     formula += ifUnitIs("StrSame", schema::timeUnits[i], spr) + results[i] + spr;
@@ -81,24 +81,23 @@ std::string pictureWithoutTime(const std::array<std::string, 5>& results, const 
 
 }  // namespace
 
-std::string linkPicture(LinkPicture picture, const PictureParts& parts) {
+std::string linkFormat(LinkFormat format, const FormatParts& parts) {
   const std::string description = descriptionReference() + R"(&" ' ' ")";
   // The one for hours lacks the last blank.
   const std::string hoursDescription = descriptionReference() + R"(&" ' '")";
   const std::string nothing = R"("")";
-  switch (picture) {
-    case LinkPicture::DescriptionOnly:
-      return pictureWithoutTime({description, description, hoursDescription, description, description},
-                                parts.separator);
-    case LinkPicture::Empty:
-      return pictureWithoutTime({nothing, nothing, nothing, nothing, nothing}, parts.separator);
+  switch (format) {
+    case LinkFormat::DescriptionOnly:
+      return formatWithoutTime({description, description, hoursDescription, description, description}, parts.separator);
+    case LinkFormat::Empty:
+      return formatWithoutTime({nothing, nothing, nothing, nothing, nothing}, parts.separator);
     default:
-      return pictureWithTime(picture, parts);
+      return formatWithTime(format, parts);
   }
 }
 
-bool LinkPictureRule::fits(const Maybe<double>& description, const Maybe<double>& time,
-                           const Maybe<double>& timeAboveZero) const {
+bool LinkFormatRule::fits(const Maybe<double>& description, const Maybe<double>& time,
+                          const Maybe<double>& timeAboveZero) const {
   if (!(description == showsDescription && time == showsTime)) return false;
   switch (zeroTime) {
     case ZeroTime::Shown:
@@ -111,10 +110,10 @@ bool LinkPictureRule::fits(const Maybe<double>& description, const Maybe<double>
   return true;
 }
 
-std::span<const LinkPictureRule> linkPictureRules() {
-  using enum LinkPicture;
-  using Zero = LinkPictureRule::ZeroTime;
-  static constexpr std::array<LinkPictureRule, 6> rules{{
+std::span<const LinkFormatRule> linkFormatRules() {
+  using enum LinkFormat;
+  using Zero = LinkFormatRule::ZeroTime;
+  static constexpr std::array<LinkFormatRule, 6> rules{{
       {1, 1, Zero::Shown, false, DescriptionAndTime, DescriptionAndTime},
       {0, 1, Zero::Shown, false, TimeOnly, TimeOnly},
       {1, 0, Zero::Any, false, DescriptionOnly, DescriptionOnly},
