@@ -79,12 +79,12 @@ Value walkedTo(Call& call) {
   return place ? *place : call.unknown();
 }
 
-/// Half a turn when the angle lies between the limits, which may run over the full turn.
+/// Half a turn when the angle is between the smaller and the larger limit.
 Value gravity(Call& call) {
   const double angle = normalized(call.number(0));
-  const double from = normalized(call.number(1, turn / 4)), to = normalized(call.number(2, turn * 3 / 4));
-  const bool between = from <= to ? angle > from && angle <= to : angle > from || angle <= to;
-  return Value::number(between ? turn / 2 : 0, Unit::Degrees);
+  const auto [from, to] = std::minmax({normalized(call.number(1, turn / 4)), normalized(call.number(2, turn * 3 / 4))});
+  const bool isBetween = angle > from && angle <= to;
+  return Value::number(isBetween ? turn / 2 : 0, Unit::Degrees);
 }
 
 /// Where two lines, each a point and an angle, meet.
