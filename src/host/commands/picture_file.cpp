@@ -1,8 +1,13 @@
 #include "host/commands/picture_file.h"
 
+#include <algorithm>
 #include <cmath>
+#include <deque>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <mutex>
+#include <system_error>
 
 #include "base/little_endian.h"
 
@@ -95,9 +100,42 @@ Header readHeader(const Bytes& bytes) {
   return {};
 }
 
-}  // namespace
+/// Icons are imported again and again. Kept are those read last, as long as their files have not changed; shapes share
+/// their bytes.
+class SmallFiles {
+ public:
+  static constexpr std::uintmax_t largest = 64 * 1024;
 
-PictureFile readPictureFile(const std::string& fileName) {
+  struct Stamp {
+    std::uintmax_t size = 0;
+    std::filesystem::file_time_type time;
+    friend bool operator==(const Stamp&, const Stamp&) = default;
+  };
+
+  Maybe<PictureFile> find(const std::string& fileName, const Stamp& stamp) {
+    const std::lock_guard lock(mutex_);
+    const auto found = std::ranges::find(files_, fileName, &Entry::fileName);
+    return found != files_.end() && found->stamp == stamp ? Maybe<PictureFile>(found->picture) : Maybe<PictureFile>();
+  }
+  void keep(const std::string& fileName, const Stamp& stamp, const PictureFile& picture) {
+    constexpr std::size_t most = 32;
+    const std::lock_guard lock(mutex_);
+    std::erase_if(files_, [&](const Entry& entry) { return entry.fileName == fileName; });
+    if (files_.size() == most) files_.pop_front();
+    files_.push_back({fileName, stamp, picture});
+  }
+
+ private:
+  struct Entry {
+    std::string fileName;
+    Stamp stamp;
+    PictureFile picture;
+  };
+  std::mutex mutex_;
+  std::deque<Entry> files_;
+};
+
+PictureFile read(const std::string& fileName) {
   std::ifstream file(fileName, std::ios::binary | std::ios::ate);
   if (!file || file.tellg() <= 0 || double(file.tellg()) > largestFile) return {};
   file.seekg(0);
@@ -110,6 +148,22 @@ PictureFile readPictureFile(const std::string& fileName) {
   data->extension = header.extension;
   data->bytes = std::move(bytes);
   return {std::move(data), header.pixelsWide / header.dpiX, header.pixelsHigh / header.dpiY};
+}
+
+}  // namespace
+
+PictureFile readPictureFile(const std::string& name) {
+  static SmallFiles smallFiles;
+  std::error_code failed;
+  const std::string fileName = std::filesystem::absolute(name, failed).string();
+  if (failed) return read(name);
+  SmallFiles::Stamp stamp{std::filesystem::file_size(fileName, failed), {}};
+  if (!failed) stamp.time = std::filesystem::last_write_time(fileName, failed);
+  if (failed || stamp.size > SmallFiles::largest) return read(fileName);
+  if (const Maybe<PictureFile> kept = smallFiles.find(fileName, stamp)) return *kept;
+  const PictureFile picture = read(fileName);
+  if (picture.data) smallFiles.keep(fileName, stamp, picture);
+  return picture;
 }
 
 }  // namespace quorvel::host
