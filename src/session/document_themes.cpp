@@ -1,6 +1,6 @@
 #include "session/document_themes.h"
 
-#include "formats/vsdx/carried.h"
+#include "formats/common/carried.h"
 #include "render/cells/theme_values.h"
 
 namespace quorvel {

@@ -1,5 +1,5 @@
 // Cells between file and engine: every attribute comes back as it was, and what the engine writes is what files say.
-#include "formats/vsdx/cell_text.h"
+#include "formats/common/cell_text.h"
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,9 @@
 #include <cstring>
 #include <functional>
 
+#include "formats/common/carried.h"
 #include "formats/drawing_files.h"
 #include "formats/vdx/vdx_format.h"
-#include "formats/vsdx/carried.h"
 #include "formats/vsdx/vsdx_format.h"
 #include "host/cells/cell_name.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "formats/common/cell_text.h"
 #include "formats/vdx/languages.h"
-#include "formats/vsdx/cell_text.h"
 
 namespace quorvel::formats::vdx {
 namespace {

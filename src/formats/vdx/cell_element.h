@@ -1,11 +1,11 @@
 // A cell as an element: <PinX Unit='IN' F='Width*0.5'>1.5</PinX>.
 #pragma once
 
+#include "formats/common/carried.h"
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
 #include "formats/vdx/read_state.h"
 #include "formats/vdx/vocabulary.h"
-#include "formats/vsdx/carried.h"
 
 namespace quorvel::formats::vdx {
 

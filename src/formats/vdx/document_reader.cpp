@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "formats/common/document_elements.h"
+#include "formats/common/shape_reader.h"
+#include "formats/common/sheet_reader.h"
 #include "formats/vdx/package_parts.h"
 #include "formats/vdx/picture_bytes.h"
 #include "formats/vdx/properties.h"
@@ -11,9 +14,6 @@
 #include "formats/vdx/sheet_writer.h"
 #include "formats/vdx/vocabulary.h"
 #include "formats/vdx/whole_rows.h"
-#include "formats/vsdx/document_elements.h"
-#include "formats/vsdx/shape_reader.h"
-#include "formats/vsdx/sheet_reader.h"
 #include "host/recalc/missing_values.h"
 #include "host/recalc/stale_values.h"
 #include "host/sheet/bitmap_file.h"

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "formats/common/document_elements.h"
+#include "formats/common/passed_over.h"
 #include "formats/package/xml_reading.h"
 #include "formats/vdx/package_parts.h"
 #include "formats/vdx/properties.h"
 #include "formats/vdx/shared_parts.h"
 #include "formats/vdx/sheet_writer.h"
-#include "formats/vsdx/document_elements.h"
-#include "formats/vsdx/passed_over.h"
 
 namespace quorvel::formats::vdx {
 namespace {

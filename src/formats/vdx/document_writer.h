@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "formats/vsdx/left_out.h"
+#include "formats/common/left_out.h"
 #include "host/sheet/store.h"
 
 namespace quorvel::formats::vdx {

@@ -5,10 +5,10 @@
 #include <string>
 #include <unordered_set>
 
+#include "formats/common/carried.h"
+#include "formats/common/left_out.h"
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
-#include "formats/vsdx/carried.h"
-#include "formats/vsdx/left_out.h"
 
 namespace quorvel::formats::vdx {
 

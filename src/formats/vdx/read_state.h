@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "formats/common/read_state.h"
 #include "formats/vdx/font_numbers.h"
-#include "formats/vsdx/read_state.h"
 
 namespace quorvel::formats::vdx {
 

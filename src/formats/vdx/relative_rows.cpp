@@ -1,6 +1,6 @@
 #include "formats/vdx/relative_rows.h"
 
-#include "formats/vsdx/cell_text.h"
+#include "formats/common/cell_text.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::formats::vdx {

@@ -4,12 +4,12 @@
 #include <map>
 
 #include "base/text.h"
+#include "formats/common/names.h"
 #include "formats/package/part_name.h"
 #include "formats/package/xml_measure.h"
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
 #include "formats/vdx/vocabulary.h"
-#include "formats/vsdx/names.h"
 
 namespace quorvel::formats::vdx {
 namespace {

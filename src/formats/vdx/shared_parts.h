@@ -5,7 +5,7 @@
 #include <string>
 #include <unordered_set>
 
-#include "formats/vsdx/carried.h"
+#include "formats/common/carried.h"
 
 namespace quorvel::formats::vdx {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "formats/common/row_types.h"
+#include "formats/common/sheet_reader.h"
 #include "formats/vdx/cell_element.h"
 #include "formats/vdx/sheet_writer.h"
-#include "formats/vsdx/row_types.h"
-#include "formats/vsdx/sheet_reader.h"
 
 namespace quorvel::formats::vdx {
 namespace {

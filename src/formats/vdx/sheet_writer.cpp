@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <array>
 
+#include "formats/common/cell_text.h"
+#include "formats/common/row_types.h"
 #include "formats/package/xml_reading.h"
 #include "formats/vdx/cell_element.h"
 #include "formats/vdx/picture_bytes.h"
 #include "formats/vdx/relative_rows.h"
 #include "formats/vdx/whole_rows.h"
-#include "formats/vsdx/cell_text.h"
-#include "formats/vsdx/row_types.h"
 #include "host/sheet/bitmap_file.h"
 #include "host/sheet/inheritance.h"
 

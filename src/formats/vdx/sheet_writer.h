@@ -6,12 +6,13 @@
 #include <string>
 #include <unordered_map>
 
+#include "formats/common/carried.h"
+#include "formats/common/shape_writer.h"
+#include "formats/common/sheet_writer.h"
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
 #include "formats/vdx/font_numbers.h"
 #include "formats/vdx/vocabulary.h"
-#include "formats/vsdx/carried.h"
-#include "formats/vsdx/sheet_writer.h"
 #include "host/sheet/store.h"
 
 namespace quorvel::formats::vdx {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "formats/common/carried.h"
 #include "formats/vdx/vocabulary.h"
-#include "formats/vsdx/carried.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::formats::vdx {

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
+#include "formats/common/document_elements.h"
+#include "formats/common/names.h"
+#include "formats/common/shape_reader.h"
+#include "formats/common/sheet_reader.h"
 #include "formats/package/part_name.h"
-#include "formats/vsdx/document_elements.h"
-#include "formats/vsdx/names.h"
+#include "formats/vsdx/contents_reader.h"
 #include "formats/vsdx/properties.h"
-#include "formats/vsdx/shape_reader.h"
-#include "formats/vsdx/sheet_reader.h"
 #include "host/recalc/missing_values.h"
 #include "host/recalc/stale_values.h"
 

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 
+#include "formats/common/connect_text.h"
+#include "formats/common/document_elements.h"
+#include "formats/common/passed_over.h"
+#include "formats/common/sheet_writer.h"
 #include "formats/package/part_name.h"
 #include "formats/package/xml_reading.h"
-#include "formats/vsdx/connect_text.h"
-#include "formats/vsdx/document_elements.h"
-#include "formats/vsdx/passed_over.h"
+#include "formats/vsdx/part_shapes.h"
 #include "formats/vsdx/print_setup.h"
 #include "formats/vsdx/properties.h"
-#include "formats/vsdx/sheet_writer.h"
 
 namespace quorvel::formats {
 namespace {

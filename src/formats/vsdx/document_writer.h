@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "formats/common/left_out.h"
+#include "formats/common/names.h"
 #include "formats/package/zip_package.h"
-#include "formats/vsdx/left_out.h"
-#include "formats/vsdx/names.h"
 #include "host/sheet/store.h"
 
 namespace quorvel::formats {

@@ -1,7 +1,7 @@
 #include "formats/vsdx/print_setup.h"
 
+#include "formats/common/cell_text.h"
 #include "formats/package/xml_reading.h"
-#include "formats/vsdx/cell_text.h"
 #include "host/cells/cell_table.h"
 
 namespace quorvel::formats {

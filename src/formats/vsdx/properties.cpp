@@ -5,9 +5,9 @@
 #include <cmath>
 #include <vector>
 
+#include "formats/common/carried.h"
 #include "formats/package/part_name.h"
 #include "formats/package/xml_reading.h"
-#include "formats/vsdx/carried.h"
 
 namespace quorvel::formats {
 namespace {

@@ -1,4 +1,4 @@
-#include "formats/vsdx/cell_text.h"
+#include "formats/common/cell_text.h"
 
 #include <array>
 #include <charconv>

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "formats/vsdx/carried.h"
+#include "formats/common/carried.h"
 #include "host/cells/cell_table.h"
 
 namespace quorvel::formats {

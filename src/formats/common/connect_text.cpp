@@ -1,4 +1,4 @@
-#include "formats/vsdx/connect_text.h"
+#include "formats/common/connect_text.h"
 
 #include "formats/package/xml_writing.h"
 

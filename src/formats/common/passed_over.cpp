@@ -1,9 +1,9 @@
-#include "formats/vsdx/passed_over.h"
+#include "formats/common/passed_over.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "formats/vsdx/carried.h"
+#include "formats/common/carried.h"
 
 namespace quorvel::formats {
 namespace {

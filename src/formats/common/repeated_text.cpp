@@ -1,10 +1,10 @@
-#include "formats/vsdx/repeated_text.h"
+#include "formats/common/repeated_text.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "formats/vsdx/carried.h"
-#include "formats/vsdx/sheet_reader.h"
+#include "formats/common/carried.h"
+#include "formats/common/sheet_reader.h"
 #include "host/sheet/inheritance.h"
 #include "host/text/text.h"
 

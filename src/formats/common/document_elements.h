@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "formats/common/read_state.h"
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
-#include "formats/vsdx/read_state.h"
 #include "host/sheet/store.h"
 
 namespace quorvel::formats {

@@ -1,14 +1,10 @@
-// Reads shapes with their members, text, pictures and links to masters from the contents of a page or master.
+// Reads shapes with their members, text and links to masters.
 #pragma once
 
+#include "formats/common/read_state.h"
 #include "formats/package/xml_reading.h"
-#include "formats/vsdx/read_state.h"
 
 namespace quorvel::formats {
-
-/// Reads a page's or master's part into the page and its carried part. Empty when it went well; else what is wrong with
-/// the part. `bytes` are used up.
-std::string readContents(ReadState& state, host::PageId page, CarriedPage& carried, std::string& bytes);
 
 /// Reads the shapes of a Shapes element: those of the page when `parent` is null, else a group's members.
 /// `instanceMaster` is the file ID of the master of the instance around them; -1: none.

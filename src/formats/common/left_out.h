@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "formats/vsdx/carried.h"
+#include "formats/common/carried.h"
 
 namespace quorvel::formats {
 

@@ -1,9 +1,9 @@
-#include "formats/vsdx/sheet_reader.h"
+#include "formats/common/sheet_reader.h"
 
 #include <algorithm>
 
-#include "formats/vsdx/cell_text.h"
-#include "formats/vsdx/row_types.h"
+#include "formats/common/cell_text.h"
+#include "formats/common/row_types.h"
 
 namespace quorvel::formats {
 namespace {

@@ -1,8 +1,8 @@
 // Reads a sheet with its cells, sections and rows from an element of a part.
 #pragma once
 
+#include "formats/common/read_state.h"
 #include "formats/package/xml_reading.h"
-#include "formats/vsdx/read_state.h"
 
 namespace quorvel::formats {
 

@@ -1,4 +1,4 @@
-#include "formats/vsdx/left_out.h"
+#include "formats/common/left_out.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "formats/vsdx/row_types.h"
+#include "formats/common/row_types.h"
 
 namespace quorvel::formats {
 namespace {

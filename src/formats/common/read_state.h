@@ -9,8 +9,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "formats/common/carried.h"
 #include "formats/package/zip_package.h"
-#include "formats/vsdx/carried.h"
 #include "host/recalc/cell_address.h"
 #include "host/sheet/store.h"
 

@@ -1,12 +1,12 @@
-#include "formats/vsdx/document_elements.h"
+#include "formats/common/document_elements.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
 
+#include "formats/common/connect_text.h"
+#include "formats/common/sheet_reader.h"
 #include "formats/package/xml_reading.h"
-#include "formats/vsdx/connect_text.h"
-#include "formats/vsdx/sheet_reader.h"
 
 namespace quorvel::formats {
 
