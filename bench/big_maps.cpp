@@ -40,7 +40,7 @@ void openAndDraw(int tasks, const std::string& file) {
   const double peak = peakMemory();
   std::size_t bytes = 0;
   const double draw = milliseconds([&] {
-    bytes = render::writeSvg(render::buildScene(reader.engine().store, host::PageId{opened.Pages().Item(1).ref().id}))
+    bytes = render::writeSvg(render::buildScene(reader.engine().store(), host::PageId{opened.Pages().Item(1).ref().id}))
                 .size();
   });
   std::printf("%7d Tasks: open %8.0f  draw %7.0f ms; peak %5.0f MiB, with drawing %5.0f; %.1f MB of SVG\n", tasks, open,

@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
   const double before = residentBytes();
   map.drop(tasks);
   const double withSteps = residentBytes();
-  map.session.engine().undo.forget(quorvel::host::DocumentId{map.map.ref().id});
+  map.session.engine().undo().forget(quorvel::host::DocumentId{map.map.ref().id});
   const double after = residentBytes();
   std::printf("Tasks dropped:          %d\n", tasks);
   std::printf("resident before:        %.1f MiB\n", before / 1048576);

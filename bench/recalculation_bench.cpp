@@ -17,14 +17,14 @@ class ManyCells {
   template <class FormulaOf>
   ManyCells(int cells, FormulaOf formulaOf) {
     const host::PageId home{page.ref().id};
-    host::Store& store = running.engine().store;
+    host::Store& store = running.engine().edit().making();
     for (int shape = 0; shape * cellsOfAShape < cells; ++shape) {
       const host::SheetId id = store.addShape(home, {}, host::SheetKind::Shape);
       for (int c = 0; c < cellsOfAShape; ++c) {
         host::Cell& cell = store.sheet(id)->local(*host::parseCellName("User.c" + std::to_string(c)));
         cell.formula = store.formulas().get(formulaOf(shape, c));
       }
-      running.engine().graph.addSheet(id);
+      running.engine().edit().watchFormulas(id);
     }
   }
 
@@ -33,16 +33,16 @@ class ManyCells {
   /// Writes another number each time, and takes the step away again so that the log stays small.
   void write(benchmark::State& state) {
     const Cell cell = firstCell();
-    const std::size_t before = running.engine().recalculator.evaluations();
+    const std::size_t before = running.engine().evaluations();
     double value = 0;
     for (auto _ : state) {
       cell.SetResult(0, ++value);
       state.PauseTiming();
-      running.engine().undo.forget(host::DocumentId{document.ref().id});
+      running.engine().undo().forget(host::DocumentId{document.ref().id});
       state.ResumeTiming();
     }
-    state.counters["cells"] = static_cast<double>(running.engine().recalculator.evaluations() - before) /
-                              static_cast<double>(state.iterations());
+    state.counters["cells"] =
+        static_cast<double>(running.engine().evaluations() - before) / static_cast<double>(state.iterations());
   }
 
   host::InMemoryHost running;

@@ -36,12 +36,12 @@ class Net {
       if (i / side + 1 < side) connect(i, i + side);
     }
     middle_ = boxes_[std::size_t(side / 2 * side + side / 2)];
-    running.engine().undo.forget(host::DocumentId{document.ref().id});
+    running.engine().undo().forget(host::DocumentId{document.ref().id});
   }
 
   const Shape& middle() const { return middle_; }
   int made() const { return made_; }
-  void forgetSteps() { running.engine().undo.forget(host::DocumentId{document.ref().id}); }
+  void forgetSteps() { running.engine().undo().forget(host::DocumentId{document.ref().id}); }
 
  private:
   host::InMemoryHost running;

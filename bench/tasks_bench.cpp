@@ -8,7 +8,7 @@ namespace {
 
 constexpr int small = 10, large = 10'000;
 
-void forgetSteps(MapWithTasks& map) { map.session.engine().undo.forget(host::DocumentId{map.map.ref().id}); }
+void forgetSteps(MapWithTasks& map) { map.session.engine().undo().forget(host::DocumentId{map.map.ref().id}); }
 
 void editOneDescription(benchmark::State& state) {
   MapWithTasks map(static_cast<int>(state.range(0)));

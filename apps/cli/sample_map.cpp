@@ -131,7 +131,8 @@ Document makeSampleMap(Session& session, std::string& error) {
         "The sample map could not be made: a step failed (" + maker.failed() + "); is the template of this release?";
     return {};
   }
-  host::DocumentProperties& properties = session.engine().store.document(host::DocumentId{map.ref().id})->properties;
+  host::DocumentProperties& properties =
+      session.engine().edit().documentFields(host::DocumentId{map.ref().id}).properties;
   properties.title = "Order handling";
   properties.creator = "Quorvel";
   return map;

@@ -134,7 +134,7 @@ py::object ScriptHost::call(const ObjectRef& object, int member, const py::tuple
 
 void ScriptHost::showPageOf(const ObjectRef& page) {
   host::Engine& engine = session_->engine();
-  const host::Page* shown = page.kind == ObjectKind::Page ? engine.store.page(host::PageId{page.id}) : nullptr;
+  const host::Page* shown = page.kind == ObjectKind::Page ? engine.store().page(host::PageId{page.id}) : nullptr;
   const host::WindowState* window = shown ? engine.windowOf(shown->document) : nullptr;
   if (!window) return;
   const Window handle = engine.handle(window->id);
@@ -146,7 +146,7 @@ void ScriptHost::showPageOf(const ObjectRef& page) {
 void ScriptHost::activatePage(const ObjectRef& page) {
   enter([&] {
     host::Engine& engine = session_->engine();
-    const host::Page* shown = engine.store.page(host::PageId{page.id});
+    const host::Page* shown = engine.store().page(host::PageId{page.id});
     if (!shown) throw Refused{"Page.Activate", "a page that is gone", "the object is gone"};
     if (!engine.windowOf(shown->document))
       throw Refused{"Page.Activate", "page " + shown->name, "its document has no window"};
@@ -163,12 +163,12 @@ void ScriptHost::mouseDown(int button, int shift, double x, double y) {
 }
 
 std::pair<std::size_t, std::size_t> ScriptHost::undoLimits() const {
-  const host::UndoLimits& limits = session_->engine().undo.limits();
+  const host::UndoLimits& limits = session_->engine().undo().limits();
   return {limits.steps, limits.bytes};
 }
 
 void ScriptHost::setUndoLimits(std::size_t steps, std::size_t bytes) {
-  session_->engine().undo.setLimits({.steps = steps, .bytes = bytes});
+  session_->engine().undo().setLimits({.steps = steps, .bytes = bytes});
 }
 
 void ScriptHost::writeRecoveryCopies() {
@@ -181,7 +181,7 @@ void ScriptHost::writeRecoveryCopies() {
 }
 
 void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller) {
-  const host::Store& store = session_->engine().store;
+  const host::Store& store = session_->engine().store();
   const host::Document* document = nullptr;
   std::string what;
   for (const ObjectRef& ref : pages) {
@@ -205,7 +205,7 @@ void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::str
 }
 
 py::dict ScriptHost::readMap(const ObjectRef& document) {
-  const host::Store& store = session_->engine().store;
+  const host::Store& store = session_->engine().store();
   const host::DocumentId id{document.id};
   if (document.kind != ObjectKind::Document || !store.document(id)) {
     throw Refused{"Map", "a document that is closed", "the object is gone"};

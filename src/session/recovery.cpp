@@ -127,9 +127,10 @@ std::string companionText(const host::Document& document) {
 }  // namespace
 
 std::string writeCopyAside(host::Engine& engine, host::DocumentId id, const std::string& fileName) {
-  const host::Document* document = engine.store.document(id);
+  const host::Document* document = engine.store().document(id);
   if (!document) return fileName + " was not written: the document is gone.";
-  const StandIn addinIsMissing(*engine.store.sheet(document->sheet), "User.AddinIsFound", host::Value::number(0));
+  const StandIn addinIsMissing(*engine.edit().making().sheet(document->sheet), "User.AddinIsFound",
+                               host::Value::number(0));
   const host::Outcome written = host::writeCopy(engine, id, fileName);
   return written.reason();
 }
@@ -139,13 +140,13 @@ RecoveryCopies::RecoveryCopies(host::Engine& engine, const std::string& folder, 
       folder_(absoluteName(folder)),
       interval_(interval),
       due_(std::chrono::steady_clock::now() + interval) {
-  engine_.undo.onStep = [this] { updateWhenDue(); };
-  engine_.events.advise(*this);
+  engine_.undo().onStep = [this] { updateWhenDue(); };
+  engine_.events().advise(*this);
 }
 
 RecoveryCopies::~RecoveryCopies() {
-  engine_.events.unadvise(*this);
-  engine_.undo.onStep = nullptr;
+  engine_.events().unadvise(*this);
+  engine_.undo().onStep = nullptr;
   removeSettled();
 }
 
@@ -174,7 +175,7 @@ void RecoveryCopies::leaveToParent() {
 void RecoveryCopies::removeSettled() {
   leaveToParent();
   for (auto each = copies_.begin(); each != copies_.end();) {
-    const host::Document* document = engine_.store.document(each->first);
+    const host::Document* document = engine_.store().document(each->first);
     if (document && !document->saved) {
       ++each;
       continue;
@@ -193,8 +194,8 @@ void RecoveryCopies::remove(Copy& copy) {
 
 void RecoveryCopies::update() {
   removeSettled();
-  for (const host::DocumentId id : engine_.store.documents())
-    if (const host::Document& document = *engine_.store.document(id); !document.saved) write(id, document);
+  for (const host::DocumentId id : engine_.store().documents())
+    if (const host::Document& document = *engine_.store().document(id); !document.saved) write(id, document);
 }
 
 /// Makes the files of a copy, the companion first: it is held before there is a copy to be found.
@@ -218,12 +219,12 @@ std::string RecoveryCopies::make(Copy& copy) const {
 }
 
 void RecoveryCopies::write(host::DocumentId id, const host::Document& document) {
-  const std::uint64_t changeCount = engine_.undo.changeCount(id);
+  const std::uint64_t changeCount = engine_.undo().changeCount(id);
   const auto known = copies_.find(id);
   if (known != copies_.end() && known->second.changeCount == changeCount) return;
   const fs::path name(document.name);
   // A document that was never saved has no ending, and one of a kind that is only read can't be written back.
-  const bool canBeWritten = host::formatFor(engine_.formats, document.name) != nullptr;
+  const bool canBeWritten = engine_.formatFor(document.name) != nullptr;
   Copy fresh;
   fresh.start = cutAtLetter(name.stem().string(), longestStart);
   fresh.ending = canBeWritten ? name.extension().string() : ".vsdx";

@@ -47,7 +47,7 @@ Session::Session(SessionOptions options)
       recovery_(options.recoveryFolder.empty()
                     ? nullptr
                     : std::make_unique<RecoveryCopies>(host_.engine(), options.recoveryFolder)) {
-  engine().store.setThemes(&themes_);
+  engine().setThemes(&themes_);
   if (options.connectAddin) addin_.AddinInstance_OnConnection(app());
 }
 

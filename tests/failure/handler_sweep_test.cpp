@@ -73,7 +73,7 @@ std::string fileName(const char* name) {
 /// A drawing with one of everything that commands work on, and another drawing beside it.
 struct Stage {
   Stage() {
-    const host::Store& store = running.engine().store;
+    const host::Store& store = running.engine().store();
     Document stencil = app.Documents().Add("");
     makeMaster(stencil, "Box", [](const Page& page) { page.DrawRectangle(1, 1, 2, 2); });
     makeMaster(stencil, "Line", [](const Page& page) { page.DrawLine(0, 0, 2, 2); });
@@ -105,17 +105,17 @@ struct Stage {
     select({box, plain});
     app.ActiveWindow().Selection().Copy();
     // As if it was saved, because writing a file waits for the disk.
-    host::placeDocument(*running.engine().store.document(DocumentId{document.ref().id}), fileName(".vsdx"));
+    host::placeDocument(running.engine().edit().documentFields(DocumentId{document.ref().id}), fileName(".vsdx"));
     page.DrawRectangle(7, 7, 8, 8).Delete();
     app.Undo();
-    for (const DocumentId each : store.documents()) running.engine().undo.forget(each);
+    for (const DocumentId each : store.documents()) running.engine().undo().forget(each);
     // Something to be undone, by those that do.
     plain.Cells("User.x").SetFormula("5");
     plain.Cells("User.x").SetFormula("6");
     app.Undo();
   }
   void makeMaster(const Document& stencil, const char* name, const std::function<void(const Page&)>& draw) {
-    host::Store& store = running.engine().store;
+    host::Store& store = running.engine().edit().making();
     const host::MasterId made = store.addMaster(DocumentId{stencil.ref().id}, name);
     const host::PageId contents = store.master(made)->contents;
     draw(Page(&running, {ObjectKind::Page, contents.value, 0}));
@@ -401,14 +401,14 @@ class HandlerSweep : public testing::Test {
 
   /// Takes everything back, in all drawings.
   static void undoAll(host::Engine& engine) {
-    for (const DocumentId document : std::vector(engine.store.documents())) {
-      while (engine.undo.undo(document)) continue;
+    for (const DocumentId document : std::vector(engine.store().documents())) {
+      while (engine.undo().undo(document)) continue;
     }
     engine.leaveOutDeleted();
   }
   static void redoAll(host::Engine& engine) {
-    for (const DocumentId document : std::vector(engine.store.documents())) {
-      while (engine.undo.redo(document)) continue;
+    for (const DocumentId document : std::vector(engine.store().documents())) {
+      while (engine.undo().redo(document)) continue;
     }
     engine.leaveOutDeleted();
   }
@@ -422,7 +422,7 @@ class HandlerSweep : public testing::Test {
     {
       // The state that everything is taken back to.
       undoAll(engine);
-      before = StoreDump::of(engine.store, document);
+      before = StoreDump::of(engine.store(), document);
       stage.app.Redo();
     }
     {
@@ -431,7 +431,7 @@ class HandlerSweep : public testing::Test {
       hostile.onEvent = [&](const char*, const Handle& about, bool) {
         if (++count != at) return;
         std::optional<host::UndoLog::Attribution> unknown;
-        if (forGood) unknown.emplace(engine.undo, true);
+        if (forGood) unknown.emplace(engine.undo(), true);
         act.run(stage, about);
       };
       next.onEvent = [&](const char* event, const Handle&, bool exists) {
@@ -440,24 +440,24 @@ class HandlerSweep : public testing::Test {
       command.run(stage);
     }
     // A listener's scope outside of commands stays open until a script ends it.
-    for (int scope = stage.app.BeginUndoScope("last").or_(0); engine.undo.isOpen() && scope > 0xFFFF; --scope)
+    for (int scope = stage.app.BeginUndoScope("last").or_(0); engine.undo().isOpen() && scope > 0xFFFF; --scope)
       stage.app.EndUndoScope(scope, true);
-    ASSERT_FALSE(engine.undo.isOpen());
+    ASSERT_FALSE(engine.undo().isOpen());
     for (const host::WindowState& window : engine.windows()) {
       EXPECT_TRUE(!window.page || engine.exists(window.page));
       for (const host::SheetId shape : window.selection()) EXPECT_TRUE(engine.exists(shape));
     }
     const bool isOpen = engine.exists(document);
-    const std::string after = isOpen ? StoreDump::of(engine.store, document) : std::string();
-    const bool hasRedo = isOpen && engine.undo.redoCount(document) > 0;
+    const std::string after = isOpen ? StoreDump::of(engine.store(), document) : std::string();
+    const bool hasRedo = isOpen && engine.undo().redoCount(document) > 0;
     undoAll(engine);
     const bool comesBack = isOpen && !forGood;
     if (comesBack) {
-      EXPECT_EQ(firstDifference(before, StoreDump::of(engine.store, document)), "");
+      EXPECT_EQ(firstDifference(before, StoreDump::of(engine.store(), document)), "");
     }
     redoAll(engine);
     if (comesBack && !hasRedo) {
-      EXPECT_EQ(firstDifference(after, StoreDump::of(engine.store, document)), "");
+      EXPECT_EQ(firstDifference(after, StoreDump::of(engine.store(), document)), "");
     }
   }
 };

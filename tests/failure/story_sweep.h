@@ -76,14 +76,14 @@ class StorySweep {
     EXPECT_TRUE(stencil && map);
     Stage stage{user, stencil, map.Pages().Item(1), connect};
     const host::DocumentId id{map.ref().id};
-    const auto dump = [&] { return StoreDump::of(running.engine().store, id); };
+    const auto dump = [&] { return StoreDump::of(running.engine().store(), id); };
     const std::string start = dump();
     if (prepare_) {
       prepare_(stage);
       refusing.refuseFromNowOn(refused);
     }
     act_(stage);
-    EXPECT_FALSE(running.engine().undo.isOpen());
+    EXPECT_FALSE(running.engine().undo().isOpen());
     const std::string end = dump();
     const std::size_t calls = refusing.calls();
 

@@ -63,7 +63,7 @@ TEST_F(OpenedByScript, RowsOfMenusAndControlsHaveNamesInTheFile) {
   const Document drawing = app_.Documents().Add("");
   const Shape shape = drawing.Pages().Item(1).DrawRectangle(1, 1, 2, 2);
   // As drawings of earlier days hold them: by number alone.
-  host::Sheet& sheet = *running_.engine().store.sheet(host::SheetId{shape.ref().id});
+  host::Sheet& sheet = *running_.engine().edit().making().sheet(host::SheetId{shape.ref().id});
   for (const char* const name : {"Actions.Menu[1]", "Actions.Menu[2]"})
     sheet.local(*host::parseCellName(name)).value = host::Value::text(name);
   sheet.local(*host::parseCellName("Controls.X1")).value = host::Value::number(1, host::Unit::Inches);

@@ -31,14 +31,14 @@ class SmallPage {
     const host::CellAddress cell{shapes_.front(), *host::parseCellName("User.a")};
     if (formula) {
       checkReading(*formula);
-      host::SheetContext context(engine.store, host::tableTextMetrics(), cell.sheet, cell);
+      host::SheetContext context(engine.store(), host::tableTextMetrics(), cell.sheet, cell);
       if (const Maybe<host::Value> value = host::evaluate(*formula, context)) checkValue(*value);
     }
     const bool written = bool(host::writeFormula(engine, cell, text, true));
     check(written || !formula, "a formula can be written to a cell");
     host::writeFormula(engine, cell, "0", true);
-    check(engine.store.sheet(cell.sheet)->findLocal(cell.key)->value == host::Value(), "the cell comes back");
-    engine.undo.forget(document_);
+    check(engine.store().sheet(cell.sheet)->findLocal(cell.key)->value == host::Value(), "the cell comes back");
+    engine.undo().forget(document_);
   }
 
  private:

@@ -28,7 +28,7 @@ TEST_F(CellExists, WhereTheKindOfSheetHasTheCell) {
     app.ActiveWindow().Select(shape, visio::select);
   const Shape group = app.ActiveWindow().Selection().Group();
   const Shape style(&running, {ObjectKind::Shape,
-                               engine().store.styleNamed(host::DocumentId{document.ref().id}, "No Style").value, 0});
+                               engine().store().styleNamed(host::DocumentId{document.ref().id}, "No Style").value, 0});
   const std::vector<std::pair<char, Shape>> sheets = {
       {'b', box},  {'l', line}, {'g', group}, {'p', picture}, {'P', page.PageSheet()}, {'D', document.DocumentSheet()},
       {'S', style}};

@@ -11,7 +11,7 @@ namespace quorvel::host {
 
 /// A size from its ends, a text on a control, one bend.
 inline MasterId addConnectorMaster(Engine& engine, DocumentId document) {
-  Store& store = engine.store;
+  Store& store = engine.edit().making();
   const MasterId made = store.addMaster(document, "Dynamic connector");
   const SheetId id = store.addShape(store.master(made)->contents, {}, SheetKind::Shape);
   Sheet& sheet = *store.sheet(id);
@@ -57,7 +57,7 @@ inline MasterId addConnectorMaster(Engine& engine, DocumentId document) {
     }
     geometry.rows.push_back(row);
   }
-  engine.graph.addSheet(id);
+  engine.edit().watchFormulas(id);
   return made;
 }
 

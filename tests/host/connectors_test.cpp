@@ -32,7 +32,7 @@ class Connectors : public HostTest {
     EXPECT_TRUE(connector.Cells("EndX").GlueTo(to.Cells(cell)));
     return connector;
   }
-  host::Polyline lineOf(const Shape& connector) { return host::lineOnPage(engine().store, sheetOf(connector)); }
+  host::Polyline lineOf(const Shape& connector) { return host::lineOnPage(engine().store(), sheetOf(connector)); }
   /// "(1,2)(3,2)", to thousandths.
   std::string drawn(const Shape& connector) {
     std::string text;
@@ -46,10 +46,10 @@ class Connectors : public HostTest {
     return text;
   }
   bool runsThrough(const Shape& connector, const Shape& shape) {
-    return host::crosses(lineOf(connector), host::boxOnPage(engine().store, sheetOf(shape)));
+    return host::crosses(lineOf(connector), host::boxOnPage(engine().store(), sheetOf(shape)));
   }
-  std::string dump() { return StoreDump::of(engine().store, host::DocumentId{document.ref().id}); }
-  std::vector<host::Connect> connects() { return engine().store.page(host::PageId{page.ref().id})->connects; }
+  std::string dump() { return StoreDump::of(engine().store(), host::DocumentId{document.ref().id}); }
+  std::vector<host::Connect> connects() { return engine().store().page(host::PageId{page.ref().id})->connects; }
   static double inches(const Shape& shape, const char* cell) {
     return shape.Cells(cell).Result(visio::unitsInches).or_(NAN);
   }
@@ -79,7 +79,7 @@ TEST_F(Connectors, AnEndWalksToTheSideThatSuits) {
     EXPECT_NEAR(inches(connector, "Width"), inches(connector, "EndX") - inches(connector, "BeginX"), 1e-9);
     const host::Point middle = host::midpointOf(lineOf(connector));
     const auto text = host::toPageMatrix(
-        engine().store, sheetOf(connector))({inches(connector, "TxtPinX"), inches(connector, "TxtPinY")});
+        engine().store(), sheetOf(connector))({inches(connector, "TxtPinX"), inches(connector, "TxtPinY")});
     EXPECT_NEAR(text.x, middle.x, 1e-9) << "the text stays on the line";
     EXPECT_NEAR(text.y, middle.y, 1e-9);
   }
@@ -229,7 +229,7 @@ TEST_F(Connectors, AnEndThatIsWrittenIsFree) {
   ASSERT_TRUE(to.Delete());
   EXPECT_EQ(connects().size(), 1u);
   EXPECT_EQ(connector.Cells("EndX").Formula(), "7.5 in.");
-  EXPECT_FALSE(host::endOf(engine().store, sheetOf(connector), false).glued);
+  EXPECT_FALSE(host::endOf(engine().store(), sheetOf(connector), false).glued);
   ASSERT_TRUE(app.Undo());
   move(to, 8, 5);
   EXPECT_EQ(inches(connector, "EndX"), 8.0) << "glued again, it walks again";
@@ -270,7 +270,7 @@ TEST_F(Connectors, SheetsThatAreNoShapesHaveNoEnds) {
 TEST_F(Connectors, EventsAndStepsAreThoseOfTheCause) {
   const Shape from = box(2, 2), to = box(8, 2), connector = glued(from, to);
   const host::DocumentId id{document.ref().id};
-  const std::size_t steps = engine().undo.undoCount(id);
+  const std::size_t steps = engine().undo().undoCount(id);
   const std::string before = dump();
   Recorder recorder(running);
   int seenWhole = 0;
@@ -281,7 +281,7 @@ TEST_F(Connectors, EventsAndStepsAreThoseOfTheCause) {
     seenWhole += std::fabs(line.back().x - inches(connector, "EndX")) < 1e-9;
   };
   ASSERT_TRUE(to.Cells("PinY").SetResult(visio::unitsInches, 6.0));
-  EXPECT_EQ(engine().undo.undoCount(id), steps + 1);
+  EXPECT_EQ(engine().undo().undoCount(id), steps + 1);
   const std::vector<std::string> heard = recorder.take();
   const std::string name = connector.NameID().or_("");
   for (const char* cell : {"EndX", "EndY", "Height", "PinX", "Geometry1.X2", "Controls.TextPosition"}) {
@@ -337,7 +337,7 @@ TEST_F(Connectors, StayTrueThroughRandomWork) {
   }
   const std::string start = dump();
   const host::DocumentId id{document.ref().id};
-  const std::size_t steps = engine().undo.undoCount(id);
+  const std::size_t steps = engine().undo().undoCount(id);
   for (int step = 0; step < 120; ++step) {
     const Shape shape = boxes[std::size_t(below(12))];
     // Places at distances that leave ways between the shapes.
@@ -360,7 +360,7 @@ TEST_F(Connectors, StayTrueThroughRandomWork) {
   }
   const std::string end = dump();
   std::size_t undone = 0;
-  while (engine().undo.undoCount(id) > steps && app.Undo()) ++undone;
+  while (engine().undo().undoCount(id) > steps && app.Undo()) ++undone;
   EXPECT_EQ(firstDifference(start, dump()), "");
   for (; undone > 0; --undone) ASSERT_TRUE(app.Redo());
   EXPECT_EQ(firstDifference(end, dump()), "");

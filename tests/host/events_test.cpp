@@ -156,7 +156,7 @@ TEST_F(Events, OnlyTheUpkeepOfAListenerThatDeclaresItIsNoStep) {
   const Shape shape = rectangle();
   const Cell mark = user(shape, "mark", "0"), follows = user(rectangle(), "follows", at(shape, "User.mark"));
   const host::DocumentId id{document.ref().id};
-  const auto steps = [&] { return engine().undo.undoCount(id); };
+  const auto steps = [&] { return engine().undo().undoCount(id); };
   const struct {
     const char* name;
     std::function<void()> cause;
@@ -197,7 +197,7 @@ TEST_F(Events, OnlyTheUpkeepOfAListenerThatDeclaresItIsNoStep) {
       EXPECT_EQ(steps(), before + (nested ? 4 : 2)) << "drawn and deleted";
       EXPECT_EQ(document.Saved(), false);
     }
-    for (int i = 0; i < 4; ++i) ASSERT_TRUE(engine().undo.undo(id));
+    for (int i = 0; i < 4; ++i) ASSERT_TRUE(engine().undo().undo(id));
     EXPECT_EQ(page.Shapes().Count(), 2);
   }
 }

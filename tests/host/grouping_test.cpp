@@ -31,7 +31,7 @@ class Grouping : public HostTest {
   }
   /// The corners of the shape's own box and where its members' are, on the page, to millionths of an inch.
   std::string seen(const Shape& shape) {
-    const host::Store& store = engine().store;
+    const host::Store& store = engine().store();
     std::string text;
     for (const host::SheetId each : store.subtree(sheetOf(shape))) {
       const host::Matrix matrix = host::toPageMatrix(store, each);
@@ -55,7 +55,7 @@ class Grouping : public HostTest {
   static double inches(const Shape& shape, const char* cell) {
     return shape.Cells(cell).Result(visio::unitsInches).or_(NAN);
   }
-  std::string dump() { return StoreDump::of(engine().store, host::DocumentId{document.ref().id}); }
+  std::string dump() { return StoreDump::of(engine().store(), host::DocumentId{document.ref().id}); }
   std::string stack(const Shapes& shapes) {
     std::string text;
     for (const Shape& shape : shapes.all()) text += (text.empty() ? "" : " ") + std::to_string(shape.ID().or_(0));
@@ -288,7 +288,7 @@ TEST_F(Grouping, GlueHoldsThroughGroups) {
   EXPECT_EQ(seen({outside, inside}), before);
   EXPECT_EQ(page.Connects().Count(), 4);
   write(made, {{"PinX", "10 in"}, {"PinY", "10 in"}, {"Angle", "90 deg"}});
-  const host::Store& store = engine().store;
+  const host::Store& store = engine().store();
   const auto meets = [&](const Shape& line, bool begin, const Shape& shape) {
     const host::Point end = host::endOf(store, sheetOf(line), begin).at;
     const auto middle = host::toPageMatrix(store, sheetOf(shape))({0.5, 0.5});

@@ -38,7 +38,7 @@ class HostTest : public testing::Test {
   /// A master of one group with one member. `fill` gives their cells, as a file would.
   host::MasterId addMaster(const std::string& name,
                            const std::function<void(host::Sheet& group, host::Sheet& member)>& fill) {
-    host::Store& store = engine().store;
+    host::Store& store = engine().edit().making();
     const host::DocumentId id{document.ref().id};
     const host::MasterId master = store.addMaster(id, name);
     const host::PageId contents = store.master(master)->contents;
@@ -53,9 +53,9 @@ class HostTest : public testing::Test {
       set(*store.sheet(sheet), "LocPinY", "Height*0.5", 0.5);
     }
     fill(*store.sheet(group), *store.sheet(member));
-    engine().graph.addSheet(store.page(contents)->sheet);
-    engine().graph.addSheet(group);
-    engine().graph.addSheet(member);
+    engine().edit().watchFormulas(store.page(contents)->sheet);
+    engine().edit().watchFormulas(group);
+    engine().edit().watchFormulas(member);
     return master;
   }
   /// A cell as a file gives it: formula and last value. A constant formula brings its own value.
@@ -63,7 +63,7 @@ class HostTest : public testing::Test {
     const Maybe<host::CellKey> key = host::parseCellName(cellName);
     ASSERT_TRUE(key) << cellName;
     host::Cell& cell = sheet.local(*key);
-    cell.formula = engine().store.formulas().get(formula);
+    cell.formula = engine().store().formulas().get(formula);
     ASSERT_TRUE(cell.formula) << formula;
     const bool isLength = host::definitionOf(*key)->units == host::CellUnits::Length;
     cell.value = cell.formula->constant()

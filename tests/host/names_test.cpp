@@ -10,8 +10,8 @@ namespace {
 
 class Names : public HostTest {
  protected:
-  host::Sheet& sheet(const Shape& shape) { return *engine().store.sheet(sheetOf(shape)); }
-  std::string dump() { return StoreDump::of(engine().store, host::DocumentId{document.ref().id}); }
+  host::Sheet& sheet(const Shape& shape) { return *engine().edit().making().sheet(sheetOf(shape)); }
+  std::string dump() { return StoreDump::of(engine().store(), host::DocumentId{document.ref().id}); }
   /// What the formula gives on the shape.
   std::string shown(const Shape& shape, const std::string& formula) {
     return user(shape, "asked", formula).ResultStr(0).or_("refused");

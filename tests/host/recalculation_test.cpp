@@ -15,12 +15,12 @@ using host::SheetId;
 
 class Recalculation : public HostTest {
  protected:
-  std::size_t evaluations() { return engine().recalculator.evaluations(); }
+  std::size_t evaluations() { return engine().evaluations(); }
 };
 
 TEST_F(Recalculation, AChainOfAHundredThousandCellsAcrossShapes) {
   constexpr int shapes = 1000, cellsOfAShape = 100;
-  host::Store& store = engine().store;
+  host::Store& store = engine().edit().making();
   const host::PageId home{page.ref().id};
   int previous = 0;
   for (int s = 0; s < shapes; ++s) {
@@ -33,7 +33,7 @@ TEST_F(Recalculation, AChainOfAHundredThousandCellsAcrossShapes) {
       set(sheet, "User.c" + std::to_string(c), formula, s * cellsOfAShape + c);
     }
     previous = sheet.shapeId;
-    engine().graph.addSheet(id);
+    engine().edit().watchFormulas(id);
   }
   const Shape first = page.Shapes().Item(1), last = page.Shapes().Item(shapes);
   const std::size_t before = evaluations();
@@ -131,7 +131,7 @@ TEST_F(Recalculation, InheritedFormulasFollowInEachInstance) {
     EXPECT_EQ(read(instances[i], "User.own"), expected[i] + 1) << i;
     EXPECT_EQ(read(instances[i].Shapes().Item(1), "User.fromGroup"), (expected[i] + 1) * 10) << i;
     const auto key = CellKey{SectionNumber::User, RowKey::named(host::intern("own")), 0};
-    const host::FoundCell found = host::findCell(engine().store, sheetOf(instances[i]), key);
+    const host::FoundCell found = host::findCell(engine().store(), sheetOf(instances[i]), key);
     EXPECT_EQ(found.formulaSheet, definition) << i;
   }
 

@@ -21,8 +21,8 @@ class StoreDump {
   /// All documents of a host, with what is selected and how many toolbars there are.
   static std::string of(host::InMemoryHost& running) {
     host::Engine& engine = running.engine();
-    StoreDump dump(engine.store);
-    for (const host::DocumentId document : engine.store.documents()) dump.addDocument(document);
+    StoreDump dump(engine.store());
+    for (const host::DocumentId document : engine.store().documents()) dump.addDocument(document);
     for (const host::WindowState& window : engine.windows()) {
       dump.line(0, "window of " + number(window.document.value) + " shows " + number(window.page.value));
       for (const host::SheetId shape : window.selection()) dump.line(1, "selected " + number(shape.value));

@@ -77,9 +77,9 @@ TEST_F(Surface, LongSectionsShowTheMastersRowsAndTheirOwn) {
     if (i != 0 && i != 78 && i != 199) expected.push_back(name(i));
   std::vector<std::string> shown;
   const auto alone = [&](host::RowKey key) {
-    return host::rowWithKey(engine().store, sheetOf(shape), host::SectionNumber::User, key);
+    return host::rowWithKey(engine().store(), sheetOf(shape), host::SectionNumber::User, key);
   };
-  for (const host::RowView& row : host::rowsOf(engine().store, sheetOf(shape), host::SectionNumber::User)) {
+  for (const host::RowView& row : host::rowsOf(engine().store(), sheetOf(shape), host::SectionNumber::User)) {
     shown.emplace_back(host::spelling(row.name));
     EXPECT_TRUE(alone(row.key) == row) << shown.back();
   }
@@ -438,7 +438,7 @@ TEST_F(Surface, CollectionsByName) {
 }
 
 TEST_F(Surface, FormulasAreWrittenInTheSyntaxOfTheCountry) {
-  engine().store.setLocale({';', ','});
+  engine().setLocale({';', ','});
   const Shape shape = rectangle();
   const Cell separator = user(shape, "lstSpr", "LISTSEP()"), mark = user(shape, "mark", "DECIMALSEP()");
   EXPECT_EQ(separator.ResultStr(0), ";");
@@ -455,7 +455,7 @@ TEST_F(Surface, FormulasAreWrittenInTheSyntaxOfTheCountry) {
   // What is composed with the cell's separator is read in any country.
   ASSERT_TRUE(width.FormulaForce("MAX(3 in" + separator.ResultStr(0).or_("") + "1 in)"));
   EXPECT_EQ(width.Result(visio::unitsInches), 3.0);
-  engine().store.setLocale({});
+  engine().setLocale({});
   EXPECT_EQ(width.Formula(), "MAX(3 in,1 in)");
 }
 

@@ -22,7 +22,7 @@ class TwoThemes : public host::ThemeValues {
 
 class Themes : public HostTest {
  protected:
-  Themes() { engine().store.setThemes(&themes); }
+  Themes() { engine().setThemes(&themes); }
   std::string shown(const Shape& shape, const std::string& formula) {
     return user(shape, "Seen", formula).ResultStr(0).or_("nothing");
   }
@@ -70,13 +70,13 @@ TEST_F(Themes, TheShapesOwnThenItsGroupsThenItsPages) {
   scheme(other, "40");
   EXPECT_EQ(shown(other, fill + "+0"), "RGB(68,85,102)");
   const host::SheetId member =
-      engine().store.addShape(host::PageId{page.ref().id}, sheetOf(other), host::SheetKind::Shape);
-  engine().store.sheet(member)->local(host::objectCell("ColorSchemeIndex")).value = Value::number(65534);
-  EXPECT_EQ(host::themeNumber(engine().store, member), 40);
+      engine().edit().making().addShape(host::PageId{page.ref().id}, sheetOf(other), host::SheetKind::Shape);
+  engine().edit().making().sheet(member)->local(host::objectCell("ColorSchemeIndex")).value = Value::number(65534);
+  EXPECT_EQ(host::themeNumber(engine().store(), member), 40);
 }
 
 TEST_F(Themes, ACellThatLeavesItsValueToTheThemeIsReadAsThatValue) {
-  host::Sheet& sheet = *engine().store.sheet(sheetOf(shape));
+  host::Sheet& sheet = *engine().edit().making().sheet(sheetOf(shape));
   for (const char* cell : {"FillForegnd", "LineWeight", "SketchAmount"})
     sheet.local(*host::parseCellName(cell)).value = Value::text("Themed");
   EXPECT_EQ(shown(shape, "FillForegnd"), "1") << "white without a theme";

@@ -9,8 +9,8 @@ namespace {
 
 class Undo : public HostTest {
  protected:
-  std::size_t steps() { return engine().undo.undoCount(host::DocumentId{document.ref().id}); }
-  std::string dump() { return StoreDump::of(engine().store, host::DocumentId{document.ref().id}); }
+  std::size_t steps() { return engine().undo().undoCount(host::DocumentId{document.ref().id}); }
+  std::string dump() { return StoreDump::of(engine().store(), host::DocumentId{document.ref().id}); }
 };
 
 TEST_F(Undo, ACommandIsOneStepWithWhatHandlersDid) {
@@ -111,7 +111,7 @@ TEST_F(Undo, EachDocumentHasItsOwnSteps) {
 TEST_F(Undo, AMasterThatADropBroughtGoesWithIt) {
   const Document source = app.Documents().Add("");
   const host::DocumentId sourceId{source.ref().id};
-  host::Store& store = engine().store;
+  host::Store& store = engine().edit().making();
   const host::SheetId style = store.addStyle(sourceId, 5, "Loud");
   const host::MasterId master = store.addMaster(sourceId, "Box");
   const host::SheetId shape = store.addShape(store.master(master)->contents, {}, host::SheetKind::Shape);
@@ -135,7 +135,7 @@ TEST_F(Undo, AMasterThatADropBroughtGoesWithIt) {
 TEST_F(Undo, AShapeThatAListenerRefusesLeavesNoStepAndNoUnsavedMark) {
   const Document source = app.Documents().Add("");
   const host::DocumentId sourceId{source.ref().id};
-  host::Store& store = engine().store;
+  host::Store& store = engine().edit().making();
   const host::MasterId master = store.addMaster(sourceId, "Box");
   const host::SheetId shape = store.addShape(store.master(master)->contents, {}, host::SheetKind::Shape);
   store.sheet(shape)->lineStyle = store.addStyle(sourceId, 5, "Loud");
@@ -185,11 +185,11 @@ TEST_F(Undo, WhatIsRolledBackIsAsSavedAsBefore) {
 }
 
 TEST_F(Undo, IsBoundedForEachDocumentByStepsAndBytes) {
-  EXPECT_GE(engine().undo.limits().steps, 100u);
+  EXPECT_GE(engine().undo().limits().steps, 100u);
   const Cell x = user(page.PageSheet(), "x", "0");
   const Document other = app.Documents().Add("");
   const Cell there = user(other.Pages().Item(1).PageSheet(), "x", "0");
-  host::UndoLog& undo = engine().undo;
+  host::UndoLog& undo = engine().undo();
   const host::DocumentId id{document.ref().id};
   undo.setLimits({.steps = 5, .bytes = 1 << 20});
   for (int i = 1; i <= 20; ++i) x.SetResult(0, i);
@@ -235,7 +235,7 @@ TEST_F(Undo, WhatAListenerChangesInAnotherDrawingIsChangedThere) {
   EXPECT_EQ(other.Saved(), false);
   // The step goes on being one of the drawing that was closed meanwhile, and of the other.
   ASSERT_TRUE(other.Close());
-  ASSERT_TRUE(engine().undo.undo(host::DocumentId{document.ref().id}));
+  ASSERT_TRUE(engine().undo().undo(host::DocumentId{document.ref().id}));
   EXPECT_EQ(page.Shapes().Count(), 0);
 
   // A scope in which only another drawing changed is a step of that.
@@ -243,8 +243,8 @@ TEST_F(Undo, WhatAListenerChangesInAnotherDrawingIsChangedThere) {
   const int scope = app.BeginUndoScope("elsewhere").or_(0);
   rectangle();
   app.EndUndoScope(scope, true);
-  EXPECT_EQ(engine().undo.undoCount(host::DocumentId{third.ref().id}), 0u);
-  EXPECT_TRUE(engine().undo.undo(host::DocumentId{document.ref().id}));
+  EXPECT_EQ(engine().undo().undoCount(host::DocumentId{third.ref().id}), 0u);
+  EXPECT_TRUE(engine().undo().undo(host::DocumentId{document.ref().id}));
 }
 
 TEST_F(Undo, AListenerEndsNoScopeOfACommandAndLeavesNoneOpen) {
@@ -260,7 +260,7 @@ TEST_F(Undo, AListenerEndsNoScopeOfACommandAndLeavesNoneOpen) {
   };
   rectangle();
   EXPECT_EQ(closed, 10u);
-  EXPECT_FALSE(engine().undo.isOpen());
+  EXPECT_FALSE(engine().undo().isOpen());
   recorder.onShapeAdded = nullptr;
   ASSERT_TRUE(app.Undo());
   EXPECT_EQ(page.Shapes().Count(), 0);

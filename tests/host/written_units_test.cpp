@@ -50,7 +50,7 @@ TEST_F(WrittenUnits, AreThoseOfTheCell) {
 
 TEST_F(WrittenUnits, FollowThePageWhereTheCellHasNone) {
   ASSERT_TRUE(page.PageSheet().Cells("DrawingScale").FormulaForce("1 mm"));
-  host::Sheet& sheet = *engine().store.sheet(sheetOf(shape));
+  host::Sheet& sheet = *engine().edit().making().sheet(sheetOf(shape));
   sheet.local(*host::parseCellName("Width")).value = host::Value::number(2, host::Unit::Drawing);
   EXPECT_EQ(written(shape.Cells("Width"), "50"), "50 mm | 50 mm");
   EXPECT_EQ(written(shape.Cells("Height"), "3"), "3 in. | 3 in.") << "it was drawn in inches";

@@ -38,7 +38,7 @@ TEST_F(FirstDrop, ARefusalRemovesTheTaskAndTheNextDropAsksAgain) {
   const Page page = newMap("AB Order entry");
   const int before = page.Shapes().Count().or_(-1);
   map.SetSaved(true);
-  const auto steps = [&] { return session.engine().undo.undoCount(host::DocumentId{map.ref().id}); };
+  const auto steps = [&] { return session.engine().undo().undoCount(host::DocumentId{map.ref().id}); };
   const std::size_t stepsBefore = steps();
   answer.accept = false;
   EXPECT_FALSE(dropTask(page));

@@ -13,7 +13,7 @@ namespace {
 
 class GroupedTasks : public DetailsTest {
  protected:
-  host::Store& store() { return session.engine().store; }
+  const host::Store& store() { return session.engine().store(); }
   host::DocumentId id() const { return host::DocumentId{map.ref().id}; }
   std::string dump() { return StoreDump::of(store(), id()); }
   host::Box boxOf(const Shape& shape) { return host::boxOnPage(store(), host::SheetId{shape.ref().id}); }

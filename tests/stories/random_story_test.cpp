@@ -60,7 +60,7 @@ class RandomStory : public testing::Test {
 
   /// A group whose member's cells follow it and the page, as masters with logic have them.
   Master box() {
-    host::Store& store = session.engine().store;
+    host::Store& store = session.engine().edit().making();
     const host::MasterId master = store.addMaster(host::DocumentId{parts.ref().id}, "Box");
     const host::PageId contents = store.master(master)->contents;
     const host::SheetId group = store.addShape(contents, {}, host::SheetKind::Group);
@@ -87,21 +87,21 @@ class RandomStory : public testing::Test {
     set(member, "User.a", ofGroup + "User.b*2", 4);
     set(member, "User.d", "IF(" + ofGroup + "Prop.c>1,\"many\",\"few\")");
     for (const host::SheetId sheet : {store.page(contents)->sheet, group, member})
-      session.engine().graph.addSheet(sheet);
+      session.engine().edit().watchFormulas(sheet);
     return Master(&session.host(), {ObjectKind::Master, master.value, 0});
   }
 
   host::DocumentId id() const { return host::DocumentId{drawing.ref().id}; }
-  std::string dump() { return StoreDump::of(session.engine().store, id()); }
+  std::string dump() { return StoreDump::of(session.engine().store(), id()); }
 
   /// What does not come back from a file, or comes back otherwise; empty when all is there.
   std::string lostInAFile() {
     const host::DocumentFormat& format = *formats::formatFor(file);
-    if (const std::string wrong = format.save(session.engine().store, id(), file); !wrong.empty()) return wrong;
+    if (const std::string wrong = format.save(session.engine().store(), id(), file); !wrong.empty()) return wrong;
     host::Store other;
     const host::OpenResult opened = format.open(other, file);
     if (!opened.document) return opened.error;
-    const std::vector<std::string> before = formats::testing::StoreText(session.engine().store, true).of(id());
+    const std::vector<std::string> before = formats::testing::StoreText(session.engine().store(), true).of(id());
     const std::vector<std::string> after = formats::testing::StoreText(other, true).of(opened.document);
     const auto [ours, theirs] = std::ranges::mismatch(before, after);
     if (ours != before.end() || theirs != after.end())
@@ -123,11 +123,11 @@ TEST_F(RandomStory, IsTakenBackToItsStartDoneAgainToItsEndAndSurvivesFiles) {
   ASSERT_EQ(startText, "");
   const std::string startBytes = bytesOf(file);
 
-  session.engine().undo.setLimits({.steps = 1'000'000, .bytes = std::size_t{1} << 40});
+  session.engine().undo().setLimits({.steps = 1'000'000, .bytes = std::size_t{1} << 40});
   RandomEdits edits(app, drawing, masters, seed);
   for (int round = 1; round <= 100; ++round) {
     for (int i = 0; i < 100; ++i) edits.step();
-    ASSERT_FALSE(session.engine().undo.isOpen());
+    ASSERT_FALSE(session.engine().undo().isOpen());
     const std::string here = dump();
     int undone = 0;
     while (undone < 15 && app.Undo()) ++undone;

@@ -326,7 +326,7 @@ TEST_F(RoleImport, TakesTheMissingRolesOfAnotherDrawing) {
 TEST_F(RoleImport, ClosesItsFileAndIsOneStepWithTheRestOfTheDialog) {
   use(first, "Responsible_Role", "Clerk");
   const std::string file = fileWithRoles("other.vsdx", ";Zookeeper");
-  const auto steps = [&] { return session.engine().undo.undoCount(host::DocumentId{map.ref().id}); };
+  const auto steps = [&] { return session.engine().undo().undoCount(host::DocumentId{map.ref().id}); };
   const std::size_t before = steps();
   const int open = *app.Documents().Count();
   chosen = file;

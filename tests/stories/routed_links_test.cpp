@@ -10,7 +10,7 @@ namespace {
 
 class RoutedLinks : public MapTest {
  protected:
-  host::Store& store() { return session.engine().store; }
+  const host::Store& store() { return session.engine().store(); }
   static host::SheetId sheetOf(const Shape& shape) { return host::SheetId{shape.ref().id}; }
   host::Polyline lineOf(const Shape& link) { return host::lineOnPage(store(), sheetOf(link)); }
   bool runsThrough(const Shape& link, const Shape& shape) {

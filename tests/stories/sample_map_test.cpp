@@ -74,7 +74,7 @@ TEST(SampleMap, GivesBackEveryCellThatWasWritten) {
     const Document map = cli::makeSampleMap(session, error);
     ASSERT_TRUE(map) << error;
     ASSERT_TRUE(map.SaveAs(file));
-    written = localCells(session.engine().store, *session.engine().store.document(host::DocumentId{map.ref().id}));
+    written = localCells(session.engine().store(), *session.engine().store().document(host::DocumentId{map.ref().id}));
   }
   SessionOptions withoutAddin = optionsForTests();
   withoutAddin.connectAddin = false;
@@ -82,7 +82,7 @@ TEST(SampleMap, GivesBackEveryCellThatWasWritten) {
   const Document map = session.app().Documents().Open(file);
   ASSERT_TRUE(map);
   const auto read =
-      localCells(session.engine().store, *session.engine().store.document(host::DocumentId{map.ref().id}));
+      localCells(session.engine().store(), *session.engine().store().document(host::DocumentId{map.ref().id}));
   EXPECT_GT(written.size(), 2000u);
   int reported = 0;
   for (const auto& [where, cell] : written) {
@@ -113,7 +113,7 @@ TEST(SampleMap, ShowsOnTheDrawingWhatItsCellsSay) {
     if (!text.starts_with("Refused") && !text.starts_with("Approved")) continue;
     ++links;
     const host::SheetId sheet{shape.ref().id};
-    const host::Store& store = session.engine().store;
+    const host::Store& store = session.engine().store();
     const host::Polyline line = host::lineOnPage(store, sheet);
     EXPECT_EQ(line.size(), text.starts_with("Refused") ? 4u : 2u) << text;
     const host::Point middle = host::midpointOf(line);

@@ -282,7 +282,7 @@ TEST_F(TaskDetails, TheSubTaskBoxHasRoomForAHyperlinkMark) {
 TEST_F(TaskDetails, OneUndoTakesBackAllThatFollowedFromOneEntry) {
   write("Prop.Guidelines", "One;Two");
   addLink(line("controls2"), "two.doc", "second");
-  const auto dump = [&] { return StoreDump::of(session.engine().store, host::DocumentId{map.ref().id}); };
+  const auto dump = [&] { return StoreDump::of(session.engine().store(), host::DocumentId{map.ref().id}); };
   const std::pair<const char*, const char*> entries[] = {
       {"Prop.Guidelines", "\"Two;Three\""},   {"Prop.Responsible_Role", "\"Clerk\""},
       {"Prop.Task_Completion_Time", "3"},     {"Prop.Frequency_Of_Occurrence", "\"Daily\""},

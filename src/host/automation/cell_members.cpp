@@ -26,20 +26,21 @@ Maybe<Variant> InMemoryHost::getSectionOrRow(const ObjectRef& object, Member mem
   if (object.kind == ObjectKind::Section) {
     const auto section = static_cast<SectionNumber>(object.part);
     if (member == Member::Section_Count)
-      return Variant(static_cast<std::int64_t>(rowsOf(engine_.store, sheet, section).size()));
-    const Maybe<RowView> row = rowAt(engine_.store, sheet, section, integerAt(arguments, 0).or_(-1));
+      return Variant(static_cast<std::int64_t>(rowsOf(engine_.store(), sheet, section).size()));
+    const Maybe<RowView> row = rowAt(engine_.store(), sheet, section, integerAt(arguments, 0).or_(-1));
     if (!row) return refuse("the index lies outside 0 to Count - 1");
     return Variant(engine_.refToRow(sheet, section, row->key));
   }
   const auto section = static_cast<SectionNumber>(object.part >> 32);
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
-  if (!rowExists(engine_.store, sheet, section, row, false)) return refuse("the row is gone");
+  if (!rowExists(engine_.store(), sheet, section, row, false)) return refuse("the row is gone");
   if (member == Member::Row_Name || member == Member::Row_NameU)
-    return Variant(rowNameOf(engine_.store, {sheet, {section, row, 0}},
+    return Variant(rowNameOf(engine_.store(), {sheet, {section, row, 0}},
                              member == Member::Row_Name ? NameKind::Local : NameKind::Universal));
   const int column = integerAt(arguments, 0).or_(-1);
   const CellKey key{section, row, static_cast<Column>(column)};
-  if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuseName("the section has no such column");
+  if (column < 0 || !cellExists(engine_.store(), sheet, key, false))
+    return refuseName("the section has no such column");
   return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 
@@ -55,7 +56,7 @@ bool InMemoryHost::putRow(const ObjectRef& object, Member member, const Argument
 }
 
 Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arguments arguments) {
-  const Store& store = engine_.store;
+  const Store& store = engine_.store();
   const bool exists = cellExists(store, cell.sheet, cell.key, false);
   // The first field of an empty text can be written and knows its place, though there is nothing to read yet.
   if (!exists && !isFieldToBe(engine_, cell)) return refuse("the cell is gone");
@@ -113,7 +114,7 @@ bool InMemoryHost::putCell(const CellAddress& cell, Member member, Arguments ind
       if (!formula) break;
       const bool force = member == Member::Cell_FormulaForce || member == Member::Cell_FormulaForceU;
       const bool local = member == Member::Cell_Formula || member == Member::Cell_FormulaForce;
-      const FormulaLocale& locale = engine_.store.locale();
+      const FormulaLocale& locale = engine_.store().locale();
       const std::string universal = local ? toUniversalSyntax(*formula, locale) : std::string(*formula);
       if (isFieldToBe(engine_, cell)) return settle(writeFirstField(engine_, cell.sheet, universal));
       return settle(writeFormula(engine_, cell, universal, force));

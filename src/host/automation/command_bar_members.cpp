@@ -16,7 +16,7 @@ std::string withoutAccessKey(std::string caption) {
 }  // namespace
 
 Maybe<Variant> InMemoryHost::getCommandBars(const ObjectRef& object, Member member, Arguments arguments) {
-  CommandBarSet& bars = engine_.bars;
+  CommandBarSet& bars = engine_.bars();
   const auto whole = [](int value) { return Variant(static_cast<std::int64_t>(value)); };
   if (object.kind == ObjectKind::CommandBars && member == Member::CommandBars_Count)
     return whole(static_cast<int>(bars.bars().size()));
@@ -119,7 +119,7 @@ Maybe<Variant> InMemoryHost::getCommandBars(const ObjectRef& object, Member memb
 bool InMemoryHost::putCommandBars(const ObjectRef& object, Member member, const Argument& value) {
   const Maybe<int> number = integerOf(value);
   const Maybe<std::string_view> text = textOfArgument(value);
-  if (Bar* bar = object.kind == ObjectKind::CommandBar ? engine_.bars.bar(object.id) : nullptr) {
+  if (Bar* bar = object.kind == ObjectKind::CommandBar ? engine_.bars().bar(object.id) : nullptr) {
     int Bar::*field = member == Member::CommandBar_Height       ? &Bar::height
                       : member == Member::CommandBar_Left       ? &Bar::left
                       : member == Member::CommandBar_Position   ? &Bar::position
@@ -141,7 +141,8 @@ bool InMemoryHost::putCommandBars(const ObjectRef& object, Member member, const 
       return true;
     }
   }
-  if (BarControl* control = object.kind == ObjectKind::CommandBarControl ? engine_.bars.control(object.id) : nullptr) {
+  if (BarControl* control =
+          object.kind == ObjectKind::CommandBarControl ? engine_.bars().control(object.id) : nullptr) {
     std::string BarControl::*field = member == Member::CommandBarControl_Caption       ? &BarControl::caption
                                      : member == Member::CommandBarControl_OnAction    ? &BarControl::onAction
                                      : member == Member::CommandBarControl_Parameter   ? &BarControl::parameter
@@ -166,7 +167,7 @@ bool InMemoryHost::putCommandBars(const ObjectRef& object, Member member, const 
 }
 
 Maybe<Variant> InMemoryHost::callCommandBars(const ObjectRef& object, Member member, Arguments arguments) {
-  CommandBarSet& bars = engine_.bars;
+  CommandBarSet& bars = engine_.bars();
   const Variant done{std::monostate()};
   switch (object.kind) {
     case ObjectKind::CommandBars: {
@@ -210,11 +211,11 @@ Maybe<Variant> InMemoryHost::callCommandBars(const ObjectRef& object, Member mem
       if (control->onAction == "QueueMarkerEvent") {
         const std::string context = control->parameter;
         const int sequence = ++lastMarker_;
-        engine_.events.raise([&](ApplicationEvents& listener) { listener.MarkerEvent(sequence, context); });
+        engine_.events().raise([&](ApplicationEvents& listener) { listener.MarkerEvent(sequence, context); });
         return done;
       }
       const CommandBarButton button(this, object);
-      engine_.events.raise(
+      engine_.events().raise(
           EventDispatcher::Occasion::Change, [&] { return bars.control(object.id) != nullptr; },
           [&](ApplicationEvents& listener) { listener.Click(button); });
       return done;

@@ -14,7 +14,7 @@ std::uint64_t partOf(const Connect& connect) {
 }  // namespace
 
 Maybe<Variant> InMemoryHost::getConnects(const ObjectRef& object, Member member, Arguments arguments) {
-  const Store& store = engine_.store;
+  const Store& store = engine_.store();
   constexpr std::uint64_t ofPage = 0, ofShape = 1;
   if (object.kind == ObjectKind::Connects) {
     const Sheet* sheet = object.part == ofPage ? nullptr : store.sheet(SheetId{object.id});

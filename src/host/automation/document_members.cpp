@@ -12,8 +12,8 @@ namespace quorvel::host {
 namespace {
 
 std::vector<DocumentId> listedDocuments(const Engine& engine) {
-  std::vector<DocumentId> documents = engine.store.documents();
-  std::erase(documents, engine.clipboard.document);
+  std::vector<DocumentId> documents = engine.store().documents();
+  std::erase(documents, engine.clipboard().document);
   return documents;
 }
 
@@ -38,7 +38,7 @@ Maybe<Variant> InMemoryHost::getApplication(Member member) {
     case Member::Application_Documents:
       return Variant(refTo(ObjectKind::Documents, 1));
     case Member::Application_Version:
-      return Variant(engine_.version);
+      return Variant(engine_.version());
     case Member::Application_WindowHandle32:
       return Variant(std::int64_t{0});
     case Member::Application_CommandBars:
@@ -54,27 +54,27 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
       const Maybe<std::string_view> name = textAt(arguments, 0);
       if (!name) return refuse("a scope needs a name");
       // What is changed need not be shown, so the active document would not do.
-      const int scope = engine_.undo.begin({}, std::string(*name), UndoLog::Owner::Script);
+      const int scope = engine_.undo().begin({}, std::string(*name), UndoLog::Owner::Script);
       const std::string description(*name);
-      engine_.events.raise([&](ApplicationEvents& listener) { listener.EnterScope(scope, description); });
+      engine_.events().raise([&](ApplicationEvents& listener) { listener.EnterScope(scope, description); });
       return Variant(std::int64_t{scope});
     }
     case Member::Application_EndUndoScope: {
       const int scope = integerAt(arguments, 0).or_(0);
-      const std::string description(engine_.undo.name(scope));
-      if (!engine_.undo.endByScript(scope, numberAt(arguments, 1).or_(0) != 0))
+      const std::string description(engine_.undo().name(scope));
+      if (!engine_.undo().endByScript(scope, numberAt(arguments, 1).or_(0) != 0))
         return refuse("the number is not that of the innermost scope that a script has opened");
       engine_.leaveOutDeleted();
-      engine_.events.raise([&](ApplicationEvents& listener) { listener.ExitScope(scope, description); });
+      engine_.events().raise([&](ApplicationEvents& listener) { listener.ExitScope(scope, description); });
       return Variant(std::monostate());
     }
     case Member::Application_Undo:
     case Member::Application_Redo: {
       const DocumentId document = engine_.activeDocument();
       const bool undo = member == Member::Application_Undo;
-      const bool moved = document && (undo ? engine_.undo.undo(document) : engine_.undo.redo(document));
+      const bool moved = document && (undo ? engine_.undo().undo(document) : engine_.undo().redo(document));
       if (!moved)
-        return refuse(engine_.undo.isOpen() ? "a scope is open" : undo ? "nothing to undo" : "nothing to redo");
+        return refuse(engine_.undo().isOpen() ? "a scope is open" : undo ? "nothing to undo" : "nothing to redo");
       engine_.leaveOutDeleted();
       return Variant(std::monostate());
     }
@@ -83,8 +83,8 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
       constexpr int shapeData = 1312, replaceText = 1179;
       if (command != shapeData && command != replaceText) return refuse("the host has no such command");
       const std::string description = *command == shapeData ? "Shape Data" : "Replace";
-      engine_.events.raise([&](ApplicationEvents& listener) { listener.EnterScope(*command, description); });
-      engine_.events.raise([&](ApplicationEvents& listener) { listener.ExitScope(*command, description); });
+      engine_.events().raise([&](ApplicationEvents& listener) { listener.EnterScope(*command, description); });
+      engine_.events().raise([&](ApplicationEvents& listener) { listener.ExitScope(*command, description); });
       return Variant(std::monostate());
     }
     case Member::Application_QueueMarkerEvent: {
@@ -92,7 +92,7 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
       if (!context) return refuse("a marker needs its text");
       const int sequence = ++lastMarker_;
       const std::string text(*context);
-      engine_.events.raise([&](ApplicationEvents& listener) { listener.MarkerEvent(sequence, text); });
+      engine_.events().raise([&](ApplicationEvents& listener) { listener.MarkerEvent(sequence, text); });
       return Variant(std::int64_t{sequence});
     }
     default:
@@ -106,7 +106,7 @@ Maybe<Variant> InMemoryHost::getDocuments(Member member, Arguments arguments) {
   if (member == Member::Documents_ItemByName) {
     const std::string_view name = textAt(arguments, 0).or_("");
     for (const DocumentId id : documents) {
-      const Document& document = *engine_.store.document(id);
+      const Document& document = *engine_.store().document(id);
       if (equalIgnoringCase(document.name, name) || equalIgnoringCase(document.path + document.name, name))
         return Variant(refTo(ObjectKind::Document, id.value));
     }
@@ -139,7 +139,7 @@ Maybe<Variant> InMemoryHost::callDocuments(Member member, Arguments arguments) {
 }
 
 Maybe<Variant> InMemoryHost::getDocument(DocumentId id, Member member) {
-  const Document& document = *engine_.store.document(id);
+  const Document& document = *engine_.store().document(id);
   switch (member) {
     case Member::Document_Pages:
       return Variant(refTo(ObjectKind::Pages, id.value));
@@ -165,11 +165,11 @@ Maybe<Variant> InMemoryHost::getDocument(DocumentId id, Member member) {
 }
 
 bool InMemoryHost::putDocument(DocumentId id, Member member, Arguments indices, const Argument& value) {
-  Document& document = *engine_.store.document(id);
+  Document& document = engine_.edit().documentFields(id);
   const Maybe<int> number = integerOf(value);
   if (member == Member::Document_Saved && number) {
     document.saved = *number != 0;
-    engine_.undo.noteSaved(id);
+    engine_.undo().noteSaved(id);
     return true;
   }
   if (member == Member::Document_Protection && number) {
@@ -191,7 +191,7 @@ Maybe<Variant> InMemoryHost::callDocument(DocumentId id, Member member, Argument
   switch (member) {
     case Member::Pages_Add: {
       const PageId page = addPage(engine_, id);
-      return Variant(engine_.store.page(page) ? refTo(ObjectKind::Page, page.value) : ObjectRef{});
+      return Variant(engine_.store().page(page) ? refTo(ObjectKind::Page, page.value) : ObjectRef{});
     }
     case Member::Document_Save:
       return settled(saveDocument(engine_, id, {}));
@@ -208,11 +208,11 @@ Maybe<Variant> InMemoryHost::callDocument(DocumentId id, Member member, Argument
 }
 
 Maybe<Variant> InMemoryHost::getPages(DocumentId id, Member member, Arguments arguments) {
-  const auto& pages = engine_.store.document(id)->pages;
+  const auto& pages = engine_.store().document(id)->pages;
   if (member == Member::Pages_Count) return Variant(static_cast<std::int64_t>(pages.size()));
   if (member == Member::Pages_ItemByName || member == Member::Pages_ItemU) {
     const NameKind kind = member == Member::Pages_ItemU ? NameKind::Universal : NameKind::Local;
-    const PageId page = engine_.store.pageNamed(id, textAt(arguments, 0).or_(""), kind);
+    const PageId page = engine_.store().pageNamed(id, textAt(arguments, 0).or_(""), kind);
     if (!page) return refuse("no page of this name");
     return Variant(refTo(ObjectKind::Page, page.value));
   }
@@ -222,11 +222,11 @@ Maybe<Variant> InMemoryHost::getPages(DocumentId id, Member member, Arguments ar
 }
 
 Maybe<Variant> InMemoryHost::getMasters(DocumentId id, Member member, Arguments arguments) {
-  const auto& masters = engine_.store.document(id)->masters;
+  const auto& masters = engine_.store().document(id)->masters;
   if (member == Member::Masters_Count) return Variant(static_cast<std::int64_t>(masters.size()));
   if (member == Member::Masters_ItemByName || member == Member::Masters_ItemU) {
     const NameKind kind = member == Member::Masters_ItemU ? NameKind::Universal : NameKind::Local;
-    const MasterId master = engine_.store.masterNamed(id, textAt(arguments, 0).or_(""), kind);
+    const MasterId master = engine_.store().masterNamed(id, textAt(arguments, 0).or_(""), kind);
     if (!master) return refuse("no master of this name");
     return Variant(refTo(ObjectKind::Master, master.value));
   }
@@ -236,7 +236,7 @@ Maybe<Variant> InMemoryHost::getMasters(DocumentId id, Member member, Arguments 
 }
 
 Maybe<Variant> InMemoryHost::getPage(PageId id, Member member) {
-  const Page& page = *engine_.store.page(id);
+  const Page& page = *engine_.store().page(id);
   switch (member) {
     case Member::Page_Name:
       return Variant(page.name);

@@ -67,12 +67,12 @@ Maybe<ObjectRef> referenceAt(Arguments arguments, std::size_t place, ObjectKind 
 }
 
 InMemoryHost::InMemoryHost(EngineOptions options) : engine_(std::move(options)) {
-  engine_.backend = this;
-  engine_.aftermath = routingAftermath();
+  engine_.setBackend(*this);
+  engine_.setAftermath(routingAftermath());
 }
 
 bool InMemoryHost::alive(const ObjectRef& object) const {
-  const Store& store = engine_.store;
+  const Store& store = engine_.store();
   switch (object.kind) {
     case ObjectKind::None:
       return false;
@@ -179,8 +179,8 @@ Maybe<Variant> InMemoryHost::get(const ObjectRef& given, Member member, Argument
     case ObjectKind::Masters:
       return getMasters(DocumentId{object.id}, member, arguments);
     case ObjectKind::Master:
-      return Variant(member == Member::Master_NameU ? engine_.store.master(MasterId{object.id})->universalName
-                                                    : engine_.store.master(MasterId{object.id})->name);
+      return Variant(member == Member::Master_NameU ? engine_.store().master(MasterId{object.id})->universalName
+                                                    : engine_.store().master(MasterId{object.id})->name);
     case ObjectKind::Page:
       return getPage(PageId{object.id}, member);
     case ObjectKind::Shapes:
@@ -316,7 +316,7 @@ Maybe<Variant> InMemoryHost::settled(const Outcome& outcome) {
 }
 
 std::string InMemoryHost::describe(const ObjectRef& object) const {
-  const Store& store = engine_.store;
+  const Store& store = engine_.store();
   const auto pageName = [&](PageId id) {
     const Page* page = store.page(id);
     if (!page) return std::string("a page that is gone");
@@ -360,25 +360,25 @@ std::string InMemoryHost::describe(const ObjectRef& object) const {
 }
 
 void InMemoryHost::activateApplication() {
-  engine_.events.raise([&](ApplicationEvents& listener) { listener.AppActivated(app()); });
+  engine_.events().raise([&](ApplicationEvents& listener) { listener.AppActivated(app()); });
 }
 
 void InMemoryHost::mouseDown(int button, int shift, double x, double y) {
-  engine_.events.raise([&](ApplicationEvents& listener) { listener.MouseDown(button, shift, x, y); });
+  engine_.events().raise([&](ApplicationEvents& listener) { listener.MouseDown(button, shift, x, y); });
 }
 
 void InMemoryHost::mouseMove(int button, int shift, double x, double y) {
-  engine_.events.raise(
+  engine_.events().raise(
       EventDispatcher::Occasion::Upkeep, [] { return true; },
       [&](ApplicationEvents& listener) { listener.MouseMove(button, shift, x, y); });
 }
 
 void InMemoryHost::beginModal() {
-  engine_.events.raise([&](ApplicationEvents& listener) { listener.BeforeModal(app()); });
+  engine_.events().raise([&](ApplicationEvents& listener) { listener.BeforeModal(app()); });
 }
 
 void InMemoryHost::endModal() {
-  engine_.events.raise([&](ApplicationEvents& listener) { listener.AfterModal(app()); });
+  engine_.events().raise([&](ApplicationEvents& listener) { listener.AfterModal(app()); });
 }
 
 }  // namespace quorvel::host

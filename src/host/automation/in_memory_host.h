@@ -21,8 +21,8 @@ class InMemoryHost : public Backend {
   bool put(const ObjectRef& object, Member member, Arguments indices, const Argument& value) override;
   Maybe<Variant> call(const ObjectRef& object, Member member, Arguments arguments) override;
   ObjectRef application() const override { return {ObjectKind::Application, 1, 0}; }
-  void advise(ApplicationEvents& listener) override { engine_.events.advise(listener); }
-  void unadvise(ApplicationEvents& listener) override { engine_.events.unadvise(listener); }
+  void advise(ApplicationEvents& listener) override { engine_.events().advise(listener); }
+  void unadvise(ApplicationEvents& listener) override { engine_.events().unadvise(listener); }
   std::vector<Refusal> refusals() const override { return {refusals_.begin(), refusals_.end()}; }
   std::size_t refusalCount() const override { return refusalCount_; }
   /// Takes the last refusal of that member out of those that are kept; nothing when none is.

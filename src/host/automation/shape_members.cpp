@@ -18,7 +18,7 @@
 namespace quorvel::host {
 
 Maybe<Variant> InMemoryHost::getShapes(const ObjectRef& object, Member member, Arguments arguments) {
-  const Store& store = engine_.store;
+  const Store& store = engine_.store();
   const Page* page = object.part == 1 ? store.page(PageId{object.id}) : nullptr;
   const std::vector<SheetId>& shapes = page ? page->shapes : store.sheet(SheetId{object.id})->children;
   const auto found = [](SheetId id) { return Variant(refTo(ObjectKind::Shape, id.value)); };
@@ -51,15 +51,15 @@ Maybe<Variant> InMemoryHost::getShapes(const ObjectRef& object, Member member, A
 Maybe<Variant> InMemoryHost::cellNamed(SheetId sheet, std::string_view name, Member member) {
   const Maybe<CellKey> parsed = parseCellName(name);
   if (!parsed) return refuseName("\"" + std::string(name) + "\" is no cell name");
-  const CellKey key = member == Member::Shape_CellsU ? keyOnSheet(engine_.store, sheet, *parsed)
-                                                     : keyByLocalName(engine_.store, sheet, *parsed);
-  if (!cellExists(engine_.store, sheet, key, false) && !isFieldToBe(engine_, {sheet, key}))
+  const CellKey key = member == Member::Shape_CellsU ? keyOnSheet(engine_.store(), sheet, *parsed)
+                                                     : keyByLocalName(engine_.store(), sheet, *parsed);
+  if (!cellExists(engine_.store(), sheet, key, false) && !isFieldToBe(engine_, {sheet, key}))
     return refuseName("the cell \"" + std::string(name) + "\" does not exist");
   return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 
 Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments arguments) {
-  const Store& store = engine_.store;
+  const Store& store = engine_.store();
   const Sheet& sheet = *store.sheet(id);
   switch (member) {
     case Member::Shape_ID:
@@ -231,13 +231,13 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
         if (!number) return refuse("four coordinates are needed");
         at[i] = *number;
       }
-      const PageId page = engine_.store.sheet(id)->page;
+      const PageId page = engine_.store().sheet(id)->page;
       return shape(member == Member::Shape_DrawLine ? drawLine(engine_, page, id, at[0], at[1], at[2], at[3])
                                                     : drawRectangle(engine_, page, id, at[0], at[1], at[2], at[3]));
     }
     case Member::Shape_Import:
       return shape(
-          importPicture(engine_, engine_.store.sheet(id)->page, id, std::string(textAt(arguments, 0).or_(""))));
+          importPicture(engine_, engine_.store().sheet(id)->page, id, std::string(textAt(arguments, 0).or_(""))));
     case Member::Shape_Duplicate:
       return shape(duplicateShape(engine_, id));
     case Member::Shape_Delete:
@@ -269,7 +269,7 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
       return settled(endTextEdit(engine_, id, textAt(arguments, 0).or_("")));
     case Member::Characters_AddCustomField:
       return settled(addCustomField(engine_, id,
-                                    toUniversalSyntax(textAt(arguments, 0).or_(""), engine_.store.locale()),
+                                    toUniversalSyntax(textAt(arguments, 0).or_(""), engine_.store().locale()),
                                     integerAt(arguments, 1).or_(0)));
     case Member::Cell_GlueTo: {
       const Maybe<ObjectRef> target = referenceAt(arguments, 0, ObjectKind::Cell);

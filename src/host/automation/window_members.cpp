@@ -27,10 +27,10 @@ std::vector<SheetId> InMemoryHost::listed(const SelectionSnapshot& snapshot) con
   std::vector<SheetId> shapes;
   std::unordered_set<SheetId> holdingSelected;
   for (const SheetId id : *snapshot.shapes) {
-    if (const Sheet* sheet = engine_.store.sheet(id)) holdingSelected.insert(sheet->parent);
+    if (const Sheet* sheet = engine_.store().sheet(id)) holdingSelected.insert(sheet->parent);
   }
   for (const SheetId id : *snapshot.shapes) {
-    const Sheet* sheet = engine_.store.sheet(id);
+    const Sheet* sheet = engine_.store().sheet(id);
     if (!sheet) {
       shapes.push_back(id);  // a shape that went keeps its place, as a null handle
       continue;
@@ -47,7 +47,7 @@ std::vector<SheetId> InMemoryHost::listed(const SelectionSnapshot& snapshot) con
 }
 
 Maybe<Variant> InMemoryHost::getSelection(const ObjectRef& object, Member member, Arguments arguments) {
-  const SelectionSnapshot* snapshot = engine_.selections.find(object.id);
+  const SelectionSnapshot* snapshot = engine_.selections().find(object.id);
   if (!snapshot) return refuse("the selection is gone");
   if (member == Member::Selection_IterationMode) return Variant(std::int64_t{snapshot->iterationMode});
   const std::vector<SheetId> shapes = listed(*snapshot);
@@ -58,12 +58,12 @@ Maybe<Variant> InMemoryHost::getSelection(const ObjectRef& object, Member member
 }
 
 Maybe<Variant> InMemoryHost::callSelection(const ObjectRef& object, Member member) {
-  const SelectionSnapshot* snapshot = engine_.selections.find(object.id);
+  const SelectionSnapshot* snapshot = engine_.selections().find(object.id);
   if (!snapshot) return refuse("the selection is gone");
   const bool regroups = member == Member::Selection_Group || member == Member::Selection_Ungroup;
   // Members that are selected are grouped among themselves, however the selection is walked.
   std::vector<SheetId> shapes = listed(regroups ? SelectionSnapshot{snapshot->shapes, skipSuper} : *snapshot);
-  std::erase_if(shapes, [&](SheetId id) { return !engine_.store.sheet(id); });
+  std::erase_if(shapes, [&](SheetId id) { return !engine_.store().sheet(id); });
   if (member == Member::Selection_Copy) return settled(copyToClipboard(engine_, shapes));
   if (member == Member::Selection_Ungroup) return settled(ungroupShapes(engine_, shapes));
   if (member == Member::Selection_Group) {
@@ -76,7 +76,7 @@ Maybe<Variant> InMemoryHost::callSelection(const ObjectRef& object, Member membe
 }
 
 bool InMemoryHost::putSelection(const ObjectRef& object, const Argument& value) {
-  SelectionSnapshot* snapshot = engine_.selections.find(object.id);
+  SelectionSnapshot* snapshot = engine_.selections().find(object.id);
   const Maybe<int> mode = integerOf(value);
   if (!snapshot || !mode) {
     refuse("the selection is gone or the mode is no number");
@@ -88,7 +88,7 @@ bool InMemoryHost::putSelection(const ObjectRef& object, const Argument& value) 
 
 bool InMemoryHost::putWindow(WindowId id, const Argument& value) {
   const auto* page = std::get_if<ObjectRef>(&value);
-  const Page* shown = page && page->kind == ObjectKind::Page ? engine_.store.page(PageId{page->id}) : nullptr;
+  const Page* shown = page && page->kind == ObjectKind::Page ? engine_.store().page(PageId{page->id}) : nullptr;
   if (!shown || shown->master || shown->document != engine_.window(id)->document) {
     refuse("the page is no page of the window's document");
     return false;
@@ -116,15 +116,15 @@ Maybe<Variant> InMemoryHost::getWindow(WindowId id, Member member) {
     case Member::Window_SubType:
       return Variant(std::int64_t{window.subType});
     case Member::Window_Caption: {
-      const Page* page = engine_.store.page(window.page);
-      return Variant(engine_.store.document(window.document)->name + (page ? ":" + page->name : ""));
+      const Page* page = engine_.store().page(window.page);
+      return Variant(engine_.store().document(window.document)->name + (page ? ":" + page->name : ""));
     }
     case Member::Window_Document:
       return Variant(refTo(ObjectKind::Document, window.document.value));
     case Member::Window_Page:
       return Variant(window.page ? refTo(ObjectKind::Page, window.page.value) : ObjectRef{});
     case Member::Window_Selection:
-      return Variant(refTo(ObjectKind::Selection, engine_.selections.add({window.selected, 0})));
+      return Variant(refTo(ObjectKind::Selection, engine_.selections().add({window.selected, 0})));
     default:
       return refuse("not a property");
   }
@@ -134,7 +134,7 @@ Maybe<Variant> InMemoryHost::callWindow(WindowId id, Member member, Arguments ar
   switch (member) {
     case Member::Window_Select: {
       const Maybe<ObjectRef> object = referenceAt(arguments, 0, ObjectKind::Shape);
-      const Sheet* sheet = object ? engine_.store.sheet(SheetId{object->id}) : nullptr;
+      const Sheet* sheet = object ? engine_.store().sheet(SheetId{object->id}) : nullptr;
       const int action = integerAt(arguments, 1).or_(0);
       if (!sheet || !sheet->isShape() || sheet->page != engine_.window(id)->page)
         return refuse("the shape is not on the window's page");
@@ -161,7 +161,7 @@ Maybe<Variant> InMemoryHost::callWindow(WindowId id, Member member, Arguments ar
 
 Maybe<Variant> InMemoryHost::getLayers(const ObjectRef& object, Member member, Arguments arguments) {
   const PageId page{object.id};
-  const auto rows = rowsOf(engine_.store, engine_.store.page(page)->sheet, SectionNumber::Layer);
+  const auto rows = rowsOf(engine_.store(), engine_.store().page(page)->sheet, SectionNumber::Layer);
   switch (member) {
     case Member::Layers_Count:
       return Variant(static_cast<std::int64_t>(rows.size()));
@@ -171,7 +171,7 @@ Maybe<Variant> InMemoryHost::getLayers(const ObjectRef& object, Member member, A
       return Variant(refTo(ObjectKind::Layer, object.id, rows[static_cast<std::size_t>(index) - 1].key.index()));
     }
     case Member::Layers_Item: {
-      const int layer = layerNamed(engine_.store, page, textAt(arguments, 0).or_(""));
+      const int layer = layerNamed(engine_.store(), page, textAt(arguments, 0).or_(""));
       if (layer < 0) return refuse("no layer of this name");
       return Variant(refTo(ObjectKind::Layer, object.id, static_cast<std::uint64_t>(layer)));
     }
@@ -181,12 +181,12 @@ Maybe<Variant> InMemoryHost::getLayers(const ObjectRef& object, Member member, A
   const auto layer = static_cast<int>(object.part);
   if (std::none_of(rows.begin(), rows.end(), [&](const RowView& row) { return int(row.key.index()) == layer; }))
     return refuse("the layer is gone");
-  if (member == Member::Layer_Name) return Variant(layerName(engine_.store, page, layer));
+  if (member == Member::Layer_Name) return Variant(layerName(engine_.store(), page, layer));
   const int column = integerAt(arguments, 0).or_(-1);
   const CellKey key{SectionNumber::Layer, RowKey::index(static_cast<std::uint32_t>(layer)),
                     static_cast<Column>(column)};
-  const SheetId sheet = engine_.store.page(page)->sheet;
-  if (column < 0 || !cellExists(engine_.store, sheet, key, false)) return refuseName("no such column");
+  const SheetId sheet = engine_.store().page(page)->sheet;
+  if (column < 0 || !cellExists(engine_.store(), sheet, key, false)) return refuseName("no such column");
   return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
 
@@ -199,18 +199,18 @@ Maybe<Variant> InMemoryHost::callLayers(const ObjectRef& object, Member member, 
   }
   if (member != Member::Layer_Add && member != Member::Layer_Remove) return refuse("not an action");
   const auto layer = static_cast<int>(object.part);
-  if (layer >= 0 && !rowExists(engine_.store, engine_.store.page(page)->sheet, SectionNumber::Layer,
+  if (layer >= 0 && !rowExists(engine_.store(), engine_.store().page(page)->sheet, SectionNumber::Layer,
                                RowKey::index(static_cast<std::uint32_t>(layer)), false))
     return refuse("the layer is gone");
   const Maybe<ObjectRef> shape = referenceAt(arguments, 0, ObjectKind::Shape);
-  const Sheet* sheet = shape ? engine_.store.sheet(SheetId{shape->id}) : nullptr;
+  const Sheet* sheet = shape ? engine_.store().sheet(SheetId{shape->id}) : nullptr;
   if (!sheet || sheet->page != page) return refuse("the shape is not on the layer's page");
   return settled(setLayerMembership(engine_, sheet->id, layer, member == Member::Layer_Add));
 }
 
 Maybe<Variant> InMemoryHost::getHyperlinks(const ObjectRef& object, Member member, Arguments arguments) {
   const SheetId sheet{object.id};
-  const auto rows = rowsOf(engine_.store, sheet, SectionNumber::Hyperlink);
+  const auto rows = rowsOf(engine_.store(), sheet, SectionNumber::Hyperlink);
   if (member == Member::Hyperlinks_Count) return Variant(static_cast<std::int64_t>(rows.size()));
   if (member == Member::Hyperlinks_Item) {
     const int index = integerAt(arguments, 0).or_(-1);
@@ -218,9 +218,9 @@ Maybe<Variant> InMemoryHost::getHyperlinks(const ObjectRef& object, Member membe
     return Variant(engine_.refToHyperlink(sheet, rows[static_cast<std::size_t>(index)].key));
   }
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
-  if (!rowExists(engine_.store, sheet, SectionNumber::Hyperlink, row, false)) return refuse("the hyperlink is gone");
+  if (!rowExists(engine_.store(), sheet, SectionNumber::Hyperlink, row, false)) return refuse("the hyperlink is gone");
   const auto value = [&](std::string_view column) {
-    return cellValue(engine_.store, sheet, hyperlinkCell(object, column));
+    return cellValue(engine_.store(), sheet, hyperlinkCell(object, column));
   };
   switch (member) {
     case Member::Hyperlink_NewWindow:
@@ -235,7 +235,7 @@ Maybe<Variant> InMemoryHost::getHyperlinks(const ObjectRef& object, Member membe
 bool InMemoryHost::putHyperlink(const ObjectRef& object, Member member, const Argument& value) {
   const SheetId sheet{object.id};
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
-  if (!rowExists(engine_.store, sheet, SectionNumber::Hyperlink, row, false)) {
+  if (!rowExists(engine_.store(), sheet, SectionNumber::Hyperlink, row, false)) {
     refuse("the hyperlink is gone");
     return false;
   }
@@ -270,7 +270,7 @@ Maybe<Variant> InMemoryHost::callHyperlinks(const ObjectRef& object, Member memb
   }
   if (member != Member::Hyperlink_Delete) return refuse("not an action");
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
-  return settled(deleteRow(engine_, sheet, section, placeOf(engine_.store, sheet, SectionNumber::Hyperlink, row)));
+  return settled(deleteRow(engine_, sheet, section, placeOf(engine_.store(), sheet, SectionNumber::Hyperlink, row)));
 }
 
 }  // namespace quorvel::host

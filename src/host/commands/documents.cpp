@@ -25,9 +25,9 @@ std::string nowUtc() {
 std::string drawingName(const Engine& engine) {
   for (int n = 1;; ++n) {
     const std::string name = "Drawing" + std::to_string(n);
-    const auto& documents = engine.store.documents();
+    const auto& documents = engine.store().documents();
     if (std::none_of(documents.begin(), documents.end(),
-                     [&](DocumentId id) { return engine.store.document(id)->name == name; }))
+                     [&](DocumentId id) { return engine.store().document(id)->name == name; }))
       return name;
   }
 }
@@ -35,21 +35,9 @@ std::string drawingName(const Engine& engine) {
 DocumentOutcome refusedDocument(std::string reason) { return {Outcome::refused(std::move(reason)), {}}; }
 
 DocumentOutcome read(Engine& engine, const std::string& fileName) {
-  const OpenResult result = openFile(engine.formats, engine.store, fileName);
+  const OpenResult result = engine.readDocument(fileName);
   if (!result.document) return refusedDocument(result.error);
-  engine.graph.addDocument(result.document);
   return {Outcome::done(), result.document};
-}
-
-/// A page without a size is a file that other programs refuse.
-void setLetterSize(Store& store, SheetId page) {
-  const auto set = [&](std::string_view name, double inches) {
-    store.sheet(page)->local(objectCell(name)).value = Value::number(inches, Unit::Inches);
-  };
-  set("PageWidth", 8.5);
-  set("PageHeight", 11);
-  set("PageScale", 1);
-  set("DrawingScale", 1);
 }
 
 void activate(Engine& engine, DocumentId document, bool hidden) {
@@ -103,22 +91,21 @@ std::vector<CellAddress> showingLastSave(const Store& store, const Document& doc
 }
 
 LastSaveValues::LastSaveValues(Engine& engine, DocumentId document) : engine_(engine) {
-  const std::vector<CellAddress> showing = showingLastSave(engine.store, *engine.store.document(document));
+  const std::vector<CellAddress> showing = showingLastSave(engine.store(), *engine.store().document(document));
   if (showing.empty()) return;
-  const UndoLog::Attribution housekeeping(engine.undo, true);  // the time of a save is not taken back
-  raiseChanged(engine.recalculator.run(showing, {}, [this](const CellAddress& cell, const Value& value) {
-    const Cell* const held = engine_.store.sheet(cell.sheet)->findLocal(cell.key);
+  const UndoLog::Attribution housekeeping(engine.undo(), true);  // the time of a save is not taken back
+  raiseChanged(engine.recalculate(showing, {}, [this](const CellAddress& cell) {
+    const Cell* const held = engine_.store().sheet(cell.sheet)->findLocal(cell.key);
     before_.emplace_back(cell, held ? std::optional<Cell>(*held) : std::nullopt);
-    engine_.edit.setValue(cell, value);
   }));
 }
 
 void LastSaveValues::restore() {
-  const UndoLog::Attribution housekeeping(engine_.undo, true);
+  const UndoLog::Attribution housekeeping(engine_.undo(), true);
   std::vector<CellAddress> changed;
   for (auto& [cell, held] : before_) {
-    if (!engine_.store.sheet(cell.sheet)) continue;
-    engine_.edit.setCell(cell, std::move(held));
+    if (!engine_.store().sheet(cell.sheet)) continue;
+    engine_.edit().setCell(cell, std::move(held));
     changed.push_back(cell);
   }
   raiseChanged(changed);
@@ -134,21 +121,19 @@ DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
   DocumentId id;
   const std::string name = drawingName(engine);
   if (templateFile.empty()) {
-    id = engine.store.addDocument(name);
-    setLetterSize(engine.store, engine.store.page(engine.store.addPage(id, "Page-1"))->sheet);
-    engine.graph.addDocument(id);
+    id = engine.addDocument(name);
   } else {
     const DocumentOutcome opened = read(engine, templateFile);
     if (!opened.outcome) return opened;
     id = opened.document;
-    Document& document = *engine.store.document(id);
+    Document& document = engine.edit().documentFields(id);
     document.name = name;
     document.path.clear();
     document.properties.templateName = fs::path(templateFile).filename().string();
     document.properties.timeCreated = nowUtc();
     document.properties.timeSaved.clear();
   }
-  engine.store.document(id)->isStencil = false;
+  engine.edit().documentFields(id).isStencil = false;
   activate(engine, id, false);
   if (!engine.raiseForUpkeep(&ApplicationEvents::DocumentCreated, id))
     return refusedDocument("the document was closed while it was made");
@@ -161,15 +146,15 @@ DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool r
   if (!asCopy) {
     Document probe;
     placeDocument(probe, fileName);
-    for (const DocumentId id : engine.store.documents()) {
-      const Document& open = *engine.store.document(id);
+    for (const DocumentId id : engine.store().documents()) {
+      const Document& open = *engine.store().document(id);
       if (!open.path.empty() && open.path + open.name == probe.path + probe.name) return {Outcome::done(), id};
     }
   }
   const DocumentOutcome opened = read(engine, fileName);
   if (!opened.outcome) return opened;
   const DocumentId id = opened.document;
-  Document& document = *engine.store.document(id);
+  Document& document = engine.edit().documentFields(id);
   if (asCopy) {
     document.name = drawingName(engine);
     document.path.clear();
@@ -179,67 +164,64 @@ DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool r
   activate(engine, id, hidden || document.isStencil);
   if (!engine.raiseForUpkeep(&ApplicationEvents::DocumentOpened, id))
     return refusedDocument("the document was closed while it was opened");
-  if (!hidden && !engine.store.document(id)->isStencil) tellWindow(engine);
+  if (!hidden && !engine.store().document(id)->isStencil) tellWindow(engine);
   if (!engine.exists(id)) return refusedDocument("the document was closed while it was opened");
   return {Outcome::done(), id};
 }
 
 Outcome writeCopy(Engine& engine, DocumentId id, const std::string& fileName) {
-  const DocumentFormat* format = formatFor(engine.formats, fileName);
+  const DocumentFormat* format = engine.formatFor(fileName);
   if (!format)
     return Outcome::refused("\"" + fileName +
                             "\" is not a kind of drawing that can be written; use .vsdx, .vssx, .vstx or .vdx.");
-  const std::string error = format->save(engine.store, id, fileName);
+  const std::string error = format->save(engine.store(), id, fileName);
   return error.empty() ? Outcome::done() : Outcome::refused(error);
 }
 
 Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName) {
-  Document* document = engine.store.document(id);
+  const Document* document = engine.store().document(id);
   if (!document) return Outcome::refused("the document is gone");
   const bool saveAs = !fileName.empty();
   if (!saveAs && document->path.empty()) return Outcome::refused("the document was never saved; give it a file name");
   if (!saveAs && document->readOnly) return Outcome::refused("the document was opened for reading only");
   const std::string target = saveAs ? fileName : document->path + document->name;
-  if (!formatFor(engine.formats, target))
+  if (!engine.formatFor(target))
     return Outcome::refused("\"" + target +
                             "\" is not a kind of drawing that can be written; use .vsdx, .vssx, .vstx or .vdx.");
   if (!engine.raiseForUpkeep(saveAs ? &ApplicationEvents::BeforeDocumentSaveAs : &ApplicationEvents::BeforeDocumentSave,
                              id))
     return Outcome::refused("the document was closed while it was saved");
-  document = engine.store.document(id);
-  const DocumentProperties before = document->properties;
-  document->properties.timeSaved = nowUtc();
-  if (document->properties.timeCreated.empty()) document->properties.timeCreated = document->properties.timeSaved;
+  DocumentProperties& properties = engine.edit().documentFields(id).properties;
+  const DocumentProperties before = properties;
+  properties.timeSaved = nowUtc();
+  if (properties.timeCreated.empty()) properties.timeCreated = properties.timeSaved;
   LastSaveValues lastSave(engine, id);
-  document = engine.store.document(id);
-  if (!document) return Outcome::refused("the document was closed while it was saved");
+  if (!engine.exists(id)) return Outcome::refused("the document was closed while it was saved");
   const Outcome written = writeCopy(engine, id, target);
+  Document& saved = engine.edit().documentFields(id);
   if (!written) {
-    document->properties = before;
+    saved.properties = before;
     lastSave.restore();
     return written;
   }
-  placeDocument(*document, target);
-  document->saved = true;
-  engine.undo.noteSaved(id);
-  if (saveAs) document->readOnly = false;
+  placeDocument(saved, target);
+  saved.saved = true;
+  engine.undo().noteSaved(id);
+  if (saveAs) saved.readOnly = false;
   engine.raiseForUpkeep(saveAs ? &ApplicationEvents::DocumentSavedAs : &ApplicationEvents::DocumentSaved, id);
   return Outcome::done();
 }
 
 Outcome closeDocument(Engine& engine, DocumentId id) {
-  if (!engine.store.document(id)) return Outcome::refused("the document is gone");
+  if (!engine.store().document(id)) return Outcome::refused("the document is gone");
   // A scope that a script holds open does not need the other documents; a command may.
-  if (engine.commandDepth > 0 || engine.undo.isInOpenStep(id))
+  if (engine.isInCommand() || engine.undo().isInOpenStep(id))
     return Outcome::refused("a document can't be closed inside a command");
   if (!engine.raiseForUpkeep(&ApplicationEvents::BeforeDocumentClose, id)) return Outcome::done();
   // A listener may have opened a step and left it open.
-  if (engine.undo.isInOpenStep(id)) return Outcome::refused("a document can't be closed inside a command");
+  if (engine.undo().isInOpenStep(id)) return Outcome::refused("a document can't be closed inside a command");
   const bool wasActive = engine.activeDocument() == id;
-  engine.undo.forget(id);
-  engine.graph.forgetDocument(id);
-  engine.removeWindow(id);
-  engine.store.removeDocument(id);
+  engine.removeDocument(id);
   if (wasActive) tellWindow(engine);
   return Outcome::done();
 }

@@ -16,7 +16,7 @@ struct Placement {
 Placement placementOf(const Engine& engine, SheetId shape) {
   static const CellKey pinX = objectCell("PinX"), pinY = objectCell("PinY"), width = objectCell("Width"),
                        height = objectCell("Height");
-  const auto number = [&](const CellKey& key) { return cellNumber(engine.store, shape, key); };
+  const auto number = [&](const CellKey& key) { return cellNumber(engine.store(), shape, key); };
   return {number(pinX), number(pinY), number(width), number(height)};
 }
 
@@ -39,7 +39,7 @@ Placement beside(const Placement& target, const Placement& dropped, int directio
 ShapeOutcome dropConnected(Engine& engine, PageId page, MasterId master, SheetId target, int direction,
                            MasterId connector) {
   const auto refused = [](std::string reason) { return ShapeOutcome{Outcome::refused(std::move(reason)), {}}; };
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   if (!store.page(page)) return refused("the page is gone");
   const Sheet* to = store.sheet(target);
   if (!to || !to->isShape() || to->page != page || to->parent) return refused("the shape is not on the page itself");

@@ -13,13 +13,13 @@ namespace quorvel::host {
 namespace {
 
 GlueTarget nearest(const Engine& engine, SheetId shape, double x, double y) {
-  const std::vector<RowView> rows = rowsOf(engine.store, shape, SectionNumber::Connection);
+  const std::vector<RowView> rows = rowsOf(engine.store(), shape, SectionNumber::Connection);
   GlueTarget best{"LocPinX", "LocPinY", "PinX", GlueTarget::pinPart};
   double bestDistance = INFINITY;
-  const Matrix toPage = toPageMatrix(engine.store, shape);
+  const Matrix toPage = toPageMatrix(engine.store(), shape);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    const Point at = toPage({cellNumber(engine.store, shape, connectionCell(rows[i].key, "X")),
-                             cellNumber(engine.store, shape, connectionCell(rows[i].key, "Y"))});
+    const Point at = toPage({cellNumber(engine.store(), shape, connectionCell(rows[i].key, "X")),
+                             cellNumber(engine.store(), shape, connectionCell(rows[i].key, "Y"))});
     const double distance = std::hypot(at.x - x, at.y - y);
     if (distance >= bestDistance) continue;
     bestDistance = distance;
@@ -43,27 +43,27 @@ bool mayWalk(const Store& store, SheetId from, SheetId to) {
 Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target) {
   static const CellKey beginX = objectCell("BeginX"), beginY = objectCell("BeginY"), endX = objectCell("EndX"),
                        endY = objectCell("EndY");
-  const Sheet* from = engine.store.sheet(end.sheet);
-  const Sheet* to = engine.store.sheet(target.sheet);
+  const Sheet* from = engine.store().sheet(end.sheet);
+  const Sheet* to = engine.store().sheet(target.sheet);
   if (!from || !to) return Outcome::refused("the object is gone");
   const bool begin = end.key == beginX || end.key == beginY;
   if (!begin && end.key != endX && end.key != endY) return Outcome::refused("only the ends of 1-D shapes can be glued");
-  if (!findCell(engine.store, end.sheet, beginX)) return Outcome::refused("only 1-D shapes have ends");
+  if (!findCell(engine.store(), end.sheet, beginX)) return Outcome::refused("only 1-D shapes have ends");
   if (!to->isShape() || to->page != from->page || to->id == from->id)
     return Outcome::refused("an end is glued to another shape of its page");
 
   GlueTarget point;
   bool walks = false;
   if (target.key.section == SectionNumber::Connection) {
-    const std::vector<RowView> rows = rowsOf(engine.store, target.sheet, SectionNumber::Connection);
+    const std::vector<RowView> rows = rowsOf(engine.store(), target.sheet, SectionNumber::Connection);
     std::size_t place = 0;
     while (place < rows.size() && rows[place].key != target.key.row) ++place;
     if (place == rows.size()) return Outcome::refused("no such connection point");
     point = glueTargetAt(rows, place);
   } else if (target.key.section == SectionNumber::Object) {
     static const CellKey pinX = objectCell("PinX"), pinY = objectCell("PinY");
-    walks = (target.key == pinX || target.key == pinY) && mayWalk(engine.store, end.sheet, target.sheet);
-    const auto other = [&](const CellKey& key) { return cellNumber(engine.store, end.sheet, key); };
+    walks = (target.key == pinX || target.key == pinY) && mayWalk(engine.store(), end.sheet, target.sheet);
+    const auto other = [&](const CellKey& key) { return cellNumber(engine.store(), end.sheet, key); };
     point = nearest(engine, target.sheet, other(begin ? endX : beginX), other(begin ? endY : beginY));
     if (walks) point = {"", "", "PinX", GlueTarget::pinPart};
   } else {

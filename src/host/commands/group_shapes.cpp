@@ -107,8 +107,7 @@ SheetId makeGroup(Engine& engine, PageId page, SheetId parent, const Box& box) {
   make.length("LocPinY", box.height() / 2, "Height*0.5");
   make.angle("Angle", 0);
   make.textBlock(box.width(), box.height());
-  engine.graph.addSheet(group);
-  engine.edit.shapeAdded(group);
+  engine.edit().shapeAdded(group);
   return group;
 }
 
@@ -119,7 +118,7 @@ void tellParentsChanged(Engine& engine, const std::vector<SheetId>& members) {
 /// In place of the shapes that are selected.
 void selectInstead(Engine& engine, PageId page, const std::vector<SheetId>& of, const std::vector<SheetId>& instead) {
   if (!engine.exists(page)) return;
-  const WindowState* window = engine.windowOf(engine.store.page(page)->document);
+  const WindowState* window = engine.windowOf(engine.store().page(page)->document);
   if (!window || window->page != page) return;
   const auto isOne = [&](SheetId shape) { return std::find(of.begin(), of.end(), shape) != of.end(); };
   std::vector<SheetId> selection = window->selection();
@@ -139,7 +138,7 @@ std::vector<SheetId> inStackOrder(const Store& store, const std::vector<SheetId>
 
 /// Members that inherited through the group's master can't do so without the group.
 void standOnOwnCells(Engine& engine, SheetId group) {
-  Store& store = engine.store;
+  const Store& store = engine.store();
   const Sheet* prototype = store.sheet(store.sheet(group)->prototype);
   if (!prototype) return;
   for (const SheetId member : store.subtree(group)) {
@@ -147,12 +146,12 @@ void standOnOwnCells(Engine& engine, SheetId group) {
     if (member == group || !own || own->page != prototype->page) continue;
     OwnContent content = ownContentOf(store, member);
     for (const Section& section : std::vector(store.sheet(member)->sections))
-      engine.edit.replaceSection(member, section.number, std::nullopt);
+      engine.edit().replaceSection(member, section.number, std::nullopt);
     for (Section& section : content.sections) {
       const SectionNumber number = section.number;
-      engine.edit.replaceSection(member, number, std::move(section));
+      engine.edit().replaceSection(member, number, std::move(section));
     }
-    engine.edit.setFields(member, [&](SheetFields& fields) {
+    engine.edit().setFields(member, [&](SheetFields& fields) {
       fields.text = content.text;
       fields.foreign = content.foreign;
       fields.lineStyle = content.lineStyle;
@@ -195,9 +194,9 @@ Outcome checkUngrouping(const Store& store, const std::vector<SheetId>& groups) 
 
 /// Gives the members that came out; none when a handler prevented it.
 std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   {
-    const EventDispatcher::HoldingArrivals holding(engine.events);
+    const EventDispatcher::HoldingArrivals holding(engine.events());
     engine.raise(&ApplicationEvents::BeforeShapeDelete, id);
   }
   // The end of the holding raises events too.
@@ -208,15 +207,15 @@ std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
   const SheetId parent = group->parent;
   const int shapeId = group->shapeId;
 
-  PlacementJournal::Standstill standstill(engine.placements);
+  PlacementJournal::Standstill standstill(engine.placements());
   standOnOwnCells(engine, id);
   Regrouping regrouping(engine, members, passageOutOf(store, id));
-  for (std::size_t i = 0; i < members.size(); ++i) engine.edit.moveToGroup(members[i], parent, place + i);
+  for (std::size_t i = 0; i < members.size(); ++i) engine.edit().moveToGroup(members[i], parent, place + i);
   regrouping.settle();
-  engine.edit.removeConnects(
+  engine.edit().removeConnects(
       group->page, [&](const Connect& connect) { return connect.fromShape == shapeId || connect.toShape == shapeId; });
   const std::vector<CellAddress> loosened = loosenReferencesTo(engine, {id});
-  engine.edit.removeShape(id);
+  engine.edit().removeShape(id);
   standstill.end();
 
   tellParentsChanged(engine, members);
@@ -228,7 +227,7 @@ std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
 }  // namespace
 
 ShapeOutcome groupShapes(Engine& engine, std::vector<SheetId> shapes) {
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   if (Outcome checked = checkGrouping(store, shapes); !checked) return {checked, {}};
   shapes = inStackOrder(store, shapes);
   const PageId page = store.sheet(shapes.front())->page;
@@ -237,14 +236,14 @@ ShapeOutcome groupShapes(Engine& engine, std::vector<SheetId> shapes) {
 
   CommandScope scope(engine, store.page(page)->document, "Group");
   const Box box = boxAround(store, shapes);
-  PlacementJournal::Standstill standstill(engine.placements);
+  PlacementJournal::Standstill standstill(engine.placements());
   const SheetId group = makeGroup(engine, page, parent, box);
   Passage passage;
   passage.map = {1, 0, 0, 1, -box.left, -box.bottom};
   passage.scaleWith = group;
   Regrouping regrouping(engine, shapes, passage);
-  for (std::size_t i = 0; i < shapes.size(); ++i) engine.edit.moveToGroup(shapes[i], group, i);
-  engine.edit.moveInStack(group, place);
+  for (std::size_t i = 0; i < shapes.size(); ++i) engine.edit().moveToGroup(shapes[i], group, i);
+  engine.edit().moveInStack(group, place);
   regrouping.settle();
   standstill.end();
 
@@ -258,19 +257,19 @@ ShapeOutcome groupShapes(Engine& engine, std::vector<SheetId> shapes) {
 }
 
 Outcome convertToGroup(Engine& engine, SheetId shape) {
-  const Sheet* sheet = engine.store.sheet(shape);
+  const Sheet* sheet = engine.store().sheet(shape);
   if (!sheet || !sheet->isShape()) return Outcome::refused("only shapes can become groups");
   if (sheet->kind == SheetKind::Group) return Outcome::refused("the shape is a group already");
   if (sheet->kind != SheetKind::Shape) return Outcome::refused("a picture has no members");
-  if (Outcome held = checkHold(engine.store, shape); !held) return held;
+  if (Outcome held = checkHold(engine.store(), shape); !held) return held;
   CommandScope scope(engine, sheet->document, "Convert to Group");
-  engine.edit.setFields(shape, [](SheetFields& fields) { fields.kind = SheetKind::Group; });
+  engine.edit().setFields(shape, [](SheetFields& fields) { fields.kind = SheetKind::Group; });
   scope.commit();
   return Outcome::done();
 }
 
 Outcome ungroupShapes(Engine& engine, const std::vector<SheetId>& shapes) {
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   std::vector<SheetId> groups;
   for (const SheetId shape : shapes) {
     const Sheet* sheet = store.sheet(shape);

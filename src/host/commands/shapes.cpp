@@ -20,17 +20,16 @@ ShapeOutcome refusedShape(std::string reason) { return {Outcome::refused(std::mo
 
 /// Registers a finished drawn shape, tells of it, and gives it back if it is still there.
 ShapeOutcome finish(Engine& engine, SheetId shape, CommandScope& scope) {
-  engine.graph.addSheet(shape);
-  engine.edit.shapeAdded(shape);
+  engine.edit().shapeAdded(shape);
   tellAdded(engine, shape);
   scope.commit();
-  return {Outcome::done(), engine.store.sheet(shape) ? shape : SheetId{}};
+  return {Outcome::done(), engine.store().sheet(shape) ? shape : SheetId{}};
 }
 
 Outcome checkHome(const Engine& engine, PageId page, SheetId parent) {
-  if (!engine.store.page(page)) return Outcome::refused("the page is gone");
+  if (!engine.store().page(page)) return Outcome::refused("the page is gone");
   if (!parent) return Outcome::done();
-  const Sheet* group = engine.store.sheet(parent);
+  const Sheet* group = engine.store().sheet(parent);
   if (!group || !group->isShape()) return Outcome::refused("the group is gone");
   if (group->kind == SheetKind::Foreign || group->kind == SheetKind::Guide)
     return Outcome::refused("a picture has no members");
@@ -38,12 +37,12 @@ Outcome checkHome(const Engine& engine, PageId page, SheetId parent) {
 }
 
 void moveTo(Engine& engine, SheetId shape, std::size_t place) {
-  const auto& order = engine.store.siblings(*engine.store.sheet(shape));
-  if (place < order.size() && order[place] != shape) engine.edit.moveInStack(shape, place);
+  const auto& order = engine.store().siblings(*engine.store().sheet(shape));
+  if (place < order.size() && order[place] != shape) engine.edit().moveInStack(shape, place);
 }
 
 std::size_t placeInStack(const Engine& engine, SheetId shape) {
-  const auto& order = engine.store.siblings(*engine.store.sheet(shape));
+  const auto& order = engine.store().siblings(*engine.store().sheet(shape));
   return static_cast<std::size_t>(std::find(order.begin(), order.end(), shape) - order.begin());
 }
 
@@ -58,7 +57,7 @@ void replaceSelection(Engine& engine, WindowState& window, std::vector<SheetId> 
 
 /// The page's window in front, with the page.
 void bringPageToFront(Engine& engine, PageId page) {
-  const WindowState* window = engine.windowOf(engine.store.page(page)->document);
+  const WindowState* window = engine.windowOf(engine.store().page(page)->document);
   if (!window) return;
   const WindowId id = window->id;
   engine.bringToFront(id);
@@ -68,12 +67,12 @@ void bringPageToFront(Engine& engine, PageId page) {
 /// Selects what was made, then raises ShapeAdded of each. False when listeners deleted all of it and changed nothing
 /// else: the making is then to be taken back, with the masters, styles and layers that it brought.
 bool announce(Engine& engine, DocumentId document, const std::vector<SheetId>& made) {
-  const std::size_t before = engine.undo.openEntries();
+  const std::size_t before = engine.undo().openEntries();
   if (const WindowState* window = engine.windowOf(document)) setSelection(engine, window->id, made);
   for (const SheetId shape : made) tellAdded(engine, shape);
   engine.leaveOutDeleted();
   const auto exists = [&](SheetId shape) { return engine.exists(shape); };
-  return std::ranges::any_of(made, exists) || engine.undo.hasLastingChangeFrom(before);
+  return std::ranges::any_of(made, exists) || engine.undo().hasLastingChangeFrom(before);
 }
 
 }  // namespace
@@ -93,14 +92,14 @@ void showPage(Engine& engine, WindowId id, PageId page) {
 ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y) {
   if (!engine.exists(master)) return refusedShape("the master is gone");
   if (!engine.exists(page)) return refusedShape("the page is gone");
-  if (engine.store.page(engine.store.master(master)->contents)->shapes.empty())
+  if (engine.store().page(engine.store().master(master)->contents)->shapes.empty())
     return refusedShape("the master holds no shape");
-  const DocumentId document = engine.store.page(page)->document;
+  const DocumentId document = engine.store().page(page)->document;
   CommandScope scope(engine, document, "Drop");
   bringPageToFront(engine, page);
   scope.commit();
   if (!engine.exists(page, master)) return {};
-  if (engine.store.page(engine.store.master(master)->contents)->shapes.empty()) return {};
+  if (engine.store().page(engine.store().master(master)->contents)->shapes.empty()) return {};
   CommandScope making(engine, document, "Drop");
   const SheetId shape = instantiate(engine, localMaster(engine, document, master), page, x, y);
   if (announce(engine, document, {shape})) making.commit();
@@ -109,7 +108,7 @@ ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, 
 
 ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2) {
   if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
-  CommandScope scope(engine, engine.store.page(page)->document, "Rectangle");
+  CommandScope scope(engine, engine.store().page(page)->document, "Rectangle");
   const SheetId shape = newShape(engine, page, parent, SheetKind::Shape);
   ShapeMaker make(engine, shape);
   const double width = std::fabs(x2 - x1), height = std::fabs(y2 - y1);
@@ -131,7 +130,7 @@ ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x
 
 ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2) {
   if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
-  CommandScope scope(engine, engine.store.page(page)->document, "Line");
+  CommandScope scope(engine, engine.store().page(page)->document, "Line");
   const SheetId shape = newShape(engine, page, parent, SheetKind::Shape);
   ShapeMaker make(engine, shape);
   const double length = std::hypot(x2 - x1, y2 - y1);
@@ -160,14 +159,14 @@ ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const st
     return refusedShape(
         "the file is missing or is no picture that can be read (PNG, JPEG, GIF, BMP, EMF, WMF with its placing "
         "header)");
-  CommandScope scope(engine, engine.store.page(page)->document, "Picture");
+  CommandScope scope(engine, engine.store().page(page)->document, "Picture");
   static const CellKey pageWidth = objectCell("PageWidth"), pageHeight = objectCell("PageHeight"),
                        width = objectCell("Width"), height = objectCell("Height");
-  const SheetId home = parent ? parent : engine.store.page(page)->sheet;
-  const double homeWidth = cellNumber(engine.store, home, parent ? width : pageWidth);
-  const double homeHeight = cellNumber(engine.store, home, parent ? height : pageHeight);
+  const SheetId home = parent ? parent : engine.store().page(page)->sheet;
+  const double homeWidth = cellNumber(engine.store(), home, parent ? width : pageWidth);
+  const double homeHeight = cellNumber(engine.store(), home, parent ? height : pageHeight);
   const SheetId shape = newShape(engine, page, parent, SheetKind::Foreign);
-  engine.store.sheet(shape)->foreign = picture.data;
+  engine.edit().making().sheet(shape)->foreign = picture.data;
   ShapeMaker make(engine, shape);
   make.length("PinX", homeWidth / 2);
   make.length("PinY", homeHeight / 2);
@@ -185,23 +184,23 @@ ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const st
 }
 
 ShapeOutcome duplicateShape(Engine& engine, SheetId shape) {
-  const Sheet* source = engine.store.sheet(shape);
+  const Sheet* source = engine.store().sheet(shape);
   if (!source || !source->isShape()) return refusedShape("only shapes can be duplicated");
   constexpr double offset = 0.25;  // inches; the host sets a duplicate a little aside
   CommandScope scope(engine, source->document, "Duplicate");
   const SheetId copy = copyShapes(engine, {shape}, source->page, source->parent, offset, -offset).front();
   tellAdded(engine, copy);
   scope.commit();
-  return {Outcome::done(), engine.store.sheet(copy) ? copy : SheetId{}};
+  return {Outcome::done(), engine.store().sheet(copy) ? copy : SheetId{}};
 }
 
 namespace {
 
 Outcome checkDeletion(const Engine& engine, SheetId id) {
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes can be deleted");
   static const CellKey lock = objectCell("LockDelete");
-  if (cellNumber(engine.store, id, lock) != 0) return Outcome::refused("the shape is locked against deletion");
+  if (cellNumber(engine.store(), id, lock) != 0) return Outcome::refused("the shape is locked against deletion");
   return Outcome::done();
 }
 
@@ -212,24 +211,24 @@ Outcome deleteShapes(Engine& engine, const std::vector<SheetId>& shapes) {
   for (const SheetId shape : shapes) {
     if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
   }
-  CommandScope scope(engine, engine.store.sheet(shapes.front())->document, "Delete");
+  CommandScope scope(engine, engine.store().sheet(shapes.front())->document, "Delete");
   for (const SheetId shape : shapes) {
     if (!engine.exists(shape)) continue;
     // A listener may have locked it meanwhile.
     if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
     {
-      const EventDispatcher::HoldingArrivals holding(engine.events);
+      const EventDispatcher::HoldingArrivals holding(engine.events());
       engine.raise(&ApplicationEvents::BeforeShapeDelete, shape);
     }
     if (!engine.exists(shape)) continue;
-    const std::vector<SheetId> leaving = engine.store.subtree(shape);
+    const std::vector<SheetId> leaving = engine.store().subtree(shape);
     std::unordered_set<int> numbers;
-    for (const SheetId each : leaving) numbers.insert(engine.store.sheet(each)->shapeId);
-    engine.edit.removeConnects(engine.store.sheet(shape)->page, [&](const Connect& connect) {
+    for (const SheetId each : leaving) numbers.insert(engine.store().sheet(each)->shapeId);
+    engine.edit().removeConnects(engine.store().sheet(shape)->page, [&](const Connect& connect) {
       return numbers.contains(connect.fromShape) || numbers.contains(connect.toShape);
     });
     const std::vector<CellAddress> loosened = loosenReferencesTo(engine, leaving);
-    engine.edit.removeShape(shape);
+    engine.edit().removeShape(shape);
     engine.recalculateAndTell(loosened, {});
   }
   engine.leaveOutDeleted();
@@ -240,20 +239,20 @@ Outcome deleteShapes(Engine& engine, const std::vector<SheetId>& shapes) {
 Outcome deleteShape(Engine& engine, SheetId shape) { return deleteShapes(engine, {shape}); }
 
 Outcome renameShape(Engine& engine, SheetId id, std::string_view name, NameKind kind) {
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes bear a name");
   if (name.empty()) return Outcome::refused("a name can't be empty");
   CommandScope scope(engine, shape->document, "Name");
-  engine.edit.setFields(id, [&](SheetFields& fields) { rename(fields.name, fields.universalName, name, kind); });
+  engine.edit().setFields(id, [&](SheetFields& fields) { rename(fields.name, fields.universalName, name, kind); });
   scope.commit();
   return Outcome::done();
 }
 
 Outcome setData(Engine& engine, SheetId id, int which, std::string_view text) {
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes have data texts");
   CommandScope scope(engine, shape->document, "Data");
-  engine.edit.setFields(id, [&](SheetFields& fields) {
+  engine.edit().setFields(id, [&](SheetFields& fields) {
     (which == 1 ? fields.data1 : which == 2 ? fields.data2 : fields.data3) = std::string(text);
   });
   scope.commit();
@@ -261,22 +260,22 @@ Outcome setData(Engine& engine, SheetId id, int which, std::string_view text) {
 }
 
 Outcome applyStyle(Engine& engine, SheetId id, std::string_view name) {
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes take a style");
-  const SheetId style = engine.store.styleNamed(shape->document, name);
+  const SheetId style = engine.store().styleNamed(shape->document, name);
   if (!style) return Outcome::refused("the document has no such style");
   CommandScope scope(engine, shape->document, "Style");
-  engine.edit.setFields(id,
-                        [&](SheetFields& fields) { fields.lineStyle = fields.fillStyle = fields.textStyle = style; });
+  engine.edit().setFields(id,
+                          [&](SheetFields& fields) { fields.lineStyle = fields.fillStyle = fields.textStyle = style; });
   scope.commit();
   return Outcome::done();
 }
 
 Outcome bringForward(Engine& engine, SheetId id, bool toFront) {
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes stand in a stack");
   CommandScope scope(engine, shape->document, "Order");
-  const std::size_t last = engine.store.siblings(*shape).size() - 1;
+  const std::size_t last = engine.store().siblings(*shape).size() - 1;
   moveTo(engine, id, toFront ? last : std::min(last, placeInStack(engine, id) + 1));
   scope.commit();
   return Outcome::done();
@@ -284,26 +283,26 @@ Outcome bringForward(Engine& engine, SheetId id, bool toFront) {
 
 Outcome flipHorizontal(Engine& engine, SheetId id) {
   static const CellKey flip = objectCell("FlipX");
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes can be flipped");
-  return writeFormula(engine, {id, flip}, cellNumber(engine.store, id, flip) != 0 ? "FALSE" : "TRUE", false);
+  return writeFormula(engine, {id, flip}, cellNumber(engine.store(), id, flip) != 0 ? "FALSE" : "TRUE", false);
 }
 
 Outcome reverseEnds(Engine& engine, SheetId id) {
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   static const CellKey keys[] = {objectCell("BeginX"), objectCell("BeginY"), objectCell("EndX"), objectCell("EndY")};
-  if (!shape || !shape->isShape() || !findCell(engine.store, id, keys[0]))
+  if (!shape || !shape->isShape() || !findCell(engine.store(), id, keys[0]))
     return Outcome::refused("only 1-D shapes have ends");
   CommandScope scope(engine, shape->document, "Reverse ends");
   std::string formulas[4];
-  for (int i = 0; i < 4; ++i) formulas[i] = formulaFor(engine.store, id, findCell(engine.store, id, keys[i]));
+  for (int i = 0; i < 4; ++i) formulas[i] = formulaFor(engine.store(), id, findCell(engine.store(), id, keys[i]));
   for (int i = 0; i < 4 && engine.exists(id); ++i) writeFormula(engine, {id, keys[i]}, formulas[(i + 2) % 4], true);
   scope.commit();
   return Outcome::done();
 }
 
 Outcome updateAlignmentBox(Engine& engine, SheetId id) {
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes have an alignment box");
   // Members lie in coordinates that the box defines; a box that formulas keep needs no refitting.
   return Outcome::done();
@@ -311,25 +310,19 @@ Outcome updateAlignmentBox(Engine& engine, SheetId id) {
 
 Outcome copyToClipboard(Engine& engine, const std::vector<SheetId>& shapes) {
   if (shapes.empty()) return Outcome::refused("nothing is selected");
-  const UndoLog::Attribution upkeep(engine.undo, true);
-  if (engine.clipboard.document) {
-    engine.graph.forgetDocument(engine.clipboard.document);
-    engine.store.removeDocument(engine.clipboard.document);
-  }
-  engine.clipboard.document = engine.store.addDocument("Clipboard");
-  engine.clipboard.page = engine.store.addPage(engine.clipboard.document, "Clipboard");
-  copyShapes(engine, shapes, engine.clipboard.page, {}, 0, 0);
+  const UndoLog::Attribution upkeep(engine.undo(), true);
+  copyShapes(engine, shapes, engine.emptyClipboard(), {}, 0, 0);
   return Outcome::done();
 }
 
 Outcome paste(Engine& engine, PageId page) {
   const auto copied = [&] {
-    const Page* clipboard = engine.store.page(engine.clipboard.page);
+    const Page* clipboard = engine.store().page(engine.clipboard().page);
     return clipboard ? clipboard->shapes : std::vector<SheetId>();
   };
   if (copied().empty()) return Outcome::refused("the clipboard is empty");
   if (!engine.exists(page)) return Outcome::refused("the page is gone");
-  const DocumentId document = engine.store.page(page)->document;
+  const DocumentId document = engine.store().page(page)->document;
   CommandScope scope(engine, document, "Paste");
   bringPageToFront(engine, page);
   scope.commit();

@@ -25,7 +25,7 @@ std::string newUniqueId() {
 }  // namespace
 
 UniqueIdOutcome uniqueIdOf(Engine& engine, SheetId id, UniqueIdRequest request) {
-  const Sheet* shape = engine.store.sheet(id);
+  const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return {Outcome::refused("only shapes have a unique ID"), {}};
   const bool changes = request == UniqueIdRequest::Delete      ? !shape->uniqueId.empty()
                        : request == UniqueIdRequest::GetOrMake ? shape->uniqueId.empty()
@@ -33,7 +33,7 @@ UniqueIdOutcome uniqueIdOf(Engine& engine, SheetId id, UniqueIdRequest request) 
   if (!changes) return {Outcome::done(), shape->uniqueId};
   const std::string uniqueId = request == UniqueIdRequest::GetOrMake ? newUniqueId() : std::string();
   CommandScope scope(engine, shape->document, "Unique ID");
-  engine.edit.setFields(id, [&](SheetFields& fields) { fields.uniqueId = uniqueId; });
+  engine.edit().setFields(id, [&](SheetFields& fields) { fields.uniqueId = uniqueId; });
   scope.commit();
   return {Outcome::done(), uniqueId};
 }

@@ -205,7 +205,7 @@ class Routing : public Aftermath {
 };
 
 RouteMap* Routing::mapOf(const Engine& engine, PageId id) {
-  const Page* page = engine.store.page(id);
+  const Page* page = engine.store().page(id);
   if (!page || page->master) {
     maps_.erase(id);
     return nullptr;
@@ -217,7 +217,7 @@ RouteMap* Routing::mapOf(const Engine& engine, PageId id) {
 /// What a master's shape says, its instances show: where they lie is anybody's guess.
 void Routing::forgetMaps(const Engine& engine, DocumentId document) {
   std::erase_if(maps_, [&](const auto& entry) {
-    const Page* page = engine.store.page(entry.first);
+    const Page* page = engine.store().page(entry.first);
     return !page || page->document == document;
   });
 }
@@ -229,20 +229,20 @@ void Routing::follow(const Store& store, RouteMap& map, SheetId shape) {
 }
 
 void Routing::absorb(Engine& engine, const std::vector<PlacementJournal::Entry>& entries) {
-  if (engine.placements.takeOverflow()) maps_.clear();
+  if (engine.placements().takeOverflow()) maps_.clear();
   for (const PlacementJournal::Entry& entry : entries) {
-    const Page* page = engine.store.page(entry.page);
+    const Page* page = engine.store().page(entry.page);
     if (page && page->master) forgetMaps(engine, page->document);
-    if (RouteMap* map = mapOf(engine, entry.page)) follow(engine.store, *map, entry.sheet);
+    if (RouteMap* map = mapOf(engine, entry.page)) follow(engine.store(), *map, entry.sheet);
   }
 }
 
 void Routing::commandBegins(Engine& engine) {
-  if (!engine.placements.isEmpty()) absorb(engine, engine.placements.take());
+  if (!engine.placements().isEmpty()) absorb(engine, engine.placements().take());
 }
 
 Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::Entry>& entries) {
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   Work work;
   std::set<SheetId> seen;
   std::set<PageId> fresh;
@@ -286,24 +286,24 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
 void Routing::addPulled(const Engine& engine, PageWork& work) const {
   std::set<SheetId> sheets;
   const auto take = [&](SheetId shape) {
-    if (!engine.store.sheet(shape)) return;
-    for (const SheetId sheet : engine.store.subtree(shape)) sheets.insert(sheet);
+    if (!engine.store().sheet(shape)) return;
+    for (const SheetId sheet : engine.store().subtree(shape)) sheets.insert(sheet);
   };
   for (const SheetId member : work.movedMembers) take(member);
   for (const Moved& moved : work.moved) take(moved.shape);
   std::vector<CellAddress> readers;
-  for (const SheetId sheet : sheets) engine.graph.appendReadersOf(sheet, readers);
+  for (const SheetId sheet : sheets) engine.graph().appendReadersOf(sheet, readers);
   for (const CellAddress& reader : readers) {
     if (reader.key != triggerCell(true) && reader.key != triggerCell(false)) continue;
-    if (!isRoutable(engine.store, reader.sheet)) continue;
-    if (endOf(engine.store, reader.sheet, reader.key == triggerCell(true)).walks) work.add(reader.sheet, Pulled);
+    if (!isRoutable(engine.store(), reader.sheet)) continue;
+    if (endOf(engine.store(), reader.sheet, reader.key == triggerCell(true)).walks) work.add(reader.sheet, Pulled);
   }
 }
 
 /// Connectors that a shape came to lie upon, and those that went around it where it was.
 void Routing::addMet(const Engine& engine, const RouteMap& map, PageId page, PageWork& work) const {
   static const CellKey lineToNodeX = objectCell("LineToNodeX"), lineToNodeY = objectCell("LineToNodeY");
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   const SheetId sheet = store.page(page)->sheet;
   const double clearX = cellNumber(store, sheet, lineToNodeX), clearY = cellNumber(store, sheet, lineToNodeY);
   for (const Moved& moved : work.moved) {
@@ -333,7 +333,7 @@ void Routing::addMet(const Engine& engine, const RouteMap& map, PageId page, Pag
 void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reason reason,
                     std::vector<CellAddress>& changed) {
   static const CellKey dynamicsOff = objectCell("DynamicsOff");
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   if (!mayBeDrawnAnew(store, connector)) return;
   const bool isMember = !isRoutable(store, connector);
   const SheetId page = store.page(store.sheet(connector)->page)->sheet;
@@ -361,9 +361,9 @@ void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reas
 }
 
 void Routing::commandEnds(Engine& engine) {
-  for (int round = 0; round < mostRounds && !engine.placements.isEmpty(); ++round) {
-    Work work = sort(engine, engine.placements.take());
-    if (engine.placements.takeOverflow()) maps_.clear();
+  for (int round = 0; round < mostRounds && !engine.placements().isEmpty(); ++round) {
+    Work work = sort(engine, engine.placements().take());
+    if (engine.placements().takeOverflow()) maps_.clear();
     std::vector<CellAddress> changed;
     for (auto& [page, here] : work) {
       RouteMap* map = mapOf(engine, page);
@@ -374,11 +374,11 @@ void Routing::commandEnds(Engine& engine) {
       }
       for (const auto& [connector, reason] : here.connectors) {
         route(engine, *map, connector, reason, changed);
-        follow(engine.store, *map, connector);
+        follow(engine.store(), *map, connector);
       }
     }
     // What was drawn here is no reason to draw again.
-    absorb(engine, engine.placements.take());
+    absorb(engine, engine.placements().take());
     for (const CellAddress& cell : changed) engine.raise(&ApplicationEvents::CellChanged, cell);
   }
 }

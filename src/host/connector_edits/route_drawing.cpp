@@ -35,7 +35,7 @@ bool isGuarded(const Store& store, SheetId sheet, const CellKey& key) {
 class Drawing {
  public:
   Drawing(Engine& engine, SheetId connector, std::vector<CellAddress>& changed)
-      : engine_(engine), store_(engine.store), connector_(connector), changed_(changed) {}
+      : engine_(engine), store_(engine.store()), connector_(connector), changed_(changed) {}
 
   void setEnds(const Polyline& line);
   void setSize();
@@ -96,13 +96,13 @@ void Drawing::setPlain(const CellKey& key, double inches) {
   if (found && !computed && before == inches) return;
   Cell content;
   content.value = value;
-  engine_.edit.setCell({connector_, key}, std::move(content));
+  engine_.edit().setCell({connector_, key}, std::move(content));
   if (before != inches) written_.push_back({connector_, key});
 }
 
 void Drawing::setWalking(const CellKey& key, double inches) {
   if (cellNumber(store_, connector_, key) == inches) return;
-  engine_.edit.setValue({connector_, key}, Value::number(inches, Unit::Inches));
+  engine_.edit().setValue({connector_, key}, Value::number(inches, Unit::Inches));
   written_.push_back({connector_, key});
 }
 
@@ -138,9 +138,9 @@ void Drawing::setSpan(std::string_view cell, bool vertical) {
   if (prototype && readsEnds(findCell(store_, prototype, key))) {
     content.inheritsFormula = true;
   } else {
-    content.formula = engine_.store.formulas().get(vertical ? "GUARD(EndY-BeginY)" : "GUARD(EndX-BeginX)");
+    content.formula = engine_.store().formulas().get(vertical ? "GUARD(EndY-BeginY)" : "GUARD(EndX-BeginX)");
   }
-  engine_.edit.setCell({connector_, key}, std::move(content));
+  engine_.edit().setCell({connector_, key}, std::move(content));
   seeds_.push_back({connector_, key});
 }
 
@@ -167,7 +167,7 @@ void Drawing::putVertex(std::size_t number, std::uint8_t type, const Point& at) 
     setPlain(vertexCell(key, "Y"), at.y);
     return;
   }
-  if (local) engine_.edit.removeRow(connector_, geometry, localPlace(key));
+  if (local) engine_.edit().removeRow(connector_, geometry, localPlace(key));
   Row row;
   row.key = key;
   row.type = type;
@@ -181,11 +181,11 @@ void Drawing::putVertex(std::size_t number, std::uint8_t type, const Point& at) 
   if (const Section* held = store_.sheet(connector_)->find(geometry)) {
     while (place < held->rows.size() && held->rows[place].key.index() < key.index()) ++place;
   }
-  engine_.edit.insertRow(connector_, geometry, place, std::move(row));
+  engine_.edit().insertRow(connector_, geometry, place, std::move(row));
 }
 
 void Drawing::dropVertex(RowKey row) {
-  if (store_.sheet(connector_)->find(geometry, row)) engine_.edit.removeRow(connector_, geometry, localPlace(row));
+  if (store_.sheet(connector_)->find(geometry, row)) engine_.edit().removeRow(connector_, geometry, localPlace(row));
   if (rowExists(store_, connector_, geometry, row, false)) {
     Row hidden;
     hidden.key = row;
@@ -194,7 +194,7 @@ void Drawing::dropVertex(RowKey row) {
     if (const Section* held = store_.sheet(connector_)->find(geometry)) {
       while (place < held->rows.size() && held->rows[place].key.index() < row.index()) ++place;
     }
-    engine_.edit.insertRow(connector_, geometry, place, std::move(hidden));
+    engine_.edit().insertRow(connector_, geometry, place, std::move(hidden));
   }
   for (const char* column : {"X", "Y"}) written_.push_back({connector_, vertexCell(row, column)});
 }
@@ -272,7 +272,7 @@ bool isStraightLined(const Store& store, SheetId connector) {
 }
 
 void drawLine(Engine& engine, SheetId connector, const Polyline& line, std::vector<CellAddress>& changed) {
-  if (line.size() < 2 || vertexRows(engine.store, connector).empty()) return;
+  if (line.size() < 2 || vertexRows(engine.store(), connector).empty()) return;
   Drawing drawing(engine, connector, changed);
   const Point before = midpointOf(drawing.vertices());
   drawing.setEnds(line);
@@ -291,7 +291,7 @@ void moveEnds(Engine& engine, SheetId connector, const Polyline& line, std::vect
 }
 
 void stretchLine(Engine& engine, SheetId connector, std::vector<CellAddress>& changed) {
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   const std::vector<RowView> rows = vertexRows(store, connector);
   if (rows.size() < 2) return;
   for (const RowView& row : rows) {

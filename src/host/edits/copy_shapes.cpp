@@ -24,7 +24,7 @@ const CellKey& pinY() {
 
 /// The style of that name in the target drawing; brought along when it has none.
 SheetId localStyle(Engine& engine, DocumentId document, SheetId styleId) {
-  Store& store = engine.store;
+  Store& store = engine.edit().making();
   const Sheet* style = store.sheet(styleId);
   if (!style || style->document == document) return styleId;
   const std::string name = style->name;
@@ -42,13 +42,13 @@ SheetId localStyle(Engine& engine, DocumentId document, SheetId styleId) {
   parent(&Sheet::lineStyle);
   parent(&Sheet::fillStyle);
   parent(&Sheet::textStyle);
-  engine.edit.styleAdded(made);
+  engine.edit().styleAdded(made);
   return made;
 }
 
 /// Content of `from` but its place in a page: cells, text, data, styles.
 void copyContent(Engine& engine, SheetId from, SheetId to) {
-  Store& store = engine.store;
+  Store& store = engine.edit().making();
   const Sheet& source = *store.sheet(from);
   Sheet& target = *store.sheet(to);
   target.data1 = source.data1;
@@ -94,7 +94,7 @@ void renumberReferences(Store& store, const SheetMap& copies) {
 }
 
 SheetId copyTree(Engine& engine, SheetId from, PageId page, SheetId parent, SheetMap& copies) {
-  Store& store = engine.store;
+  Store& store = engine.edit().making();
   const SheetId to = store.addShape(page, parent, store.sheet(from)->kind);
   copies[from] = to;
   copyContent(engine, from, to);
@@ -104,7 +104,7 @@ SheetId copyTree(Engine& engine, SheetId from, PageId page, SheetId parent, Shee
 }
 
 MasterId copyMaster(Engine& engine, DocumentId document, MasterId source) {
-  Store& store = engine.store;
+  Store& store = engine.edit().making();
   std::string name = store.master(source)->name;
   if (store.masterNamed(document, name)) {
     for (int n = 2;; ++n) {
@@ -148,9 +148,7 @@ MasterId copyMaster(Engine& engine, DocumentId document, MasterId source) {
     const auto found = innerPage->byShapeId.find(inner->shapeId);
     if (found != innerPage->byShapeId.end()) store.sheet(copy)->prototype = found->second;
   }
-  engine.graph.addSheet(store.page(targetPage)->sheet);
-  for (const auto& [original, copy] : copies) engine.graph.addSheet(copy);
-  engine.edit.masterAdded(made);
+  engine.edit().masterAdded(made);
   return made;
 }
 
@@ -165,19 +163,19 @@ SheetId instantiateTree(Store& store, SheetId prototype, PageId page, SheetId pa
 void setNumber(Engine& engine, SheetId sheet, const CellKey& key, double inches) {
   Cell cell;
   cell.value = Value::number(inches, Unit::Inches);
-  engine.edit.setCell({sheet, key}, std::move(cell));
+  engine.edit().setCell({sheet, key}, std::move(cell));
 }
 
 /// Shifts where a shape stands: its ends for a 1-D shape whose ends hold no formula, else its pin.
 void shift(Engine& engine, SheetId shape, double dx, double dy, std::vector<CellAddress>& changed) {
   static const CellKey beginX = objectCell("BeginX"), beginY = objectCell("BeginY"), endX = objectCell("EndX"),
                        endY = objectCell("EndY");
-  const bool oneD = findCell(engine.store, shape, beginX).value != nullptr;
+  const bool oneD = findCell(engine.store(), shape, beginX).value != nullptr;
   const auto move = [&](const CellKey& key, double by) {
-    const FoundCell found = findCell(engine.store, shape, key);
+    const FoundCell found = findCell(engine.store(), shape, key);
     // An end that is glued stays where its formula puts it.
     if (found.formula && found.formula->formula && !found.formula->formula->constant()) return;
-    setNumber(engine, shape, key, cellNumber(engine.store, shape, key) + by);
+    setNumber(engine, shape, key, cellNumber(engine.store(), shape, key) + by);
     changed.push_back({shape, key});
   };
   if (oneD) {
@@ -194,7 +192,7 @@ void shift(Engine& engine, SheetId shape, double dx, double dy, std::vector<Cell
 }  // namespace
 
 MasterId localMaster(Engine& engine, DocumentId document, MasterId masterId) {
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   const Master* wanted = store.master(masterId);
   if (wanted->document == document) return masterId;
   for (const MasterId candidate : store.document(document)->masters) {
@@ -209,7 +207,7 @@ MasterId localMaster(Engine& engine, DocumentId document, MasterId masterId) {
 }
 
 SheetId instantiate(Engine& engine, MasterId masterId, PageId page, double x, double y) {
-  Store& store = engine.store;
+  Store& store = engine.edit().making();
   const Master& master = *store.master(masterId);
   const Page& contents = *store.page(master.contents);
   if (contents.shapes.empty()) return {};
@@ -237,12 +235,11 @@ SheetId instantiate(Engine& engine, MasterId masterId, PageId page, double x, do
   Sheet& sheet = *store.sheet(root);
   if (sheet.prototype) sheet.master = masterId;
   sheet.name = sheet.universalName = master.name + "." + std::to_string(sheet.shapeId);
-  for (const SheetId member : store.subtree(root)) engine.graph.addSheet(member);
-  engine.edit.shapeAdded(root);
+  engine.edit().shapeAdded(root);
 
   std::vector<CellAddress> changed, seeds;
   shift(engine, root, x - cellNumber(store, root, pinX()), y - cellNumber(store, root, pinY()), changed);
-  if (const auto* afresh = engine.graph.placeDependent(masterId)) {
+  if (const auto* afresh = engine.graph().placeDependent(masterId)) {
     for (const CellAddress& cell : *afresh) {
       if (const SheetId here = counterpartOf(store, root, cell.sheet)) seeds.push_back({here, cell.key});
     }
@@ -254,7 +251,7 @@ SheetId instantiate(Engine& engine, MasterId masterId, PageId page, double x, do
 
 std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shapes, PageId page, SheetId parent,
                                 double dx, double dy) {
-  Store& store = engine.store;
+  Store& store = engine.edit().making();
   const DocumentId document = store.page(page)->document;
   SheetMap copies;
   std::vector<SheetId> roots;
@@ -295,14 +292,13 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
       connect.toShape = copyOf(connect.toShape);
       if (connect.fromShape && connect.toShape) connects.push_back(std::move(connect));
     }
-    for (Connect& connect : connects) engine.edit.addConnect(page, std::move(connect));
+    for (Connect& connect : connects) engine.edit().addConnect(page, std::move(connect));
   }
   for (const SheetId root : roots) {
     Sheet& sheet = *store.sheet(root);
     sheet.name = sheet.universalName =
         (sheet.master ? store.master(sheet.master)->name : std::string("Sheet")) + "." + std::to_string(sheet.shapeId);
-    for (const SheetId member : store.subtree(root)) engine.graph.addSheet(member);
-    engine.edit.shapeAdded(root);
+    engine.edit().shapeAdded(root);
     takeLayersOfPage(engine, root, store.sheet(shapes.front())->page);
   }
   std::vector<CellAddress> changed;

@@ -38,7 +38,7 @@ void writeMembership(Engine& engine, SheetId shape, std::vector<int> layers) {
   for (const int layer : layers) text += (text.empty() ? "" : ";") + std::to_string(layer);
   Cell cell;
   cell.value = Value::text(text);
-  engine.edit.setCell({shape, membership()}, std::move(cell));
+  engine.edit().setCell({shape, membership()}, std::move(cell));
 }
 
 }  // namespace
@@ -61,17 +61,17 @@ int layerNamed(const Store& store, PageId page, std::string_view name) {
 
 Outcome addLayer(Engine& engine, PageId page, std::string_view name, int& layer) {
   if (trimmed(name).empty()) return Outcome::refused("a layer needs a name");
-  layer = layerNamed(engine.store, page, name);
+  layer = layerNamed(engine.store(), page, name);
   if (layer >= 0) return Outcome::done();
   layer = 0;
-  const SheetId sheet = engine.store.page(page)->sheet;
-  for (const RowView& row : rowsOf(engine.store, sheet, SectionNumber::Layer))
+  const SheetId sheet = engine.store().page(page)->sheet;
+  for (const RowView& row : rowsOf(engine.store(), sheet, SectionNumber::Layer))
     layer = std::max(layer, static_cast<int>(row.key.index()) + 1);
-  CommandScope scope(engine, engine.store.page(page)->document, "Layer");
+  CommandScope scope(engine, engine.store().page(page)->document, "Layer");
   const auto set = [&](std::string_view column, Value value) {
     Cell cell;
     cell.value = std::move(value);
-    engine.edit.setCell({sheet, layerCell(layer, column)}, std::move(cell));
+    engine.edit().setCell({sheet, layerCell(layer, column)}, std::move(cell));
   };
   set("Name", Value::text(name));
   set("NameUniv", Value::text(name));
@@ -87,11 +87,11 @@ std::vector<int> layersOf(const Store& store, SheetId shape) {
 }
 
 Outcome setLayerMembership(Engine& engine, SheetId shape, int layer, bool member) {
-  const Sheet* sheet = engine.store.sheet(shape);
+  const Sheet* sheet = engine.store().sheet(shape);
   if (!sheet || !sheet->isShape()) return Outcome::refused("only shapes stand on layers");
   CommandScope scope(engine, sheet->document, "Layer membership");
-  for (const SheetId each : engine.store.subtree(shape)) {
-    std::vector<int> layers = layersOf(engine.store, each);
+  for (const SheetId each : engine.store().subtree(shape)) {
+    std::vector<int> layers = layersOf(engine.store(), each);
     const bool there = std::find(layers.begin(), layers.end(), layer) != layers.end();
     if (there == member) continue;
     if (member) {
@@ -106,16 +106,16 @@ Outcome setLayerMembership(Engine& engine, SheetId shape, int layer, bool member
 }
 
 void takeLayersOfMaster(Engine& engine, SheetId instance, MasterId masterId) {
-  const PageId contents = engine.store.master(masterId)->contents;
-  const PageId page = engine.store.sheet(instance)->page;
-  for (const SheetId each : engine.store.subtree(instance)) {
-    const Sheet& sheet = *engine.store.sheet(each);
+  const PageId contents = engine.store().master(masterId)->contents;
+  const PageId page = engine.store().sheet(instance)->page;
+  for (const SheetId each : engine.store().subtree(instance)) {
+    const Sheet& sheet = *engine.store().sheet(each);
     if (!sheet.prototype || sheet.findLocal(membership())) continue;
     std::vector<int> there, here;
-    there = layersOf(engine.store, each);
+    there = layersOf(engine.store(), each);
     for (const int layer : there) {
       int own = -1;
-      addLayer(engine, page, layerName(engine.store, contents, layer), own);
+      addLayer(engine, page, layerName(engine.store(), contents, layer), own);
       if (own >= 0) here.push_back(own);
     }
     if (!there.empty() && here != there) writeMembership(engine, each, std::move(here));
@@ -123,7 +123,7 @@ void takeLayersOfMaster(Engine& engine, SheetId instance, MasterId masterId) {
 }
 
 void takeLayersOfPage(Engine& engine, SheetId copy, PageId source) {
-  const Store& store = engine.store;
+  const Store& store = engine.store();
   const PageId page = store.sheet(copy)->page;
   if (page == source) return;
   const auto ownLayer = [&](int layer) {
@@ -134,7 +134,8 @@ void takeLayersOfPage(Engine& engine, SheetId copy, PageId source) {
     const Row* row = store.sheet(store.page(source)->sheet)->find(SectionNumber::Layer, layerCell(layer, "Name").row);
     if (!row) return own;
     for (const auto& [column, cell] : std::vector(row->cells)) {
-      engine.edit.setCell({store.page(page)->sheet, {SectionNumber::Layer, layerCell(own, "Name").row, column}}, cell);
+      engine.edit().setCell({store.page(page)->sheet, {SectionNumber::Layer, layerCell(own, "Name").row, column}},
+                            cell);
     }
     return own;
   };

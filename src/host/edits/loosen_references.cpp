@@ -40,13 +40,13 @@ std::vector<CellAddress> loosenReferencesTo(Engine& engine, const std::vector<Sh
   std::vector<CellAddress> readers, changed;
   std::vector<int> numbers;
   for (const SheetId sheet : leaving) {
-    engine.graph.appendReadersOf(sheet, readers);
-    numbers.push_back(engine.store.sheet(sheet)->shapeId);
+    engine.graph().appendReadersOf(sheet, readers);
+    numbers.push_back(engine.store().sheet(sheet)->shapeId);
   }
-  const PageId page = engine.store.sheet(leaving.front())->page;
+  const PageId page = engine.store().sheet(leaving.front())->page;
   std::unordered_set<CellAddress> seen;
   for (const CellAddress& reader : readers) {
-    const Sheet* sheet = engine.store.sheet(reader.sheet);
+    const Sheet* sheet = engine.store().sheet(reader.sheet);
     if (!sheet || sheet->page != page || !seen.insert(reader).second) continue;
     if (std::find(leaving.begin(), leaving.end(), reader.sheet) != leaving.end()) continue;
     const Cell* cell = sheet->findLocal(reader.key);
@@ -60,11 +60,11 @@ std::vector<CellAddress> loosenReferencesTo(Engine& engine, const std::vector<Sh
     Cell loose;
     loose.value = cell->value;
     if (!isEndCell(reader.key, begin)) {
-      loose.formula = engine.store.formulas().get(withLostReferences(*cell->formula, numbers));
+      loose.formula = engine.store().formulas().get(withLostReferences(*cell->formula, numbers));
       if (!loose.formula || loose.formula == cell->formula) continue;
       changed.push_back(reader);
     }
-    engine.edit.setCell(reader, std::move(loose));
+    engine.edit().setCell(reader, std::move(loose));
   }
   return changed;
 }

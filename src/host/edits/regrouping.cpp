@@ -55,7 +55,7 @@ bool isAlike(const Polyline& one, const Polyline& other) {
 double Regrouping::number(SheetId shape, const CellKey& key) const { return cellNumber(store_, shape, key); }
 
 Regrouping::Regrouping(Engine& engine, const std::vector<SheetId>& shapes, const Passage& passage)
-    : engine_(engine), store_(engine.store), passage_(passage) {
+    : engine_(engine), store_(engine.store()), passage_(passage) {
   for (const SheetId shape : shapes) {
     Member member;
     member.shape = shape;
@@ -93,9 +93,9 @@ bool Regrouping::scales(SheetId shape, std::string_view lock) const {
 void Regrouping::putFormula(SheetId shape, const CellKey& key, const std::string& formula) {
   Cell content;
   content.value = cellValue(store_, shape, key);
-  content.formula = engine_.store.formulas().get(isGuarded(store_, shape, key) ? "GUARD(" + formula + ")" : formula);
+  content.formula = engine_.store().formulas().get(isGuarded(store_, shape, key) ? "GUARD(" + formula + ")" : formula);
   if (!content.formula) return;
-  engine_.edit.setCell({shape, key}, std::move(content));
+  engine_.edit().setCell({shape, key}, std::move(content));
   seeds_.push_back({shape, key});
   written_.push_back({shape, key});
 }
@@ -107,7 +107,7 @@ void Regrouping::putValue(SheetId shape, const CellKey& key, const Value& value)
   if (formula && formula->isGuarded()) return putFormula(shape, key, formulaText(content));
   const bool isSame = cellValue(store_, shape, key) == value;
   if (isSame && (!formula || formula->constant())) return;
-  engine_.edit.setCell({shape, key}, std::move(content));
+  engine_.edit().setCell({shape, key}, std::move(content));
   if (!isSame) changed_.push_back({shape, key});
   written_.push_back({shape, key});
 }
@@ -179,7 +179,7 @@ void Regrouping::placeEnds(const Member& member) {
       const FormulaPtr formula = formulaOf(store_, shape, key);
       const double inches = vertical ? at.y : at.x;
       if (formula && isWalkingFormula(formula->text())) {
-        engine_.edit.setValue({shape, key}, Value::number(inches, Unit::Inches));
+        engine_.edit().setValue({shape, key}, Value::number(inches, Unit::Inches));
         changed_.push_back({shape, key});
       } else if (formula && formula->readsTransforms()) {
         seeds_.push_back({shape, key});
@@ -240,7 +240,7 @@ void Regrouping::settle() {
       placeBox(member);
     }
   }
-  for (const Member& member : members_) engine_.graph.appendReadersOfPlace(member.shape, seeds_);
+  for (const Member& member : members_) engine_.graph().appendReadersOfPlace(member.shape, seeds_);
   follow();
   for (const Member& member : members_) straighten(member);
   follow();
@@ -253,10 +253,9 @@ void Regrouping::tell() {
       if (raised.insert(cell).second) engine_.raise(event, cell);
     }
   };
-  ++engine_.writeDepth;
+  const Engine::NestedWrite nested(engine_);
   raiseOnce(written_, &ApplicationEvents::FormulaChanged);
   raiseOnce(followed_, &ApplicationEvents::CellChanged);
-  --engine_.writeDepth;
 }
 
 }  // namespace quorvel::host

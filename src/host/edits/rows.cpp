@@ -81,39 +81,39 @@ void coverInheritedCells(const Store& store, SheetId sheet, SectionNumber sectio
 
 /// True for a row of the master that the sheet hides, alone or with its section; the row's own mark goes.
 bool unhide(Engine& engine, SheetId id, SectionNumber section, RowKey key) {
-  const Sheet& sheet = *engine.store.sheet(id);
+  const Sheet& sheet = *engine.store().sheet(id);
   const Section* held = sheet.find(section);
-  if (held && held->deleted) return sheet.prototype && rowExists(engine.store, sheet.prototype, section, key, false);
+  if (held && held->deleted) return sheet.prototype && rowExists(engine.store(), sheet.prototype, section, key, false);
   const Row* local = sheet.find(section, key);
   if (!local || !local->deleted) return false;
-  engine.edit.removeRow(id, section, localPlace(sheet, section, key));
+  engine.edit().removeRow(id, section, localPlace(sheet, section, key));
   return true;
 }
 
 /// Rows without a name are found by their number; making room moves those behind one up.
 void renumberFrom(Engine& engine, SheetId id, SectionNumber section, std::uint32_t first) {
-  const Section* held = engine.store.sheet(id)->find(section);
+  const Section* held = engine.store().sheet(id)->find(section);
   if (!held) return;
   for (std::size_t i = held->rows.size(); i-- > 0;) {
     const Row& row = held->rows[i];
     if (!row.key.isNamed() && row.key.index() >= first)
-      engine.edit.setRowHead(id, section, i, RowKey::index(row.key.index() + 1), row.name, row.type);
+      engine.edit().setRowHead(id, section, i, RowKey::index(row.key.index() + 1), row.name, row.type);
   }
 }
 
 /// A row of the master of which the sheet keeps only values becomes the sheet's own, with the formulas that it has.
 RowOutcome ownValuesOf(Engine& engine, SheetId id, SectionNumber section, RowKey key) {
-  CommandScope scope(engine, engine.store.sheet(id)->document, "Row");
-  for (const auto& [column, cell] : std::vector(engine.store.sheet(id)->find(section, key)->cells)) {
+  CommandScope scope(engine, engine.store().sheet(id)->document, "Row");
+  for (const auto& [column, cell] : std::vector(engine.store().sheet(id)->find(section, key)->cells)) {
     const CellKey each{section, key, column};
     Cell own = cell;
     own.inheritsFormula = false;
-    own.formula = engine.store.formulas().get(formulaFor(engine.store, id, findCell(engine.store, id, each)));
-    engine.edit.setCell({id, each}, std::move(own));
+    own.formula = engine.store().formulas().get(formulaFor(engine.store(), id, findCell(engine.store(), id, each)));
+    engine.edit().setCell({id, each}, std::move(own));
   }
   tellRowAdded(engine, id, section, key);
   scope.commit();
-  return {Outcome::done(), placeOf(engine.store, id, section, key), key};
+  return {Outcome::done(), placeOf(engine.store(), id, section, key), key};
 }
 
 }  // namespace
@@ -152,7 +152,7 @@ int placeOf(const Store& store, SheetId sheet, SectionNumber section, RowKey key
 }
 
 RowOutcome addNamedRow(Engine& engine, SheetId id, int number, std::string_view name) {
-  const Sheet* sheet = engine.store.sheet(id);
+  const Sheet* sheet = engine.store().sheet(id);
   if (!sheet) return refusedRow("the object is gone");
   const auto section = static_cast<SectionNumber>(number);
   if (!isKnownSection(number) || !hasNamedRows(section)) return refusedRow("the section has no named rows");
@@ -161,26 +161,26 @@ RowOutcome addNamedRow(Engine& engine, SheetId id, int number, std::string_view 
   const RowKey key = RowKey::named(atom);
   const Row* local = sheet->find(section, key);
   if (local && !local->deleted) {
-    if (cellExists(engine.store, id, {section, key, 0}, true)) return refusedRow("the sheet has a row of this name");
+    if (cellExists(engine.store(), id, {section, key, 0}, true)) return refusedRow("the sheet has a row of this name");
     return ownValuesOf(engine, id, section, key);
   }
   CommandScope scope(engine, sheet->document, "Row");
   Row row;
   row.key = key;
   row.name = atom;
-  if (unhide(engine, id, section, key)) coverInheritedCells(engine.store, id, section, row);
-  engine.edit.insertRow(id, section, placeForRow(*sheet, section, key), std::move(row));
+  if (unhide(engine, id, section, key)) coverInheritedCells(engine.store(), id, section, row);
+  engine.edit().insertRow(id, section, placeForRow(*sheet, section, key), std::move(row));
   tellRowAdded(engine, id, section, key);
   scope.commit();
-  return {Outcome::done(), placeOf(engine.store, id, section, key), key};
+  return {Outcome::done(), placeOf(engine.store(), id, section, key), key};
 }
 
 RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
-  const Sheet* sheet = engine.store.sheet(id);
+  const Sheet* sheet = engine.store().sheet(id);
   if (!sheet) return refusedRow("the object is gone");
   if (!isKnownSection(number)) return refusedRow("no such section");
   const auto section = static_cast<SectionNumber>(number);
-  const std::vector<RowView> rows = rowsOf(engine.store, id, section);
+  const std::vector<RowView> rows = rowsOf(engine.store(), id, section);
   const bool geometry = isGeometry(section);
   if (geometry && !sheet->isShape()) return refusedRow("only shapes have geometry");
 
@@ -192,10 +192,10 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   if (geometry && tag == tagComponent) {
     if (sheet->find(section, RowKey::index(0))) return refusedRow("the section is there already");
     index = 0;
-  } else if (geometry && !rowExists(engine.store, id, section, RowKey::index(0), false)) {
+  } else if (geometry && !rowExists(engine.store(), id, section, RowKey::index(0), false)) {
     return refusedRow("the section is missing");
   } else if (place >= 0) {
-    const Maybe<RowView> at = rowAt(engine.store, id, section, place);
+    const Maybe<RowView> at = rowAt(engine.store(), id, section, place);
     if (at && !at->key.isNamed()) index = at->key.index();
     if (!at && place > static_cast<int>(rows.size()) + 1) return refusedRow("the place lies behind the last row");
   }
@@ -206,13 +206,13 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   const auto named = std::count_if(rows.begin(), rows.end(), [](const RowView& one) { return one.key.isNamed(); });
   const bool startsNamed = section == SectionNumber::Action || section == SectionNumber::Control;
   if (section == SectionNumber::Hyperlink || (hasNamedRows(section) && named > 0) ||
-      (startsNamed && !isHeld(engine.store, id, section, [](RowKey key) { return !key.isNamed(); }))) {
+      (startsNamed && !isHeld(engine.store(), id, section, [](RowKey key) { return !key.isNamed(); }))) {
     // The host names these rows itself. Files give rows with a number the name of that number.
     for (int n = static_cast<int>(rows.size()) + 1;; ++n) {
       row.name = intern("Row_" + std::to_string(n));
       const RowKey wanted = RowKey::named(row.name), numbered = RowKey::index(static_cast<std::uint32_t>(n) - 1);
-      const bool taken = rowExists(engine.store, id, section, wanted, false) ||
-                         isHeld(engine.store, id, section, [&](RowKey key) { return key == numbered; });
+      const bool taken = rowExists(engine.store(), id, section, wanted, false) ||
+                         isHeld(engine.store(), id, section, [&](RowKey key) { return key == numbered; });
       if (!taken) break;
     }
     row.key = RowKey::named(row.name);
@@ -221,36 +221,36 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
     row.key = RowKey::index(index);
   }
   const RowKey key = row.key;
-  if (unhide(engine, id, section, key)) coverInheritedCells(engine.store, id, section, row);
+  if (unhide(engine, id, section, key)) coverInheritedCells(engine.store(), id, section, row);
   std::size_t where = placeForRow(*sheet, section, key);
   const bool isInserted = key.isNamed() && place >= 0 && place < static_cast<int>(rows.size());
   if (isInserted && sheet->find(section, rows[static_cast<std::size_t>(place)].key))
     where = localPlace(*sheet, section, rows[static_cast<std::size_t>(place)].key);
-  engine.edit.insertRow(id, section, where, std::move(row));
+  engine.edit().insertRow(id, section, where, std::move(row));
   tellRowAdded(engine, id, section, key);
   scope.commit();
-  return {Outcome::done(), placeOf(engine.store, id, section, key), key};
+  return {Outcome::done(), placeOf(engine.store(), id, section, key), key};
 }
 
 Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
-  const Sheet* sheet = engine.store.sheet(id);
+  const Sheet* sheet = engine.store().sheet(id);
   if (!sheet) return Outcome::refused("the object is gone");
   if (!isKnownSection(number)) return Outcome::unknownName("no such section");
   const auto section = static_cast<SectionNumber>(number);
-  const Maybe<RowView> row = rowAt(engine.store, id, section, place);
+  const Maybe<RowView> row = rowAt(engine.store(), id, section, place);
   if (!row) return Outcome::unknownName("no such row");
   // Its component row is what makes a geometry.
   if (isGeometry(section) && place == 0) return deleteSection(engine, id, number);
   CommandScope scope(engine, sheet->document, "Delete row");
   const RowKey key = row->key;
-  if (sheet->find(section, key)) engine.edit.removeRow(id, section, localPlace(*sheet, section, key));
-  if (rowExists(engine.store, id, section, key, false)) {
+  if (sheet->find(section, key)) engine.edit().removeRow(id, section, localPlace(*sheet, section, key));
+  if (rowExists(engine.store(), id, section, key, false)) {
     Row hidden;
     hidden.key = key;
     hidden.name = row->name;
     hidden.deleted = true;
-    const std::size_t where = placeForRow(*engine.store.sheet(id), section, key);
-    engine.edit.insertRow(id, section, where, std::move(hidden));
+    const std::size_t where = placeForRow(*engine.store().sheet(id), section, key);
+    engine.edit().insertRow(id, section, where, std::move(hidden));
   }
   engine.recalculateAndTell({}, cellsOf(id, section, key));
   scope.commit();
@@ -258,11 +258,11 @@ Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
 }
 
 Outcome deleteSection(Engine& engine, SheetId id, int number) {
-  const Sheet* sheet = engine.store.sheet(id);
+  const Sheet* sheet = engine.store().sheet(id);
   if (!sheet) return Outcome::refused("the object is gone");
   if (!isKnownSection(number)) return Outcome::unknownName("no such section");
   const auto section = static_cast<SectionNumber>(number);
-  const std::vector<RowView> rows = rowsOf(engine.store, id, section);
+  const std::vector<RowView> rows = rowsOf(engine.store(), id, section);
   if (rows.empty() && !sheet->find(section)) return Outcome::refused("the sheet has no such section");
   CommandScope scope(engine, sheet->document, "Delete section");
   std::optional<Section> content;
@@ -271,7 +271,7 @@ Outcome deleteSection(Engine& engine, SheetId id, int number) {
     content->number = section;
     content->deleted = true;
   }
-  engine.edit.replaceSection(id, section, std::move(content));
+  engine.edit().replaceSection(id, section, std::move(content));
   std::vector<CellAddress> gone;
   for (const RowView& row : rows) {
     const auto cells = cellsOf(id, section, row.key);
@@ -283,28 +283,28 @@ Outcome deleteSection(Engine& engine, SheetId id, int number) {
 }
 
 Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key, std::string_view name, NameKind kind) {
-  const Sheet* sheet = engine.store.sheet(id);
-  if (!sheet || !rowExists(engine.store, id, section, key, false)) return Outcome::unknownName("no such row");
+  const Sheet* sheet = engine.store().sheet(id);
+  if (!sheet || !rowExists(engine.store(), id, section, key, false)) return Outcome::unknownName("no such row");
   if (!hasNamedRows(section)) return Outcome::refused("the section has no named rows");
   if (!isRowName(name)) return Outcome::refused("the name can't name a row");
   const Atom atom = intern(name);
   const Row* const local = sheet->find(section, key);
   if (kind == NameKind::Local && local && local->localName) {
     CommandScope scope(engine, sheet->document, "Rename row");
-    engine.edit.setRowHead(id, section, localPlace(*sheet, section, key), key, local->name, local->type, atom);
+    engine.edit().setRowHead(id, section, localPlace(*sheet, section, key), key, local->name, local->type, atom);
     scope.commit();
     return Outcome::done();
   }
   const RowKey renamed = RowKey::named(atom);
-  if (renamed != key && rowExists(engine.store, id, section, renamed, false))
+  if (renamed != key && rowExists(engine.store(), id, section, renamed, false))
     return Outcome::refused("another row bears this name");
   if (!sheet->find(section, key)) return Outcome::refused("the row belongs to the master");
   CommandScope scope(engine, sheet->document, "Rename row");
   const std::size_t place = localPlace(*sheet, section, key);
   // A universal name of its own leaves the one that people read.
   const bool parts = kind == NameKind::Universal && local->name && !local->localName;
-  engine.edit.setRowHead(id, section, place, renamed, atom, local->type,
-                         parts ? std::optional<Atom>(local->name) : std::nullopt);
+  engine.edit().setRowHead(id, section, place, renamed, atom, local->type,
+                           parts ? std::optional<Atom>(local->name) : std::nullopt);
   engine.recalculateAndTell({}, cellsOf(id, section, renamed));
   scope.commit();
   return Outcome::done();
@@ -312,9 +312,9 @@ Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key,
 
 Outcome setRowType(Engine& engine, SheetId id, int number, int place, int tag) {
   const auto section = static_cast<SectionNumber>(number);
-  const Sheet* sheet = engine.store.sheet(id);
+  const Sheet* sheet = engine.store().sheet(id);
   if (!sheet || !isGeometry(section)) return Outcome::refused("only Geometry rows have a type");
-  const Maybe<RowView> row = rowAt(engine.store, id, section, place);
+  const Maybe<RowView> row = rowAt(engine.store(), id, section, place);
   if (!row || place == 0) return Outcome::unknownName("no such row");
   if (!isVertexTag(tag)) return Outcome::refused("no such kind of row");
   CommandScope scope(engine, sheet->document, "Row type");
@@ -323,10 +323,10 @@ Outcome setRowType(Engine& engine, SheetId id, int number, int place, int tag) {
     own.key = row->key;
     own.type = static_cast<std::uint8_t>(tag);
     const std::size_t where = placeForRow(*sheet, section, own.key);
-    engine.edit.insertRow(id, section, where, std::move(own));
+    engine.edit().insertRow(id, section, where, std::move(own));
   } else {
     const std::size_t at = localPlace(*sheet, section, row->key);
-    engine.edit.setRowHead(id, section, at, row->key, row->name, static_cast<std::uint8_t>(tag));
+    engine.edit().setRowHead(id, section, at, row->key, row->name, static_cast<std::uint8_t>(tag));
   }
   scope.commit();
   return Outcome::done();

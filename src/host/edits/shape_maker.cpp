@@ -5,19 +5,19 @@
 namespace quorvel::host {
 
 SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind) {
-  const SheetId id = engine.store.addShape(page, parent, kind);
-  Sheet& shape = *engine.store.sheet(id);
-  const Document& document = *engine.store.document(shape.document);
+  const SheetId id = engine.edit().making().addShape(page, parent, kind);
+  Sheet& shape = *engine.edit().making().sheet(id);
+  const Document& document = *engine.store().document(shape.document);
   shape.lineStyle = document.defaultLineStyle;
   shape.fillStyle = document.defaultFillStyle;
   shape.textStyle = document.defaultTextStyle;
-  if (parent && engine.store.sheet(parent)->kind == SheetKind::Shape)
-    engine.edit.setFields(parent, [](SheetFields& fields) { fields.kind = SheetKind::Group; });
+  if (parent && engine.store().sheet(parent)->kind == SheetKind::Shape)
+    engine.edit().setFields(parent, [](SheetFields& fields) { fields.kind = SheetKind::Group; });
   return id;
 }
 
 void tellAdded(Engine& engine, SheetId shape) {
-  engine.events.arrival([&engine, shape] { engine.raise(&ApplicationEvents::ShapeAdded, shape); });
+  engine.events().arrival([&engine, shape] { engine.raise(&ApplicationEvents::ShapeAdded, shape); });
 }
 
 void ShapeMaker::length(std::string_view name, double inches, std::string_view formula) {
@@ -51,13 +51,13 @@ void ShapeMaker::vertex(std::uint32_t row, RowTag tag, double x, std::string_vie
   const Column columnY = columnOf(SectionNumber::Geometry, "Y").or_(1);
   set({SectionNumber::Geometry, RowKey::index(row), columnX}, Value::number(x, Unit::Inches), xFormula);
   set({SectionNumber::Geometry, RowKey::index(row), columnY}, Value::number(y, Unit::Inches), yFormula);
-  engine_.store.sheet(shape_)->find(SectionNumber::Geometry)->find(RowKey::index(row))->type = numberOf(tag);
+  engine_.edit().making().sheet(shape_)->find(SectionNumber::Geometry)->find(RowKey::index(row))->type = numberOf(tag);
 }
 
 void ShapeMaker::set(const CellKey& key, Value value, std::string_view formula) {
-  Cell& cell = engine_.store.sheet(shape_)->local(key);
+  Cell& cell = engine_.edit().making().sheet(shape_)->local(key);
   cell.value = std::move(value);
-  if (!formula.empty()) cell.formula = engine_.store.formulas().get(formula);
+  if (!formula.empty()) cell.formula = engine_.store().formulas().get(formula);
 }
 
 }  // namespace quorvel::host

@@ -13,7 +13,7 @@ bool isText(const Engine& engine, const CellAddress& cell) {
   const CellDefinition* definition = definitionOf(cell.key);
   if (definition && definition->units == CellUnits::Text) return true;
   return (cell.key.section == SectionNumber::User || cell.key.section == SectionNumber::Property) &&
-         cellValue(engine.store, cell.sheet, cell.key).isText();
+         cellValue(engine.store(), cell.sheet, cell.key).isText();
 }
 
 bool isPlainNumber(std::string_view text) {
@@ -26,62 +26,61 @@ Maybe<Cell> contentFor(Engine& engine, const CellAddress& cell, std::string_view
   Cell content;
   if (formula.empty() || equalIgnoringCase(formula, "No Formula")) {
     content.noFormula = true;
-    content.value = isText(engine, cell) ? Value::text("") : fitToCell(engine.store, cell, Value());
+    content.value = isText(engine, cell) ? Value::text("") : fitToCell(engine.store(), cell, Value());
     return content;
   }
-  FormulaPtr parsed = engine.store.formulas().get(formula);
+  FormulaPtr parsed = engine.store().formulas().get(formula);
   if (!parsed) return {};
   if (parsed->constant()) {
     const bool isPlain = isPlainNumber(parsed->text());
-    content.value = isPlain ? fitWritten(engine.store, cell, *parsed->constant())
-                            : fitToCell(engine.store, cell, *parsed->constant());
+    content.value = isPlain ? fitWritten(engine.store(), cell, *parsed->constant())
+                            : fitToCell(engine.store(), cell, *parsed->constant());
     // The number without the unit would mean another one when the page's units change.
     const Dimension dimension = dimensionOf(content.value.unit());
     if (isPlain && (dimension == Dimension::Length || dimension == Dimension::Angle)) return content;
     // Most cells hold plain constants; those that read back to the letter need no formula object.
     if (formulaText(content) == parsed->text()) return content;
   } else {
-    content.value = cellValue(engine.store, cell.sheet, cell.key);
+    content.value = cellValue(engine.store(), cell.sheet, cell.key);
   }
   content.formula = std::move(parsed);
   return content;
 }
 
 Outcome commit(Engine& engine, const CellAddress& cell, Cell content) {
-  const FoundCell before = findCell(engine.store, cell.sheet, cell.key);
-  const std::string oldFormula = formulaFor(engine.store, cell.sheet, before);
-  const Value oldValue = cellValue(engine.store, cell.sheet, cell.key);
+  const FoundCell before = findCell(engine.store(), cell.sheet, cell.key);
+  const std::string oldFormula = formulaFor(engine.store(), cell.sheet, before);
+  const Value oldValue = cellValue(engine.store(), cell.sheet, cell.key);
   const bool evaluates = content.formula && !content.formula->constant();
   const bool formulaChanged = formulaText(content) != oldFormula;
   if (!formulaChanged && !evaluates && content.value == oldValue && before) return Outcome::done();
 
-  CommandScope scope(engine, engine.store.sheet(cell.sheet)->document, "Cell");
+  CommandScope scope(engine, engine.store().sheet(cell.sheet)->document, "Cell");
   const FormulaPtr formulaBefore = before.formula ? before.formula->formula : nullptr;
-  engine.edit.setCell(cell, std::move(content));
+  engine.edit().setCell(cell, std::move(content));
   followGlue(engine, cell, formulaBefore);
   std::vector<CellAddress> followed;
   if (evaluates) {
     followed = engine.recalculate({cell}, {});
     std::erase(followed, cell);
-  } else if (!(cellValue(engine.store, cell.sheet, cell.key) == oldValue)) {
+  } else if (!(cellValue(engine.store(), cell.sheet, cell.key) == oldValue)) {
     followed = engine.recalculate({}, {cell});
   }
-  const bool valueChanged = !(cellValue(engine.store, cell.sheet, cell.key) == oldValue);
-  ++engine.writeDepth;
+  const bool valueChanged = !(cellValue(engine.store(), cell.sheet, cell.key) == oldValue);
+  const Engine::NestedWrite nested(engine);
   if (formulaChanged) engine.raise(&ApplicationEvents::FormulaChanged, cell);
   if (valueChanged) engine.raise(&ApplicationEvents::CellChanged, cell);
   for (const CellAddress& other : followed) engine.raise(&ApplicationEvents::CellChanged, other);
-  --engine.writeDepth;
   scope.commit();
   return Outcome::done();
 }
 
 Outcome check(Engine& engine, const CellAddress& cell, bool force) {
-  if (!engine.store.sheet(cell.sheet)) return Outcome::refused("the object is gone");
-  if (engine.writeDepth >= Engine::deepestWrite) return Outcome::refused("writes inside writes are nested too deeply");
-  if (!cellExists(engine.store, cell.sheet, cell.key, false)) return Outcome::unknownName("no such cell");
+  if (!engine.store().sheet(cell.sheet)) return Outcome::refused("the object is gone");
+  if (engine.areWritesTooDeep()) return Outcome::refused("writes inside writes are nested too deeply");
+  if (!cellExists(engine.store(), cell.sheet, cell.key, false)) return Outcome::unknownName("no such cell");
   if (force) return Outcome::done();
-  const FoundCell found = findCell(engine.store, cell.sheet, cell.key);
+  const FoundCell found = findCell(engine.store(), cell.sheet, cell.key);
   if (found.formula && found.formula->formula && found.formula->formula->isGuarded())
     return Outcome::refused("the cell is guarded");
   return Outcome::done();
@@ -113,7 +112,7 @@ Outcome writeResult(Engine& engine, const CellAddress& cell, int unitsCode, doub
     if (definition && definition->units == CellUnits::Length) content.value = Value::number(number, Unit::Inches);
     if (definition && definition->units == CellUnits::Angle) content.value = Value::number(number, Unit::Degrees);
     if (unitsCode == 0 && (!definition || definition->units == CellUnits::Number))
-      content.value = fitToCell(engine.store, cell, content.value);
+      content.value = fitToCell(engine.store(), cell, content.value);
   }
   if (!isRepresentable(content.value.internal())) return Outcome::refused("the number is too large");
   return commit(engine, cell, std::move(content));

@@ -6,6 +6,7 @@
 // Engine::raise alone, which does the same for what the event is about.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -66,21 +67,35 @@ class Engine {
  public:
   explicit Engine(EngineOptions options);
 
-  const std::string version;
-  const std::vector<const DocumentFormat*> formats;  ///< borrowed; asked in this order
-  Store store;
-  DependencyGraph graph{store};
-  Recalculator recalculator{store, graph};
-  PlacementJournal placements;
-  RowRenames renames;
-  UndoLog undo{Exchanged{store, graph, placements, renames}};
-  Editor edit{Exchanged{store, graph, placements, renames}, undo};
-  EventDispatcher events{undo};
-  CommandBarSet bars;
-  SelectionSnapshots selections;
+  const std::string& version() const { return version_; }
 
-  std::unique_ptr<Aftermath> aftermath;  ///< null: commands have none
-  int commandDepth = 0;                  ///< commands inside commands, through handlers
+  /// The drawings. All changes go through the editor.
+  const Store& store() const { return store_; }
+  Editor& edit() { return edit_; }
+  UndoLog& undo() { return undo_; }
+  const UndoLog& undo() const { return undo_; }
+  /// Which formulas read what.
+  const DependencyGraph& graph() const { return graph_; }
+  /// What moved since it was last asked.
+  PlacementJournal& placements() { return placements_; }
+  EventDispatcher& events() { return events_; }
+  CommandBarSet& bars() { return bars_; }
+  SelectionSnapshots& selections() { return selections_; }
+
+  void setThemes(const ThemeValues* themes) { store_.setThemes(themes); }
+  void setLocale(const FormulaLocale& locale) { store_.setLocale(locale); }
+  void setAftermath(std::unique_ptr<Aftermath> aftermath) { aftermath_ = std::move(aftermath); }
+  /// True while a command runs, in the handlers that it calls too.
+  bool isInCommand() const { return commandDepth_ > 0; }
+
+  // Documents come and go outside of steps.
+  /// The format of the file's name; null for a name that no drawing has.
+  const DocumentFormat* formatFor(std::string_view fileName) const { return host::formatFor(formats_, fileName); }
+  /// An empty document with one page of letter size.
+  DocumentId addDocument(const std::string& name);
+  OpenResult readDocument(const std::string& fileName);
+  /// With its steps and its window.
+  void removeDocument(DocumentId document);
 
   // Windows, the active one last.
   const std::vector<WindowState>& windows() const { return windows_; }
@@ -96,10 +111,10 @@ class Engine {
   void leaveOutDeleted();
 
   // What a command goes on with after an event.
-  bool exists(SheetId id) const { return store.sheet(id) != nullptr; }
-  bool exists(PageId id) const { return store.page(id) != nullptr; }
-  bool exists(MasterId id) const { return store.master(id) != nullptr; }
-  bool exists(DocumentId id) const { return store.document(id) != nullptr; }
+  bool exists(SheetId id) const { return store_.sheet(id) != nullptr; }
+  bool exists(PageId id) const { return store_.page(id) != nullptr; }
+  bool exists(MasterId id) const { return store_.master(id) != nullptr; }
+  bool exists(DocumentId id) const { return store_.document(id) != nullptr; }
   bool exists(WindowId id) { return window(id) != nullptr; }
   bool exists(const CellAddress& cell) const;
   template <class First, class Second, class... More>
@@ -119,13 +134,13 @@ class Engine {
     return raise(EventDispatcher::Occasion::Upkeep, event, id);
   }
 
-  // Handles for events.
-  Backend* backend = nullptr;  ///< set by the automation surface
-  Shape handle(SheetId id) const { return {backend, {ObjectKind::Shape, id.value, 0}}; }
-  quorvel::Cell handle(const CellAddress& cell) const { return {backend, refTo(cell)}; }
-  quorvel::Document handle(DocumentId id) const { return {backend, {ObjectKind::Document, id.value, 0}}; }
-  quorvel::Page handle(PageId id) const { return {backend, {ObjectKind::Page, id.value, 0}}; }
-  Window handle(WindowId id) const { return {backend, {ObjectKind::Window, id.value, 0}}; }
+  // Handles for events; `backend` is what they call.
+  void setBackend(Backend& backend) { backend_ = &backend; }
+  Shape handle(SheetId id) const { return {backend_, {ObjectKind::Shape, id.value, 0}}; }
+  quorvel::Cell handle(const CellAddress& cell) const { return {backend_, refTo(cell)}; }
+  quorvel::Document handle(DocumentId id) const { return {backend_, {ObjectKind::Document, id.value, 0}}; }
+  quorvel::Page handle(PageId id) const { return {backend_, {ObjectKind::Page, id.value, 0}}; }
+  Window handle(WindowId id) const { return {backend_, {ObjectKind::Window, id.value, 0}}; }
 
   // References to rows and cells of rows follow when the row is renamed. The upper byte of their second number is the
   // turn of the name, see RowRenames.
@@ -136,28 +151,65 @@ class Engine {
   ObjectRef present(const ObjectRef& object) const;
 
   /// Values of cells follow; their changes are undoable. `changed` were set already. Gives what changed besides.
-  std::vector<CellAddress> recalculate(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed);
+  /// `beforeChange` is called for each cell before it gets its new value.
+  std::vector<CellAddress> recalculate(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed,
+                                       const std::function<void(const CellAddress&)>& beforeChange = {});
   /// The same, and tells listeners of every cell that changed besides.
   void recalculateAndTell(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed);
 
-  /// Depth of writes inside writes, through handlers.
-  int writeDepth = 0;
-  static constexpr int deepestWrite = 200;
+  /// Formulas that were evaluated so far.
+  std::size_t evaluations() const { return recalculator_.evaluations(); }
 
-  /// Shapes on the clipboard live on a page of their own, in a document that is not listed.
+  static constexpr int deepestWrite = 200;
+  /// True when handlers of writes have written inside each other so often that another write must be refused.
+  bool areWritesTooDeep() const { return writeDepth_ >= deepestWrite; }
+  /// While it lives, a write raises its events.
+  class NestedWrite {
+   public:
+    explicit NestedWrite(Engine& engine) : engine_(engine) { ++engine_.writeDepth_; }
+    ~NestedWrite() { --engine_.writeDepth_; }
+    NestedWrite(const NestedWrite&) = delete;
+    NestedWrite& operator=(const NestedWrite&) = delete;
+
+   private:
+    Engine& engine_;
+  };
+
+  /// Shapes on the clipboard lie on a page of their own, in a document that scripts do not see.
   struct Clipboard {
     PageId page;
     DocumentId document;
-  } clipboard;
+  };
+  const Clipboard& clipboard() const { return clipboard_; }
+  /// Gives a new, empty page.
+  PageId emptyClipboard();
 
  private:
   template <class Handle, class Id>
   bool raise(EventDispatcher::Occasion occasion, void (ApplicationEvents::*event)(Handle), const Id& id) {
-    events.raise(
+    events_.raise(
         occasion, [&] { return exists(id); }, [&](ApplicationEvents& listener) { (listener.*event)(handle(id)); });
     return exists(id);
   }
 
+  friend class CommandScope;
+  const std::string version_;
+  const std::vector<const DocumentFormat*> formats_;
+  Store store_;
+  DependencyGraph graph_{store_};
+  Recalculator recalculator_{store_, graph_};
+  PlacementJournal placements_;
+  RowRenames renames_;
+  UndoLog undo_{Exchanged{store_, graph_, placements_, renames_}};
+  Editor edit_{Exchanged{store_, graph_, placements_, renames_}, undo_};
+  EventDispatcher events_{undo_};
+  CommandBarSet bars_;
+  SelectionSnapshots selections_;
+  std::unique_ptr<Aftermath> aftermath_;  ///< null: commands have none
+  Backend* backend_ = nullptr;
+  int commandDepth_ = 0;  ///< commands inside commands, through handlers
+  int writeDepth_ = 0;    ///< writes inside writes, through handlers
+  Clipboard clipboard_;
   std::vector<WindowState> windows_;
   std::uint32_t lastWindow_ = 0;
 };

@@ -27,7 +27,7 @@ std::vector<Column> columnsOf(const std::vector<const Sheet*>& lineage, SectionN
   return columns;
 }
 
-Maybe<Cell> ownCell(Store& store, SheetId sheet, const CellKey& key) {
+Maybe<Cell> ownCell(const Store& store, SheetId sheet, const CellKey& key) {
   const FoundCell found = findCell(store, sheet, key);
   if (!found) return {};
   if (found.formulaSheet == sheet) return *found.value;
@@ -57,7 +57,7 @@ std::shared_ptr<const TextBody> withoutShown(const TextBody& inherited) {
 
 }  // namespace
 
-OwnContent ownContentOf(Store& store, SheetId id) {
+OwnContent ownContentOf(const Store& store, SheetId id) {
   const std::vector<const Sheet*> lineage = lineageOf(store, id);
   OwnContent content;
   for (const SectionNumber number : sectionsOf(store, id)) {

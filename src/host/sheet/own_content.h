@@ -16,6 +16,6 @@ struct OwnContent {
 };
 
 /// Formulas name the shapes of the sheet's own page, not the master's. What styles give is left to the styles.
-OwnContent ownContentOf(Store& store, SheetId sheet);
+OwnContent ownContentOf(const Store& store, SheetId sheet);
 
 }  // namespace quorvel::host

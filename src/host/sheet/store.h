@@ -161,7 +161,7 @@ class Store {
   /// there. Gives its place in the stack that it left.
   std::size_t stand(SheetId shape, SheetId parent, std::size_t place);
 
-  FormulaPool& formulas() { return formulas_; }
+  FormulaPool& formulas() const { return formulas_; }
   /// How a user writes formulas and numbers; what is stored is always universal.
   const FormulaLocale& locale() const { return locale_; }
   void setLocale(const FormulaLocale& locale) { locale_ = locale; }
@@ -202,7 +202,7 @@ class Store {
   std::vector<std::unique_ptr<Master>> masters_{1};
   std::vector<std::unique_ptr<Document>> documents_{1};
   std::vector<DocumentId> order_;
-  FormulaPool formulas_;
+  mutable FormulaPool formulas_;
   FormulaLocale locale_;
   const ThemeValues* themes_ = nullptr;
 };

@@ -151,11 +151,21 @@ void Editor::addConnect(PageId page, Connect connect) {
 }
 
 void Editor::shapeAdded(SheetId root) {
+  for (const SheetId member : store_.subtree(root)) watchFormulas(member);
   placements_.noteArrival(*store_.sheet(root));
   log_.add(SubtreeExchange{root, 0, {}});
 }
-void Editor::pageAdded(PageId page) { log_.add(PageExchange{page, {}}); }
-void Editor::masterAdded(MasterId master) { log_.add(MasterExchange{master, {}}); }
+void Editor::pageAdded(PageId page) {
+  watchFormulas(store_.page(page)->sheet);
+  log_.add(PageExchange{page, {}});
+}
+void Editor::masterAdded(MasterId master) {
+  const Page& contents = *store_.page(store_.master(master)->contents);
+  watchFormulas(contents.sheet);
+  for (const SheetId shape : contents.shapes)
+    for (const SheetId sheet : store_.subtree(shape)) watchFormulas(sheet);
+  log_.add(MasterExchange{master, {}});
+}
 void Editor::styleAdded(SheetId style) { log_.add(StyleExchange{style, {}}); }
 void Editor::removeShape(SheetId root) { commit(SubtreeExchange{root, 0, {}}); }
 void Editor::removePage(PageId page) { commit(PageExchange{page, {}}); }

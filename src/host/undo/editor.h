@@ -1,5 +1,5 @@
-// The only hands that change a drawing: each function applies one exchange and gives it to the undo log. They cannot
-// fail; commands check first.
+// All changes of drawings: each function applies one exchange and gives it to the undo log. They cannot fail; commands
+// check first.
 #pragma once
 
 #include <optional>
@@ -46,11 +46,19 @@ class Editor {
       if (goes(connects[i])) commit(ConnectExchange{page, i, std::nullopt});
     }
   }
-  /// Tells the log of what was just made.
+  /// The store, for objects in the making: documents and what is made of a document before the log knows it. What is
+  /// made goes to the log by one of the calls below.
+  Store& making() { return store_; }
+  /// The parts of a document that no step changes: its name and folder, its properties and its marks.
+  Document& documentFields(DocumentId document) { return *store_.document(document); }
+
+  /// What was just made becomes a change; its formulas follow what they read from here on.
   void shapeAdded(SheetId root);
   void pageAdded(PageId page);
   void masterAdded(MasterId master);
   void styleAdded(SheetId style);
+  /// The formulas of a sheet in the making follow what they read.
+  void watchFormulas(SheetId sheet) { drawing_.graph.addSheet(sheet); }
   void removeShape(SheetId root);
   void removePage(PageId page);
   void moveInStack(SheetId shape, std::size_t place);
