@@ -64,7 +64,7 @@ class Normalizer {
     for (const pugi::xml_attribute attribute : node.attributes()) {
       const std::string_view called = attribute.name();
       if (called.starts_with("xmlns")) continue;  // declarations say nothing of their own
-      // That nobody has changed the file since its program wrote it; layout of the text.
+      // The mark that the file was not changed since its program wrote it; layout of the text.
       if (isSingleFile_ && depth == 1 && (called == "key" || called == "start" || called == "xml:space")) continue;
       std::string value = attribute.value();
       if (std::string_view(attribute.name()) == "r:id") {
@@ -112,7 +112,7 @@ class Normalizer {
     return text;
   }
 
-  /// Sections of a sheet stand in no order either; the sheet's other elements follow.
+  /// Sections of a sheet have no order either; the sheet's other elements follow.
   static void sortSections(std::vector<std::string>& elements) {
     const auto isSection = [](const std::string& one) { return trimmed(one).starts_with("Section "); };
     const auto end = std::stable_partition(elements.begin(), elements.end(), isSection);

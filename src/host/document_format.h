@@ -1,4 +1,4 @@
-// How the engine opens and saves files without knowing any format: the roof hands the formats in.
+// How the engine opens and saves files without knowing any format: the application layer passes the formats in.
 #pragma once
 
 #include <string>
@@ -23,8 +23,8 @@ class DocumentFormat {
   virtual bool handles(std::string_view fileName) const = 0;
   /// On an error the store is as it was.
   virtual OpenResult open(Store& store, const std::string& fileName) const = 0;
-  /// Writes beside the file, flushes and renames, so that what is there is never endangered. Empty when it went well,
-  /// else one sentence.
+  /// Writes to another file in the folder, flushes and renames, so that an existing file is never damaged. Empty when
+  /// it went well, else one sentence.
   virtual std::string save(const Store& store, DocumentId document, const std::string& fileName) const = 0;
 };
 

@@ -1,4 +1,4 @@
-// The themes that a drawing's file brings.
+// The themes in a drawing's file.
 #pragma once
 
 #include <map>

@@ -14,7 +14,7 @@
 namespace quorvel {
 namespace {
 
-/// The files that this process holds. A child would go on holding them when their owner is gone, so it closes its own
+/// The files that this process holds. A child would still hold them when their owner has ended, so it closes its own
 /// copies; the owner's lock stays.
 struct HeldFiles {
   std::mutex access;

@@ -1,5 +1,5 @@
-// A file that a running program holds, so that others can tell whether its owner still runs. Process numbers cannot say
-// that: in containers every program has the same.
+// A file that a running program holds, so that others can find out whether its owner still runs. Process numbers cannot
+// show that: in containers every program has the same.
 #pragma once
 
 #include <string>

@@ -50,7 +50,7 @@ std::string cutAtLetter(std::string name, std::size_t most) {
   return name.substr(0, most);
 }
 
-/// The document's name as a copy's own name tells it; missing for other files.
+/// The document's name as it is in a copy's own name; missing for other files.
 std::optional<std::string> nameOfCopy(const fs::path& copy) {
   const std::string stem = copy.stem().string();
   if (stem.size() < mark.size() + randomLetters) return {};
@@ -92,10 +92,10 @@ std::string contentsOfCompanion(const std::string& file) {
   return contents;
 }
 
-/// Puts another value into a cell for as long as it stands, behind everybody's back.
-class StandIn {
+/// Puts another value into a cell for as long as it lives, without a step and without events.
+class TemporaryValue {
  public:
-  StandIn(host::Sheet& sheet, std::string_view cell, host::Value value) {
+  TemporaryValue(host::Sheet& sheet, std::string_view cell, host::Value value) {
     const auto key = host::parseCellName(cell);
     place_ = key ? sheet.findLocal(*key) : nullptr;
     if (!place_) return;
@@ -103,11 +103,11 @@ class StandIn {
     *place_ = host::Cell();
     place_->value = std::move(value);
   }
-  ~StandIn() {
+  ~TemporaryValue() {
     if (place_) *place_ = std::move(*kept_);
   }
-  StandIn(const StandIn&) = delete;
-  StandIn& operator=(const StandIn&) = delete;
+  TemporaryValue(const TemporaryValue&) = delete;
+  TemporaryValue& operator=(const TemporaryValue&) = delete;
 
  private:
   host::Cell* place_ = nullptr;
@@ -129,8 +129,8 @@ std::string companionText(const host::Document& document) {
 std::string writeCopyAside(host::Engine& engine, host::DocumentId id, const std::string& fileName) {
   const host::Document* document = engine.store().document(id);
   if (!document) return fileName + " was not written: the document is gone.";
-  const StandIn addinIsMissing(*engine.edit().making().sheet(document->sheet), "User.AddinIsFound",
-                               host::Value::number(0));
+  const TemporaryValue addinIsMissing(*engine.edit().making().sheet(document->sheet), "User.AddinIsFound",
+                                      host::Value::number(0));
   const host::Outcome written = host::writeCopy(engine, id, fileName);
   return written.reason();
 }

@@ -13,7 +13,7 @@
 
 namespace quorvel {
 
-/// The document as it stands, in the format that the file's ending says. Nobody is told: the document stays unsaved,
+/// Writes the document in the format that the file's ending says. No event is raised: the document stays unsaved,
 /// under its own name. In the copy User.AddinIsFound is 0, as in every file, so that shapes do not offer the add-in's
 /// commands where it is missing. Empty when it went well, else one sentence.
 std::string writeCopyAside(host::Engine& engine, host::DocumentId document, const std::string& fileName);
@@ -32,7 +32,7 @@ class RecoveryCopies : ApplicationEvents {
   RecoveryCopies(const RecoveryCopies&) = delete;
   RecoveryCopies& operator=(const RecoveryCopies&) = delete;
 
-  /// Brings the copies up to date now. A copy that can't be written is passed over; the last such sentence stays in
+  /// Updates the copies now. A copy that can't be written is skipped; the last such sentence stays in
   /// `lastError`, because failing to guard work must not stop it.
   void update();
   std::string lastError;
@@ -69,15 +69,15 @@ class RecoveryCopies : ApplicationEvents {
 /// A copy that no running process holds.
 struct LeftBehind {
   std::string copy;      ///< full name of the copy
-  std::string original;  ///< where the document was saved last; empty: never, or nobody knows any more
+  std::string original;  ///< where the document was saved last; empty: never, or unknown
   std::string name;      ///< the document's, to show
 };
 
-/// In the order of their names, also such as lost the file that tells where they come from; only the user's own. Empty
+/// In the order of their names, also those without the file that says where they come from; only the user's own. Empty
 /// for a folder that is not there.
 std::vector<LeftBehind> copiesLeftBehind(const std::string& folder);
 
-/// Removes a copy and what belongs to it, once it was opened or is not wanted; what is removed already is passed over.
+/// Removes a copy and what belongs to it, once it was opened or is not wanted; what is removed already is skipped.
 /// Empty when it went well, else why not, as the end of a sentence that begins with the file's name: only what was
 /// written as a copy is removed, and only when no running process holds it.
 std::string discardCopy(const std::string& copy);

@@ -54,7 +54,7 @@ class Session {
   std::unique_ptr<RecoveryCopies> recovery_;
 };
 
-/// QUORVEL_HOME where it is set, else the folder "share/quorvel" or "data" that stands beside or above the program's
+/// QUORVEL_HOME where it is set, else the folder "share/quorvel" or "data" that is next to or above the program's
 /// own. Empty when there is none.
 std::string findInstallFolder();
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "render/picture/metafiles.h"
+#include "render/images/metafiles.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quorvel::render;

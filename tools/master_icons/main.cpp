@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "formats/formats.h"
-#include "formats/vdx/picture_bytes.h"
+#include "formats/vdx/image_bytes.h"
 #include "render/build/build_scene.h"
 #include "render/cairo/scene_painter.h"
 

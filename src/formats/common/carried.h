@@ -1,4 +1,4 @@
-// What a drawing's file keeps that the engine's data has no place for, carried beside the objects so that a save gives
+// What a drawing's file holds that the engine's data has no place for, kept with the objects so that a save writes
 // it back. Everything here is optional: an object made by the engine has none of it. Members that begin with `older`
 // are XML in the vocabulary of the single-file format of older releases; only that format writes them back.
 #pragma once
@@ -19,7 +19,7 @@ namespace quorvel::formats {
 using AttributeList = std::vector<std::pair<std::string, std::string>>;
 
 /// A cell as the file writes it, kept where our own writing of the same cell would read differently: numbers with more
-/// digits than they need, units that say no more than the cell does, formulas that do not parse. It counts only as long
+/// digits than they need, units that the cell has anyway, formulas that do not parse. It counts only as long
 /// as the cell still is what this text reads as.
 struct CarriedCell {
   host::Column column = 0;
@@ -30,7 +30,7 @@ struct CarriedCell {
   bool valueIsContent = false;  ///< the value is the element's own text, as that of several lines may be
   AttributeList attributes;     ///< that we don't know
   std::string contents;         ///< raw XML
-  std::string older;            ///< the whole element; also for one that only says "inherited" and stands for no cell
+  std::string older;            ///< the whole element; also for one that only says "inherited" and is no cell
   int olderPlace = 0;           ///< the vocabulary that it was read in: 0 the core, else that of a later release …
   std::string olderFallback;    ///< … and the element that the core has instead
 };
@@ -56,7 +56,7 @@ struct CarriedSection : host::Extras {
   std::string olderContents;
 };
 
-/// A name that the file left to its default is not written back as long as nobody changed it.
+/// A name that the file left to its default is not written as long as it is unchanged.
 struct CarriedName {
   bool known = false;
   std::string name, universalName;                  ///< as read
@@ -73,16 +73,16 @@ struct CarriedSheet : host::Extras {
   std::string tail;                      ///< … and behind it
   std::string deletedMembers;            ///< raw XML of the members that this instance's file says are deleted
   std::vector<int> deletedMasterShapes;  ///< their numbers in the master
-  std::string text;                      ///< the Text element as written, kept where writing it anew would differ
+  std::string text;                      ///< the Text element as written, kept where our own writing would differ
   std::shared_ptr<const host::TextBody> textRead;  ///< what it was read as
-  unsigned emptyData = 0;                          ///< bit n: the element Data<n+1> stands there empty
+  unsigned emptyData = 0;                          ///< bit n: the element Data<n+1> exists and is empty
   bool lacksText = false;         ///< the file left the Text element out although its fields show something else than
   std::string fieldsWithoutText;  ///< the master's; what they showed then
   /// Where relationship ids in the raw XML lead somewhere. Null: there are none.
   std::shared_ptr<const CarriedPackage> linksFrom;
   std::string linksFromPart;
-  bool lacksType = false;   ///< the Type is the master's
-  bool passedOver = false;  ///< a member of an instance that the file does not mention
+  bool lacksType = false;      ///< the Type is the master's
+  bool omittedInFile = false;  ///< a member of an instance that the file does not mention
   std::string olderContents;
 };
 
@@ -95,15 +95,15 @@ struct CarriedForeign : host::Extras {
   bool olderLacksHeader = false;  ///< the older file held the bitmap without the header that bitmap files begin with
 };
 
-/// A part that nobody here understands.
+/// A part that we don't know.
 struct CarriedPart {
   std::string name;
   std::string contentType;
   PackedBytes bytes;
 };
 
-/// The package that a document came from. Also tells whether part names and relationships of a page or master are those
-/// of this package or, after copying between documents, mean nothing here.
+/// The package that a document came from. Also decides whether part names and relationships of a page or master are
+/// those of this package or, after copying between documents, mean nothing here.
 struct CarriedPackage {
   ContentTypes contentTypes;
   std::vector<CarriedPart> parts;

@@ -186,7 +186,7 @@ Value withUnitOfCell(const CellKey& key, const CellDefinition* definition, const
 
 Value readTyped(const CellDefinition* definition, const CellAttributes& text) {
   if (text.hasError && (text.value == "0" || text.value.empty())) {
-    // With the value that had been good before, a picture is nearer to what its maker saw than with an error.
+    // With the last good value, a drawing looks more like what its author saw than with an error.
     if (const host::ErrorCode code = host::errorOfText(text.error); code != host::ErrorCode::None)
       return Value::error(code);
   }
@@ -252,7 +252,7 @@ void writeCell(const CellKey& key, const CellDefinition* definition, const host:
   switch (value.kind()) {
     case ValueKind::Number:
       appendNumber(written.value, value.internal());
-      // Where texts stand, a bare number would be read as one.
+      // In a text cell a bare number would be read as text.
       if (value.unit() == Unit::Drawing && unitsOf(definition) == CellUnits::Length) break;
       if (value.unit() != Unit::None || unitsOf(definition) == CellUnits::Text)
         written.unit = host::fileNameOf(value.unit());

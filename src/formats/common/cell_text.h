@@ -9,7 +9,7 @@
 
 namespace quorvel::formats {
 
-/// The attributes of a Cell element as they stand in a parsed part.
+/// The attributes of a Cell element in a parsed part.
 struct CellAttributes {
   bool hasValue = false, hasUnit = false, hasFormula = false, hasError = false;
   std::string_view value, unit, formula, error;
@@ -28,7 +28,7 @@ inline constexpr std::string_view inheritedText = "Inh";
 /// Reads a value in internal units.
 host::Value readValue(const host::CellKey& key, const host::CellDefinition* definition, const CellAttributes& text);
 
-/// Reads the whole cell. `formulaIsBroken` is set for a formula that does not parse; the value then stands alone.
+/// Reads the whole cell. `formulaIsBroken` is set for a formula that does not parse; the cell then has only its value.
 host::Cell readCell(const host::CellKey& key, const host::CellDefinition* definition, const CellAttributes& text,
                     host::FormulaPool& formulas, bool& formulaIsBroken);
 

@@ -56,7 +56,7 @@ void readStyles(ReadState& state, pugi::xml_node node, void (*readSheet)(ReadSta
     state.styles.emplace(number, id);
     made.emplace_back(id, entry);
   }
-  // The engine's own first style stays in front unless the file brings one of that number at another place.
+  // The engine's own first style stays in front unless the file has one of that number at another place.
   std::vector<host::SheetId>& order = state.store.document(state.document)->styles;
   std::erase_if(order, [&](host::SheetId id) {
     return std::ranges::find(made, id, &decltype(made)::value_type::first) != made.end();

@@ -18,8 +18,8 @@ void readSettings(ReadState& state, CarriedDocument& carry, pugi::xml_node node)
 void readColours(ReadState& state, CarriedDocument& carry, pugi::xml_node node);
 /// Takes in the style sheets; `readSheet` reads the attributes and contents of one.
 void readStyles(ReadState& state, pugi::xml_node node, void (*readSheet)(ReadState&, host::Sheet&, pugi::xml_node));
-/// Makes a master for each entry of a Masters element, numbered as the file numbers them; what is no master, or bears a
-/// number that was taken, goes to `unread` as it stands.
+/// Makes a master for each entry of a Masters element, numbered as the file numbers them; what is no master, or has a
+/// number that is used already, is added to `unread` unchanged.
 std::vector<std::pair<host::MasterId, pugi::xml_node>> makeMasters(ReadState& state, pugi::xml_node list,
                                                                    std::string& unread);
 /// Ties pages to the background pages of these file IDs, but closes no ring.

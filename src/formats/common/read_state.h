@@ -16,7 +16,7 @@
 
 namespace quorvel::formats {
 
-/// Numbers in files stay below, so that there is room for those that the engine gives out.
+/// Numbers in files stay below, so that the engine has numbers left for new objects.
 inline constexpr int largestFileNumber = 1 << 30;
 
 /// A shape that names its master before all masters are read.
@@ -41,12 +41,12 @@ struct ReadState {
   host::SheetId sheet;                      ///< whose cells are being read
   std::vector<host::CellAddress> unvalued;  ///< cells with a formula and no value
   int madeMembers = 0;                      ///< members made for instances whose file left them out
-  std::unordered_set<std::string> taken;    ///< keys of the parts whose contents stand in the engine's data
-  /// Pictures by part and attributes: shapes that show the same picture share its bytes.
+  std::unordered_set<std::string> taken;    ///< keys of the parts whose contents are in the engine's data
+  /// Images by part and attributes: shapes that show the same image share its bytes.
   std::map<std::string, std::shared_ptr<const host::ForeignData>> pictures;
 };
 
-/// What is carried beside an object, made when missing. Only for objects of the drawing that is being read.
+/// What is carried with an object, made when missing. Only for objects of the drawing that is being read.
 template <class T>
 T& extrasOf(host::ExtrasPtr& extras) {
   if (!extras) extras = std::make_shared<T>();
@@ -57,13 +57,13 @@ struct ShapeSource;
 
 /// How a format says what shapes hold; their nesting, text and links to masters are said the same way in both.
 struct ShapeVocabulary {
-  /// Takes a child of the sheet that is neither text nor data nor members. `behindText`: one of those stood before it.
+  /// Takes a child of the sheet that is neither text nor data nor members. `behindText`: one of those came before it.
   void (*readChild)(ReadState& state, host::Sheet& sheet, pugi::xml_node child, bool behindText);
-  /// Takes in a picture; false when the element holds none.
+  /// Reads an image; false when the element holds none.
   bool (*readPicture)(ReadState& state, const ShapeSource& source, host::Sheet& sheet, pugi::xml_node node);
 };
 
-/// Where the shape at hand stands.
+/// The place of the shape that is being read.
 struct ShapeSource {
   host::PageId page;
   const Relationships& relationships;

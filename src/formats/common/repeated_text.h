@@ -6,8 +6,8 @@
 namespace quorvel::formats {
 
 /// True for a sheet without a text of its own whose fields make the inherited text show something else than the master
-/// shows. Its element is written out all the same: programs that don't evaluate fields show what stands in it. A file
-/// that went without it stays so until a field changes.
+/// shows. Its element is written out all the same: programs that don't evaluate fields show its text. A file
+/// without it stays so until a field changes.
 bool showsOtherFields(const host::Store& store, const host::Sheet& sheet);
 
 /// The other way, for a sheet just read: a text that only repeats the master's goes on following it. A save writes the

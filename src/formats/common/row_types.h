@@ -9,7 +9,7 @@
 
 namespace quorvel::formats {
 
-/// Rows numbered higher are carried as they stand.
+/// Rows numbered higher are carried unchanged.
 inline constexpr int largestRowIndex = 1'000'000;
 /// The 0-based index of the last Geometry section that has a published number.
 inline constexpr int lastGeometryIndex =

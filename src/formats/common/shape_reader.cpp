@@ -95,7 +95,7 @@ void readShape(ReadState& state, ShapeSource& source, SheetId parent, pugi::xml_
     }
   }
   if (link.ownMaster >= 0 || link.masterShape >= 0) state.pending.push_back(link);
-  // A member of an instance inherits through that instance's master even when it is an instance of its own besides.
+  // A member of an instance inherits through that instance's master even when it is also an instance itself.
   const int membersMaster = link.masterShape < 0 && link.ownMaster >= 0 ? link.ownMaster : instanceMaster;
   if (type.empty()) carriedOf(sheet).lacksType = true;
   CarriedName names;
@@ -152,7 +152,7 @@ bool leadsBack(const host::Store& store, SheetId start, SheetId sheet) {
   return false;
 }
 
-/// Makes the members that an instance's file passed over in silence: they are all the master's. Programs that write
+/// Makes the members that the file omitted from an instance: they are all the master's. Programs that write
 /// drawings with little effort leave them out.
 void addUnmentionedMembers(ReadState& state, SheetId rootId) {
   host::Store& store = state.store;
@@ -174,7 +174,7 @@ void addUnmentionedMembers(ReadState& state, SheetId rootId) {
     if (++state.madeMembers > 100'000) return;
     const SheetId made = store.addShape(page, parent->second, original.kind);
     store.sheet(made)->prototype = id;
-    carriedOf(*store.sheet(made)).passedOver = true;
+    carriedOf(*store.sheet(made)).omittedInFile = true;
     counterparts.emplace(id, made);
   }
 }

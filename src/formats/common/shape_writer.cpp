@@ -36,7 +36,7 @@ void writeText(XmlWriter& writer, const host::Store& store, const host::Sheet& s
         writer.start("tp").attribute("IX", piece.index).end();
         break;
       case host::TextPiece::Field:
-        // What a field showed in the file it came from stands until the field changes.
+        // What a field showed in its file is kept until the field changes.
         writer.start("fld").attribute("IX", piece.index);
         writer.text(sheet.text && !piece.text.empty() ? piece.text : host::fieldText(store, sheet.id, piece.index))
             .end();
@@ -74,7 +74,7 @@ void writeShape(XmlWriter& writer, const host::Store& store, host::SheetId id, S
   const CarriedSheet* const carry = carried<CarriedSheet>(shape.extras);
   writer.start("Shape").attribute("ID", shape.shapeId);
   dialect.names(writer, shape);
-  // A member that left its instance has no master any more that would tell its kind.
+  // A member that left its instance has no master any more that would have its kind.
   const bool onlyTypeTells = !shape.prototype && shape.kind != host::SheetKind::Shape;
   if (!carry || !carry->lacksType || onlyTypeTells) writer.attribute("Type", typeName(shape.kind));
   if (const host::Master* const master = store.master(shape.master)) {

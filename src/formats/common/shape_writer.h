@@ -17,7 +17,7 @@ class ShapeDialect {
   virtual void attributes(XmlWriter& writer, const host::Sheet& shape) = 0;
   virtual void contents(XmlWriter& writer, const host::Sheet& shape) = 0;
   virtual void picture(XmlWriter& writer, const host::ForeignData& picture) = 0;
-  /// Between text, data and picture, and the members.
+  /// Between text, data and image, and the members.
   virtual void tail(XmlWriter& writer, const host::Sheet& shape) = 0;
   virtual void uses(host::MasterId) {}
   /// Ends the shape's element.

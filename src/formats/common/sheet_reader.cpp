@@ -15,7 +15,7 @@ using host::RowKey;
 using host::Section;
 using host::SectionNumber;
 
-/// A value that is the element's own text. Blanks around other elements or beside a formula are the file's layout.
+/// A value that is the element's own text. Blanks around other elements or next to a formula are the file's layout.
 bool hasContentValue(pugi::xml_node cell) {
   if (cell.attribute("V") || !cell.first_child()) return false;
   const bool blanksCount = !cell.attribute("F") && !childNamed(cell, "RefBy");
@@ -147,7 +147,7 @@ void readRow(ReadState& state, pugi::xml_node node, Section& section, RowFinder&
   if (const pugi::xml_attribute given = node.attribute("IX"); name.empty() && given) {
     index = wholeNumber(given.value(), -1);
   } else if (name.empty()) {
-    // A row without name or index stands where it stands; vertices count from 1.
+    // A row without name or index is numbered by its place; vertices count from 1.
     index = static_cast<int>(section.rows.size()) + (geometry && !finder.find(RowKey::index(0)) ? 1 : 0);
   }
   if (index < (geometry ? 1 : 0) || index > largestRowIndex) {

@@ -9,9 +9,9 @@ namespace quorvel::formats {
 /// The carried part of a sheet, made when missing. Only while the drawing is read.
 CarriedSheet& carriedOf(host::Sheet& sheet);
 
-/// Name and NameU; either stands in for the other.
+/// Name and NameU; a missing one is taken from the other.
 void readNames(pugi::xml_node node, std::string& name, std::string& universalName, CarriedName& carried);
-/// True when a writer that knows nothing would not give the names back as they were.
+/// True when a writer without the carried names would not write them as they were.
 bool needsCarrying(const CarriedName& names);
 
 /// Takes one attribute of a sheet's element; false when it is none that all sheets have.

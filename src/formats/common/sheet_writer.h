@@ -1,4 +1,4 @@
-// Writes sheets: only what a sheet holds itself, with what its file brought along.
+// Writes sheets: only what a sheet holds itself, with what is carried from its file.
 #pragma once
 
 #include <string>
@@ -27,7 +27,7 @@ std::uint8_t rowTypeOf(const host::Store& store, const host::Sheet& sheet, host:
 /// One Cell element. `row` is what its row carries; may be null.
 void writeCellElement(XmlWriter& writer, const host::CellKey& key, const host::Cell& cell, const CarriedRow* row);
 
-/// The attributes that tell how large an enhanced metafile is, where the file it came from did not.
+/// The attributes for the size of an enhanced metafile, where its file had none.
 void writeMetafileSize(XmlWriter& writer, const host::ForeignData& picture, const CarriedForeign* carry);
 
 }  // namespace quorvel::formats

@@ -34,9 +34,9 @@ class PackedBytes {
 };
 
 struct Unpacking {
-  bool isWhole = false;    ///< the packed bytes came to their end
+  bool isWhole = false;    ///< the packed bytes ended
   bool isTooLong = false;  ///< there was more than the limit; the rest was left
-  std::uint64_t size = 0;  ///< of what came out
+  std::uint64_t size = 0;  ///< of the unpacked bytes
   std::uint32_t checksum = 0;
 };
 

@@ -13,7 +13,7 @@ bool isSafePartName(std::string_view name);
 /// Part names are compared without regard to ASCII case; this is the form to compare.
 std::string partKey(std::string_view name);
 
-/// The part that `target` means when it stands in the relationships of `source` ("/visio/pages/page1.xml"; "/" is the
+/// The part that `target` means in the relationships of `source` ("/visio/pages/page1.xml"; "/" is the
 /// package itself). Empty when the target leads out of the package.
 std::string resolveTarget(std::string_view source, std::string_view target);
 

@@ -12,7 +12,7 @@ namespace quorvel::formats {
 
 using Attributes = std::vector<std::pair<std::string, std::string>>;
 
-/// Deepest nesting of elements in any part. Groups nest two levels for each; nobody draws a hundred groups in each
+/// Deepest nesting of elements in any part. Groups nest two levels for each; no drawing has a hundred groups in each
 /// other.
 inline constexpr int deepestElement = 512;
 

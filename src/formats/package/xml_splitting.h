@@ -9,7 +9,7 @@
 
 namespace quorvel::formats {
 
-/// Where the children of a list stand in the text.
+/// Where the children of a list are in the text.
 struct SplitList {
   std::size_t begin = 0, end = 0;                             ///< everything between the list's tags
   std::vector<std::pair<std::size_t, std::size_t>> children;  ///< from and to of each child element

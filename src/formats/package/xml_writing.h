@@ -19,7 +19,7 @@ class XmlWriter {
   XmlWriter& attribute(std::string_view name, std::string_view value);
   XmlWriter& attribute(std::string_view name, long value);
   XmlWriter& text(std::string_view text);
-  /// Well-formed XML as it stands.
+  /// Well-formed XML, unchanged.
   XmlWriter& raw(std::string_view xml);
   /// Closes the innermost element; one without contents closes itself.
   XmlWriter& end();

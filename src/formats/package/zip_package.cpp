@@ -19,7 +19,7 @@ struct Closer {
   void operator()(zip_t* archive) const { zip_discard(archive); }
 };
 
-/// The first bytes of a file tell what it really is, whatever its name says.
+/// The first bytes of a file decide what it is, whatever its name is.
 std::string firstBytes(const std::string& fileName, std::size_t count) {
   std::ifstream file(fileName, std::ios::binary);
   std::string bytes(count, '\0');
@@ -29,7 +29,7 @@ std::string firstBytes(const std::string& fileName, std::size_t count) {
 }
 
 /// Office programs put an encrypted package into the compound file that also held the old binary drawings; a stream of
-/// this name tells the two apart.
+/// this name distinguishes the two.
 bool holdsEncryptedPackage(const std::string& fileName) {
   std::string wide;
   for (const char c : std::string_view("EncryptedPackage")) wide += {c, '\0'};

@@ -19,7 +19,7 @@ struct PackageLimits {
   std::uint64_t totalBytes = 1ull << 31;  ///< of all parts together, unpacked
   /// What the XML of a drawing may weigh (see XmlMeasure) in any file …
   std::uint64_t xmlWeight = 1'000'000;
-  /// … and for each byte of the file besides. Pictures of one colour are a thousand times as large as their packed
+  /// … and also for each byte of the file. Images of one colour are a thousand times as large as their packed
   /// bytes, but XML of a drawing says something new in nearly each element.
   std::uint64_t xmlWeightPerByte = 10;
 };

@@ -176,7 +176,7 @@ bool usesLaterFunctions(const host::Cell& cell) {
       "TINT",    "SETATREFEVAL", "SHADE",    "MSOTINT",      "MSOSHADE",     "LUMDIFF",          "SATDIFF",
       "HUEDIFF", "TONE",         "USERUI",   "IFERROR",      "LISTSHEETREF", "CONTAINERSHEETREF"};
   if (!cell.formula) return false;
-  // Every cell of a drawing is asked: only what stands before a parenthesis is compared.
+  // This is called for every cell of a drawing: only what is before a parenthesis is compared.
   const std::string_view text = cell.formula->text();
   for (std::size_t at = text.find('('); at != std::string_view::npos; at = text.find('(', at + 1)) {
     const std::string_view before = text.substr(0, at);

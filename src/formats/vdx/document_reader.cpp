@@ -6,8 +6,8 @@
 #include "formats/common/document_elements.h"
 #include "formats/common/shape_reader.h"
 #include "formats/common/sheet_reader.h"
+#include "formats/vdx/image_bytes.h"
 #include "formats/vdx/package_parts.h"
-#include "formats/vdx/picture_bytes.h"
 #include "formats/vdx/properties.h"
 #include "formats/vdx/shared_parts.h"
 #include "formats/vdx/sheet_reader.h"
@@ -65,7 +65,7 @@ class DocumentReader {
   host::Document& document() { return *state_.store.document(state_.document); }
   void readFonts(pugi::xml_node root);
   void readRootChild(pugi::xml_node child);
-  /// Takes an element that only says what packages have besides; false for others.
+  /// Reads an element for what only packages have; false for others.
   bool keepsPackageEntry(pugi::xml_node node);
   void takePackageEntries();
   void readContents(PageId page, pugi::xml_node entry, CarriedPage& carry);
@@ -266,7 +266,7 @@ std::string DocumentReader::read(std::string& bytes) {
     return "is XML without a drawing in it; choose a .vdx, .vsx or .vtx file";
   for (const pugi::xml_attribute attribute : root.attributes()) {
     const std::string_view name = attribute.name();
-    // Key and start say that nobody but the program that made the file has changed it, which a save makes untrue.
+    // Key and start say that only the program that made the file has changed it, which is not true after a save.
     if (name != "xmlns" && name != "key" && name != "start")
       carried_->olderAttributes.emplace_back(name, attribute.value());
   }

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "formats/common/document_elements.h"
-#include "formats/common/passed_over.h"
+#include "formats/common/omitted_members.h"
 #include "formats/package/xml_reading.h"
 #include "formats/vdx/package_parts.h"
 #include "formats/vdx/properties.h"
@@ -35,7 +35,7 @@ CarriedPage withKnownAttributes(const CarriedPage& carry) {
   return entry;
 }
 
-/// Later releases tell their version.
+/// Later releases write their version.
 bool isOfFirstRelease(const CarriedDocument& carry) {
   const bool fromSingleFile = !carry.olderAttributes.empty() || !carry.olderElements.empty();
   return fromSingleFile && std::ranges::find(carry.olderAttributes, "version", &AttributeList::value_type::first) ==
@@ -158,8 +158,8 @@ void DocumentWriter::writeContents(XmlWriter& writer, const Page& page, const Ca
     sheets_.contents(writer, sheet);
     writer.end();
   }
-  const std::unordered_set<host::SheetId> passedOver = membersToPassOver(store_, page);
-  sheets_.leftOut = &passedOver;
+  const std::unordered_set<host::SheetId> omittedInFile = membersToOmit(store_, page);
+  sheets_.leftOut = &omittedInFile;
   const std::string deleted = carry ? selfContained(carry->deletedShapes) : std::string();
   if (!page.shapes.empty() || !deleted.empty()) {
     writer.start("Shapes");
@@ -258,14 +258,14 @@ void DocumentWriter::writePackageEntries(XmlWriter& writer) const {
     std::string xml = *part;
     pugi::xml_document parsed;
     if (xml.empty() || !parseXml(parsed, xml).empty()) continue;
-    // The schema of this format lacks the types that times tell.
+    // The schema of this format lacks the types of times.
     for (pugi::xml_node property : parsed.document_element()) property.remove_attribute("xsi:type");
     writer.raw(rawXml(parsed.document_element()));
   }
 }
 
 std::string DocumentWriter::write() {
-  // Fonts get their numbers while the sheets are written, and stand in front of them.
+  // Fonts get their numbers while the sheets are written, and are written before them.
   XmlWriter sheets;
   writeStyles(sheets);
   writeDocumentSheet(sheets);

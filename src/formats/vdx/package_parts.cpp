@@ -4,7 +4,7 @@
 #include <unordered_map>
 
 #include "formats/package/part_name.h"
-#include "formats/vdx/picture_bytes.h"
+#include "formats/vdx/image_bytes.h"
 
 namespace quorvel::formats::vdx {
 namespace {
@@ -22,7 +22,7 @@ std::string sourceOf(std::string_view name) {
   return std::string(name.substr(0, at + 1)).append(name.substr(from, name.size() - from - linksEnding.size()));
 }
 
-/// The document's own parts are made anew from the engine's data and must not meet others of their names.
+/// The document's own parts are rebuilt from the engine's data and must not collide with others of their names.
 bool mayBear(std::string_view name) {
   static constexpr std::string_view taken[] = {"/visio/document", "/visio/masters", "/visio/pages", "/visio/media"};
   if (name.ends_with(linksEnding)) {
@@ -118,7 +118,7 @@ bool readPackagePart(CarriedDocument& document, pugi::xml_node node) {
   const auto sameName = [&](const CarriedPart& one) { return partKey(one.name) == partKey(part.name); };
   if (std::ranges::any_of(package->parts, sameName)) return false;
   package->documentPart = "/visio/document.xml";
-  // What hangs at another part is found by that part's relationships.
+  // What depends on another part is found by that part's relationships.
   if (const pugi::xml_attribute lead = node.attribute("RelationshipType"))
     package->document.idFor(package->documentPart, lead.value(), part.name);
   part.bytes = *bytes;

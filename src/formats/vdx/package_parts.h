@@ -1,5 +1,5 @@
-// Parts of a package that the single-file format has no words for: themes, data recordsets, validation. They stand in
-// the file in an element that older programs pass over, so that the way through this format loses none of them.
+// Parts of a package that the single-file format has no elements for: themes, data recordsets, validation. They are in
+// the file in an element that older programs ignore, so that none is lost when a drawing is kept in this format.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@
 
 namespace quorvel::formats::vdx {
 
-/// Writes the parts that the document part leads to and what hangs at those, except `said`, the keys of those that
-/// stand in elements of their own. Macros and signatures stay out.
+/// Writes the parts that the document part refers to, and those that these refer to, except `said`, the keys of those
+/// that are in elements of their own. Macros and signatures are left out.
 void writePackageParts(XmlWriter& writer, const CarriedPackage& package, const std::unordered_set<std::string>& said);
 
 /// Notes the parts of which nothing is written.

@@ -51,7 +51,7 @@ std::string textOf(pugi::xml_node node, Kind kind) {
   if (kind == Kind::Link && node.attribute("href")) return node.attribute("href").value();
   std::string text = innerText(node);
   if (kind == Kind::Template) return lastStepOf(text);
-  // These times bear no zone; they are taken for the zone that all times of a drawing are kept in.
+  // These times have no zone; they are taken to be in the zone that all times of a drawing are kept in.
   if (kind == Kind::Time && !text.empty() && text.find_first_of("Z+") == std::string::npos) text += 'Z';
   return text;
 }

@@ -14,7 +14,7 @@ namespace quorvel::formats::vdx {
 struct FileState : ReadState {
   using ReadState::ReadState;
   FontNumbers fonts;
-  /// Where the rows of long sections stand, so that reading stays in step with their size.
+  /// The places of the rows of long sections, so that reading takes time in proportion to their size.
   std::map<std::pair<host::SheetId, host::SectionNumber>, std::unordered_map<std::uint32_t, std::size_t>> rowPlaces;
 };
 

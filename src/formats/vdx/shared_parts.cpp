@@ -106,7 +106,7 @@ void startPart(XmlWriter& writer, std::string_view element) {
   writer.attribute("xmlns:r", names::relationshipNamespace);
 }
 
-/// An element as text that stands for every writing of it.
+/// An element as text, the same for every writing of it.
 std::string plain(pugi::xml_node node) {
   std::map<std::string_view, std::string_view> attributes;
   for (const pugi::xml_attribute attribute : node.attributes()) {
@@ -215,7 +215,7 @@ std::string dataElements(const Parts& parts) {
     std::string bytes = part ? parts.textOf(*part) : std::string();
     pugi::xml_document parsed;
     if (!part || !parseXml(parsed, bytes).empty()) continue;
-    // The records themselves stand inside their set here.
+    // The records themselves are inside their set here.
     std::vector<pugi::xml_node> links;
     for (const pugi::xml_node set : parsed.document_element()) {
       if (const pugi::xml_node link = childNamed(set, "Rel")) links.push_back(link);

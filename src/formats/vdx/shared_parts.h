@@ -17,10 +17,10 @@ struct SharedElements {
   std::unordered_set<std::string> parts;  ///< keys of the parts of which the elements say all
 };
 
-/// For a document whose elements were not read from a single file: those are written as they stand.
+/// For a document whose elements were not read from a single file: those are written unchanged.
 SharedElements sharedElements(const CarriedDocument& document);
 
-/// Makes the parts for the elements that were read, unless the file brought such parts along.
+/// Makes the parts for the elements that were read, unless the file has such parts.
 void makeSharedParts(CarriedDocument& document);
 
 }  // namespace quorvel::formats::vdx

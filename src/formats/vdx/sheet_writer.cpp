@@ -7,7 +7,7 @@
 #include "formats/common/row_types.h"
 #include "formats/package/xml_reading.h"
 #include "formats/vdx/cell_element.h"
-#include "formats/vdx/picture_bytes.h"
+#include "formats/vdx/image_bytes.h"
 #include "formats/vdx/relative_rows.h"
 #include "formats/vdx/whole_rows.h"
 #include "host/sheet/bitmap_file.h"
@@ -194,7 +194,7 @@ void SheetWriter::attributes(XmlWriter& writer, const host::Sheet& sheet) {
   if (mayBearId && !sheet.uniqueId.empty()) writer.attribute("UniqueID", sheet.uniqueId);
   const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
   if (!carry) return;
-  // Those of links that lead nowhere; the schema has room for no others.
+  // Those of links that lead nowhere; the schema allows no others.
   for (const auto& [name, value] : carry->attributes) {
     const bool isWritten = std::ranges::find(writtenAttributes, name) != std::end(writtenAttributes);
     if (isWritten && isNumber(value)) writer.attribute(name, value);

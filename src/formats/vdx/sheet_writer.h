@@ -1,4 +1,5 @@
-// Writes sheets and shapes of a single-file drawing: only what a sheet holds itself, with what its file brought along.
+// Writes sheets and shapes of a single-file drawing: only what a sheet holds itself, with what is carried from its
+// file.
 #pragma once
 
 #include <map>
@@ -26,21 +27,21 @@ class SheetWriter : public ShapeDialect {
   void contents(XmlWriter& writer, const host::Sheet& sheet) override;
   void picture(XmlWriter& writer, const host::ForeignData& picture) override;
   void tail(XmlWriter&, const host::Sheet&) override {}
-  /// There are programs that pass over a shape whose element closes itself.
+  /// Some programs ignore a shape whose element closes itself.
   void end(XmlWriter& writer) override { writer.endWhole(); }
 
-  bool firstRelease = false;  ///< the drawing came from the first release, which had fewer cells
+  bool firstRelease = false;  ///< the drawing is of the first release, which had fewer cells
 
  private:
   using RowIds = std::unordered_map<std::uint32_t, int>;
-  /// Numbers of the section's named rows: an instance's row bears the number of the master's.
+  /// Numbers of the section's named rows: an instance's row has the number of the master's.
   RowIds rowIds(const host::Sheet& sheet, host::SectionNumber section);
   const RowIds& inheritedRowIds(host::SheetId sheet, host::SectionNumber section);
 
   void objectRow(XmlWriter& writer, const host::Row& row);
   void section(XmlWriter& writer, const host::Sheet& sheet, const host::Section& section);
   void geometry(XmlWriter& writer, const host::Sheet& sheet, const host::Section& section);
-  /// Geometry that the sheet only inherits, where its coordinates must stand here.
+  /// Geometry that the sheet only inherits, where its coordinates must be written here.
   void inheritedGeometry(XmlWriter& writer, const host::Sheet& sheet);
   void row(XmlWriter& writer, const host::Row& row, host::SectionNumber section, Vocabulary vocabulary,
            const RowIds& ids);
@@ -68,7 +69,7 @@ void takeCustomNames(pugi::xml_node node, CarriedName& names, AttributeList& att
 void writeBothNames(XmlWriter& writer, const CarriedName* carry, const std::string& name,
                     const std::string& universalName);
 
-/// Raw XML of a package's part that may stand alone in another file: complete, with every prefix declared in it.
+/// Raw XML of a package's part that may be copied into another file: complete, with every prefix declared in it.
 /// Cells that only say "inherited" are left out.
 std::string selfContained(const std::string& xml);
 

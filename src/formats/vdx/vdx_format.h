@@ -15,9 +15,9 @@ class VdxFormat : public host::DocumentFormat {
   bool handles(std::string_view fileName) const override;
   /// Macros are kept for the next save in this format and never run.
   host::OpenResult open(host::Store& store, const std::string& fileName) const override;
-  /// What older releases lack is written as they would have said it (geometry by shares of width and height) or stands
-  /// beside it in elements that they pass over (effects, gradients, theme cells, the themes themselves). Macros of a
-  /// package and what hangs at its single pages have no place here.
+  /// What older releases lack is written in their terms (geometry by shares of width and height) or is put
+  /// next to it in elements that they ignore (effects, gradients, theme cells, the themes themselves). Macros of a
+  /// package and parts of its single pages cannot be kept here.
   std::string save(const host::Store& store, host::DocumentId document, const std::string& fileName) const override;
   /// What of the document a save under that name leaves out, as in "the macros".
   std::vector<std::string> leftOut(const host::Document& document, const std::string& fileName) const;

@@ -1,4 +1,4 @@
-// The words of the single-file XML format: which element holds which cells, and which release brought a word in.
+// The elements of the single-file XML format: which one holds which cells, and which release added it.
 #pragma once
 
 #include <string_view>
@@ -9,18 +9,18 @@
 namespace quorvel::formats::vdx {
 
 inline constexpr std::string_view coreNamespace = singleFileNamespace;
-/// The first release that wrote XML named its elements so; nothing else tells its files apart.
+/// The first release that wrote XML named its elements so; nothing else distinguishes its files.
 inline constexpr std::string_view firstNamespace = firstFileNamespace;
 
-/// The vocabulary that a cell belongs to. What came later stands in elements of its own namespace beside those of the
-/// core, so that older programs pass over it.
+/// The vocabulary that a cell belongs to. What was added later is in elements of its own namespace next to those of the
+/// core, so that older programs ignore it.
 enum class Vocabulary { Core, Second, Third, Package };
 
 /// Prefix and namespace of elements in Second and Third.
 std::string_view prefixOf(Vocabulary vocabulary);
 std::string_view namespaceOf(Vocabulary vocabulary);
 
-/// The namespace that the element's prefix stands for, by the declarations on it and around it; empty: undeclared.
+/// The namespace of the element's prefix, by the declarations on it and around it; empty: undeclared.
 std::string_view namespaceOf(pugi::xml_node node);
 /// Whose element this is; Core also for elements without a namespace. False for those of others.
 bool vocabularyOf(pugi::xml_node node, Vocabulary& vocabulary);

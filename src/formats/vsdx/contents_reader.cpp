@@ -9,7 +9,7 @@
 namespace quorvel::formats {
 namespace {
 
-/// Takes in the picture that the element points to; false when it points to none.
+/// Reads the image that the element points to; false when it points to none.
 bool readPicture(ReadState& state, const ShapeSource& source, host::Sheet& sheet, pugi::xml_node node) {
   const char* const id = attributeNamed(childNamed(node, "Rel"), "id");
   const Relationship* const relationship = id ? source.relationships.withId(id) : nullptr;
@@ -90,7 +90,7 @@ std::string readPieces(ReadState& state, ShapeSource& source, std::string& bytes
 
 std::string readContents(ReadState& state, host::PageId pageId, CarriedPage& carried, std::string& bytes) {
   ShapeSource source{pageId, carried.relationships, vocabulary, carried.part};
-  // The tree of a part takes several times the room of its text.
+  // The tree of a part takes several times the memory of its text.
   constexpr std::size_t large = 1 << 20;
   SplitList list;
   const bool inPieces = bytes.size() > large && splitList(bytes, "Shapes", list);

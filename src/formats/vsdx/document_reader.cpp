@@ -25,7 +25,7 @@ std::string damagedPart(std::string_view part, std::string_view wrong) {
   return "is damaged: in its part " + std::string(part) + " " + std::string(wrong) + "; " + std::string(getAgain);
 }
 
-/// A part's bytes with the tree that stands in them.
+/// A part's bytes with the tree that refers to them.
 struct ParsedPart {
   std::string bytes;
   pugi::xml_document document;

@@ -4,7 +4,7 @@
 
 #include "formats/common/connect_text.h"
 #include "formats/common/document_elements.h"
-#include "formats/common/passed_over.h"
+#include "formats/common/omitted_members.h"
 #include "formats/common/sheet_writer.h"
 #include "formats/package/part_name.h"
 #include "formats/package/xml_reading.h"
@@ -98,7 +98,7 @@ class DocumentWriter {
   const CarriedPackage* package_ = nullptr;
 
   std::unordered_set<std::string> taken_;  ///< keys of part names in use
-  PictureParts pictures_{taken_};
+  ImageParts pictures_{taken_};
   std::vector<const CarriedPart*> kept_;
   std::string documentPart_, mastersPart_, pagesPart_;
   std::unordered_map<host::MasterId, std::string> masterParts_;
@@ -119,7 +119,7 @@ const CarriedPage* DocumentWriter::carriedPage(const host::ExtrasPtr& extras) co
   return carried<CarriedPage>(extras);
 }
 
-/// Names are given out in this order, so that what came from the file keeps its name and what is new takes what is
+/// Names are assigned in this order, so that what is from the file keeps its name and what is new takes what is
 /// left.
 void DocumentWriter::reserveNames() {
   if (package_) {
@@ -230,7 +230,7 @@ DocumentWriter::Output DocumentWriter::contentsPart(const Page& page, const Carr
   Output output{name, std::string(isMaster ? names::masterType : names::pageType), {}, {}};
   if (carry && package_ && carry->package.get() == package_) output.relationships = carry->relationships;
   PartContext context{store_, name, output.relationships, pictures_};
-  context.leftOut = membersToPassOver(store_, page);
+  context.leftOut = membersToOmit(store_, page);
   context.carry = carry;
   output.bytes = writeWithFreeIds(output.relationships, [&](std::map<std::string, std::size_t>& ids) {
     XmlWriter writer;
@@ -353,7 +353,7 @@ std::vector<ZipEntry> DocumentWriter::write() {
           contentsPart(*store_.page(id), carriedPage(store_.page(id)->extras), pageParts_.at(id), false));
   }
   outputs_.push_back(std::move(document));
-  for (const PictureParts::Part* picture : pictures_.all())
+  for (const ImageParts::Part* picture : pictures_.all())
     outputs_.push_back({picture->name, picture->contentType, picture->picture->bytes, {}});
 
   std::unordered_set<std::string> present;
@@ -364,7 +364,7 @@ std::vector<ZipEntry> DocumentWriter::write() {
   ContentTypes types = package_ ? package_->contentTypes.defaultsOnly() : ContentTypes();
   types.addDefault("rels", names::relationshipsType);
   types.addDefault("xml", "application/xml");
-  for (const PictureParts::Part* picture : pictures_.all())
+  for (const ImageParts::Part* picture : pictures_.all())
     types.addDefault(extensionOf(picture->name), picture->contentType);
   for (const Output& output : outputs_) types.set(output.name, output.contentType);
   for (const CarriedPart* part : kept_) types.set(part->name, part->contentType);

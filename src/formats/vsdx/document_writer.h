@@ -11,7 +11,7 @@
 
 namespace quorvel::formats {
 
-/// All parts of the package, in the order in which they are to stand in the file. The same document gives the same
+/// All parts of the package, in the order of the file. The same document gives the same
 /// bytes.
 std::vector<ZipEntry> writeDocument(const host::Store& store, const host::Document& document,
                                     const names::FileKind& kind);

@@ -13,7 +13,7 @@ namespace {
 
 void writeForeign(XmlWriter& writer, PartContext& context, const host::ForeignData& picture) {
   const CarriedForeign* const carry = carried<CarriedForeign>(picture.extras);
-  const PictureParts::Part& part = context.pictures.partOf(picture);
+  const ImageParts::Part& part = context.pictures.partOf(picture);
   const std::string_view type = carry && !carry->relationshipType.empty() ? std::string_view(carry->relationshipType)
                                 : picture.type == "Object"                ? names::objectRelationship
                                                                           : names::imageRelationship;
@@ -94,7 +94,7 @@ std::string_view contentTypeOf(std::string_view extension) {
 
 }  // namespace
 
-const PictureParts::Part& PictureParts::partOf(const host::ForeignData& picture) {
+const ImageParts::Part& ImageParts::partOf(const host::ForeignData& picture) {
   if (const auto known = known_.find(&picture); known != known_.end()) return *known->second;
   const CarriedForeign* const carry = carried<CarriedForeign>(picture.extras);
   const std::string oldName = carry ? carry->part : std::string();
@@ -114,7 +114,7 @@ const PictureParts::Part& PictureParts::partOf(const host::ForeignData& picture)
   return part;
 }
 
-std::vector<const PictureParts::Part*> PictureParts::all() const { return order_; }
+std::vector<const ImageParts::Part*> ImageParts::all() const { return order_; }
 
 void writeShape(XmlWriter& writer, PartContext& context, host::SheetId shape) {
   PackageDialect dialect(context);

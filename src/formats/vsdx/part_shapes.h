@@ -1,4 +1,4 @@
-// Writes the shapes of a page's or master's part of a package, and collects the parts of their pictures.
+// Writes the shapes of a page's or master's part of a package, and collects the parts of their images.
 #pragma once
 
 #include <map>
@@ -14,11 +14,11 @@
 
 namespace quorvel::formats {
 
-/// Pictures of all shapes, one part for each: equal pictures share a part, and a part keeps its name while it can.
-class PictureParts {
+/// Images of all shapes, one part for each: equal images share a part, and a part keeps its name while it can.
+class ImageParts {
  public:
   /// `taken` are the keys of the part names that are in use.
-  explicit PictureParts(std::unordered_set<std::string>& taken) : taken_(taken) {}
+  explicit ImageParts(std::unordered_set<std::string>& taken) : taken_(taken) {}
 
   struct Part {
     std::string name, contentType;
@@ -41,7 +41,7 @@ struct PartContext {
   const host::Store& store;
   std::string part;
   Relationships& relationships;
-  PictureParts& pictures;
+  ImageParts& pictures;
   std::unordered_set<host::MasterId> usedMasters = {};
   std::unordered_set<host::SheetId> leftOut = {};   ///< members that are not written
   const CarriedPage* carry = nullptr;               ///< what the page or master carries; may be null

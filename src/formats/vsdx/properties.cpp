@@ -114,7 +114,7 @@ std::string prefixFor(pugi::xml_node root, std::string_view usual) {
   return std::string(usual) + ":";
 }
 
-/// Times tell their type here; single files, whose schema lacks it, carry them without.
+/// Times have their type here; single files, whose schema lacks it, have them without.
 void tellTimeType(pugi::xml_node root, pugi::xml_node node) {
   if (attributeNamed(node, "type")) return;
   const std::string type = prefixFor(root, "xsi") + "type";
@@ -166,7 +166,7 @@ void putTitles(pugi::xml_node root, const host::Store& store, const host::Docume
   for (const pugi::xml_node entry : childNamed(childNamed(root, "TitlesOfParts"), "vector")) {
     if (entry.type() == pugi::node_element) there.push_back(innerText(entry));
   }
-  // Masters may be listed in another order than they stand in; that is no reason to write the list anew.
+  // Masters may be listed in another order than theirs; that is no reason to rewrite the list.
   if (std::ranges::is_permutation(titles, there)) return;
 
   // Headings stay in the language of the program that wrote them.
@@ -248,7 +248,7 @@ std::string writeCoreProperties(const std::string& before, const host::DocumentP
 std::string writeApplicationProperties(const std::string& before, const host::Store& store,
                                        const host::Document& drawing) {
   const host::DocumentProperties& properties = drawing.properties;
-  // A package that came without the part stays without it as long as there is nothing to say.
+  // A package without the part stays without it as long as it would be empty.
   const CarriedDocument* const carry = carried<CarriedDocument>(drawing.extras);
   const bool fromPackage = carry && !carry->documentAttributes.empty();
   if (fromPackage && before.empty() && properties.templateName.empty() && properties.manager.empty() &&

@@ -59,7 +59,7 @@ Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arg
   const Store& store = engine_.store();
   const bool exists = cellExists(store, cell.sheet, cell.key, false);
   // The first field of an empty text can be written and knows its place, though there is nothing to read yet.
-  if (!exists && !isFieldToBe(engine_, cell)) return refuse("the cell is gone");
+  if (!exists && !isFirstField(engine_, cell)) return refuse("the cell is gone");
   switch (member) {
     case Member::Cell_Shape:
       return Variant(refTo(ObjectKind::Shape, cell.sheet.value));
@@ -80,9 +80,9 @@ Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arg
     case Member::Cell_Formula:
     case Member::Cell_FormulaU: {
       const FoundCell found = findCell(store, cell.sheet, cell.key);
-      Cell standing;
-      if (!found) standing.value = cellValue(store, cell.sheet, cell.key);
-      const std::string universal = found ? formulaFor(store, cell.sheet, found) : formulaText(standing);
+      Cell unheld;
+      if (!found) unheld.value = cellValue(store, cell.sheet, cell.key);
+      const std::string universal = found ? formulaFor(store, cell.sheet, found) : formulaText(unheld);
       return Variant(member == Member::Cell_Formula ? toLocalSyntax(universal, store.locale()) : universal);
     }
     case Member::Cell_ResultStr: {
@@ -116,7 +116,7 @@ bool InMemoryHost::putCell(const CellAddress& cell, Member member, Arguments ind
       const bool local = member == Member::Cell_Formula || member == Member::Cell_FormulaForce;
       const FormulaLocale& locale = engine_.store().locale();
       const std::string universal = local ? toUniversalSyntax(*formula, locale) : std::string(*formula);
-      if (isFieldToBe(engine_, cell)) return settle(writeFirstField(engine_, cell.sheet, universal));
+      if (isFirstField(engine_, cell)) return settle(writeFirstField(engine_, cell.sheet, universal));
       return settle(writeFormula(engine_, cell, universal, force));
     }
     case Member::Cell_Result:

@@ -302,7 +302,7 @@ Maybe<Variant> InMemoryHost::callPage(PageId id, Member member, Arguments argume
                                                    : drawRectangle(engine_, id, {}, at[0], at[1], at[2], at[3]));
     }
     case Member::Page_Import:
-      return shape(importPicture(engine_, id, {}, std::string(textAt(arguments, 0).or_(""))));
+      return shape(importImage(engine_, id, {}, std::string(textAt(arguments, 0).or_(""))));
     case Member::Page_Drop: {
       const Maybe<ObjectRef> master = referenceAt(arguments, 0, ObjectKind::Master);
       const Maybe<double> x = numberAt(arguments, 1), y = numberAt(arguments, 2);

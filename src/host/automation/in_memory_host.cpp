@@ -68,7 +68,7 @@ Maybe<ObjectRef> referenceAt(Arguments arguments, std::size_t place, ObjectKind 
 
 InMemoryHost::InMemoryHost(EngineOptions options) : engine_(std::move(options)) {
   engine_.setBackend(*this);
-  engine_.setAftermath(routingAftermath());
+  engine_.setCommandObserver(routingObserver());
 }
 
 bool InMemoryHost::alive(const ObjectRef& object) const {
@@ -106,7 +106,7 @@ bool InMemoryHost::alive(const ObjectRef& object) const {
   }
 }
 
-/// The call at hand, whose name a refusal bears; calls nest through handlers of events.
+/// The current call, which a refusal names; calls nest through handlers of events.
 class InMemoryHost::Current {
  public:
   Current(InMemoryHost& host, const ObjectRef& object, Member member)

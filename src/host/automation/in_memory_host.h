@@ -76,11 +76,11 @@ class InMemoryHost : public Backend {
   Maybe<Variant> callCommandBars(const ObjectRef& object, Member member, Arguments arguments);
 
   class Current;
-  /// Refuses a member that the object lacks and an object that is gone.
+  /// Refuses a member that the object lacks, and a deleted object.
   bool admits(const ObjectRef& object, Member member);
   /// Refuses a text for the drawing that no file could hold.
   bool admitsTexts(const ObjectRef& object, Arguments arguments);
-  /// The document, page and shape at hand still live; a page that is out of its document counts as gone.
+  /// The document, page and shape of the reference exist; a page that is out of its document counts as deleted.
   bool alive(const ObjectRef& object) const;
   /// Shapes of the snapshot as its iteration mode lists them.
   std::vector<SheetId> listed(const SelectionSnapshot& snapshot) const;

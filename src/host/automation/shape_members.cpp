@@ -53,7 +53,7 @@ Maybe<Variant> InMemoryHost::cellNamed(SheetId sheet, std::string_view name, Mem
   if (!parsed) return refuseName("\"" + std::string(name) + "\" is no cell name");
   const CellKey key = member == Member::Shape_CellsU ? keyOnSheet(engine_.store(), sheet, *parsed)
                                                      : keyByLocalName(engine_.store(), sheet, *parsed);
-  if (!cellExists(engine_.store(), sheet, key, false) && !isFieldToBe(engine_, {sheet, key}))
+  if (!cellExists(engine_.store(), sheet, key, false) && !isFirstField(engine_, {sheet, key}))
     return refuseName("the cell \"" + std::string(name) + "\" does not exist");
   return Variant(engine_.refTo(CellAddress{sheet, key}));
 }
@@ -237,7 +237,7 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
     }
     case Member::Shape_Import:
       return shape(
-          importPicture(engine_, engine_.store().sheet(id)->page, id, std::string(textAt(arguments, 0).or_(""))));
+          importImage(engine_, engine_.store().sheet(id)->page, id, std::string(textAt(arguments, 0).or_(""))));
     case Member::Shape_Duplicate:
       return shape(duplicateShape(engine_, id));
     case Member::Shape_Delete:

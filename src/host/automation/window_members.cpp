@@ -32,11 +32,11 @@ std::vector<SheetId> InMemoryHost::listed(const SelectionSnapshot& snapshot) con
   for (const SheetId id : *snapshot.shapes) {
     const Sheet* sheet = engine_.store().sheet(id);
     if (!sheet) {
-      shapes.push_back(id);  // a shape that went keeps its place, as a null handle
+      shapes.push_back(id);  // a deleted shape keeps its place, as a null handle
       continue;
     }
     if (snapshot.iterationMode == skipSuper) {
-      // A group whose member is selected stands aside for the member.
+      // A group whose member is selected is not selected itself.
       const bool hasSelectedMember = holdingSelected.contains(id);
       if (!hasSelectedMember) shapes.push_back(id);
     } else if (!sheet->parent) {

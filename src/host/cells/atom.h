@@ -12,9 +12,9 @@ using Atom = StrongId<struct AtomTag>;
 
 /// The atom of this spelling; made when new. Atoms live as long as the process.
 Atom intern(std::string_view name);
-/// The atom that stands for the name in any letter case.
+/// The atom of the name in any letter case.
 Atom folded(Atom name);
-/// As intern, but never makes one: a null atom for a name that nobody bears.
+/// As intern, but never makes one: a null atom for a name that does not exist.
 Atom findFolded(std::string_view name);
 std::string_view spelling(Atom name);
 

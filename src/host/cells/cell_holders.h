@@ -13,7 +13,7 @@ inline constexpr std::uint8_t document = 1, page = 2, style = 4;
 inline constexpr std::uint8_t shape = 8;  ///< any shape
 inline constexpr std::uint8_t line = 16;  ///< a 1-D shape
 inline constexpr std::uint8_t group = 32;
-inline constexpr std::uint8_t picture = 64;  ///< a picture or an embedded object
+inline constexpr std::uint8_t picture = 64;  ///< an image or an embedded object
 }  // namespace holder
 
 /// The kinds of sheets that have the cell of the object section, as sums of `holder`. 0 for cells that only those

@@ -1,4 +1,4 @@
-// Where a cell stands in a sheet: section, row, column, in the host's published numbers.
+// The place of a cell in a sheet: section, row, column, in the host's published numbers.
 #pragma once
 
 #include <compare>
@@ -62,7 +62,7 @@ class RowKey {
   std::uint32_t value_ = 0;
 };
 
-/// Published column numbers; names that a file brings and we don't know are numbered from `firstUnknownColumn` up.
+/// Published column numbers; names in files that we don't know are numbered from `firstUnknownColumn` up.
 using Column = std::uint16_t;
 inline constexpr Column firstUnknownColumn = 0x1000;
 

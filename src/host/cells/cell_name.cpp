@@ -28,7 +28,7 @@ Maybe<std::uint32_t> rowNumber(std::string_view digits) {
   return number;
 }
 
-/// Sections whose row name alone stands for the row's first cell, in results too.
+/// Sections whose row name alone means the row's first cell, in results too.
 bool hasRowsOwnCell(SectionNumber section) {
   return section == SectionNumber::User || section == SectionNumber::Property || section == SectionNumber::Control ||
          section == SectionNumber::Connection;

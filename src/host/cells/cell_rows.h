@@ -9,7 +9,7 @@
 
 namespace quorvel::host {
 
-/// One cell of a row: place, name as files write it, what a bare number means, and its value when nobody holds it.
+/// One cell of a row: place, name as files write it, what a bare number means, and its value when no sheet holds it.
 struct RowCell {
   Column column;
   std::string_view name;
@@ -17,7 +17,7 @@ struct RowCell {
   double defaultNumber = 0;
 };
 
-/// Cells that share section, row number and style sheet. A row whose cells come from two style sheets stands twice.
+/// Cells that share section, row number and style sheet. A row whose cells come from two style sheets has two entries.
 struct CellRow {
   SectionNumber section;
   std::uint32_t row;

@@ -12,13 +12,13 @@
 namespace quorvel::host {
 
 struct CellDefinition {
-  SectionNumber section;  ///< SectionNumber::Geometry stands for all Geometry sections
+  SectionNumber section;  ///< SectionNumber::Geometry means all Geometry sections
   std::uint32_t row;  ///< row number in the object section; 0 for Geometry's component row, 1 for its vertices; else 0
   Column column;
   std::string_view name;  ///< as files write it: "PinX", "Value", "SubAddress"
   CellUnits units;
   StyleSource style;
-  double defaultNumber;  ///< value of a cell that nobody holds
+  double defaultNumber;  ///< value of a cell that no sheet holds
 };
 
 std::span<const CellDefinition> cellDefinitions();

@@ -1,4 +1,4 @@
-// The lengths that belong to type and lines, which people give in points.
+// The lengths of type and lines, which people give in points.
 #pragma once
 
 #include "host/cells/cell_key.h"

@@ -45,7 +45,7 @@ void activate(Engine& engine, DocumentId document, bool hidden) {
   engine.addWindow(document);
 }
 
-void tellWindow(Engine& engine) {
+void raiseWindowActivated(Engine& engine) {
   if (!engine.activeWindow()) return;
   const WindowId window = engine.activeWindow()->id;
   engine.raise(&ApplicationEvents::WindowActivated, window);
@@ -137,7 +137,7 @@ DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
   activate(engine, id, false);
   if (!engine.raiseForUpkeep(&ApplicationEvents::DocumentCreated, id))
     return refusedDocument("the document was closed while it was made");
-  tellWindow(engine);
+  raiseWindowActivated(engine);
   if (!engine.exists(id)) return refusedDocument("the document was closed while it was made");
   return {Outcome::done(), id};
 }
@@ -164,7 +164,7 @@ DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool r
   activate(engine, id, hidden || document.isStencil);
   if (!engine.raiseForUpkeep(&ApplicationEvents::DocumentOpened, id))
     return refusedDocument("the document was closed while it was opened");
-  if (!hidden && !engine.store().document(id)->isStencil) tellWindow(engine);
+  if (!hidden && !engine.store().document(id)->isStencil) raiseWindowActivated(engine);
   if (!engine.exists(id)) return refusedDocument("the document was closed while it was opened");
   return {Outcome::done(), id};
 }
@@ -222,7 +222,7 @@ Outcome closeDocument(Engine& engine, DocumentId id) {
   if (engine.undo().isInOpenStep(id)) return Outcome::refused("a document can't be closed inside a command");
   const bool wasActive = engine.activeDocument() == id;
   engine.removeDocument(id);
-  if (wasActive) tellWindow(engine);
+  if (wasActive) raiseWindowActivated(engine);
   return Outcome::done();
 }
 

@@ -12,16 +12,16 @@ struct DocumentOutcome {
   DocumentId document;
 };
 
-/// A drawing based on the template (empty: a bare drawing with one page). DocumentCreated is told, with the drawing
+/// A drawing based on the template (empty: a bare drawing with one page). DocumentCreated is raised, with the drawing
 /// active.
 DocumentOutcome newDocument(Engine& engine, const std::string& templateFile);
-/// The document at hand when the file is open already. DocumentOpened is told.
+/// The open document when the file is open already. DocumentOpened is raised.
 DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool readOnly, bool hidden, bool asCopy);
-/// Save events are told around it. An empty name saves under the present one.
+/// Save events are raised before and after it. An empty name saves under the present one.
 Outcome saveDocument(Engine& engine, DocumentId document, const std::string& fileName);
 /// Writes a copy aside without any event and without touching the document; for recovery and export.
 Outcome writeCopy(Engine& engine, DocumentId document, const std::string& fileName);
-/// BeforeDocumentClose is told. What was not saved is lost: whoever asks the user does so before.
+/// BeforeDocumentClose is raised. What was not saved is lost: the caller asks the user before.
 Outcome closeDocument(Engine& engine, DocumentId document);
 
 }  // namespace quorvel::host

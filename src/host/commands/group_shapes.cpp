@@ -36,7 +36,7 @@ Outcome checkHold(const Store& store, SheetId shape) {
   if ((store.document(sheet.document)->protection & visio::protectShapes) != 0 &&
       number(store, shape, "LockSelect") != 0)
     return Outcome::refused("the shape is locked against selecting");
-  // What stands on several layers is held by all of them together.
+  // A shape on several layers is locked when all of them are.
   const std::vector<int> layers = layersOf(store, shape);
   const SheetId page = store.page(sheet.page)->sheet;
   static const Column lock = columnOf(SectionNumber::Layer, "Lock").or_(0);
@@ -111,7 +111,7 @@ SheetId makeGroup(Engine& engine, PageId page, SheetId parent, const Box& box) {
   return group;
 }
 
-void tellParentsChanged(Engine& engine, const std::vector<SheetId>& members) {
+void raiseParentsChanged(Engine& engine, const std::vector<SheetId>& members) {
   for (const SheetId member : members) engine.raise(&ApplicationEvents::ShapeParentChanged, member);
 }
 
@@ -137,7 +137,7 @@ std::vector<SheetId> inStackOrder(const Store& store, const std::vector<SheetId>
 }
 
 /// Members that inherited through the group's master can't do so without the group.
-void standOnOwnCells(Engine& engine, SheetId group) {
+void copyInheritedContent(Engine& engine, SheetId group) {
   const Store& store = engine.store();
   const Sheet* prototype = store.sheet(store.sheet(group)->prototype);
   if (!prototype) return;
@@ -164,22 +164,22 @@ void standOnOwnCells(Engine& engine, SheetId group) {
 }
 
 /// Out of the group into what holds it.
-Passage passageOutOf(const Store& store, SheetId group) {
+GroupTransform transformOutOf(const Store& store, SheetId group) {
   static const CellKey pinX = objectCell("PinX");
-  Passage passage;
-  passage.map = toParentMatrix(store, group);
-  passage.turn = number(store, group, "Angle");
-  passage.flipX = number(store, group, "FlipX") != 0;
-  passage.flipY = number(store, group, "FlipY") != 0;
-  passage.left = group;
-  // Members of a group that grew with another one go on growing with that.
+  GroupTransform transform;
+  transform.map = toParentMatrix(store, group);
+  transform.turn = number(store, group, "Angle");
+  transform.flipX = number(store, group, "FlipX") != 0;
+  transform.flipY = number(store, group, "FlipY") != 0;
+  transform.left = group;
+  // Members of a group that was scaled with another one are scaled with that from now on.
   const SheetId parent = store.sheet(group)->parent;
   const FoundCell pin = findCell(store, group, pinX);
-  if (!parent || !pin.formula || !pin.formula->formula) return passage;
+  if (!parent || !pin.formula || !pin.formula->formula) return transform;
   for (const Reference& reference : pin.formula->formula->references()) {
-    if (resolveReference(store, pin.formulaSheet, group, reference) == parent) passage.scaleWith = parent;
+    if (resolveReference(store, pin.formulaSheet, group, reference) == parent) transform.scaleWith = parent;
   }
-  return passage;
+  return transform;
 }
 
 Outcome checkUngrouping(const Store& store, const std::vector<SheetId>& groups) {
@@ -192,11 +192,11 @@ Outcome checkUngrouping(const Store& store, const std::vector<SheetId>& groups) 
   return Outcome::done();
 }
 
-/// Gives the members that came out; none when a handler prevented it.
+/// Gives the members that were taken out; none when a handler prevented it.
 std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
   const Store& store = engine.store();
   {
-    const EventDispatcher::HoldingArrivals holding(engine.events());
+    const EventDispatcher::DelayedShapeAdded holding(engine.events());
     engine.raise(&ApplicationEvents::BeforeShapeDelete, id);
   }
   // The end of the holding raises events too.
@@ -207,20 +207,20 @@ std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
   const SheetId parent = group->parent;
   const int shapeId = group->shapeId;
 
-  PlacementJournal::Standstill standstill(engine.placements());
-  standOnOwnCells(engine, id);
-  Regrouping regrouping(engine, members, passageOutOf(store, id));
+  PlacementJournal::Regrouped regrouped(engine.placements());
+  copyInheritedContent(engine, id);
+  Regrouping regrouping(engine, members, transformOutOf(store, id));
   for (std::size_t i = 0; i < members.size(); ++i) engine.edit().moveToGroup(members[i], parent, place + i);
   regrouping.settle();
   engine.edit().removeConnects(
       group->page, [&](const Connect& connect) { return connect.fromShape == shapeId || connect.toShape == shapeId; });
   const std::vector<CellAddress> loosened = loosenReferencesTo(engine, {id});
   engine.edit().removeShape(id);
-  standstill.end();
+  regrouped.end();
 
-  tellParentsChanged(engine, members);
+  raiseParentsChanged(engine, members);
   regrouping.tell();
-  engine.recalculateAndTell(loosened, {});
+  engine.recalculateAndNotify(loosened, {});
   return members;
 }
 
@@ -236,20 +236,20 @@ ShapeOutcome groupShapes(Engine& engine, std::vector<SheetId> shapes) {
 
   CommandScope scope(engine, store.page(page)->document, "Group");
   const Box box = boxAround(store, shapes);
-  PlacementJournal::Standstill standstill(engine.placements());
+  PlacementJournal::Regrouped regrouped(engine.placements());
   const SheetId group = makeGroup(engine, page, parent, box);
-  Passage passage;
-  passage.map = {1, 0, 0, 1, -box.left, -box.bottom};
-  passage.scaleWith = group;
-  Regrouping regrouping(engine, shapes, passage);
+  GroupTransform transform;
+  transform.map = {1, 0, 0, 1, -box.left, -box.bottom};
+  transform.scaleWith = group;
+  Regrouping regrouping(engine, shapes, transform);
   for (std::size_t i = 0; i < shapes.size(); ++i) engine.edit().moveToGroup(shapes[i], group, i);
   engine.edit().moveInStack(group, place);
   regrouping.settle();
-  standstill.end();
+  regrouped.end();
 
   selectInstead(engine, page, shapes, {group});
-  tellAdded(engine, group);
-  tellParentsChanged(engine, shapes);
+  raiseShapeAdded(engine, group);
+  raiseParentsChanged(engine, shapes);
   regrouping.tell();
   engine.leaveOutDeleted();
   scope.commit();

@@ -7,7 +7,7 @@
 namespace quorvel::host {
 namespace {
 
-void tellChanged(Engine& engine, PageId page) { engine.raise(&ApplicationEvents::PageChanged, page); }
+void notifyChanged(Engine& engine, PageId page) { engine.raise(&ApplicationEvents::PageChanged, page); }
 
 /// Formulas that show a page's name follow it.
 void recalculatePlace(Engine& engine, PageId page) {
@@ -23,7 +23,7 @@ void recalculatePlace(Engine& engine, PageId page) {
       }
     }
   }
-  engine.recalculateAndTell(seeds, {});
+  engine.recalculateAndNotify(seeds, {});
 }
 
 }  // namespace
@@ -84,7 +84,7 @@ Outcome renamePage(Engine& engine, PageId id, std::string_view name, NameKind ki
   CommandScope scope(engine, page->document, "Page name");
   engine.edit().setPageFields(id, [&](PageFields& fields) { rename(fields.name, fields.universalName, name, kind); });
   recalculatePlace(engine, id);
-  tellChanged(engine, id);
+  notifyChanged(engine, id);
   scope.commit();
   return Outcome::done();
 }
@@ -98,7 +98,7 @@ Outcome setBackground(Engine& engine, PageId id, bool background) {
   for (const PageId each : std::vector<PageId>(engine.store().document(page->document)->pages)) {
     if (engine.store().page(each)) recalculatePlace(engine, each);
   }
-  tellChanged(engine, id);
+  notifyChanged(engine, id);
   scope.commit();
   return Outcome::done();
 }

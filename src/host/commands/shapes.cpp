@@ -6,7 +6,7 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/commands/picture_file.h"
+#include "host/commands/image_file.h"
 #include "host/edits/copy_shapes.h"
 #include "host/edits/loosen_references.h"
 #include "host/edits/shape_maker.h"
@@ -18,10 +18,10 @@ namespace {
 
 ShapeOutcome refusedShape(std::string reason) { return {Outcome::refused(std::move(reason)), {}}; }
 
-/// Registers a finished drawn shape, tells of it, and gives it back if it is still there.
+/// Registers a finished drawn shape, raises its event, and returns it if it still exists.
 ShapeOutcome finish(Engine& engine, SheetId shape, CommandScope& scope) {
   engine.edit().shapeAdded(shape);
-  tellAdded(engine, shape);
+  raiseShapeAdded(engine, shape);
   scope.commit();
   return {Outcome::done(), engine.store().sheet(shape) ? shape : SheetId{}};
 }
@@ -65,11 +65,11 @@ void bringPageToFront(Engine& engine, PageId page) {
 }
 
 /// Selects what was made, then raises ShapeAdded of each. False when listeners deleted all of it and changed nothing
-/// else: the making is then to be taken back, with the masters, styles and layers that it brought.
+/// else: the making is then taken back, with the masters, styles and layers that were added for it.
 bool announce(Engine& engine, DocumentId document, const std::vector<SheetId>& made) {
   const std::size_t before = engine.undo().openEntries();
   if (const WindowState* window = engine.windowOf(document)) setSelection(engine, window->id, made);
-  for (const SheetId shape : made) tellAdded(engine, shape);
+  for (const SheetId shape : made) raiseShapeAdded(engine, shape);
   engine.leaveOutDeleted();
   const auto exists = [&](SheetId shape) { return engine.exists(shape); };
   return std::ranges::any_of(made, exists) || engine.undo().hasLastingChangeFrom(before);
@@ -152,9 +152,9 @@ ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, do
   return finish(engine, shape, scope);
 }
 
-ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const std::string& fileName) {
+ShapeOutcome importImage(Engine& engine, PageId page, SheetId parent, const std::string& fileName) {
   if (Outcome checked = checkHome(engine, page, parent); !checked) return {checked, {}};
-  const PictureFile picture = readPictureFile(fileName);
+  const ImageFile picture = readImageFile(fileName);
   if (!picture.data)
     return refusedShape(
         "the file is missing or is no picture that can be read (PNG, JPEG, GIF, BMP, EMF, WMF with its placing "
@@ -189,7 +189,7 @@ ShapeOutcome duplicateShape(Engine& engine, SheetId shape) {
   constexpr double offset = 0.25;  // inches; the host sets a duplicate a little aside
   CommandScope scope(engine, source->document, "Duplicate");
   const SheetId copy = copyShapes(engine, {shape}, source->page, source->parent, offset, -offset).front();
-  tellAdded(engine, copy);
+  raiseShapeAdded(engine, copy);
   scope.commit();
   return {Outcome::done(), engine.store().sheet(copy) ? copy : SheetId{}};
 }
@@ -214,10 +214,10 @@ Outcome deleteShapes(Engine& engine, const std::vector<SheetId>& shapes) {
   CommandScope scope(engine, engine.store().sheet(shapes.front())->document, "Delete");
   for (const SheetId shape : shapes) {
     if (!engine.exists(shape)) continue;
-    // A listener may have locked it meanwhile.
+    // A listener may have locked it.
     if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
     {
-      const EventDispatcher::HoldingArrivals holding(engine.events());
+      const EventDispatcher::DelayedShapeAdded holding(engine.events());
       engine.raise(&ApplicationEvents::BeforeShapeDelete, shape);
     }
     if (!engine.exists(shape)) continue;
@@ -229,7 +229,7 @@ Outcome deleteShapes(Engine& engine, const std::vector<SheetId>& shapes) {
     });
     const std::vector<CellAddress> loosened = loosenReferencesTo(engine, leaving);
     engine.edit().removeShape(shape);
-    engine.recalculateAndTell(loosened, {});
+    engine.recalculateAndNotify(loosened, {});
   }
   engine.leaveOutDeleted();
   scope.commit();

@@ -8,21 +8,21 @@
 
 namespace quorvel::host {
 
-/// A command that makes a shape. The shape may be gone again when a handler removed it.
+/// A command that makes a shape. The shape is null when a handler removed it.
 struct ShapeOutcome {
   Outcome outcome = Outcome::done();
   SheetId shape;
 };
 
-/// Drops an instance. It is selected (where the page is shown) and SelectionChanged is told before ShapeAdded, so that
-/// a handler finds the new shape in the selection. One undo step with all that handlers do; none when they delete the
-/// shape and change nothing else.
+/// Drops an instance. It is selected (where the page is shown) and SelectionChanged is raised before ShapeAdded, so
+/// that a handler finds the new shape in the selection. One undo step with all that handlers do; none when they delete
+/// the shape and change nothing else.
 ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y);
 /// In local inches of the group, or the page when `parent` is null.
 ShapeOutcome drawRectangle(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2);
 ShapeOutcome drawLine(Engine& engine, PageId page, SheetId parent, double x1, double y1, double x2, double y2);
 /// PNG, JPEG, GIF or BMP, in its own size (96 dots an inch where the file doesn't say), in the middle of its parent.
-ShapeOutcome importPicture(Engine& engine, PageId page, SheetId parent, const std::string& fileName);
+ShapeOutcome importImage(Engine& engine, PageId page, SheetId parent, const std::string& fileName);
 ShapeOutcome duplicateShape(Engine& engine, SheetId shape);
 
 /// BeforeShapeDelete is raised first. Refused while LockDelete is 1.

@@ -22,8 +22,8 @@ void replaceText(Engine& engine, SheetId shape, TextBody body) {
       shape, [&](SheetFields& fields) { fields.text = std::make_shared<const TextBody>(std::move(body)); });
 }
 
-void tellTextChanged(Engine& engine, SheetId shape) {
-  engine.recalculateAndTell({}, {textCell(shape)});
+void raiseTextChanged(Engine& engine, SheetId shape) {
+  engine.recalculateAndNotify({}, {textCell(shape)});
   engine.raise(&ApplicationEvents::TextChanged, shape);
 }
 
@@ -72,7 +72,7 @@ Outcome setText(Engine& engine, SheetId shape, std::string_view text) {
     }
     engine.edit().replaceSection(shape, SectionNumber::TextField, std::move(none));
   }
-  tellTextChanged(engine, shape);
+  raiseTextChanged(engine, shape);
   scope.commit();
   return Outcome::done();
 }
@@ -93,7 +93,7 @@ Outcome addCustomField(Engine& engine, SheetId shape, std::string_view formula, 
   }
   Cell value;
   value.value = Value::text("");
-  // As files have it: a bare number in a text cell would come back as a picture made of digits.
+  // As files have it: a bare number in a text cell would be read as a format made of digits.
   Cell picture;
   picture.formula = engine.store().formulas().get("FIELDPICTURE(" + std::to_string(format) + ")");
   picture.value = Value::text("esc(" + std::to_string(format) + ")");
@@ -101,12 +101,12 @@ Outcome addCustomField(Engine& engine, SheetId shape, std::string_view formula, 
   engine.edit().setCell({shape, fieldCell(0, "Format")}, picture);
   replaceText(engine, shape, std::move(body));
   if (!formula.empty()) writeFormula(engine, {shape, fieldCell(0, "Value")}, formula, true);
-  if (engine.exists(shape)) tellTextChanged(engine, shape);
+  if (engine.exists(shape)) raiseTextChanged(engine, shape);
   scope.commit();
   return Outcome::done();
 }
 
-bool isFieldToBe(const Engine& engine, const CellAddress& cell) {
+bool isFirstField(const Engine& engine, const CellAddress& cell) {
   const Sheet* sheet = engine.store().sheet(cell.sheet);
   return sheet && sheet->isShape() && cell.key == fieldCell(0, "Value") &&
          rowsOf(engine.store(), cell.sheet, SectionNumber::TextField).empty() &&

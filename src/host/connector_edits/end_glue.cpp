@@ -88,7 +88,7 @@ void followGlue(Engine& engine, const CellAddress& cell, const FormulaPtr& befor
   const FormulaPtr now = formulaOf(engine.store(), cell);
   if (before == now) return;
   if (isGluing(before) && !isGluing(now)) {
-    // The other coordinate would go on following.
+    // The other coordinate would still follow.
     setFree(engine, cell.sheet, begin);
     removeConnect(engine, cell.sheet, begin);
     releaseTrigger(engine, cell.sheet, begin);

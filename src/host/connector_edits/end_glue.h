@@ -1,4 +1,4 @@
-// What belongs to a glued end besides its formulas: the entry among the page's connects and the trigger cell. Changes
+// The parts of a glued end other than its formulas: the entry among the page's connects and the trigger cell. Changes
 // raise no events.
 #pragma once
 

@@ -17,7 +17,7 @@ namespace {
 
 /// Handlers of what routing changed may move shapes again; an endless exchange is left alone after this many rounds.
 constexpr int mostRounds = 8;
-constexpr double hair = 1e-6;
+constexpr double epsilon = 1e-6;
 
 enum FixedCode { Freely = 0, AsNeeded = 1, Never = 2, OnCrossover = 3 };
 
@@ -39,12 +39,12 @@ bool isAtBorder(const Store& store, const ConnectorEnd& end) {
   return box.grown(near, near).holds(end.at) && !box.grown(-near, -near).holds(end.at);
 }
 
-/// Whether a connector whose ends changed needs another line. One that was moved as a whole doesn't, nor one that came
-/// with a line that meets its ends, as a pasted one.
+/// Whether a connector whose ends changed needs another line. One that was moved as a whole doesn't, nor one that was
+/// made with a line that meets its ends, as a pasted one.
 bool isPulled(const Store& store, const PlacementJournal::Entry& entry) {
   const ConnectorEnd first = endOf(store, entry.sheet, true), second = endOf(store, entry.sheet, false);
   const Point begin = first.at, end = second.at;
-  if (entry.came) {
+  if (entry.appeared) {
     const Polyline line = lineOnPage(store, entry.sheet);
     constexpr double meeting = 1e-3;
     const bool stray = (first.walks && !isAtBorder(store, first)) || (second.walks && !isAtBorder(store, second));
@@ -53,7 +53,7 @@ bool isPulled(const Store& store, const PlacementJournal::Entry& entry) {
   const auto& before = entry.endsBefore;
   const Point beginBy{begin.x - before[0], begin.y - before[1]}, endBy{end.x - before[2], end.y - before[3]};
   // Where nothing moved, the end was glued or set free.
-  return isSame(beginBy, {}, hair) || !isSame(beginBy, endBy, hair);
+  return isSame(beginBy, {}, epsilon) || !isSame(beginBy, endBy, epsilon);
 }
 
 /// What the line of one connector has to go around.
@@ -79,7 +79,7 @@ class WayObstacles : public ObstacleSource {
   void linesTouching(const Box& box, std::vector<OtherLine>& out) const override {
     if (sharesLines_) return;
     const std::vector<SheetId> others = map_.connectorsTouching(box);
-    // Among so many no line stands alone anyhow.
+    // Among so many, overlaps cannot be avoided.
     constexpr std::size_t most = 48;
     if (others.size() > most) return;
     for (const SheetId other : others) {
@@ -125,7 +125,7 @@ class WayObstacles : public ObstacleSource {
   /// A shape around an end that is glued elsewhere can't be gone around.
   bool holdsAnEnd(SheetId shape, const Box& box) const {
     return std::any_of(spots_.begin(), spots_.end(), [&](const GluedEnd& spot) {
-      return spot.top != shape && (box.holds(spot.exit, hair) || box.holds(spot.at, hair));
+      return spot.top != shape && (box.holds(spot.exit, epsilon) || box.holds(spot.at, epsilon));
     });
   }
 
@@ -150,7 +150,7 @@ RouteRequest requestOf(const Store& store, SheetId page, const ConnectorEnd& beg
   return request;
 }
 
-/// The line of a connector inside a group: what lies in the way there is the group's own affair.
+/// The line of a connector inside a group: obstacles inside the group are ignored.
 Polyline plainLine(const Point& begin, const Point& end) {
   const double middle = (begin.x + end.x) / 2;
   return withoutNeedlessPoints({begin, {middle, begin.y}, {middle, end.y}, end});
@@ -164,7 +164,7 @@ bool hasLostAnEnd(const Store& store, SheetId connector) {
                             isSame(line.back(), endOf(store, connector, false).at, meeting));
 }
 
-class Routing : public Aftermath {
+class Routing : public CommandObserver {
  public:
   void commandBegins(Engine& engine) override;
   void commandEnds(Engine& engine) override;
@@ -176,7 +176,7 @@ class Routing : public Aftermath {
   };
   /// Why a connector is looked at.
   enum Reason : std::uint8_t {
-    Eased,  ///< a shape beside the line went: drawn only if the way gets better
+    Eased,  ///< a shape near the line was removed: redrawn only if the way gets better
     Met,    ///< a shape was put on the line: drawn if that can be helped
     Pulled  ///< an end moved
   };
@@ -191,9 +191,9 @@ class Routing : public Aftermath {
   };
   using Work = std::map<PageId, PageWork>;
 
-  /// Null for pages of masters and pages that are gone, and for one without a map.
+  /// Null for pages of masters, deleted pages, and one without a map.
   RouteMap* mapOf(const Engine& engine, PageId page);
-  void forgetMaps(const Engine& engine, DocumentId document);
+  void discardMaps(const Engine& engine, DocumentId document);
   void absorb(Engine& engine, const std::vector<PlacementJournal::Entry>& entries);
   Work sort(Engine& engine, const std::vector<PlacementJournal::Entry>& entries);
   static void follow(const Store& store, RouteMap& map, SheetId shape);
@@ -214,15 +214,15 @@ RouteMap* Routing::mapOf(const Engine& engine, PageId id) {
   return found == maps_.end() ? nullptr : &found->second;
 }
 
-/// What a master's shape says, its instances show: where they lie is anybody's guess.
-void Routing::forgetMaps(const Engine& engine, DocumentId document) {
+/// Instances show what their master holds: their places are unknown after a change of it.
+void Routing::discardMaps(const Engine& engine, DocumentId document) {
   std::erase_if(maps_, [&](const auto& entry) {
     const Page* page = engine.store().page(entry.first);
     return !page || page->document == document;
   });
 }
 
-/// The shape itself may stand in a group since, and is none of the map's then.
+/// The shape itself may be in a group now, and is not part of the map then.
 void Routing::follow(const Store& store, RouteMap& map, SheetId shape) {
   map.update(store, shape);
   if (const SheetId top = topOf(store, shape); top != shape) map.update(store, top);
@@ -232,7 +232,7 @@ void Routing::absorb(Engine& engine, const std::vector<PlacementJournal::Entry>&
   if (engine.placements().takeOverflow()) maps_.clear();
   for (const PlacementJournal::Entry& entry : entries) {
     const Page* page = engine.store().page(entry.page);
-    if (page && page->master) forgetMaps(engine, page->document);
+    if (page && page->master) discardMaps(engine, page->document);
     if (RouteMap* map = mapOf(engine, entry.page)) follow(engine.store(), *map, entry.sheet);
   }
 }
@@ -248,7 +248,7 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
   std::set<PageId> fresh;
   for (const PlacementJournal::Entry& entry : entries) {
     const Page* page = store.page(entry.page);
-    if (page && page->master) forgetMaps(engine, page->document);
+    if (page && page->master) discardMaps(engine, page->document);
     if (!page || page->master) continue;
     // A map that is made now knows things where they are; where they were is in the journal.
     if (!mapOf(engine, entry.page)) {
@@ -259,21 +259,21 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
     RouteMap* map = mapOf(engine, entry.page);
     const SheetId top = topOf(store, entry.sheet);
     PageWork& here = work[entry.page];
-    // What was grouped or ungrouped lies where it lay, so that the lines around it are still right.
-    if (entry.still) {
+    // What was grouped or ungrouped has not moved, so that the lines around it are still right.
+    if (entry.unmoved) {
       follow(store, *map, entry.sheet);
       continue;
     }
     if (top != entry.sheet) map->update(store, entry.sheet);
     if (top == entry.sheet && entry.ended && isRoutable(store, top) && isPulled(store, entry)) here.add(top, Pulled);
-    if (top != entry.sheet && entry.ended && mayBeDrawnAnew(store, entry.sheet) && hasLostAnEnd(store, entry.sheet))
+    if (top != entry.sheet && entry.ended && mayBeRedrawn(store, entry.sheet) && hasLostAnEnd(store, entry.sheet))
       here.add(entry.sheet, Pulled);
     if (top != entry.sheet && entry.placed) here.movedMembers.insert(entry.sheet);
     if (!seen.insert(top).second) continue;
     Maybe<Box> before = map->boxOf(top);
     if (fresh.contains(entry.page)) {
       const auto& box = entry.boxBefore;
-      if (top == entry.sheet) before = entry.stood ? Maybe<Box>(Box{box[0], box[1], box[2], box[3]}) : Maybe<Box>();
+      if (top == entry.sheet) before = entry.wasOnTop ? Maybe<Box>(Box{box[0], box[1], box[2], box[3]}) : Maybe<Box>();
     }
     map->update(store, top);
     const Maybe<Box> after = map->boxOf(top);
@@ -300,7 +300,7 @@ void Routing::addPulled(const Engine& engine, PageWork& work) const {
   }
 }
 
-/// Connectors that a shape came to lie upon, and those that went around it where it was.
+/// Connectors that a shape was put on, and those that led around its old place.
 void Routing::addMet(const Engine& engine, const RouteMap& map, PageId page, PageWork& work) const {
   static const CellKey lineToNodeX = objectCell("LineToNodeX"), lineToNodeY = objectCell("LineToNodeY");
   const Store& store = engine.store();
@@ -311,7 +311,7 @@ void Routing::addMet(const Engine& engine, const RouteMap& map, PageId page, Pag
       for (const SheetId connector : map.connectorsTouching(*moved.after)) {
         const Polyline line = lineOnPage(store, connector);
         if (!crosses(line, *moved.after) || (moved.before && crosses(line, *moved.before))) continue;
-        if (moved.after->holds(line.front(), hair) || moved.after->holds(line.back(), hair)) continue;
+        if (moved.after->holds(line.front(), epsilon) || moved.after->holds(line.back(), epsilon)) continue;
         if (fixedCodeOf(store, connector) == Freely || fixedCodeOf(store, connector) == OnCrossover)
           work.add(connector, Met);
       }
@@ -322,8 +322,8 @@ void Routing::addMet(const Engine& engine, const RouteMap& map, PageId page, Pag
         if (fixedCodeOf(store, connector) != Freely) continue;
         const Polyline line = lineOnPage(store, connector);
         // Lines found here keep just this distance from what they go around.
-        if (line.size() > 2 && crosses(line, beside.grown(2 * hair, 2 * hair)) &&
-            !crosses(line, beside.grown(-2 * hair, -2 * hair)))
+        if (line.size() > 2 && crosses(line, beside.grown(2 * epsilon, 2 * epsilon)) &&
+            !crosses(line, beside.grown(-2 * epsilon, -2 * epsilon)))
           work.add(connector, Eased);
       }
     }
@@ -334,7 +334,7 @@ void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reas
                     std::vector<CellAddress>& changed) {
   static const CellKey dynamicsOff = objectCell("DynamicsOff");
   const Store& store = engine.store();
-  if (!mayBeDrawnAnew(store, connector)) return;
+  if (!mayBeRedrawn(store, connector)) return;
   const bool isMember = !isRoutable(store, connector);
   const SheetId page = store.page(store.sheet(connector)->page)->sheet;
   if (cellNumber(store, page, dynamicsOff) != 0) return;
@@ -355,7 +355,7 @@ void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reas
   if (found.line.size() < 2) return;
   if (reason == Met && found.crossesObstacle) return;
   if (reason == Eased &&
-      (found.crossesObstacle || costOf(found.line, request) > costOf(lineOnPage(store, connector), request) - hair))
+      (found.crossesObstacle || costOf(found.line, request) > costOf(lineOnPage(store, connector), request) - epsilon))
     return;
   drawLine(engine, connector, found.line, changed);
 }
@@ -394,6 +394,6 @@ Polyline freshLine(const Store& store, const RouteMap& map, SheetId connector) {
   return findRoute(request, WayObstacles(store, map, begin, end, request, connector, style.strict)).line;
 }
 
-std::unique_ptr<Aftermath> routingAftermath() { return std::make_unique<Routing>(); }
+std::unique_ptr<CommandObserver> routingObserver() { return std::make_unique<Routing>(); }
 
 }  // namespace quorvel::host

@@ -13,7 +13,7 @@ namespace {
 
 constexpr SectionNumber geometry = SectionNumber::Geometry;
 constexpr std::uint8_t moveTo = numberOf(RowTag::MoveTo), lineTo = numberOf(RowTag::LineTo);
-constexpr double hair = 1e-6;
+constexpr double epsilon = 1e-6;
 
 CellKey vertexCell(RowKey row, std::string_view column) {
   static const Column x = columnOf(geometry, "X").or_(0), y = columnOf(geometry, "Y").or_(1),
@@ -50,7 +50,7 @@ class Drawing {
     written_.clear();
     seeds_.clear();
   }
-  /// A plain number in place of whatever formula stands there.
+  /// A plain number instead of the formula of the cell.
   void setPlain(const CellKey& key, double inches);
 
  private:
@@ -131,7 +131,7 @@ void Drawing::setSpan(std::string_view cell, bool vertical) {
     }
     return false;
   };
-  if (std::fabs(span) < hair || readsEnds(found)) return;
+  if (std::fabs(span) < epsilon || readsEnds(found)) return;
   const SheetId prototype = store_.sheet(connector_)->prototype;
   Cell content;
   content.value = cellValue(store_, connector_, key);
@@ -208,7 +208,7 @@ void Drawing::setVertices(const Polyline& local) {
   for (std::size_t i = 0; i < local.size(); ++i) putVertex(i + 1, i == 0 ? moveTo : lineTo, local[i]);
 }
 
-/// Whether a formula puts the cell in the middle of the box, as in connectors without a wish for their text.
+/// Whether a formula puts the cell in the middle of the box, as in connectors whose text was not placed by hand.
 bool isPlacedByBox(const Store& store, SheetId sheet, const CellKey& key) {
   static const CellKey width = objectCell("Width"), height = objectCell("Height");
   const FoundCell found = sheet ? findCell(store, sheet, key) : FoundCell{};
@@ -219,10 +219,10 @@ bool isPlacedByBox(const Store& store, SheetId sheet, const CellKey& key) {
     if (each.scope != ReferenceScope::ThisSheet || !(each.cell == width || each.cell == height)) return false;
     span = cellNumber(store, sheet, each.cell);
   }
-  return references.size() == 1 && std::fabs(cellNumber(store, sheet, key) - span / 2) < hair;
+  return references.size() == 1 && std::fabs(cellNumber(store, sheet, key) - span / 2) < epsilon;
 }
 
-/// The cell to write so that the text's pin moves: the control that it hangs on, or the pin itself where the master
+/// The cell to write so that the text's pin moves: the control that it follows, or the pin itself where the master
 /// keeps it in the middle of the box, which is no place on a bent line. A null key for a text that is placed otherwise.
 CellKey textHandle(const Store& store, SheetId connector, const CellKey& pin) {
   const FoundCell found = findCell(store, connector, pin);
@@ -248,10 +248,10 @@ void Drawing::setText(const Point& before, const Point& now) {
     // A formula has followed the size already, and the line has not.
     const bool inTheMiddle = isPlacedByBox(store_, connector_, handle);
     const double aside = inTheMiddle ? 0 : cellNumber(store_, connector_, handle) - (vertical ? before.y : before.x);
-    // Cells that programs write lie a little off; that is no wish of a user's.
+    // Values that programs write differ a little; that does not mean that a user moved the text.
     constexpr double wish = 1e-3;
     const double wanted = (vertical ? now.y : now.x) + (std::fabs(aside) > wish ? aside : 0);
-    // A formula that gives just this goes on giving it.
+    // A formula that gives just this value is kept.
     if (std::fabs(cellNumber(store_, connector_, handle) - wanted) > 1e-9) setPlain(handle, wanted);
   }
 }
@@ -309,7 +309,7 @@ void stretchLine(Engine& engine, SheetId connector, std::vector<CellAddress>& ch
   const Polyline ends = drawing.toLocal({endOf(store, connector, true).at, endOf(store, connector, false).at});
   const auto map = [](double at, double oldFirst, double oldLast, double first, double last) {
     const double span = oldLast - oldFirst;
-    if (std::fabs(span) < hair) return at - oldFirst + first;
+    if (std::fabs(span) < epsilon) return at - oldFirst + first;
     return first + (at - oldFirst) * (last - first) / span;
   };
   const auto mapX = [&](double x) { return map(x, old.front().x, old.back().x, ends[0].x, ends[1].x); };

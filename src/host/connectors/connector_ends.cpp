@@ -46,10 +46,10 @@ bool isEndCell(const CellKey& key, bool& begin) {
 
 bool isRoutable(const Store& store, SheetId id) {
   const Sheet* sheet = store.sheet(id);
-  return sheet && !sheet->parent && mayBeDrawnAnew(store, id);
+  return sheet && !sheet->parent && mayBeRedrawn(store, id);
 }
 
-bool mayBeDrawnAnew(const Store& store, SheetId id) {
+bool mayBeRedrawn(const Store& store, SheetId id) {
   const Sheet* sheet = store.sheet(id);
   if (!sheet || !sheet->isShape() || sheet->kind == SheetKind::Guide) return false;
   return findCell(store, id, endCell(true, false)) && isDeclaredRoutable(store, id);

@@ -8,16 +8,16 @@
 
 namespace quorvel::host {
 
-/// A 1-D shape that the host may draw anew (ObjType 2).
-bool mayBeDrawnAnew(const Store& store, SheetId sheet);
-/// The same, standing at the top of its page.
+/// A 1-D shape that the host may redraw (ObjType 2).
+bool mayBeRedrawn(const Store& store, SheetId sheet);
+/// The same, for a shape that is in no group.
 bool isRoutable(const Store& store, SheetId sheet);
 
 struct ConnectorEnd {
   bool begin = true;
   Point at;            ///< inches of the page
   SheetId glued;       ///< null: the end is free
-  bool walks = false;  ///< glued to the shape as a whole; where on it, is found anew when something moves
+  bool walks = false;  ///< glued to the shape as a whole; the place on it is recomputed when something moves
 };
 ConnectorEnd endOf(const Store& store, SheetId connector, bool begin);
 
@@ -27,7 +27,7 @@ std::string triggerFormula(int shapeId);
 bool isWalkingFormula(std::string_view formula);
 CellKey endCell(bool begin, bool vertical);
 CellKey triggerCell(bool begin);
-/// True for the four cells of the ends; tells which end.
+/// True for the four cells of the ends; `begin` says which end.
 bool isEndCell(const CellKey& key, bool& begin);
 
 /// The shape whose place a trigger cell follows; null when it follows none.
@@ -35,11 +35,11 @@ SheetId triggeredBy(const Store& store, SheetId connector, const CellKey& trigge
 
 /// The upright box around a shape's own box (0,0)-(Width,Height), in inches of the page.
 Box boxOnPage(const Store& store, SheetId shape);
-/// The shape at the top of the page that holds the shape; itself when it stands there.
+/// The outermost group of the shape; itself when it is in none.
 SheetId topOf(const Store& store, SheetId shape);
 /// The middle of a side of the shape's own box, on the page.
 Point middleOnPage(const Store& store, SheetId shape, Side side);
-/// Where an end that walks belongs on a connector that is not routed: the side that faces what the other end is glued
+/// The place of an end that walks, on a connector that is not routed: the side that faces what the other end is glued
 /// to, or the other end itself. Nothing for a routable one, whose way decides, and for an end that walks around
 /// nothing.
 Maybe<Point> walkedPlace(const Store& store, SheetId connector, bool begin);

@@ -20,7 +20,7 @@ PlacementJournal::Entry* PlacementJournal::entryOf(const Sheet& sheet) {
   const auto [place, made] = places_.try_emplace(sheet.id, entries_.size());
   if (!made) {
     Entry& known = entries_[place->second];
-    known.still = known.still && standstills_ > 0;
+    known.unmoved = known.unmoved && regroupings_ > 0;
     return &known;
   }
   if (entries_.size() >= mostEntries) {
@@ -32,27 +32,27 @@ PlacementJournal::Entry* PlacementJournal::entryOf(const Sheet& sheet) {
   Entry entry;
   entry.sheet = sheet.id;
   entry.page = sheet.page;
-  entry.still = standstills_ > 0;
+  entry.unmoved = regroupings_ > 0;
   entries_.push_back(entry);
   return &entries_.back();
 }
 
 void PlacementJournal::keepBox(const Store& store, const Sheet& sheet, Entry& entry) {
-  if (entry.stood || entry.came || entry.placed || sheet.parent) return;
-  entry.stood = true;
+  if (entry.wasOnTop || entry.appeared || entry.placed || sheet.parent) return;
+  entry.wasOnTop = true;
   const Box box = boxOnPage(store, sheet.id);
   entry.boxBefore = {box.left, box.bottom, box.right, box.top};
 }
 
 void PlacementJournal::noteArrival(const Sheet& sheet) {
-  if (Entry* entry = entryOf(sheet)) entry->came = true;
+  if (Entry* entry = entryOf(sheet)) entry->appeared = true;
 }
 
 void PlacementJournal::noteLeaving(const Store& store, const Sheet& sheet) {
   Entry* entry = entryOf(sheet);
   if (!entry) return;
   keepBox(store, sheet, *entry);
-  entry->came = true;
+  entry->appeared = true;
 }
 
 void PlacementJournal::noteRegrouping(const Store& store, const Sheet& sheet) {

@@ -11,7 +11,7 @@
 namespace quorvel::host {
 namespace {
 
-/// Lines go around 2-D shapes but those that are declared to stand aside.
+/// Lines go around 2-D shapes, except those that are declared to be no obstacles.
 bool isInTheWay(const Store& store, SheetId id) {
   static const CellKey objType = objectCell("ObjType");
   const Sheet* sheet = store.sheet(id);
@@ -76,9 +76,9 @@ bool RouteMap::isFrame(const Store& store, SheetId shape) const {
   }
   const Maybe<Box> box = boxOf(shape);
   if (!box) return false;
-  // One shape inside may be a picture on a step; a frame holds several.
-  constexpr double hair = 1e-6;
-  const Box inside = box->grown(hair, hair);
+  // One shape inside may be an image on a step; a frame holds several.
+  constexpr double epsilon = 1e-6;
+  const Box inside = box->grown(epsilon, epsilon);
   std::uint32_t first = 0;
   return shapes_.any(*box, [&](std::uint32_t other, const Box& its) {
     const bool held = other != shape.value && its.left >= inside.left && its.right <= inside.right &&

@@ -19,7 +19,7 @@ class RouteMap {
   bool hasConnectors() const { return connectors_.size() > 0; }
   /// The box of a shape that lines go around, as last read.
   Maybe<Box> boxOf(SheetId shape) const;
-  /// Reads the shape anew; one that is gone is forgotten.
+  /// Reads the shape again; a deleted one is removed.
   void update(const Store& store, SheetId shape);
   /// Connectors whose bounds touch the box.
   std::vector<SheetId> connectorsTouching(const Box& box) const;

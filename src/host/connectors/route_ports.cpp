@@ -37,10 +37,10 @@ std::vector<Port> portsOfPoint(const Store& store, const ConnectorEnd& end) {
                               std::fabs(at.y - own.bottom)};
   const double nearest = *std::min_element(std::begin(distances), std::end(distances));
   const bool deep = own.holds(at) && nearest > 0.25 * std::min(own.width(), own.height());
-  constexpr double hair = 1e-6;
+  constexpr double epsilon = 1e-6;
   std::vector<Port> ports;
   for (const Side side : allSides) {
-    if (!deep && distances[static_cast<int>(side)] > nearest + hair) continue;
+    if (!deep && distances[static_cast<int>(side)] > nearest + epsilon) continue;
     Port port;
     port.at = end.at;
     port.side = sideOnPage(matrix, side);
@@ -155,9 +155,9 @@ std::vector<Port> portsOf(const Store& store, const ConnectorEnd& end, const Con
       if (!isWanted(port.side)) port.cost += weight * apart;
     }
   };
-  // Of two ways alike the one that leaves sideways is taken.
+  // Of two equal ways the one that leaves sideways is taken.
   if (end.begin) against(0.002, isSideways);
-  // A strict style's cost is beyond any detour's, yet a shape that is walled in on that side can still be left.
+  // A strict style's cost is beyond any detour's, but a shape with obstacles close to that side can still be left.
   if (style.flows) {
     const Side side = flowSide(own, its, end.begin, style);
     against(style.strict ? 8 : 0.4, [&](Side each) { return each == side; });

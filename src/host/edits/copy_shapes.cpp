@@ -22,7 +22,7 @@ const CellKey& pinY() {
   return key;
 }
 
-/// The style of that name in the target drawing; brought along when it has none.
+/// The style of that name in the target drawing; copied when it has none.
 SheetId localStyle(Engine& engine, DocumentId document, SheetId styleId) {
   Store& store = engine.edit().making();
   const Sheet* style = store.sheet(styleId);
@@ -65,7 +65,7 @@ void copyContent(Engine& engine, SheetId from, SheetId to) {
   }
 }
 
-/// References by number that mean shapes of the copied set come to mean the copies.
+/// References by number to shapes of the copied set are changed to the copies.
 void renumberReferences(Store& store, const SheetMap& copies) {
   for (const auto& [from, to] : copies) {
     const Page* page = store.page(store.sheet(from)->page);
@@ -166,7 +166,7 @@ void setNumber(Engine& engine, SheetId sheet, const CellKey& key, double inches)
   engine.edit().setCell({sheet, key}, std::move(cell));
 }
 
-/// Shifts where a shape stands: its ends for a 1-D shape whose ends hold no formula, else its pin.
+/// Moves a shape: its ends for a 1-D shape whose ends hold no formula, else its pin.
 void shift(Engine& engine, SheetId shape, double dx, double dy, std::vector<CellAddress>& changed) {
   static const CellKey beginX = objectCell("BeginX"), beginY = objectCell("BeginY"), endX = objectCell("EndX"),
                        endY = objectCell("EndY");
@@ -199,7 +199,7 @@ MasterId localMaster(Engine& engine, DocumentId document, MasterId masterId) {
     const Master& other = *store.master(candidate);
     const bool sameSource = (!wanted->uniqueId.empty() && wanted->uniqueId == other.uniqueId) ||
                             (!wanted->baseId.empty() && wanted->baseId == other.baseId) ||
-                            // Masters that some programs write bear no IDs; they go by their name alone.
+                            // Masters that some programs write have no IDs; they are found by their name alone.
                             (wanted->uniqueId.empty() && wanted->baseId.empty());
     if (sameSource && equalIgnoringCase(other.universalName, wanted->universalName)) return candidate;
   }
@@ -267,7 +267,7 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
     const SheetId root = store.instanceRoot(from);
     const auto copiedRoot = copies.find(root);
     const MasterId original = store.sheet(root)->master;
-    // A member that is copied without its instance stands on its own cells from here on.
+    // A member that is copied without its instance inherits nothing.
     if (copiedRoot == copies.end() || !original) continue;
     const MasterId local = store.sheet(copiedRoot->second)->master;
     if (local == original) {

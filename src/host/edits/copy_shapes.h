@@ -11,11 +11,12 @@ namespace quorvel::host {
 /// unique or base ID, equal name), or a new copy with the styles that it needs.
 MasterId localMaster(Engine& engine, DocumentId document, MasterId master);
 
-/// An instance with its pin at x, y (a 1-D shape: its middle), at the top of the stack. Values follow; nobody is told.
+/// An instance with its pin at x, y (a 1-D shape: its middle), at the top of the stack. Values follow; no event is
+/// raised.
 SheetId instantiate(Engine& engine, MasterId master, PageId page, double x, double y);
 
 /// Copies of the shapes with their members on `page`, in `parent` (null: the page itself), in their order. Formulas
-/// that name shapes of the copied set name the copies; each copy bears a fresh default name. Nobody is told.
+/// that name shapes of the copied set name the copies; each copy has a new default name. No event is raised.
 std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shapes, PageId page, SheetId parent,
                                 double dx, double dy);
 

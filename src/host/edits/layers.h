@@ -20,9 +20,9 @@ std::vector<int> layersOf(const Store& store, SheetId shape);
 /// Members of a group follow.
 Outcome setLayerMembership(Engine& engine, SheetId shape, int layer, bool member);
 
-/// Puts a new instance on the page's layers of the names that its master stands on; missing layers are made.
+/// Puts a new instance on the page's layers with the names of its master's layers; missing layers are made.
 void takeLayersOfMaster(Engine& engine, SheetId instance, MasterId master);
-/// A shape copied from the page `source` stands on the layers of those names on its own page, made when missing.
+/// Puts a shape that was copied from the page `source` on the layers of those names on its own page, made when missing.
 void takeLayersOfPage(Engine& engine, SheetId copy, PageId source);
 
 }  // namespace quorvel::host

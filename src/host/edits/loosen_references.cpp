@@ -16,7 +16,7 @@ std::size_t skipBlanks(const std::string& text, std::size_t at) {
   return at;
 }
 
-/// The formula with each "Sheet.n!Cell" of the numbers replaced; the text as it stands where it is written otherwise.
+/// The formula with each "Sheet.n!Cell" of the numbers replaced; unchanged where it is written otherwise.
 std::string withLostReferences(const Formula& formula, const std::vector<int>& numbers) {
   std::string text = formula.text();
   const auto& references = formula.references();

@@ -14,7 +14,7 @@
 namespace quorvel::host {
 namespace {
 
-constexpr double hair = 1e-9;
+constexpr double epsilon = 1e-9;
 
 struct Keys {
   CellKey pinX = objectCell("PinX"), pinY = objectCell("PinY"), width = objectCell("Width"),
@@ -37,9 +37,10 @@ bool isGuarded(const Store& store, SheetId shape, const CellKey& key) {
 }
 
 bool isAlike(const Matrix& one, const Matrix& other) {
-  const double most = hair * (1 + std::fabs(one.e) + std::fabs(one.f));
-  return std::fabs(one.a - other.a) < hair && std::fabs(one.b - other.b) < hair && std::fabs(one.c - other.c) < hair &&
-         std::fabs(one.d - other.d) < hair && std::fabs(one.e - other.e) < most && std::fabs(one.f - other.f) < most;
+  const double most = epsilon * (1 + std::fabs(one.e) + std::fabs(one.f));
+  return std::fabs(one.a - other.a) < epsilon && std::fabs(one.b - other.b) < epsilon &&
+         std::fabs(one.c - other.c) < epsilon && std::fabs(one.d - other.d) < epsilon &&
+         std::fabs(one.e - other.e) < most && std::fabs(one.f - other.f) < most;
 }
 
 bool isAlike(const Polyline& one, const Polyline& other) {
@@ -54,14 +55,14 @@ bool isAlike(const Polyline& one, const Polyline& other) {
 
 double Regrouping::number(SheetId shape, const CellKey& key) const { return cellNumber(store_, shape, key); }
 
-Regrouping::Regrouping(Engine& engine, const std::vector<SheetId>& shapes, const Passage& passage)
-    : engine_(engine), store_(engine.store()), passage_(passage) {
+Regrouping::Regrouping(Engine& engine, const std::vector<SheetId>& shapes, const GroupTransform& transform)
+    : engine_(engine), store_(engine.store()), transform_(transform) {
   for (const SheetId shape : shapes) {
     Member member;
     member.shape = shape;
     member.isOneD = bool(findCell(store_, shape, endCell(true, false)));
     member.onPage = toPageMatrix(store_, shape);
-    if (mayBeDrawnAnew(store_, shape)) member.line = lineOnPage(store_, shape);
+    if (mayBeRedrawn(store_, shape)) member.line = lineOnPage(store_, shape);
     member.pin = {number(shape, keys().pinX), number(shape, keys().pinY)};
     member.begin = {number(shape, endCell(true, false)), number(shape, endCell(true, true))};
     member.end = {number(shape, endCell(false, false)), number(shape, endCell(false, true))};
@@ -74,9 +75,9 @@ Regrouping::Regrouping(Engine& engine, const std::vector<SheetId>& shapes, const
 
 bool Regrouping::readsLeft(SheetId shape, const CellKey& key) const {
   const FoundCell found = findCell(store_, shape, key);
-  if (!passage_.left || !found.formula || !found.formula->formula) return false;
+  if (!transform_.left || !found.formula || !found.formula->formula) return false;
   for (const Reference& reference : found.formula->formula->references()) {
-    if (resolveReference(store_, found.formulaSheet, shape, reference) == passage_.left) return true;
+    if (resolveReference(store_, found.formulaSheet, shape, reference) == transform_.left) return true;
   }
   return false;
 }
@@ -87,7 +88,7 @@ bool Regrouping::isComputed(SheetId shape, const CellKey& key) const {
 }
 
 bool Regrouping::scales(SheetId shape, std::string_view lock) const {
-  return passage_.scaleWith && number(shape, objectCell(lock)) == 0;
+  return transform_.scaleWith && number(shape, objectCell(lock)) == 0;
 }
 
 void Regrouping::putFormula(SheetId shape, const CellKey& key, const std::string& formula) {
@@ -114,9 +115,9 @@ void Regrouping::putValue(SheetId shape, const CellKey& key, const Value& value)
 
 void Regrouping::putAlong(SheetId shape, const CellKey& key, double inches, bool vertical, bool scaled) {
   if (std::fabs(inches) < 1e-12) inches = 0;
-  const double span = scaled ? number(passage_.scaleWith, vertical ? keys().height : keys().width) : 0;
+  const double span = scaled ? number(transform_.scaleWith, vertical ? keys().height : keys().width) : 0;
   if (span != 0) {
-    const std::string group = "Sheet." + std::to_string(store_.sheet(passage_.scaleWith)->shapeId);
+    const std::string group = "Sheet." + std::to_string(store_.sheet(transform_.scaleWith)->shapeId);
     return putFormula(shape, key, group + (vertical ? "!Height*" : "!Width*") + shortestNumber(inches / span));
   }
   const Value before = cellValue(store_, shape, key);
@@ -129,7 +130,7 @@ void Regrouping::keepLocalPin(SheetId shape) {
     const CellKey& key = vertical ? keys().locPinY : keys().locPinX;
     const double span = number(shape, vertical ? keys().height : keys().width);
     if (span == 0 || isComputed(shape, key) || !findCell(store_, shape, key)) continue;
-    if (!readsLeft(shape, key) && (isGuarded(store_, shape, key) || !passage_.scaleWith)) continue;
+    if (!readsLeft(shape, key) && (isGuarded(store_, shape, key) || !transform_.scaleWith)) continue;
     putFormula(shape, key, (vertical ? "Height*" : "Width*") + shortestNumber(number(shape, key) / span));
   }
 }
@@ -146,22 +147,22 @@ void Regrouping::size(SheetId shape, bool vertical, bool crosswise) {
 }
 
 void Regrouping::turnMember(const Member& member) {
-  double turned = passage_.turn + (passage_.flipX == passage_.flipY ? member.angle : -member.angle);
+  double turned = transform_.turn + (transform_.flipX == transform_.flipY ? member.angle : -member.angle);
   turned = std::remainder(turned, 2 * std::numbers::pi);
   const auto put = [&](const CellKey& key, const Value& value, bool changes) {
     if (changes || readsLeft(member.shape, key)) putValue(member.shape, key, value);
   };
-  const bool flips = passage_.flipX || passage_.flipY;
-  put(keys().angle, Value::number(turned, Unit::Degrees), passage_.turn != 0 || (flips && turned != member.angle));
-  put(keys().flipX, Value::boolean(member.flipX != passage_.flipX), passage_.flipX);
-  put(keys().flipY, Value::boolean(member.flipY != passage_.flipY), passage_.flipY);
+  const bool flips = transform_.flipX || transform_.flipY;
+  put(keys().angle, Value::number(turned, Unit::Degrees), transform_.turn != 0 || (flips && turned != member.angle));
+  put(keys().flipX, Value::boolean(member.flipX != transform_.flipX), transform_.flipX);
+  put(keys().flipY, Value::boolean(member.flipY != transform_.flipY), transform_.flipY);
 }
 
 void Regrouping::placeBox(const Member& member) {
   const SheetId shape = member.shape;
   turnMember(member);
   keepLocalPin(shape);
-  const Point pin = passage_.map(member.pin);
+  const Point pin = transform_.map(member.pin);
   putAlong(shape, keys().pinX, pin.x, false, scales(shape, "LockMoveX"));
   putAlong(shape, keys().pinY, pin.y, true, scales(shape, "LockMoveY"));
   const double angle = number(shape, keys().angle);
@@ -173,7 +174,7 @@ void Regrouping::placeBox(const Member& member) {
 void Regrouping::placeEnds(const Member& member) {
   const SheetId shape = member.shape;
   for (const bool begin : {true, false}) {
-    const Point at = passage_.map(begin ? member.begin : member.end);
+    const Point at = transform_.map(begin ? member.begin : member.end);
     for (const bool vertical : {false, true}) {
       const CellKey key = endCell(begin, vertical);
       const FormulaPtr formula = formulaOf(store_, shape, key);
@@ -189,17 +190,17 @@ void Regrouping::placeEnds(const Member& member) {
     }
   }
   // Whatever else follows from the ends; what doesn't is kept as of other shapes.
-  const Point pin = passage_.map(member.pin);
+  const Point pin = transform_.map(member.pin);
   for (const bool vertical : {false, true}) {
     const CellKey& key = vertical ? keys().pinY : keys().pinX;
-    if (!isComputed(shape, key)) putAlong(shape, key, vertical ? pin.y : pin.x, vertical, bool(passage_.scaleWith));
+    if (!isComputed(shape, key)) putAlong(shape, key, vertical ? pin.y : pin.x, vertical, bool(transform_.scaleWith));
     const CellKey& span = vertical ? keys().height : keys().width;
     if (readsLeft(shape, span)) putAlong(shape, span, number(shape, span), vertical, false);
   }
   if (!member.line.empty()) return;
   if (!isComputed(shape, keys().angle)) {
     turnMember(member);
-  } else if (passage_.flipX != passage_.flipY) {
+  } else if (transform_.flipX != transform_.flipY) {
     // The angle follows the ends; only what lies across the line changes sides.
     putValue(shape, keys().flipY, Value::boolean(!member.flipY));
   }
@@ -213,7 +214,7 @@ void Regrouping::follow() {
   changed_.clear();
 }
 
-/// What formulas that were left alone brought elsewhere is put back.
+/// What was moved by formulas that were left unchanged is moved back.
 void Regrouping::straighten(const Member& member) {
   const SheetId shape = member.shape;
   if (!member.line.empty()) {

@@ -1,4 +1,4 @@
-// Tells the places of shapes anew that come into another group, so that each stays where it is on the page.
+// Rewrites the coordinates of shapes that are moved into another group; the position on the page is kept.
 #pragma once
 
 #include <vector>
@@ -10,7 +10,7 @@
 namespace quorvel::host {
 
 /// How coordinates of the group (or page) that the shapes leave become those of the one that they come into.
-struct Passage {
+struct GroupTransform {
   Matrix map;
   double turn = 0;  ///< of the map, radians
   bool flipX = false, flipY = false;
@@ -21,9 +21,9 @@ struct Passage {
 /// Made before anything changes, because it remembers where everything lies.
 class Regrouping {
  public:
-  Regrouping(Engine& engine, const std::vector<SheetId>& shapes, const Passage& passage);
+  Regrouping(Engine& engine, const std::vector<SheetId>& shapes, const GroupTransform& transform);
 
-  /// Call when the shapes stand in their new group. Writes pins, sizes, turns and ends as formulas of the group's size
+  /// Call when the shapes are in their new group. Writes pins, sizes, turns and ends as formulas of the group's size
   /// ("Sheet.5!Width*0.25") or as plain numbers, and brings all values up to date. Ends that are glued keep their
   /// formulas, sizes keep those of the shape's own, and what is guarded stays guarded.
   void settle();
@@ -35,7 +35,7 @@ class Regrouping {
     SheetId shape;
     bool isOneD = false;
     Matrix onPage;
-    Polyline line;  ///< of a connector that may be drawn anew, inches of the page
+    Polyline line;  ///< of a connector that may be redrawn, inches of the page
     Point pin, begin, end;
     double angle = 0;
     bool flipX = false, flipY = false;
@@ -60,7 +60,7 @@ class Regrouping {
 
   Engine& engine_;
   const Store& store_;
-  Passage passage_;
+  GroupTransform transform_;
   std::vector<Member> members_;
   std::vector<CellAddress> seeds_, changed_;  ///< since values were last brought up to date
   std::vector<CellAddress> written_, followed_;

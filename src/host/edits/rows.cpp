@@ -34,13 +34,13 @@ bool isHeld(const Store& store, SheetId id, SectionNumber number, Fits fits) {
 RowOutcome refusedRow(std::string reason) { return {Outcome::refused(std::move(reason)), -1, {}}; }
 
 /// A new row is announced by its own cell, as a write to it would be.
-void tellRowAdded(Engine& engine, SheetId sheet, SectionNumber section, RowKey row) {
+void notifyRowAdded(Engine& engine, SheetId sheet, SectionNumber section, RowKey row) {
   const CellAddress cell{sheet, {section, row, 0}};
-  engine.recalculateAndTell({}, {cell});
+  engine.recalculateAndNotify({}, {cell});
   engine.raise(&ApplicationEvents::CellChanged, cell);
 }
 
-/// All cells of a row that is about to go: what reads them must be told.
+/// All cells of a row that is about to be deleted: their readers must be evaluated.
 std::vector<CellAddress> cellsOf(SheetId sheet, SectionNumber section, RowKey row) {
   std::vector<CellAddress> cells;
   for (const CellDefinition& definition : cellDefinitions()) {
@@ -55,7 +55,7 @@ std::size_t localPlace(const Sheet& sheet, SectionNumber section, RowKey row) {
       std::find_if(rows.begin(), rows.end(), [&](const Row& other) { return other.key == row; }) - rows.begin());
 }
 
-/// Where a row that the sheet lacks belongs: named ones at the end, others by their number.
+/// The place for a row that the sheet lacks: named ones at the end, others by their number.
 std::size_t placeForRow(const Sheet& sheet, SectionNumber section, RowKey key) {
   const Section* held = sheet.find(section);
   if (!held) return 0;
@@ -66,7 +66,7 @@ std::size_t placeForRow(const Sheet& sheet, SectionNumber section, RowKey key) {
   return static_cast<std::size_t>(behind - rows.begin());
 }
 
-/// A row that stands where the sheet had hidden the master's is a new one: nothing of the master's shows through.
+/// A row in place of a hidden row of the master is a new one: it inherits nothing.
 void coverInheritedCells(const Store& store, SheetId sheet, SectionNumber section, Row& row) {
   const SheetId prototype = store.sheet(sheet)->prototype;
   for (const CellDefinition& definition : cellDefinitions()) {
@@ -79,7 +79,7 @@ void coverInheritedCells(const Store& store, SheetId sheet, SectionNumber sectio
   }
 }
 
-/// True for a row of the master that the sheet hides, alone or with its section; the row's own mark goes.
+/// True for a row of the master that the sheet hides, alone or with its section; the row's own mark is removed.
 bool unhide(Engine& engine, SheetId id, SectionNumber section, RowKey key) {
   const Sheet& sheet = *engine.store().sheet(id);
   const Section* held = sheet.find(section);
@@ -111,7 +111,7 @@ RowOutcome ownValuesOf(Engine& engine, SheetId id, SectionNumber section, RowKey
     own.formula = engine.store().formulas().get(formulaFor(engine.store(), id, findCell(engine.store(), id, each)));
     engine.edit().setCell({id, each}, std::move(own));
   }
-  tellRowAdded(engine, id, section, key);
+  notifyRowAdded(engine, id, section, key);
   scope.commit();
   return {Outcome::done(), placeOf(engine.store(), id, section, key), key};
 }
@@ -170,7 +170,7 @@ RowOutcome addNamedRow(Engine& engine, SheetId id, int number, std::string_view 
   row.name = atom;
   if (unhide(engine, id, section, key)) coverInheritedCells(engine.store(), id, section, row);
   engine.edit().insertRow(id, section, placeForRow(*sheet, section, key), std::move(row));
-  tellRowAdded(engine, id, section, key);
+  notifyRowAdded(engine, id, section, key);
   scope.commit();
   return {Outcome::done(), placeOf(engine.store(), id, section, key), key};
 }
@@ -227,7 +227,7 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   if (isInserted && sheet->find(section, rows[static_cast<std::size_t>(place)].key))
     where = localPlace(*sheet, section, rows[static_cast<std::size_t>(place)].key);
   engine.edit().insertRow(id, section, where, std::move(row));
-  tellRowAdded(engine, id, section, key);
+  notifyRowAdded(engine, id, section, key);
   scope.commit();
   return {Outcome::done(), placeOf(engine.store(), id, section, key), key};
 }
@@ -252,7 +252,7 @@ Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
     const std::size_t where = placeForRow(*engine.store().sheet(id), section, key);
     engine.edit().insertRow(id, section, where, std::move(hidden));
   }
-  engine.recalculateAndTell({}, cellsOf(id, section, key));
+  engine.recalculateAndNotify({}, cellsOf(id, section, key));
   scope.commit();
   return Outcome::done();
 }
@@ -277,7 +277,7 @@ Outcome deleteSection(Engine& engine, SheetId id, int number) {
     const auto cells = cellsOf(id, section, row.key);
     gone.insert(gone.end(), cells.begin(), cells.end());
   }
-  engine.recalculateAndTell({}, gone);
+  engine.recalculateAndNotify({}, gone);
   scope.commit();
   return Outcome::done();
 }
@@ -305,7 +305,7 @@ Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key,
   const bool parts = kind == NameKind::Universal && local->name && !local->localName;
   engine.edit().setRowHead(id, section, place, renamed, atom, local->type,
                            parts ? std::optional<Atom>(local->name) : std::nullopt);
-  engine.recalculateAndTell({}, cellsOf(id, section, renamed));
+  engine.recalculateAndNotify({}, cellsOf(id, section, renamed));
   scope.commit();
   return Outcome::done();
 }

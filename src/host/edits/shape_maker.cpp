@@ -16,8 +16,8 @@ SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind) {
   return id;
 }
 
-void tellAdded(Engine& engine, SheetId shape) {
-  engine.events().arrival([&engine, shape] { engine.raise(&ApplicationEvents::ShapeAdded, shape); });
+void raiseShapeAdded(Engine& engine, SheetId shape) {
+  engine.events().raiseShapeAddedLater([&engine, shape] { engine.raise(&ApplicationEvents::ShapeAdded, shape); });
 }
 
 void ShapeMaker::length(std::string_view name, double inches, std::string_view formula) {

@@ -1,4 +1,4 @@
-// Making a shape: its cells while nobody listens yet, and telling of it when it stands.
+// Making a shape: its cells before the first event, and the event when it is complete.
 #pragma once
 
 #include <string_view>
@@ -12,10 +12,10 @@ namespace quorvel::host {
 /// first member becomes a group. Nothing is in the undo log yet: register it with the graph and Editor::shapeAdded.
 SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind);
 
-/// ShapeAdded, once no deletion is being announced any more.
-void tellAdded(Engine& engine, SheetId shape);
+/// Raises ShapeAdded, once no BeforeShapeDelete is being raised any more.
+void raiseShapeAdded(Engine& engine, SheetId shape);
 
-/// Cells of a shape in the making: nobody listens and nothing is in the undo log yet.
+/// Cells of a shape in the making: no event was raised and nothing is in the undo log yet.
 class ShapeMaker {
  public:
   ShapeMaker(Engine& engine, SheetId shape) : engine_(engine), shape_(shape) {}
@@ -23,8 +23,8 @@ class ShapeMaker {
   void length(std::string_view name, double inches, std::string_view formula = {});
   void angle(std::string_view name, double radians, std::string_view formula = {});
   void number(std::string_view name, double value);
-  /// The block of the text fills the shape. Who changes one of its cells relies on the others, and so do other programs
-  /// that read the drawing.
+  /// The block of the text fills the shape. Code that changes one of its cells relies on the others, and so do other
+  /// programs that read the drawing.
   void textBlock(double width, double height);
   void geometryFlag(std::string_view name, bool on);
   /// `tag`: the published row tag.

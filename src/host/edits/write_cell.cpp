@@ -21,7 +21,7 @@ bool isPlainNumber(std::string_view text) {
   return !text.empty() && numberLength(text) == text.size();
 }
 
-/// The cell as it will stand, before evaluation; nothing for text that is no formula.
+/// The new content of the cell, before evaluation; nothing for text that is no formula.
 Maybe<Cell> contentFor(Engine& engine, const CellAddress& cell, std::string_view formula) {
   Cell content;
   if (formula.empty() || equalIgnoringCase(formula, "No Formula")) {
@@ -107,7 +107,7 @@ Outcome writeResult(Engine& engine, const CellAddress& cell, int unitsCode, doub
   const auto unit = static_cast<Unit>(unitsCode);
   content.value = unitsCode == 0 ? Value::number(number) : Value::number(toInternal(number, unit), unit);
   if (content.value.unit() == Unit::None) {
-    // A bare number stands for internal units here, so an angle is not read as degrees.
+    // A bare number means internal units here, so an angle is not read as degrees.
     const CellDefinition* definition = definitionOf(cell.key);
     if (definition && definition->units == CellUnits::Length) content.value = Value::number(number, Unit::Inches);
     if (definition && definition->units == CellUnits::Angle) content.value = Value::number(number, Unit::Degrees);

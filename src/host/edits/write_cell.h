@@ -1,4 +1,4 @@
-// Writing one cell: check, commit silently, recalculate, then tell.
+// Writing one cell: check, commit without events, recalculate, then notify.
 #pragma once
 
 #include <string_view>

@@ -155,17 +155,18 @@ std::vector<CellAddress> Engine::recalculate(const std::vector<CellAddress>& see
   });
 }
 
-void Engine::recalculateAndTell(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed) {
+void Engine::recalculateAndNotify(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed) {
   for (const CellAddress& cell : recalculate(seeds, changed)) raise(&ApplicationEvents::CellChanged, cell);
 }
 
 CommandScope::CommandScope(Engine& engine, DocumentId document, std::string name)
     : engine_(engine), number_(engine.undo_.begin(document, std::move(name))) {
-  if (engine_.commandDepth_++ == 0 && engine_.aftermath_) engine_.aftermath_->commandBegins(engine_);
+  if (engine_.commandDepth_++ == 0 && engine_.commandObserver_) engine_.commandObserver_->commandBegins(engine_);
 }
 
 CommandScope::~CommandScope() {
-  if (engine_.commandDepth_ == 1 && committed_ && engine_.aftermath_) engine_.aftermath_->commandEnds(engine_);
+  if (engine_.commandDepth_ == 1 && committed_ && engine_.commandObserver_)
+    engine_.commandObserver_->commandEnds(engine_);
   --engine_.commandDepth_;
   engine_.undo_.end(number_, committed_);
   if (!committed_) engine_.leaveOutDeleted();

@@ -1,4 +1,4 @@
-// One running host: its documents, its undo log, its windows, and who listens. Commands work on it; the automation
+// One running host: its documents, its undo log, its windows and its listeners. Commands work on it; the automation
 // surface and an editor call the commands.
 //
 // A listener may delete whatever a command works on. So a command holds numbers, never pointers or references into the
@@ -46,13 +46,13 @@ class Outcome {
 
 class Engine;
 
-/// What follows a user's command as a whole, once, before its step ends: not each of the writes inside it.
-class Aftermath {
+/// Is called when a user's command as a whole begins and ends, not for each of the writes inside it.
+class CommandObserver {
  public:
-  virtual ~Aftermath() = default;
-  /// An outermost command begins: what changed before is no business of it.
+  virtual ~CommandObserver() = default;
+  /// An outermost command begins: what changed before is ignored.
   virtual void commandBegins(Engine& engine) = 0;
-  /// It is done; what the aftermath changes joins its step.
+  /// It is done; what the observer changes is part of its step.
   virtual void commandEnds(Engine& engine) = 0;
 };
 
@@ -84,11 +84,11 @@ class Engine {
 
   void setThemes(const ThemeValues* themes) { store_.setThemes(themes); }
   void setLocale(const FormulaLocale& locale) { store_.setLocale(locale); }
-  void setAftermath(std::unique_ptr<Aftermath> aftermath) { aftermath_ = std::move(aftermath); }
+  void setCommandObserver(std::unique_ptr<CommandObserver> observer) { commandObserver_ = std::move(observer); }
   /// True while a command runs, in the handlers that it calls too.
   bool isInCommand() const { return commandDepth_ > 0; }
 
-  // Documents come and go outside of steps.
+  // Documents are added and removed outside of steps.
   /// The format of the file's name; null for a name that no drawing has.
   const DocumentFormat* formatFor(std::string_view fileName) const { return host::formatFor(formats_, fileName); }
   /// An empty document with one page of letter size.
@@ -150,12 +150,12 @@ class Engine {
   /// The reference with the present name of its row, and without the turn; others as they are.
   ObjectRef present(const ObjectRef& object) const;
 
-  /// Values of cells follow; their changes are undoable. `changed` were set already. Gives what changed besides.
-  /// `beforeChange` is called for each cell before it gets its new value.
+  /// Values of cells follow; their changes are undoable. `changed` were set already. Gives the other cells that
+  /// changed. `beforeChange` is called for each cell before it gets its new value.
   std::vector<CellAddress> recalculate(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed,
                                        const std::function<void(const CellAddress&)>& beforeChange = {});
-  /// The same, and tells listeners of every cell that changed besides.
-  void recalculateAndTell(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed);
+  /// The same, and raises CellChanged of every cell that changed.
+  void recalculateAndNotify(const std::vector<CellAddress>& seeds, const std::vector<CellAddress>& changed);
 
   /// Formulas that were evaluated so far.
   std::size_t evaluations() const { return recalculator_.evaluations(); }
@@ -205,7 +205,7 @@ class Engine {
   EventDispatcher events_{undo_};
   CommandBarSet bars_;
   SelectionSnapshots selections_;
-  std::unique_ptr<Aftermath> aftermath_;  ///< null: commands have none
+  std::unique_ptr<CommandObserver> commandObserver_;  ///< null: commands have none
   Backend* backend_ = nullptr;
   int commandDepth_ = 0;  ///< commands inside commands, through handlers
   int writeDepth_ = 0;    ///< writes inside writes, through handlers

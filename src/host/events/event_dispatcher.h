@@ -1,5 +1,5 @@
 // Raises events, inside the call that caused them. Listeners are called from a snapshot; one that is withdrawn
-// meanwhile is not called any more, one that is added is called from the next event on.
+// during an event is not called any more, one that is added is called from the next event on.
 #pragma once
 
 #include <algorithm>
@@ -30,7 +30,7 @@ class EventDispatcher {
   /// Whether upkeep of listeners may happen now, see UpkeepListener.
   enum class Occasion { Change, Upkeep };
 
-  /// `isThere` is asked before each listener is called, because the one before may have deleted what the event is
+  /// `isThere` is called before each listener, because the one before may have deleted what the event is
   /// about.
   template <class IsThere, class Raise>
   void raise(Occasion occasion, IsThere isThere, Raise raise) {
@@ -44,11 +44,11 @@ class EventDispatcher {
     }
   }
 
-  /// While the deletion of a shape is announced, ShapeAdded of others waits until that is over.
-  class HoldingArrivals {
+  /// While it lives, BeforeShapeDelete of a shape is raised, and ShapeAdded of other shapes is delayed.
+  class DelayedShapeAdded {
    public:
-    explicit HoldingArrivals(EventDispatcher& dispatcher) : dispatcher_(dispatcher) { ++dispatcher_.holding_; }
-    ~HoldingArrivals() {
+    explicit DelayedShapeAdded(EventDispatcher& dispatcher) : dispatcher_(dispatcher) { ++dispatcher_.holding_; }
+    ~DelayedShapeAdded() {
       if (--dispatcher_.holding_ > 0) return;
       while (!dispatcher_.held_.empty()) {
         const auto next = std::move(dispatcher_.held_.front());
@@ -56,13 +56,13 @@ class EventDispatcher {
         next();
       }
     }
-    HoldingArrivals(const HoldingArrivals&) = delete;
-    HoldingArrivals& operator=(const HoldingArrivals&) = delete;
+    DelayedShapeAdded(const DelayedShapeAdded&) = delete;
+    DelayedShapeAdded& operator=(const DelayedShapeAdded&) = delete;
 
    private:
     EventDispatcher& dispatcher_;
   };
-  void arrival(std::function<void()> tell) {
+  void raiseShapeAddedLater(std::function<void()> tell) {
     if (holding_) {
       held_.push_back(std::move(tell));
     } else {

@@ -3,7 +3,7 @@
 namespace quorvel::host {
 namespace {
 
-/// The first one stands in for others.
+/// The first one is used for languages that are not listed.
 constexpr DateLanguage languages[] = {
     {0x09,
      {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November",

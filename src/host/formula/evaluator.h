@@ -10,7 +10,7 @@ class Evaluator {
  public:
   Evaluator(const Formula& formula, EvaluationContext& context) : formula_(formula), context_(context) {}
 
-  /// Nothing when a function could not tell.
+  /// Nothing when a function does not know its result.
   Maybe<Value> run();
 
   Value valueOf(std::uint32_t node);

@@ -20,12 +20,12 @@ FormulaPtr FormulaPool::get(std::string_view text) {
   }
   FormulaPtr formula = parseFormula(text);
   if (!formula) return nullptr;
-  if (formulas_.size() >= nextSweep_) forgetUnused();
+  if (formulas_.size() >= nextSweep_) removeUnused();
   formulas_.insert_or_assign(std::move(key), formula);
   return formula;
 }
 
-void FormulaPool::forgetUnused() {
+void FormulaPool::removeUnused() {
   std::erase_if(formulas_, [](const auto& entry) { return entry.second.expired(); });
   // Sweeping when half of the entries may be dead keeps the cost of it in proportion to parsing.
   nextSweep_ = std::max<std::size_t>(1024, formulas_.size() * 2);

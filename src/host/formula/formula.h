@@ -15,7 +15,7 @@
 
 namespace quorvel::host {
 
-/// On which sheet a reference stands.
+/// Which sheet a reference means.
 enum class ReferenceScope : std::uint8_t {
   ThisSheet,
   Shape,       ///< Sheet.5!
@@ -64,7 +64,7 @@ struct ThemeAnswer {
   Value value;  ///< when known; what a shape without a theme has in its place when there is none and that is known
 };
 
-/// What a formula may ask of the world while it is evaluated. Implemented over the sheets by host/recalc; tests bring
+/// What a formula may ask while it is evaluated. Implemented over the sheets by host/recalc; tests bring
 /// their own.
 class EvaluationContext {
  public:
@@ -80,7 +80,7 @@ class EvaluationContext {
   virtual Maybe<Value> convertPoint(const Value& point, const Reference* from, const Reference* to) = 0;
   /// This shape's local coordinates to its parent's (PAR), and the parent's of the other shape likewise.
   virtual Maybe<Value> toParent(const Value& point, const Reference* shape) = 0;
-  /// Where the end that is being evaluated belongs, of a 1-D shape whose ends walk around the shapes they are glued to,
+  /// The place of the end that is being evaluated, of a 1-D shape whose ends walk around the shapes they are glued to,
   /// in the parent's coordinates; nothing when that is not for a formula to say.
   virtual Maybe<Value> walkedTo() { return {}; }
   /// "PAGENAME", "PAGENUMBER", "PAGECOUNT", "NAME", "ID", "DOCLASTSAVE", "DOCCREATION", "CREATOR", "TITLE", "FILENAME",
@@ -94,11 +94,11 @@ class EvaluationContext {
   }
   /// Left, bottom, right and top of what the shape and its members draw, in the parent's coordinates.
   virtual Maybe<std::vector<double>> boundingBox() { return {}; }
-  /// The formula of another cell, evaluated there with these named arguments; nothing for one that can't be told.
+  /// The formula of another cell, evaluated there with these named arguments; nothing for one that is not known.
   virtual Maybe<Value> evaluateCell(const Reference&, std::vector<std::pair<std::string, Value>>) { return {}; }
   /// Text evaluated as a formula on the sheet of the reference.
   virtual Maybe<Value> evaluateText(const Reference&, const std::string&) { return {}; }
-  /// The unit that an implicit one stands for here: Drawing and Page are shown in the units of the page's scale.
+  /// The unit that an implicit one means here: Drawing and Page are shown in the units of the page's scale.
   virtual Unit explicitUnit(Unit unit) { return unit == Unit::Drawing || unit == Unit::Page ? Unit::Inches : unit; }
   /// A property of the theme by its name ("FillColor", "AccentColor2"); an empty name asks for the cell itself.
   virtual ThemeAnswer themeValue(std::string_view) { return {}; }
@@ -108,7 +108,7 @@ class EvaluationContext {
   /// What EVALCELL handed over under the name; nothing when it did not.
   virtual Maybe<Value> argument(std::string_view) { return {}; }
   /// The cell of a shape that this one is related to: "CONTAINER", "LIST" or "CALLOUTTARGET", the `index`-th of them
-  /// (1-based, in front first) that bears the category (empty: any); #REF! when there is none.
+  /// (1-based, in front first) that has the category (empty: any); #REF! when there is none.
   virtual Value relatedValue(std::string_view, int, std::string_view, const Reference&) {
     return Value::error(ErrorCode::Reference);
   }
@@ -119,13 +119,13 @@ class EvaluationContext {
   /// LISTSEP and DECIMALSEP.
   virtual std::string listSeparator() { return ","; }
   virtual std::string decimalSeparator() { return "."; }
-  /// The value that the cell had before this run: what an unknown function leaves standing.
+  /// The value that the cell had before this run: an unknown function does not change it.
   virtual Value lastValue() = 0;
 };
 
 struct FormulaNode;  // internal to the parser and evaluator
 
-/// Immutable once parsed. Nothing in it belongs to one sheet: references are resolved by the context.
+/// Immutable once parsed. It is independent of sheets: references are resolved by the context.
 class Formula {
  public:
   ~Formula();
@@ -192,13 +192,13 @@ class FormulaPool {
   std::size_t size() const { return formulas_.size(); }
 
  private:
-  void forgetUnused();
+  void removeUnused();
   std::unordered_map<std::string, std::weak_ptr<const Formula>> formulas_;
   std::size_t nextSweep_ = 1024;
 };
 
 /// Cannot fail: what goes wrong is an error value. Nothing is given when a function is needed that the evaluator lacks;
-/// the cell's last value then stands.
+/// the cell then keeps its value.
 Maybe<Value> evaluate(const Formula& formula, EvaluationContext& context);
 
 }  // namespace quorvel::host

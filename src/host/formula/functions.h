@@ -37,14 +37,14 @@ class Call {
   bool truth(int argument, bool otherwise = false);
   /// Null when the argument is no plain reference.
   const Reference* reference(int argument) const;
-  /// The first reference to another sheet anywhere in the argument: the sheet in whose coordinates a point stands.
+  /// The first reference to another sheet anywhere in the argument: the sheet whose coordinates a point has.
   const Reference* foreignReference(int argument) const;
 
   EvaluationContext& context();
   /// The value's number in the unit that it is written in, drawing units in those of the page, and back.
   double written(const Value& value);
   Value fromWritten(double number, const Value& like);
-  /// The function cannot tell: the cell's last value will stand.
+  /// The function does not know its result: the cell keeps its value.
   Value unknown();
   Value fail(ErrorCode code);
   const Value& failure() const { return failure_; }
@@ -60,7 +60,7 @@ class Call {
 
 enum FunctionTrait : std::uint16_t {
   Pure = 0,
-  AsksHost = 1,  ///< the result hangs on more than the arguments, so it is never a constant
+  AsksHost = 1,  ///< the result depends on more than the arguments, so it is never a constant
   Changes = 2,   ///< gives something else though no argument changed
   ReadsText = 4,
   ReadsTransforms = 8,

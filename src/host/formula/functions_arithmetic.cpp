@@ -19,7 +19,7 @@ Value asWritten(Call& call, Compute compute) {
   return call.fromWritten(compute(call.written(value)), value);
 }
 
-/// Rounds `number` that lies a hair beside a whole number to it first.
+/// Rounds a `number` that differs from a whole number by noise alone to that number first.
 double settled(double number) {
   const double nearest = std::round(number);
   return std::fabs(number - nearest) < 1e-9 * std::max(1.0, std::fabs(number)) ? nearest : number;

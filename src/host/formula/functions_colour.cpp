@@ -133,7 +133,7 @@ Value towardEnd(Call& call, double direction) {
   const Value amount = call.quantity(1);
   double share = direction * (amount.unit() == Unit::Percent ? amount.internal() : amount.internal() / 100);
   share = std::clamp(share, -1.0, 1.0);
-  // The hue and the saturation of the colour stay, so its parts do not move alike.
+  // The hue and the saturation of the colour are kept, so its parts change by different amounts.
   const double high = std::max({rgb.red, rgb.green, rgb.blue}), low = std::min({rgb.red, rgb.green, rgb.blue});
   const double light = (high + low) / 2;
   const double wanted = share > 0 ? light + (255 - light) * share : light * (1 + share);

@@ -70,7 +70,7 @@ Value convertAngle(Call& call, bool parent) {
   return Value::number(normalized(turned), Unit::Angle);
 }
 
-/// That a trigger is reached tells its readers that the shape changed; what it holds tells only whether that is another
+/// That a trigger is evaluated means that the shape changed; its value says only whether that is another
 /// one.
 Value trigger(Call& call) { return Value::number(call.foreignReference(0) ? 2 : 1); }
 

@@ -6,7 +6,7 @@ namespace {
 
 Value first(Call& call) { return call.value(0); }
 
-/// The value of the cell that writes go to. The expression that is written is no business of evaluation.
+/// The value of the cell that writes go to. The expression that is written is not evaluated here.
 Value redirected(Call& call) { return call.truth(2) ? Value() : call.value(0); }
 
 constexpr FunctionRow rows[] = {

@@ -10,7 +10,7 @@
 namespace quorvel::host {
 namespace {
 
-/// What only the program that wrote the file knows: the value that it holds stands.
+/// What only the program that wrote the file knows: the cell keeps its value.
 Value unknown(Call& call) { return call.unknown(); }
 
 /// The name of a theme's property. As text "1" to "8" count the colours from the dark one; as a number, which comes

@@ -1,13 +1,13 @@
-// Functions on text, lists in text, and format pictures.
+// Functions on text, lists in text, and formats.
 #include <algorithm>
 #include <cmath>
 
 #include "base/basic_text.h"
 #include "base/letter_case.h"
 #include "base/text.h"
-#include "host/formula/format_picture.h"
 #include "host/formula/functions.h"
 #include "host/formula/operators.h"
+#include "host/formula/value_format.h"
 
 namespace quorvel::host {
 namespace {
@@ -54,7 +54,7 @@ Value repeat(Call& call) {
   return Value::text(result);
 }
 
-/// Bytes of `part` at byte `at` of `text`, compared without case when wanted; 0 when it does not stand there.
+/// Bytes of `part` at byte `at` of `text`, compared without case when wanted; 0 when it is not there.
 std::size_t matchLength(std::string_view text, std::size_t at, std::string_view part, bool ignoreCase) {
   if (!ignoreCase) return text.substr(at).starts_with(part) ? part.size() : 0;
   std::size_t i = at, j = 0;
@@ -140,18 +140,18 @@ Value same(Call& call, bool ignoreCase) {
 
 Value format(Call& call) {
   const Value value = call.value(0);
-  const std::string picture = call.text(1);
-  return Value::text(formatValue(value, picture));
+  const std::string format = call.text(1);
+  return Value::text(formatValue(value, format));
 }
 
-/// FORMATEX(value, picture, unit of a bare number, unit to show, language): text that reads as a quantity counts as
+/// FORMATEX(value, format, unit of a bare number, unit to show, language): text that reads as a quantity counts as
 /// one.
 Value formatIn(Call& call) {
   const Value given = call.value(0);
-  const std::string picture = call.text(1), source = call.text(2), target = call.text(3);
+  const std::string format = call.text(1), source = call.text(2), target = call.text(3);
   const int language = call.whole(4, defaultLanguage);
   Maybe<Value> quantity = given.asQuantity();
-  if (!quantity || quantity->kind() != ValueKind::Number) return Value::text(formatValue(given, picture, language));
+  if (!quantity || quantity->kind() != ValueKind::Number) return Value::text(formatValue(given, format, language));
   if (!trimmed(source).empty()) {
     const Maybe<Unit> unit = unitOfSuffix(trimmed(source));
     if (!unit) return call.fail(ErrorCode::Value);
@@ -168,13 +168,13 @@ Value formatIn(Call& call) {
       return call.fail(ErrorCode::Value);
     }
   }
-  return Value::text(formatValue(*quantity, picture, language));
+  return Value::text(formatValue(*quantity, format, language));
 }
 
-Value pictureOfField(Call& call) {
+Value formatOfField(Call& call) {
   const int number = call.whole(0);
-  const std::string_view picture = fieldPicture(number);
-  return Value::text(picture.empty() ? "esc(" + std::to_string(number) + ")" : std::string(picture));
+  const std::string_view format = fieldFormat(number);
+  return Value::text(format.empty() ? "esc(" + std::to_string(number) + ")" : std::string(format));
 }
 
 constexpr FunctionRow rows[] = {
@@ -197,7 +197,7 @@ constexpr FunctionRow rows[] = {
     {"LOOKUP", placeInList},
     {"FORMAT", format},
     {"FORMATEX", formatIn},
-    {"FIELDPICTURE", pictureOfField},
+    {"FIELDPICTURE", formatOfField},
     {"LISTSEP", [](Call& c) { return Value::text(c.context().listSeparator()); }, AsksHost},
     {"DECIMALSEP", [](Call& c) { return Value::text(c.context().decimalSeparator()); }, AsksHost},
 };

@@ -9,7 +9,7 @@ bool isNameLetter(char letter) {
          letter == '.' || static_cast<unsigned char>(letter) >= 0x80;
 }
 
-/// Copies what no mark can stand in: quoted text, quoted and bracketed names. The place behind it.
+/// Copies what contains no separators: quoted text, quoted and bracketed names. The place behind it.
 std::size_t copyOpaque(std::string_view text, std::size_t at, std::string& out) {
   const char open = text[at], close = open == '[' ? ']' : open;
   std::size_t end = at + 1;

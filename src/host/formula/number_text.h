@@ -1,4 +1,4 @@
-// Numbers and their suffixes as text, shared by values, the lexer and format pictures.
+// Numbers and their suffixes as text, shared by values, the lexer and formats.
 #pragma once
 
 #include <cmath>

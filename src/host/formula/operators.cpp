@@ -44,7 +44,7 @@ Value addTo(const Value& left, const Value& right, double sign) {
   return arithmetic(left, right, [sign](const Value& a, const Value& b) {
     const double sum = a.internal() + sign * b.internal();
     if (a.kind() == ValueKind::Point || b.kind() == ValueKind::Point) {
-      // Beside a point a number stands for both coordinates.
+      // With a point, a number counts for both coordinates.
       const double ay = a.kind() == ValueKind::Point ? a.y() : a.internal();
       const double by = b.kind() == ValueKind::Point ? b.y() : b.internal();
       return Value::point(sum, ay + sign * by);

@@ -20,7 +20,7 @@ struct UnaryOperator {
   Value (*apply)(const Value& operand);
 };
 
-/// Signs that begin with one another stand longest first.
+/// Of signs that begin alike the longest is first.
 std::span<const BinaryOperator> binaryOperators();
 /// "+", "-" and the closing "%".
 std::span<const UnaryOperator> unaryOperators();

@@ -30,7 +30,7 @@ bool equalWord(std::string_view word, std::string_view capitals) {
                     [](char a, char b) { return (a >= 'a' && a <= 'z' ? a - 32 : a) == b; });
 }
 
-/// "5" of "Sheet.5" or of "Executive.5": where its digits stand and what they say.
+/// "5" of "Sheet.5" or of "Executive.5": the place of its digits and their number.
 struct TrailingId {
   std::size_t position = std::string_view::npos;
   int id = 0;

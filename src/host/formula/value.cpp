@@ -299,7 +299,7 @@ std::string Value::asText(int unitsCode) const {
     const Dimension dimension = dimensionOf(wanted);
     if (wanted == Unit::None) return roundedNumber(fromInternal(number_, unit_));
     if (wanted == Unit::Percent || dimension == dimensionOf(unit_)) return withSuffix(number_, wanted);
-    // A bare number takes the wanted unit as it stands.
+    // A bare number is taken to be in the wanted unit.
     if (unit_ == Unit::None && dimension != Dimension::None && dimension != Dimension::Other)
       return withSuffix(toInternal(number_, wanted), wanted);
   }

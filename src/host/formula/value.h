@@ -36,7 +36,7 @@ class Value {
   ErrorCode errorCode() const {
     return isError() ? static_cast<ErrorCode>(static_cast<int>(number_)) : ErrorCode::None;
   }
-  /// Internal number as it stands: 1 or 0 for a truth value, x of a point; 0 for text and errors.
+  /// Internal number without conversion: 1 or 0 for a truth value, x of a point; 0 for text and errors.
   double internal() const { return kind_ == ValueKind::Error ? 0 : number_; }
   double y() const { return second_; }
   std::string_view textView() const { return text_.view(); }
@@ -50,7 +50,7 @@ class Value {
   Maybe<double> asNumberIn(int unitsCode) const;
   bool asBoolean() const;  ///< false for text and errors
   /// As Cell.ResultStr shows it: the shortest number and its suffix ("0.5 in.", "5 em.", "45 deg."), "TRUE"/"FALSE",
-  /// text as it stands, "#REF!" and its like for errors. `unitsCode` 0: the value's own unit.
+  /// text unchanged, "#REF!" and its like for errors. `unitsCode` 0: the value's own unit.
   std::string asText(int unitsCode = 0) const;
 
   /// Same kind, unit and content. Numbers are compared exactly: an unchanged value stops recalculation.

@@ -55,7 +55,7 @@ void Path::transform(const Matrix& matrix) {
 }
 
 void Path::clamp(double farthest) {
-  // These two pass over a number that is none.
+  // These two ignore a value that is not a number.
   const auto clamped = [&](double number) { return std::fmin(std::fmax(number, -farthest), farthest); };
   for (Point& p : points_) p = {clamped(p.x), clamped(p.y)};
 }

@@ -128,7 +128,7 @@ void DependencyGraph::followNewGroups(SheetId shape) {
     addFormula(reader, *store_.sheet(reader.sheet)->findLocal(reader.key)->formula);
 }
 
-/// Places are read through all groups that stand around a shape.
+/// A shape's place depends on all groups around it.
 bool DependencyGraph::readsPlaceOf(SheetId reader, const Formula& formula, SheetId sheet) const {
   if (!formula.readsTransforms()) return false;
   const auto standsIn = [&](SheetId shape) {
@@ -201,7 +201,7 @@ void DependencyGraph::appendReadersOfPlace(SheetId sheet, std::vector<CellAddres
   appendInherited({sheet, transformKey}, out);
 }
 
-/// A group takes its members along: triggers of theirs fire, and what instances among them inherit is read anew. What
+/// Members move with their group: their triggers fire, and what instances among them inherit is read again. What
 /// reads their places by formulas of its own has edges to the group itself.
 void DependencyGraph::appendReadersOfPlacesIn(SheetId group, std::vector<CellAddress>& out) const {
   for (const SheetId member : store_.subtree(group)) {

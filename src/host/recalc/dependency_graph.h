@@ -21,7 +21,7 @@ class DependencyGraph {
   /// Adds edges for the formulas that the sheet itself holds, and counts it among its master's instances.
   void addSheet(SheetId sheet);
   void addFormula(const CellAddress& cell, const Formula& formula);
-  /// A shape stands in another group now: formulas that read where it lies follow the places of those groups too.
+  /// A shape is in another group now: formulas that read its place follow the places of those groups too.
   void followNewGroups(SheetId shape);
   /// Edges are dropped when they are next walked and found stale; a sheet that goes needs no call.
   void forgetDocument(DocumentId document);
@@ -32,8 +32,8 @@ class DependencyGraph {
   void appendReadersOf(SheetId sheet, std::vector<CellAddress>& out) const;
   /// Appends the cells whose formulas read where the shape lies; repeats are possible.
   void appendReadersOfPlace(SheetId sheet, std::vector<CellAddress>& out) const;
-  /// Formulas of the master that depend on where an instance stands (ThePage!, page and shape names): a new instance
-  /// must evaluate them afresh.
+  /// Formulas of the master that depend on the place of an instance (ThePage!, page and shape names): a new instance
+  /// must evaluate them again.
   const std::vector<CellAddress>* placeDependent(MasterId master) const;
 
  private:

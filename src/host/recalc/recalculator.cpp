@@ -204,7 +204,7 @@ struct Recalculator::Run {
   std::vector<Node> nodes;
   std::unordered_map<CellAddress, std::uint32_t> numbers;
   std::vector<std::uint32_t> stack, order;
-  std::vector<std::uint32_t> passed;  ///< of a circle, whose order is anybody's: they may have had their turn already
+  std::vector<std::uint32_t> passed;  ///< of a circle, whose order is undefined: they may have been evaluated already
   std::vector<CellAddress> scratch, result;
   std::uint32_t counter = 0, circles = 0;
 };
@@ -273,7 +273,7 @@ void Recalculator::Run::evaluateNode(std::uint32_t number, int depth) {
   }
   if (value && !isFontWithoutName(owner.store_, cell, *value))
     setIfChanged(number, fitToCell(owner.store_, cell, *value));
-  // Triggers tell that something changed by being reached, not by what they hold.
+  // A trigger says that something changed by being evaluated, not by its value.
   const bool isTrigger = cell.key == triggerCell(true) || cell.key == triggerCell(false);
   if (nodes[number].changed || isTrigger) markDependents(number);
 }

@@ -24,7 +24,7 @@ class Recalculator {
   void setTextMetrics(const TextMetrics& metrics) { metrics_ = &metrics; }
   const TextMetrics& textMetrics() const { return *metrics_; }
 
-  /// Evaluates the seeds whose formulas are to be taken afresh, then all that follows from them and from `changed`
+  /// Evaluates the seeds, then all that follows from them and from `changed`
   /// (cells whose value was set already). Gives the cells whose value changed in the run, in order of evaluation;
   /// `changed` not among them.
   std::vector<CellAddress> run(std::span<const CellAddress> seeds, std::span<const CellAddress> changed,
@@ -46,13 +46,13 @@ class Recalculator {
   std::size_t evaluations_ = 0;
 };
 
-/// A number for a font whose cell holds a name: packages name fonts and do not tell the numbers that formulas kept.
+/// A number for a font whose cell holds a name: packages name fonts and lack the numbers that formulas have.
 bool isFontWithoutName(const Store& store, const CellAddress& cell, const Value& value);
 
 /// Gives a result the kind that its cell holds: bare numbers in length cells are inches, in those of type and lines
 /// points, in angle cells degrees, in a duration property days.
 Value fitToCell(const Store& store, const CellAddress& cell, const Value& value);
-/// The same for what somebody writes into the cell: a bare number is taken in the unit of the value that the cell has,
+/// The same for what a user writes into the cell: a bare number is taken in the unit of the value that the cell has,
 /// else in that of the page.
 Value fitWritten(const Store& store, const CellAddress& cell, const Value& value);
 

@@ -7,7 +7,7 @@
 
 namespace quorvel::host {
 
-/// What the first argument of the cell's DEPENDSON stands for.
+/// What the first argument of the cell's DEPENDSON means.
 enum class Relation : std::uint8_t {
   MembersOfContainer = 1,
   MembersOfList = 2,
@@ -17,7 +17,7 @@ enum class Relation : std::uint8_t {
   CalloutTarget = 6,
 };
 
-/// In the order of the cell; shapes that are gone are left out.
+/// In the order of the cell; deleted shapes are left out.
 std::vector<SheetId> relatedTo(const Store& store, SheetId sheet, Relation relation);
 /// The containers of a shape and theirs, each once, nearest to the front first.
 std::vector<SheetId> containersOf(const Store& store, SheetId sheet);

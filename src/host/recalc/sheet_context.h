@@ -38,7 +38,7 @@ class SheetContext : public EvaluationContext {
   Maybe<Value> property(std::string_view name) override;
   Value lastValue() override;
 
-  /// A theme's value was read that the file does not spell out: whatever was computed from it is worth nothing.
+  /// A theme's value was read that the file does not contain: what was computed from it must be discarded.
   bool readUnknown() const { return readUnknown_; }
 
  protected:

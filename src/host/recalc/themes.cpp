@@ -35,7 +35,7 @@ struct ColourWithoutTheme {
   std::uint32_t rgb;
 };
 
-/// What drawings without a theme hold for these; of the second fill colour they tell only how light it is.
+/// What drawings without a theme hold for these; of the second fill colour they have only how light it is.
 constexpr ColourWithoutTheme coloursWithoutTheme[] = {
     {"Dark", "#0", 0x000000},
     {"Light", "#1", 0xFFFFFF},

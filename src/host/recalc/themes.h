@@ -1,4 +1,4 @@
-// What a shape has of its theme, and what stands in for it on pages without one.
+// What a shape has from its theme, and what is used instead on pages without one.
 #pragma once
 
 #include <string_view>

@@ -31,7 +31,7 @@ class BoxIndex {
     std::int64_t left, bottom, right, top;
   };
   Squares squaresOf(const Box& box) const;
-  /// A box over more squares than this stands in a list of its own.
+  /// A box over more squares than this is kept in a list of its own.
   static bool isLarge(const Squares& squares);
   static std::uint64_t key(std::int64_t x, std::int64_t y) {
     return (static_cast<std::uint64_t>(x) << 32) ^ (static_cast<std::uint64_t>(y) & 0xFFFFFFFFu);

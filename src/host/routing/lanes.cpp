@@ -6,7 +6,7 @@ namespace quorvel::host {
 namespace {
 
 /// Lines nearer to each other than this are one, and a line this near to a border runs along it.
-constexpr double hair = 1e-6;
+constexpr double epsilon = 1e-6;
 constexpr double middleLiking = 1, portLiking = 1.001, parallelLiking = 1.0015, besideLiking = 1.002,
                  borderLiking = 1.05;
 
@@ -36,56 +36,58 @@ void Lanes::collectBeside(const std::vector<OtherLine>& taken, double clearX, do
   for (const auto& [line, isRelated] : taken) {
     for (std::size_t i = 1; i < line.size() && !isRelated; ++i) {
       const Point &a = line[i - 1], &b = line[i];
-      if (std::fabs(a.x - b.x) < hair) {
+      if (std::fabs(a.x - b.x) < epsilon) {
         for (const double x : {a.x - clearX, a.x + clearX}) xs_.push_back({x, parallelLiking});
-      } else if (std::fabs(a.y - b.y) < hair) {
+      } else if (std::fabs(a.y - b.y) < epsilon) {
         for (const double y : {a.y - clearY, a.y + clearY}) ys_.push_back({y, parallelLiking});
       }
     }
   }
 }
 
-/// Pieces of the grid that lie upon a level or upright line.
+/// Pieces of the grid on a level or upright line.
 void Lanes::markUsed(const Point& from, const Point& to, Use use) {
   const Box piece = Box::around(from, to);
   const auto raise = [use](std::uint8_t& used) { used = std::max<std::uint8_t>(used, use); };
-  if (piece.height() < hair) {
+  if (piece.height() < epsilon) {
     const std::size_t row = rowAt(from.y);
-    if (std::fabs(y(row) - from.y) > 10 * hair) return;
+    if (std::fabs(y(row) - from.y) > 10 * epsilon) return;
     for (std::size_t column = 0; column + 1 < columns(); ++column) {
-      if (x(column) < piece.right - hair && x(column + 1) > piece.left + hair)
+      if (x(column) < piece.right - epsilon && x(column + 1) > piece.left + epsilon)
         raise(usedLevel_[row * columns() + column]);
     }
-  } else if (piece.width() < hair) {
+  } else if (piece.width() < epsilon) {
     const std::size_t column = columnAt(from.x);
-    if (std::fabs(x(column) - from.x) > 10 * hair) return;
+    if (std::fabs(x(column) - from.x) > 10 * epsilon) return;
     for (std::size_t row = 0; row + 1 < rows(); ++row) {
-      if (y(row) < piece.top - hair && y(row + 1) > piece.bottom + hair) raise(usedUpright_[row * columns() + column]);
+      if (y(row) < piece.top - epsilon && y(row + 1) > piece.bottom + epsilon)
+        raise(usedUpright_[row * columns() + column]);
     }
   }
 }
 
-/// Pieces of the grid along a level or upright line that are too near to it to be told from it.
+/// Pieces of the grid along a level or upright line that are too near to it to be distinguished from it.
 void Lanes::markBeside(const Point& from, const Point& to, double clearX, double clearY) {
   const Box piece = Box::around(from, to);
   const auto mark = [](std::uint8_t& used) { used = std::max<std::uint8_t>(used, Beside); };
   const auto isBeside = [](double at, double line, double clear) {
     const double distance = std::fabs(at - line);
-    return distance > 10 * hair && distance < clear - hair;
+    return distance > 10 * epsilon && distance < clear - epsilon;
   };
-  if (piece.height() < hair) {
+  if (piece.height() < epsilon) {
     for (std::size_t row = 0; row < rows(); ++row) {
       if (!isBeside(y(row), from.y, clearY)) continue;
       for (std::size_t column = 0; column + 1 < columns(); ++column) {
-        if (x(column) < piece.right - hair && x(column + 1) > piece.left + hair)
+        if (x(column) < piece.right - epsilon && x(column + 1) > piece.left + epsilon)
           mark(usedLevel_[row * columns() + column]);
       }
     }
-  } else if (piece.width() < hair) {
+  } else if (piece.width() < epsilon) {
     for (std::size_t column = 0; column < columns(); ++column) {
       if (!isBeside(x(column), from.x, clearX)) continue;
       for (std::size_t row = 0; row + 1 < rows(); ++row) {
-        if (y(row) < piece.top - hair && y(row + 1) > piece.bottom + hair) mark(usedUpright_[row * columns() + column]);
+        if (y(row) < piece.top - epsilon && y(row + 1) > piece.bottom + epsilon)
+          mark(usedUpright_[row * columns() + column]);
       }
     }
   }
@@ -135,8 +137,8 @@ void Lanes::collectNarrow(const RouteRequest& request, const std::vector<Obstacl
       const double gapX = b.left - a.right, gapY = b.bottom - a.top;
       const bool besides = b.bottom - a.top < narrowY && a.bottom - b.top < narrowY;
       const bool above = b.left - a.right < narrowX && a.left - b.right < narrowX;
-      if (gapX > hair && gapX < narrowX && besides) xs_.push_back({(a.right + b.left) / 2, besideLiking});
-      if (gapY > hair && gapY < narrowY && above) ys_.push_back({(a.top + b.bottom) / 2, besideLiking});
+      if (gapX > epsilon && gapX < narrowX && besides) xs_.push_back({(a.right + b.left) / 2, besideLiking});
+      if (gapY > epsilon && gapY < narrowY && above) ys_.push_back({(a.top + b.bottom) / 2, besideLiking});
     }
   }
 }
@@ -145,7 +147,7 @@ void Lanes::settle(std::vector<Line>& lines) {
   std::sort(lines.begin(), lines.end(), [](const Line& a, const Line& b) { return a.at < b.at; });
   std::vector<Line> settled;
   for (const Line& line : lines) {
-    if (settled.empty() || line.at - settled.back().at > hair) {
+    if (settled.empty() || line.at - settled.back().at > epsilon) {
       settled.push_back(line);
     } else {
       settled.back().liking = std::min(settled.back().liking, line.liking);
@@ -171,23 +173,23 @@ void Lanes::mark(const Obstacle& obstacle, double clearX, double clearY) {
         std::upper_bound(lines.begin(), lines.end(), high, [](double x, const Line& l) { return x < l.at; });
     return std::pair(static_cast<std::size_t>(from - lines.begin()), static_cast<std::size_t>(to - lines.begin()));
   };
-  const auto fill = [&](const Box& box, Passage passage, bool level, bool upright) {
-    const auto [innerX, endX] = within(xs_, box.left + hair, box.right - hair);
-    const auto [innerY, endY] = within(ys_, box.bottom + hair, box.top - hair);
+  const auto fill = [&](const Box& box, GroupTransform transform, bool level, bool upright) {
+    const auto [innerX, endX] = within(xs_, box.left + epsilon, box.right - epsilon);
+    const auto [innerY, endY] = within(ys_, box.bottom + epsilon, box.top - epsilon);
     // An edge runs through the box when it starts or ends inside, so it begins one line earlier.
     const std::size_t firstX = innerX > 0 ? innerX - 1 : 0, firstY = innerY > 0 ? innerY - 1 : 0;
-    const auto raise = [&](std::uint8_t& cell) { cell = std::max<std::uint8_t>(cell, passage); };
+    const auto raise = [&](std::uint8_t& cell) { cell = std::max<std::uint8_t>(cell, transform); };
     if (level) {
       for (std::size_t row = innerY; row < endY; ++row) {
         for (std::size_t column = firstX; column < endX; ++column) {
-          if (x(column) < box.right - hair && column + 1 < columns() && x(column + 1) > box.left + hair)
+          if (x(column) < box.right - epsilon && column + 1 < columns() && x(column + 1) > box.left + epsilon)
             raise(level_[row * columns() + column]);
         }
       }
     }
     if (upright) {
       for (std::size_t row = firstY; row < endY; ++row) {
-        if (!(y(row) < box.top - hair && row + 1 < rows() && y(row + 1) > box.bottom + hair)) continue;
+        if (!(y(row) < box.top - epsilon && row + 1 < rows() && y(row + 1) > box.bottom + epsilon)) continue;
         for (std::size_t column = innerX; column < endX; ++column) raise(upright_[row * columns() + column]);
       }
     }

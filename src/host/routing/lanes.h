@@ -14,11 +14,11 @@ class Lanes {
     Usual,  ///< lines that keep the distance, and the middle of passages too narrow for it
     Every,  ///< besides, the very borders of shapes: if there is a way at all, there is one on these lines
   };
-  enum Passage : std::uint8_t { Free, Near, Blocked };
+  enum GroupTransform : std::uint8_t { Free, Near, Blocked };
   enum Use : std::uint8_t {
     Unused,
-    Shared,  ///< upon a related line
-    Beside,  ///< nearer to a related line than lines keep from each other, and not upon it
+    Shared,  ///< on a related line
+    Beside,  ///< nearer to a related line than lines keep from each other, and not on it
     Taken
   };
 
@@ -35,11 +35,11 @@ class Lanes {
   std::size_t columnAt(double x) const { return nearest(xs_, x); }
   std::size_t rowAt(double y) const { return nearest(ys_, y); }
   /// From the crossing to the next one right, or the next one up.
-  Passage toTheRight(std::size_t column, std::size_t row) const {
-    return static_cast<Passage>(level_[row * columns() + column]);
+  GroupTransform toTheRight(std::size_t column, std::size_t row) const {
+    return static_cast<GroupTransform>(level_[row * columns() + column]);
   }
-  Passage upward(std::size_t column, std::size_t row) const {
-    return static_cast<Passage>(upright_[row * columns() + column]);
+  GroupTransform upward(std::size_t column, std::size_t row) const {
+    return static_cast<GroupTransform>(upright_[row * columns() + column]);
   }
   /// What lies there already.
   Use useToTheRight(std::size_t column, std::size_t row) const {

@@ -5,7 +5,7 @@
 namespace quorvel::host {
 namespace {
 
-constexpr double hair = 1e-6;
+constexpr double epsilon = 1e-6;
 
 /// The part of a..b that lies inside the box, as shares of the way; false when none does.
 bool clip(const Point& a, const Point& b, const Box& box, double& from, double& to) {
@@ -53,7 +53,7 @@ Point midpointOf(const Polyline& line) {
 }
 
 bool crosses(const Polyline& line, const Box& box) {
-  const Box inside = box.grown(-hair, -hair);
+  const Box inside = box.grown(-epsilon, -epsilon);
   if (inside.width() <= 0 || inside.height() <= 0) return false;
   for (std::size_t i = 1; i < line.size(); ++i) {
     double from = 0, to = 0;
@@ -69,7 +69,7 @@ Point leavingPoint(const Box& box, const Point& from, const Point& outside) {
 }
 
 Point leavingPoint(const Box& box, const Point& from, Side side) {
-  if (!box.grown(hair, hair).holds(from)) return from;
+  if (!box.grown(epsilon, epsilon).holds(from)) return from;
   switch (side) {
     case Side::Right:
       return {box.right, from.y};

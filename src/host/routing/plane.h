@@ -51,8 +51,8 @@ Box boundsOf(const Polyline& line);
 double lengthOf(const Polyline& line);
 /// Half way along; the only point of a line of one.
 Point midpointOf(const Polyline& line);
-/// Whether a piece of the line runs through the inside of the box. Lines on its border, or nearer to it than a hair, do
-/// not.
+/// Whether a piece of the line runs through the inside of the box. Lines on its border, or nearer to it than epsilon,
+/// do not.
 bool crosses(const Polyline& line, const Box& box);
 /// Where the line from inside `box` to `outside` leaves it; `from` when it does not.
 Point leavingPoint(const Box& box, const Point& from, const Point& outside);

@@ -16,7 +16,7 @@ struct Obstacle {
   bool passUpright = false;   ///< upright lines may
 };
 
-/// A line that lies there already, better crossed than run upon.
+/// A line that exists already; crossing it is better than running along it.
 struct OtherLine {
   Polyline line;
   /// It leaves or reaches the same shape: a stem in common is no harm, and a way of its own better where it costs

@@ -17,7 +17,7 @@ constexpr std::size_t mostTaken = 24;
 
 /// Length along a shape, nearer than the distance to keep, counts this much more.
 constexpr double nearCost = 2;
-/// Length upon another line, which then can't be told from it, counts this much more; upon a related one no more than
+/// Length on another line, which then can't be distinguished, counts this much more; on a related one no more than
 /// tips the scales, and close beside that one, where two lines look like one that is too thick, a little more.
 constexpr double takenCost = 10, sharedCost = 0.0005, besideCost = 0.02;
 /// So much more does it count to run through a shape, where there is no other way.
@@ -105,27 +105,27 @@ void Search::goOn(State state, double cost) {
     // A line leaves its port straight.
     if (side != coming && from_[state] == none) continue;
     std::size_t nextColumn = column, nextRow = row;
-    Lanes::Passage passage = Lanes::Free;
+    Lanes::GroupTransform transform = Lanes::Free;
     double liking = 1;
     switch (side) {
       case Side::Right:
         if (++nextColumn == lanes_.columns()) continue;
-        passage = lanes_.toTheRight(column, row);
+        transform = lanes_.toTheRight(column, row);
         break;
       case Side::Left:
         if (nextColumn-- == 0) continue;
-        passage = lanes_.toTheRight(nextColumn, row);
+        transform = lanes_.toTheRight(nextColumn, row);
         break;
       case Side::Top:
         if (++nextRow == lanes_.rows()) continue;
-        passage = lanes_.upward(column, row);
+        transform = lanes_.upward(column, row);
         break;
       case Side::Bottom:
         if (nextRow-- == 0) continue;
-        passage = lanes_.upward(column, nextRow);
+        transform = lanes_.upward(column, nextRow);
         break;
     }
-    if (passage == Lanes::Blocked && !mayCross_) continue;
+    if (transform == Lanes::Blocked && !mayCross_) continue;
     liking = isSideways(side) ? lanes_.likingOfRow(row) : lanes_.likingOfColumn(column);
     const double length = isSideways(side) ? std::fabs(lanes_.x(nextColumn) - lanes_.x(column))
                                            : std::fabs(lanes_.y(nextRow) - lanes_.y(row));
@@ -134,8 +134,8 @@ void Search::goOn(State state, double cost) {
     if (use == Lanes::Shared) liking += sharedCost;
     if (use == Lanes::Beside) liking += besideCost;
     if (use == Lanes::Taken) liking += takenCost;
-    if (passage == Lanes::Near) liking += nearCost;
-    if (passage == Lanes::Blocked) liking += crossingCost;
+    if (transform == Lanes::Near) liking += nearCost;
+    if (transform == Lanes::Blocked) liking += crossingCost;
     reach(stateOf(nextColumn, nextRow, side), cost + length * liking + (side == coming ? 0 : bend_), state);
   }
 }
@@ -153,7 +153,7 @@ Route Search::traced(State state, const Goal& goal) const {
     if (stateOf(lanes_.columnAt(port.exit.x), lanes_.rowAt(port.exit.y), port.side) == first) route.beginPort = i;
   }
   Polyline line(backwards.rbegin(), backwards.rend());
-  // Lanes that are a hair apart are one: the ends lie where the ports do.
+  // Lanes that differ by noise alone are one: the ends are where the ports are.
   line.front() = request_.begin[route.beginPort].exit;
   line.back() = request_.end[route.endPort].exit;
   line.insert(line.begin(), request_.begin[route.beginPort].at);
@@ -212,16 +212,17 @@ Route findAmong(const RouteRequest& request, const std::vector<Obstacle>& obstac
 }  // namespace
 
 Polyline withoutNeedlessPoints(const Polyline& line) {
-  constexpr double hair = 1e-6;
+  constexpr double epsilon = 1e-6;
   Polyline kept;
   for (const Point& spot : line) {
-    if (!kept.empty() && std::fabs(spot.x - kept.back().x) < hair && std::fabs(spot.y - kept.back().y) < hair) continue;
+    if (!kept.empty() && std::fabs(spot.x - kept.back().x) < epsilon && std::fabs(spot.y - kept.back().y) < epsilon)
+      continue;
     while (kept.size() >= 2) {
       const Point &a = kept[kept.size() - 2], &b = kept.back();
       const double cross = (b.x - a.x) * (spot.y - b.y) - (b.y - a.y) * (spot.x - b.x);
       const double ahead = (b.x - a.x) * (spot.x - b.x) + (b.y - a.y) * (spot.y - b.y);
       const double scale = std::hypot(b.x - a.x, b.y - a.y) + std::hypot(spot.x - b.x, spot.y - b.y);
-      if (ahead < 0 || std::fabs(cross) > hair * scale) break;
+      if (ahead < 0 || std::fabs(cross) > epsilon * scale) break;
       kept.pop_back();
     }
     kept.push_back(spot);
@@ -259,7 +260,7 @@ Route findRoute(const RouteRequest& request, const ObstacleSource& source) {
   constexpr double far = 64;
   if (between.width() < far * request.clearX && between.height() < far * request.clearY) learn(between);
   for (const Point& end : ends) learn(Box{end.x, end.y, end.x, end.y}.grown(2 * request.clearX, 2 * request.clearY));
-  // Other lines only near the ends' own box: a way that leads far out is long enough to be told apart.
+  // Other lines only near the ends' own box: a way that leads far out is long enough to be distinguished.
   std::vector<OtherLine> taken;
   source.linesTouching(boundsOf(ends).grown(2 * request.clearX, 2 * request.clearY), taken);
   if (taken.size() > mostTaken) taken.resize(mostTaken);

@@ -6,7 +6,7 @@
 
 namespace quorvel::host {
 
-/// The bitmap as a file of its own; empty when the bytes are none, or have that header.
+/// The bitmap with a file header; empty when the bytes are no bitmap or have the header already.
 std::string bitmapFile(std::string_view bytes);
 /// The bytes behind the header; all of them when there is none.
 std::string_view withoutBitmapHeader(std::string_view file);

@@ -8,16 +8,16 @@
 
 namespace quorvel::host {
 
-/// Where a cell's value and formula come from. Both null: nobody holds the cell and its default stands.
+/// Where a cell's value and formula come from. Both null: no sheet holds the cell and it has its default.
 struct FoundCell {
   const Cell* value = nullptr;
-  const Cell* formula = nullptr;  ///< the cell that holds the formula; may stand on another sheet
+  const Cell* formula = nullptr;  ///< the cell that holds the formula; may be on another sheet
   SheetId formulaSheet;           ///< the sheet of `formula`, whose shape numbers its references use
   explicit operator bool() const { return value != nullptr; }
 };
 
 FoundCell findCell(const Store& store, SheetId sheet, const CellKey& key);
-/// The value, or the cell's default when nobody holds it.
+/// The value, or the cell's default when no sheet holds it.
 Value cellValue(const Store& store, SheetId sheet, const CellKey& key);
 double cellNumber(const Store& store, SheetId sheet, const CellKey& key);
 std::string cellText(const Store& store, SheetId sheet, const CellKey& key);
@@ -61,7 +61,7 @@ SheetId textStyleOf(const Store& store, SheetId sheet);
 /// The member of `context`'s instance that inherits from the master's sheet `prototype` (at any depth of inheritance);
 /// null when it has none.
 SheetId counterpartOf(const Store& store, SheetId context, SheetId prototype);
-/// The sheet that "Sheet.<shapeId>" means in a formula that stands on `definition` and is evaluated for `context`.
+/// The sheet that "Sheet.<shapeId>" means in a formula that is written on `definition` and is evaluated for `context`.
 SheetId resolveShapeId(const Store& store, SheetId definition, SheetId context, int shapeId);
 /// The sheet that "Name!" or "Name.5!" means there: the shape with the whole name, universal names first; then the one
 /// of that number, if it is called so.

@@ -9,7 +9,7 @@
 namespace quorvel::host {
 namespace {
 
-/// Rows of these sections stand in the order of their index, whatever the order of making.
+/// Rows of these sections are sorted by their index, in whatever order they are made.
 bool orderedByIndex(RowKey key) { return !key.isNamed(); }
 
 }  // namespace
@@ -25,7 +25,7 @@ std::string formulaText(const Cell& cell) {
       const double shown = fromInternal(cell.value.internal(), unit);
       const std::string_view suffix = shownSuffix(unit);
       if (suffix.empty()) return shortestNumber(shown);
-      // Conversion leaves noise in the last places that nobody typed.
+      // Conversion leaves noise in the last places.
       char digits[40];
       std::snprintf(digits, sizeof digits, "%.14g", shown);
       return shortestNumber(val(digits)) + " " + std::string(suffix);

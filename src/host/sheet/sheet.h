@@ -14,7 +14,7 @@
 
 namespace quorvel::host {
 
-/// What a file format keeps beside an object so that a save gives back what we don't understand. The engine only
+/// What a file format keeps with an object so that a save writes what we don't understand. The engine only
 /// carries it.
 struct Extras {
   virtual ~Extras() = default;
@@ -26,7 +26,7 @@ struct Cell {
   /// Null for a cell whose formula is its value's own constant, and for one without a formula.
   FormulaPtr formula;
   Value value;
-  /// The formula is the master's or the style's; only the value stands here ("F='Inh'" in files).
+  /// The formula is the master's or the style's; only the value is held here ("F='Inh'" in files).
   bool inheritsFormula = false;
   /// A value without a formula: the file's "No Formula", or a put of that text.
   bool noFormula = false;
@@ -80,7 +80,7 @@ struct TextPiece {
 };
 using TextBody = std::vector<TextPiece>;
 
-/// A picture or embedded object.
+/// An image or embedded object.
 struct ForeignData {
   std::string type;         ///< the file's ForeignType: "Bitmap", "EnhMetaFile", "MetaFile", "Object", "Ink"
   std::string compression;  ///< "PNG", "JPEG", "GIF", "DIB", "TIFF", or empty
@@ -93,7 +93,7 @@ struct Sheet {
   SheetId id;
   SheetKind kind = SheetKind::Shape;
   DocumentId document;
-  PageId page;       ///< the page, or the master's contents, that it stands on; null for document sheet and styles
+  PageId page;       ///< the page, or the master's contents, that it is on; null for document sheet and styles
   int shapeId = 0;   ///< unique on the page; a style's ID; 0 for page and document sheets
   std::string name;  ///< empty: the default name, see shapeName()
   std::string universalName;

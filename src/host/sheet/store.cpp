@@ -34,7 +34,7 @@ void putInto(std::vector<Id>& list, Id id, std::size_t place) {
   list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(place, list.size())), id);
 }
 
-/// Files may number their objects as high as this; above it an opened file would not be believed.
+/// Files may number their objects as high as this; a larger number in a file is refused.
 constexpr int largestNumber = 1 << 30;
 
 /// The number behind those taken; where those reach too high, the first that is free from `first` on.

@@ -1,5 +1,5 @@
 // All documents of one application: pages, masters, styles and sheets by number. Plain data without events or undo;
-// file formats fill it directly, everybody else changes it through host/commands.
+// file formats fill it directly, all other code changes it through host/undo/editor.h.
 #pragma once
 
 #include <cstdint>
@@ -183,7 +183,7 @@ class Store {
   const std::vector<SheetId>& siblings(const Sheet& shape) const;
   /// The shape and all below it, parents before members.
   std::vector<SheetId> subtree(SheetId root) const;
-  /// The outermost shape of the same instance: the one that bears the master. Itself for a drawn shape. Groups that
+  /// The outermost shape of the same instance: the one that has the master. Itself for a drawn shape. Groups that
   /// were drawn around members within the instance are passed by.
   SheetId instanceRoot(SheetId shape) const;
   /// The master of a shape or of the instance that it is a member of by inheritance; null for drawn shapes.

@@ -8,8 +8,8 @@ namespace quorvel::host {
 
 class Store;
 
-/// The unit that an implicit one stands for on the sheet's page: Drawing that of its DrawingScale, Page that of its
-/// PageScale; inches where the scale is given in none. Other units stand for themselves.
+/// The unit that an implicit one means on the sheet's page: Drawing that of its DrawingScale, Page that of its
+/// PageScale; inches where the scale is given in none. Other units mean themselves.
 Unit explicitUnitOf(const Store& store, SheetId sheet, Unit unit);
 
 /// How many inches of the drawing an inch of paper shows on the sheet's page.

@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
-#include "host/formula/format_picture.h"
+#include "host/formula/value_format.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
@@ -74,10 +74,10 @@ std::string fieldText(const Store& store, SheetId sheet, int index) {
 }
 
 std::string fieldText(const Store& store, SheetId sheet, int index, const Value& value) {
-  const Value picture = cellValue(store, sheet, fieldCell(index, "Format"));
-  if (picture.isText()) return formatValue(value, picture.textView());
-  // A number is the published number of a picture; 0 shows the value as it is.
-  const std::string_view standard = fieldPicture(static_cast<int>(picture.internal()));
+  const Value format = cellValue(store, sheet, fieldCell(index, "Format"));
+  if (format.isText()) return formatValue(value, format.textView());
+  // A number is the published number of a format; 0 shows the value as it is.
+  const std::string_view standard = fieldFormat(static_cast<int>(format.internal()));
   return standard.empty() ? value.asText() : formatValue(value, standard);
 }
 
@@ -89,7 +89,7 @@ std::string shownText(const Store& store, SheetId sheet) {
     if (piece.kind == TextPiece::Characters) {
       text += piece.text;
     } else if (piece.kind == TextPiece::Field) {
-      // A field whose row is gone keeps the text that it last showed.
+      // A field whose row was deleted keeps the text that it last showed.
       text += rowExists(store, sheet, SectionNumber::TextField, RowKey::index(static_cast<std::uint32_t>(piece.index)),
                         false)
                   ? fieldText(store, sheet, piece.index)

@@ -8,14 +8,14 @@
 
 namespace quorvel::host {
 
-/// The text with each field's value shown through its format picture. Lines end in "\n"; a last line end is left out.
+/// The text with each field's value shown through its format. Lines end in "\n"; a last line end is left out.
 std::string shownText(const Store& store, SheetId sheet);
 /// What field row `index` of the sheet shows now.
 std::string fieldText(const Store& store, SheetId sheet, int index);
 /// The same with another value in the row's own format.
 std::string fieldText(const Store& store, SheetId sheet, int index, const Value& value);
 
-/// Width and height of text. Render serves real fonts; a table of widths stands in where there is none.
+/// Width and height of text. Render gives those of real fonts; without it a table of widths is used.
 class TextMetrics {
  public:
   virtual ~TextMetrics() = default;

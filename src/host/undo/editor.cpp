@@ -171,7 +171,7 @@ void Editor::removeShape(SheetId root) { commit(SubtreeExchange{root, 0, {}}); }
 void Editor::removePage(PageId page) { commit(PageExchange{page, {}}); }
 void Editor::moveInStack(SheetId shape, std::size_t place) { moveToGroup(shape, store_.sheet(shape)->parent, place); }
 void Editor::moveToGroup(SheetId shape, SheetId parent, std::size_t place) {
-  commit(StandingExchange{shape, parent, place});
+  commit(StackPlaceExchange{shape, parent, place});
 }
 
 }  // namespace quorvel::host

@@ -38,7 +38,7 @@ class Editor {
     commit(PageFieldsExchange{page, std::move(fields)});
   }
   void addConnect(PageId page, Connect connect);
-  /// All whose shapes and cells `goes` names.
+  /// Those for which `goes` is true.
   template <class Goes>
   void removeConnects(PageId page, Goes goes) {
     const auto& connects = std::as_const(store_).page(page)->connects;

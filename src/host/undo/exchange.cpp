@@ -14,9 +14,9 @@ struct Apply : Exchanged {
     for (const auto& entry : row.cells) watch({sheet, {section, row.key, entry.first}});
   }
 
-  /// What a page, a master or a group brought back is read and counted again.
+  /// What is restored with a page, a master or a group is read and counted again.
   template <class Put>
-  void bringBack(const std::vector<std::unique_ptr<Sheet>>& sheets, Put put) const {
+  void restore(const std::vector<std::unique_ptr<Sheet>>& sheets, Put put) const {
     std::vector<SheetId> back;
     back.reserve(sheets.size());
     for (const auto& sheet : sheets) back.push_back(sheet->id);
@@ -137,7 +137,7 @@ struct Apply : Exchanged {
     if (!exchange.held.empty()) {
       const Sheet& shape = *exchange.held.front();
       if (!store.page(shape.page) || (shape.parent && !store.sheet(shape.parent))) return;
-      bringBack(exchange.held, [&] { store.putSubtree(std::move(exchange.held), exchange.place); });
+      restore(exchange.held, [&] { store.putSubtree(std::move(exchange.held), exchange.place); });
       exchange.held.clear();
       if (const Sheet* root = store.sheet(exchange.root)) placements.noteArrival(*root);
       return;
@@ -150,7 +150,7 @@ struct Apply : Exchanged {
     exchange.held = store.takeSubtree(exchange.root);
   }
 
-  void operator()(StandingExchange& exchange) const {
+  void operator()(StackPlaceExchange& exchange) const {
     const Sheet* shape = store.sheet(exchange.shape);
     if (!shape || (exchange.parent && !store.sheet(exchange.parent))) return;
     const SheetId before = shape->parent;
@@ -163,7 +163,7 @@ struct Apply : Exchanged {
   void operator()(PageExchange& exchange) const {
     if (exchange.held.page) {
       if (!store.document(exchange.held.page->document)) return;
-      bringBack(exchange.held.sheets, [&] { store.putPage(std::move(exchange.held)); });
+      restore(exchange.held.sheets, [&] { store.putPage(std::move(exchange.held)); });
       exchange.held = {};
     } else if (store.page(exchange.page)) {
       exchange.held = store.takePage(exchange.page);
@@ -173,7 +173,7 @@ struct Apply : Exchanged {
   void operator()(MasterExchange& exchange) const {
     if (exchange.held.master) {
       if (!store.document(exchange.held.master->document)) return;
-      bringBack(exchange.held.sheets, [&] { store.putMaster(std::move(exchange.held)); });
+      restore(exchange.held.sheets, [&] { store.putMaster(std::move(exchange.held)); });
       exchange.held = {};
     } else if (store.master(exchange.master)) {
       exchange.held = store.takeMaster(exchange.master);
@@ -237,7 +237,7 @@ struct FindDocument {
   DocumentId operator()(const SubtreeExchange& exchange) const {
     return exchange.held.empty() ? ofSheet(exchange.root) : exchange.held.front()->document;
   }
-  DocumentId operator()(const StandingExchange& exchange) const { return ofSheet(exchange.shape); }
+  DocumentId operator()(const StackPlaceExchange& exchange) const { return ofSheet(exchange.shape); }
   DocumentId operator()(const PageExchange& exchange) const {
     return exchange.held.page ? exchange.held.page->document : ofPage(exchange.page);
   }
@@ -315,7 +315,7 @@ struct HeldBytes {
     return sizeof(SheetFields) + ofFields(*exchange.held);
   }
   std::size_t operator()(const SubtreeExchange& exchange) const { return of(exchange.held); }
-  std::size_t operator()(const StandingExchange&) const { return 0; }
+  std::size_t operator()(const StackPlaceExchange&) const { return 0; }
   std::size_t operator()(const PageExchange& exchange) const {
     return of(exchange.held.sheets) + (exchange.held.page ? sizeof(Page) + of(*exchange.held.page) : 0);
   }

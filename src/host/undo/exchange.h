@@ -22,7 +22,8 @@ struct CellExchange {
   std::optional<Cell> held;
 };
 
-/// A row of a section; nothing: the section has no row of this key. A section comes and goes with its first row.
+/// A row of a section; nothing: the section has no row of this key. A section is made with its first row and deleted
+/// with its last.
 struct RowExchange {
   SheetId sheet;
   SectionNumber section = SectionNumber::None;
@@ -71,8 +72,8 @@ struct SubtreeExchange {
   std::vector<std::unique_ptr<Sheet>> held;
 };
 
-/// Where a shape stands: in which group (null: at the top of the page), and at which place of the stack there.
-struct StandingExchange {
+/// The place of a shape: in which group (null: at the top of the page), and at which place of the stack there.
+struct StackPlaceExchange {
   SheetId shape;
   SheetId parent;
   std::size_t place = 0;
@@ -83,7 +84,7 @@ struct PageExchange {
   DetachedPage held;
 };
 
-/// A master or a style that a drop brought along.
+/// A master or a style that a drop added.
 struct MasterExchange {
   MasterId master;
   DetachedMaster held;
@@ -112,9 +113,9 @@ struct ConnectExchange {
 
 using Exchange =
     std::variant<CellExchange, RowExchange, RowHeadExchange, SectionExchange, SheetFieldsExchange, SubtreeExchange,
-                 StandingExchange, PageExchange, MasterExchange, StyleExchange, PageFieldsExchange, ConnectExchange>;
+                 StackPlaceExchange, PageExchange, MasterExchange, StyleExchange, PageFieldsExchange, ConnectExchange>;
 
-/// What an exchange changes: the drawing and whoever follows it.
+/// What an exchange changes: the drawing and what follows it.
 struct Exchanged {
   Store& store;
   DependencyGraph& graph;
@@ -128,7 +129,7 @@ void apply(Exchange& exchange, const Exchanged& drawing);
 /// The document that the exchange changes; null when its object was deleted.
 DocumentId documentOf(const Exchange& exchange, const Store& store);
 
-/// Bytes that the entry takes with what it holds. What it shares with others, such as a picture with its copies, is
+/// Bytes that the entry takes with what it holds. What it shares with others, such as an image with its copies, is
 /// counted in equal parts.
 std::size_t sizeOf(const Exchange& exchange);
 

@@ -18,7 +18,7 @@ class RowRenames {
     if (given.size() < mostTurns) given.push_back({to, turnOf(sheet, section, to)});
   }
 
-  /// How often a row of this sheet has given up the name. A handle keeps the number, which tells the row that it was
+  /// How often a row of this sheet has lost the name. A handle keeps the number, which identifies the row that it was
   /// made for from a later row of the same name.
   std::uint8_t turnOf(SheetId sheet, SectionNumber section, RowKey row) const {
     const std::vector<Name>* given = find(sheet, section, row);

@@ -8,12 +8,12 @@
 namespace quorvel::host {
 namespace {
 
-/// The sheets that came into being with these entries, members included. A shape that was moved into a group on the way
-/// is none of those that came with the group.
+/// The sheets that were made by these entries, members included. A shape that was moved into a group on the way
+/// is not one of those that were made with the group.
 std::unordered_set<SheetId> sheetsMadeIn(std::span<const Exchange> entries, const Store& store) {
   std::unordered_set<SheetId> made, moved;
   for (const Exchange& entry : entries) {
-    if (const auto* standing = std::get_if<StandingExchange>(&entry)) moved.insert(standing->shape);
+    if (const auto* moving = std::get_if<StackPlaceExchange>(&entry)) moved.insert(moving->shape);
   }
   for (const Exchange& entry : entries) {
     const auto* subtree = std::get_if<SubtreeExchange>(&entry);
@@ -52,11 +52,11 @@ SheetId sheetChangedBy(const Exchange& entry) {
 }
 
 /// Of the shapes that were made with these entries, those that were deleted with them again: their own entries do
-/// nothing together. None where shapes moved between groups meanwhile, because that needs the groups.
+/// nothing together. None where shapes were moved between groups, because that needs the groups.
 std::unordered_set<SheetId> deletedAgain(std::span<const Exchange> entries, const std::unordered_set<SheetId>& made) {
   std::unordered_set<SheetId> deleted;
   for (const Exchange& entry : entries) {
-    if (std::holds_alternative<StandingExchange>(entry)) return {};
+    if (std::holds_alternative<StackPlaceExchange>(entry)) return {};
     const auto* subtree = std::get_if<SubtreeExchange>(&entry);
     if (!subtree || !made.contains(subtree->root)) continue;
     for (const auto& sheet : subtree->held) deleted.insert(sheet->id);
@@ -69,9 +69,9 @@ bool isOfOne(const Exchange& entry, const std::unordered_set<SheetId>& shapes) {
   return subtree && shapes.contains(subtree->root);
 }
 
-/// A shape that was made in a scope goes and comes whole: how it became what it is need not be kept. A shape that is
-/// drawn takes dozens of writes, which would otherwise be most of what undo holds. Looks at the entries from `first`
-/// on.
+/// A shape that was made in a scope is removed and restored as a whole: the changes of it need not be kept. A shape
+/// that is drawn takes dozens of writes, which would otherwise be most of what undo holds. Looks at the entries from
+/// `first` on.
 void dropTheMakingOfShapes(std::vector<Exchange>& entries, std::size_t first, const Store& store) {
   const std::span scope = std::span(entries).subspan(first);
   const std::unordered_set<SheetId> made = sheetsMadeIn(scope, store);
@@ -168,7 +168,7 @@ void UndoLog::keep(Step step) {
     history.done.push_back(std::move(step));
     trim(history);
   }
-  tellStep();
+  notifyStep();
 }
 
 void UndoLog::trim(History& history) const {
@@ -250,7 +250,7 @@ bool UndoLog::move(DocumentId document, std::deque<Step> History::*from, std::de
   history.bytes += step.bytes;
   (history.*to).push_back(std::move(step));
   trim(history);
-  tellStep();
+  notifyStep();
   return true;
 }
 

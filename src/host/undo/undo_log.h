@@ -44,7 +44,7 @@ class UndoLog {
 
   /// Entries of the open step so far.
   std::size_t openEntries() const { return open_.entries.size(); }
-  /// Whether something was changed from that entry on that is not gone again with the shapes that were made in the
+  /// Whether something was changed from that entry on that is not undone with the shapes that were made in the
   /// innermost scope.
   bool hasLastingChangeFrom(std::size_t entry) const;
 
@@ -116,7 +116,7 @@ class UndoLog {
   void trim(History& history) const;
   void touch(DocumentId document);
   void markChanged(DocumentId document);
-  void tellStep() {
+  void notifyStep() {
     if (onStep) onStep();
   }
 

@@ -12,7 +12,7 @@ namespace quorvel::render {
 class TextEngine;
 
 struct SceneOptions {
-  /// The document's themes, see readTheme(); cells that stand in a theme are drawn plainly without one.
+  /// The document's themes, see readTheme(); cells whose values are in a theme are drawn plainly without one.
   std::vector<Theme> themes;
   bool paperBackground = true;  ///< white paper; else nothing behind the shapes
   bool withBackgroundPages = true;

@@ -9,7 +9,7 @@
 #include "render/build/shape_geometry.h"
 #include "render/cells/colours.h"
 #include "render/cells/fill.h"
-#include "render/picture/image.h"
+#include "render/images/image.h"
 #include "render/scene/drawable.h"
 #include "render/text/vertical.h"
 
@@ -178,12 +178,12 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
   const host::ForeignData* foreign = host::foreignOf(page_.store, cells.sheet());
   if (!foreign || frame.width <= 0 || frame.height <= 0) return;
   const ObjectKeys& keys = objectKeys();
-  // Instances share their master's picture.
+  // Instances share their master's image.
   const auto [known, isNew] = pictures_.try_emplace(foreign);
-  if (isNew) known->second = pictureOf(*foreign, text_);
+  if (isNew) known->second = imageOf(*foreign, text_);
   const Picture& picture = known->second;
   if (!picture.bytes && picture.items.empty()) {
-    // A picture that we cannot show still takes its place.
+    // An image that we cannot show still has its frame.
     PathItem box{cornersOf(toPage, 0, 0, frame.width, frame.height), Colour{0xF2F2F2, 1}, {}};
     box.stroke = {true, {0xA0A0A0, 1}, 0.5, LineCap::Butt, {}};
     put(std::move(box));
@@ -193,7 +193,7 @@ void ShapeBuilder::addPicture(const ShapeCells& cells, const ShapeFrame& frame, 
   double width = cells.heldNumber(keys.ImgWidth, frame.width), height = cells.heldNumber(keys.ImgHeight, frame.height);
   if (width <= 0) width = frame.width;
   if (height <= 0) height = frame.height;
-  // The unit square's top edge is the picture's upper one.
+  // The unit square's top edge is the image's upper one.
   const Matrix place = toPage * Matrix{width, 0, 0, -height, x, y + height};
   const double slack = 1e-3 * std::max(frame.width, frame.height);
   const bool inside =

@@ -6,7 +6,7 @@
 #include "render/build/shared_stems.h"
 #include "render/cells/page_context.h"
 #include "render/cells/shape_cells.h"
-#include "render/picture/image.h"
+#include "render/images/image.h"
 #include "render/scene/scene.h"
 #include "render/text/layout.h"
 
@@ -26,7 +26,7 @@ class ShapeBuilder {
   ShapeBuilder(const PageContext& page, const std::vector<Theme>& themes, TextEngine& text, Scene& scene)
       : page_(page), themes_(themes), text_(text), scene_(scene) {}
 
-  /// `parentToPage`: the coordinates of the page or group that the shape stands in to the scene's.
+  /// `parentToPage`: from the coordinates of the page or group around the shape to the scene's.
   void add(host::SheetId shape, const Matrix& parentToPage, bool parentVisible = true, int depth = 0);
 
  private:

@@ -1,5 +1,5 @@
 // Lines that leave or reach one place together: their common stem is painted once. Painted over itself it would look
-// thicker than a line is, and run through the text that stands on it.
+// thicker than a line is, and run through the text on it.
 #pragma once
 
 #include <map>

@@ -8,7 +8,7 @@
 namespace quorvel::render {
 namespace {
 
-/// What a drawing holds as a picture may be made to exhaust the memory once it is unpacked.
+/// An image in a drawing may be made to exhaust the memory once it is unpacked.
 constexpr std::int64_t mostPixels = 64'000'000;
 
 /// Tells the loader a size that is too large before it allocates the pixels.

@@ -14,7 +14,7 @@ struct CairoSurfaceDestroy {
 };
 using CairoSurface = std::unique_ptr<cairo_surface_t, CairoSurfaceDestroy>;
 
-/// Null when the bytes are no picture that is understood, or one of more than 64 million pixels. The surface may keep
+/// Null when the bytes are no image that can be read, or one of more than 64 million pixels. The surface may keep
 /// the bytes alive: a JPEG goes into a PDF as it is.
 CairoSurface decodeImage(const ImageItem& image);
 

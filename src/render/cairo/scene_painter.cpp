@@ -117,7 +117,7 @@ struct ScenePainter::State {
   PangoContextPointer context = newPangoContext();
   PangoLayoutPointer layout{pango_layout_new(context.get())};
   struct DecodedImage {
-    std::shared_ptr<const std::string> bytes;  ///< kept, so that its address means this picture
+    std::shared_ptr<const std::string> bytes;  ///< kept, so that its address means this image
     CairoSurface surface;
   };
   std::unordered_map<const std::string*, DecodedImage> images;
@@ -242,7 +242,7 @@ struct ScenePainter::State {
   }
 
   void paint(cairo_t* target, const ImageItem& item) {
-    // A picture of no extent would be an error that ends all painting.
+    // An image of no extent would be an error that ends all painting.
     if (!item.bytes || item.transform.determinant() == 0) return;
     cairo_surface_t* surface = decoded(item);
     if (!surface) return;
@@ -255,7 +255,7 @@ struct ScenePainter::State {
     cairo_transform(target, &matrix);
     cairo_scale(target, 1.0 / cairo_image_surface_get_width(surface), 1.0 / cairo_image_surface_get_height(surface));
     cairo_set_source_surface(target, surface, 0, 0);
-    // Enlarged pixels blend into one another, but not into nothing at the picture's edge.
+    // Enlarged pixels blend into one another, but not into transparency at the image's edge.
     cairo_pattern_set_extend(cairo_get_source(target), CAIRO_EXTEND_PAD);
     cairo_rectangle(target, 0, 0, cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface));
     cairo_clip(target);

@@ -10,7 +10,7 @@
 
 namespace quorvel::render {
 
-/// Remembers fonts, decoded pictures and hatches between pages. Not for use by two threads at once.
+/// Keeps fonts, decoded images and hatches between pages. Not for use by two threads at once.
 class ScenePainter {
  public:
   ScenePainter();
@@ -18,11 +18,11 @@ class ScenePainter {
   ScenePainter(const ScenePainter&) = delete;
   ScenePainter& operator=(const ScenePainter&) = delete;
 
-  /// One unit of the target's current coordinates is a point. What can't be painted, such as a broken picture, is
-  /// passed over.
+  /// One unit of the target's current coordinates is a point. What can't be painted, such as a broken image, is
+  /// skipped.
   void paint(cairo_t* target, const Scene& scene);
 
-  /// Told of every shape before and after its items are painted, for what a format holds beside the picture.
+  /// Called for every shape before and after its items are painted, for what a format holds in addition to the picture.
   std::function<void(const ShapeBegin&)> onShapeBegin;
   std::function<void()> onShapeEnd;
 

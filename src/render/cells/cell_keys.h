@@ -97,7 +97,7 @@ struct ObjectKeys {
 #undef QUORVEL_OBJECT_KEY
 };
 
-/// Columns of rows. Those of Geometry stand on vertices and, for the switches, on the component row.
+/// Columns of rows. Those of Geometry are in vertex rows and, for the switches, in the component row.
 struct ColumnKeys {
 #define QUORVEL_COLUMN_KEY(section, name) \
   host::Column section##name = host::columnOrNew(host::SectionNumber::section, #name)

@@ -233,7 +233,7 @@ Fill placedFill(const FillStyle& style, const Box& local, const Matrix& toPage) 
 ShadowStyle shadowStyleOf(const PageContext& page, const ShapeCells& cells) {
   const ObjectKeys& keys = objectKeys();
   ShadowStyle shadow;
-  // Themed shadows are soft glows that few themes have; a plain picture does without them.
+  // Themed shadows are soft glows that few themes have; they are not drawn.
   const host::Value pattern = cells.value(keys.ShdwPattern);
   if (isThemed(pattern) || pattern.asNumber().or_(0) == 0) return shadow;
   const int show = cells.integer(keys.ShapeShdwShow);

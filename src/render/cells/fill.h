@@ -34,7 +34,7 @@ struct ShadowStyle {
 };
 ShadowStyle shadowStyleOf(const PageContext& page, const ShapeCells& cells);
 
-/// Sets a quick style's list number (1-based) from its cell: 1 to 6 as it stands, 100 to 103 by the page's variation.
+/// Sets a quick style's list number (1-based) from its cell: 1 to 6 unchanged, 100 to 103 by the page's variation.
 /// 0: the theme gives nothing.
 int quickStyleIndex(const PageContext& page, int matrix, int Theme::VariationStyle::*part);
 

@@ -24,7 +24,7 @@ ThemeChoice themeChosenBy(const ShapeCells& shape, const std::vector<Theme>& the
   if (const int scheme = int(shape.heldNumber(keys.ColorSchemeIndex, asOuter)); scheme == 0) {
     choice.theme = nullptr;
   } else if (scheme != asOuter && !themes.empty()) {
-    // A theme that somebody made has no number of its own in its file.
+    // A theme that a user made has no number of its own in its file.
     const auto named = std::ranges::find(themes, scheme, &Theme::schemeNumber);
     const auto unnumbered = std::ranges::find(themes, 0, &Theme::schemeNumber);
     choice.theme = named != themes.end() ? &*named : unnumbered != themes.end() ? &*unnumbered : &themes.front();

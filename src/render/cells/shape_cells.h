@@ -8,7 +8,7 @@
 
 namespace quorvel::render {
 
-/// A cell whose value stands in the theme says so by this text instead of a value.
+/// A cell whose value is in the theme has this text instead of a value.
 inline bool isThemed(const host::Value& value) { return value.isText() && value.textView() == "Themed"; }
 
 class ShapeCells {
@@ -24,7 +24,7 @@ class ShapeCells {
   int integer(const host::CellKey& key, int fallback = 0) const;
   bool flag(const host::CellKey& key) const { return number(key) != 0; }
   bool held(const host::CellKey& key) const { return bool(host::findCell(store_, sheet_, key)); }
-  /// The cell's number when somebody holds it, else `otherwise`.
+  /// The cell's number when a sheet holds it, else `otherwise`.
   double heldNumber(const host::CellKey& key, double otherwise) const;
   std::string text(const host::CellKey& key) const { return host::cellText(store_, sheet_, key); }
 

@@ -157,7 +157,7 @@ class Reader {
   void lineDetail(int rounding, int pattern, int begin, int end, int beginSize, int endSize) {
     const bool connector = inside("fmtConnectorSchemeLineStyles");
     std::vector<ThemeLine>& lines = connector ? theme.connectorLines : theme.lines;
-    // The first of these stands for "no style" and has no line of its own.
+    // The first of these means "no style" and has no line of its own.
     const std::size_t at = (connector ? connectorLine_ : line_) - 1;
     if (at >= lines.size()) return;
     lines[at].rounding = rounding / 1200.0;

@@ -27,7 +27,7 @@ std::string quotedAttribute(std::string_view text) {
   return quoted + "'";
 }
 
-/// Writes the tags beside the picture: where links lead, and what they lead to.
+/// Writes the tags in addition to the picture: where links lead, and what they lead to.
 class Tags {
  public:
   Tags(cairo_t* target, std::span<const Scene> pages) : target_(target) {
@@ -54,7 +54,7 @@ class Tags {
   void beginShape(const ShapeBegin& shape) {
     if (const std::string place = placeOf(*page_, shape); wanted_.contains(place)) putPlace(place);
     const std::string link = linkAttributes(shape.link);
-    // A tag may not stand within another of its kind: a member's link interrupts its group's.
+    // A tag must not be inside another of its kind: a member's link interrupts its group's.
     if (!link.empty()) {
       if (!current().empty()) cairo_tag_end(target_, CAIRO_TAG_LINK);
       cairo_tag_begin(target_, CAIRO_TAG_LINK, link.c_str());

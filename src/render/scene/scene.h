@@ -113,14 +113,14 @@ struct ImageItem {
   double opacity = 1;
 };
 
-/// What follows, up to the matching end, belongs to this shape; members stand inside their group.
+/// What follows, up to the matching end, belongs to this shape; members are inside their group.
 struct ShapeBegin {
   host::SheetId shape;
   int shapeId = 0;
   std::string name;
   std::string link;  ///< address with its sub-address; empty: none
   std::string linkTitle;
-  /// What else a reader of the picture may ask of the shape, as names and values; written where the format has a place
+  /// What else a reader of the picture needs of the shape, as names and values; written where the format has a place
   /// for it.
   std::vector<std::pair<std::string, std::string>> data{};
 };

@@ -1,4 +1,4 @@
-// Which face stands in for a drawing's font on this machine.
+// Which face replaces a drawing's font on this machine.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 namespace quorvel::render {
 
 /// Begins to read the machine's font configuration on a thread of its own. Whoever will need fonts soon calls this
-/// first and does something else meanwhile; nobody has to.
+/// first and does something else at the same time; no caller has to.
 void findFontsAhead();
 
 /// The installed family that is drawn for `family`: itself when it is there, else one of the same widths or at least

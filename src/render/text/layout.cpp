@@ -11,7 +11,7 @@ namespace quorvel::render {
 namespace {
 
 constexpr double unitsPerPoint = PANGO_SCALE;
-/// Raised and lowered text: its size, and where its baseline stands, as shares of the text's size.
+/// Raised and lowered text: its size, and the place of its baseline, as shares of the text's size.
 constexpr double smallSize = 0.62, raisedBy = 0.34, loweredBy = 0.14;
 constexpr std::size_t rememberedTexts = 20000;
 
@@ -49,7 +49,7 @@ double trailingBlanks(const PangoLayoutLine* line, const std::string& characters
   return width;
 }
 
-/// Which span a run came from. Each span has a font of its own in the layout, so that no run reaches over its end.
+/// The span of a run. Each span has a font of its own in the layout, so that no run reaches over its end.
 class SpanPlaces {
  public:
   void add(std::size_t end, int format) { ends_.emplace_back(end, format); }
@@ -110,7 +110,7 @@ struct TextEngine::Pango {
 };
 
 /// What pango_context_get_metrics gives, without the widths, for which it would take a sample text apart. The sample
-/// matters only where the face lacks letters of it: the heights then are those of the stand-ins too.
+/// matters only where the face lacks letters of it: the heights then are those of the replacements too.
 TextEngine::Pango::FaceHeights TextEngine::Pango::measure(const PangoFontDescription* description) const {
   PangoLanguage* const language = pango_context_get_language(context.get());
   const std::unique_ptr<PangoFontset, GObjectUnref> faces(
@@ -165,7 +165,7 @@ void TextEngine::Pango::setParagraph(const StyledText& text, HeightsOfFormats& h
   pango_layout_set_attributes(layout, attributes);
   pango_attr_list_unref(attributes);
   pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
-  // A first line further left than the others hangs: the block then begins where the first line does. A bullet stands
+  // A first line further left than the others hangs: the block then begins where the first line does. A bullet is
   // in the hanging part, or before the first line where none is, and the first line's text follows it.
   const double hanging = std::max(0.0, -format.indentFirst);
   const int firstFormat = paragraph.spans.empty() ? 0 : paragraph.spans.front().format;
@@ -275,7 +275,8 @@ std::shared_ptr<const TextLayout> TextEngine::layOut(const StyledText& text, dou
     layout->height = top;
   };
   set(width);
-  // Without a given width the widest line is the measure that the others are aligned by; a hair more keeps it whole.
+  // Without a given width the widest line is the measure that the others are aligned by; a little more keeps it from
+  // wrapping.
   if (width < 0) set(layout->width + 0.01);
   if (known_.size() >= rememberedTexts) known_.clear();
   known_.emplace(std::move(key), layout);

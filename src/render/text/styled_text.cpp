@@ -75,7 +75,7 @@ class Reader {
                        [](const TextSpan& span) { return trimmed(span.text).empty(); });
   }
 
-  /// A field whose row is gone keeps the text that it last showed.
+  /// A field whose row was deleted keeps the text that it last showed.
   std::string fieldTextOf(const host::TextPiece& piece) const {
     const auto row = host::RowKey::index(static_cast<std::uint32_t>(std::max(piece.index, 0)));
     if (!host::rowExists(page_.store, cells_.sheet(), SectionNumber::TextField, row, false)) return piece.text;
@@ -179,7 +179,7 @@ class Reader {
     if (matrix < 1 || matrix > int(fonts.size())) return nullptr;
     const ThemeFont& font = fonts[std::size_t(matrix - 1)];
     rgb = page_.theme->resolve(font.colour, own);
-    // Text without a fill behind it stands on the page, and must be told from it.
+    // Text without a fill behind it is on the page, and must be distinguished from it.
     constexpr int varyText = 2;
     constexpr double readable = 1.0 / 6;
     if (cells_.integer(keys.QuickStyleVariation) & varyText) {

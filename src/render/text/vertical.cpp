@@ -14,7 +14,7 @@ bool standsUpright(char32_t letter) {
          type != G_UNICODE_DASH_PUNCTUATION && letter != U'\u30FC';
 }
 
-/// Then all letters take the same room.
+/// Then all letters take the same space.
 bool isAllWide(const std::string& text) {
   for (std::size_t at = 0; at < text.size();)
     if (!g_unichar_iswide(decodeNext(text, at))) return false;

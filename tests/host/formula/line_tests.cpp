@@ -1,4 +1,4 @@
-// Runs the lines of tests/data/formulas: formulas, format pictures and cell names, each with what it must give.
+// Runs the lines of tests/data/formulas: formulas, formats and cell names, each with what it must give.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "host/cells/cell_name.h"
-#include "host/formula/format_picture.h"
+#include "host/formula/value_format.h"
 #include "test_context.h"
 
 namespace quorvel::host {
@@ -93,8 +93,8 @@ TEST(FormulaLines, EveryPictureShowsItsText) {
         const auto bar = line.given.find(" | ");
         const FormulaPtr formula = parseFormula(line.given.substr(0, bar));
         ASSERT_TRUE(formula) << line.place;
-        const std::string picture = bar == std::string::npos ? "" : line.given.substr(bar + 3);
-        const std::string actual = "[" + formatValue(evaluate(*formula, context).or_(Value()), picture) + "]";
+        const std::string format = bar == std::string::npos ? "" : line.given.substr(bar + 3);
+        const std::string actual = "[" + formatValue(evaluate(*formula, context).or_(Value()), format) + "]";
         EXPECT_EQ(actual, line.expected) << line.place << ": " << line.given;
       },
       [](const std::string&, const std::string&) {});

@@ -1,4 +1,4 @@
-#include "render/picture/recorded_canvas.h"
+#include "render/images/recorded_canvas.h"
 
 #include <algorithm>
 #include <cmath>
@@ -187,7 +187,7 @@ void RecordedCanvas::clipDevice(Path path, Joining how) {
 void RecordedCanvas::clipSquare(Path path, Joining how) {
   std::vector<std::shared_ptr<const Path>>& clips = state.clips;
   const auto everything = [] {
-    constexpr double far = 100;  // sides of the picture
+    constexpr double far = 100;  // sides of the image
     Path all;
     all.addRectangle(-far, -far, far, far);
     return all;
@@ -200,7 +200,7 @@ void RecordedCanvas::clipSquare(Path path, Joining how) {
     case Joining::And:
     case Joining::Copy: {
       if (how == Joining::Copy) clips.clear();
-      // Most makers begin with the picture's own frame.
+      // Most programs begin with the image's own frame.
       constexpr double slack = 1e-3;
       const Box box = boundsOf(path);
       const bool isFrame = path.points().size() == 4 && box.left <= slack && box.top <= slack &&
@@ -254,7 +254,7 @@ std::vector<SceneItem> RecordedCanvas::take() {
 }
 
 void RecordedCanvas::addText(Point at, const std::string& text, double width) {
-  constexpr double setSize = 20;          // points; what is set is brought to size by its map
+  constexpr double setSize = 20;          // points; its map scales what is set
   constexpr double lettersOfLine = 0.87;  // of a line's height is the size of its letters, in common faces
   constexpr double usual = 12;
   const bool followsPosition = state.textAlignment & 1;
@@ -286,7 +286,7 @@ void RecordedCanvas::addText(Point at, const std::string& text, double width) {
   const double letters = font.height < 0 ? -font.height : font.height > 0 ? font.height * lettersOfLine : usual;
   const double scale = letters / setSize;
   double across = scale;
-  // A stand-in for the maker's face is drawn as wide as that was, as long as it stays legible.
+  // A replacement for the author's face is drawn as wide as that was, as long as it stays legible.
   if (width > 0 && line.width > 0) across = std::clamp(width / line.width, scale / 2, scale * 2);
   double x = 0, y = 0;
   if ((state.textAlignment & 6) == 6) x = -line.width / 2;
@@ -296,7 +296,7 @@ void RecordedCanvas::addText(Point at, const std::string& text, double width) {
   } else {
     y = (state.textAlignment & 24) == 8 ? -(line.top + line.height) : -line.top;
   }
-  // Text stands upright however the axes run.
+  // Text is upright whatever the direction of the axes.
   const Matrix matrix = map();
   const double upX = matrix.a < 0 ? -1 : 1, upY = matrix.d < 0 ? -1 : 1;
   TextItem item;

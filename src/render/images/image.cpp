@@ -1,17 +1,17 @@
-#include "render/picture/image.h"
+#include "render/images/image.h"
 
 #include <algorithm>
 
 #include "host/sheet/bitmap_file.h"
-#include "render/picture/metafiles.h"
+#include "render/images/metafiles.h"
 
 namespace quorvel::render {
 
-Picture pictureOf(const host::ForeignData& foreign, TextEngine& text) {
+Picture imageOf(const host::ForeignData& foreign, TextEngine& text) {
   const std::string& bytes = foreign.bytes;
   const auto startsWith = [&](std::string_view magic) { return bytes.compare(0, magic.size(), magic) == 0; };
   const auto given = [&](const char* type) { return Picture{type, std::make_shared<std::string>(bytes), {}}; };
-  // The content tells more reliably than what the file says about it.
+  // The content is more reliable than what the file says about it.
   if (startsWith("\x89PNG")) return given("image/png");
   if (startsWith("\xFF\xD8\xFF")) return given("image/jpeg");
   if (startsWith("GIF8")) return given("image/gif");

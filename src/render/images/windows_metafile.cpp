@@ -4,8 +4,8 @@
 
 #include "base/little_endian.h"
 #include "base/text.h"
-#include "render/picture/metafiles.h"
-#include "render/picture/recorded_canvas.h"
+#include "render/images/metafiles.h"
+#include "render/images/recorded_canvas.h"
 
 namespace quorvel::render {
 namespace {
@@ -231,7 +231,7 @@ void Player::run(std::uint16_t type) {
     case OffsetClip:
       return canvas_.moveClips(pair(0));
     case SelectClipRegion:
-      // Regions of this kind are in pixels of a device that the file does not tell; what was clipped is free again.
+      // Regions of this kind are in pixels of a device that the file does not describe; the clip is removed.
       return canvas_.removeClips();
     case RoundedRectangle:
       return canvas_.roundedRectangle(pair(4), pair(2), number(1), number(0));

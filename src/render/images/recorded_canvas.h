@@ -1,4 +1,4 @@
-// What metafiles of both kinds draw upon: pens, brushes, fonts and the maps of their coordinates, and the items that
+// What metafiles of both kinds draw on: pens, brushes, fonts and the maps of their coordinates, and the items that
 // come of it.
 #pragma once
 
@@ -64,7 +64,7 @@ class RecordedCanvas {
   void restore(int count);
   void select(const RecordedTool& tool);
 
-  /// Into the open path, or straight onto the picture.
+  /// Into the open path, or directly onto the image.
   void draw(const Path& path, bool fill);
   void moveTo(Point to);
   void lineTo(Point to);

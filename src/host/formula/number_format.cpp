@@ -1,4 +1,4 @@
-#include "host/formula/number_picture.h"
+#include "host/formula/number_format.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,8 +7,8 @@
 
 #include "base/letter_case.h"
 #include "base/text.h"
+#include "host/formula/format_scanner.h"
 #include "host/formula/number_text.h"
-#include "host/formula/picture_scanner.h"
 
 namespace quorvel::host {
 namespace {
@@ -18,7 +18,7 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// One run of digit places: "0.##", "#,##0.0", "###.#e+#", "# #/4".
 struct NumberPlaces {
-  std::size_t length = 0;  ///< bytes of the picture
+  std::size_t length = 0;  ///< bytes of the format
   int leastWhole = 0, wholePlaces = 0;
   int leastDecimals = 0, decimals = 0;
   bool thousands = false;
@@ -32,18 +32,17 @@ struct NumberPlaces {
   std::string blanks;    ///< between whole number and fraction
 };
 
-/// Reads "#/4", "#/#4" or "#/##" behind the numerator's places at `at`; false when no fraction stands there.
-bool readFraction(std::string_view picture, std::size_t at, NumberPlaces& places) {
+/// Reads "#/4", "#/#4" or "#/##" behind the numerator's places at `at`; false when there is no fraction.
+bool readFraction(std::string_view format, std::size_t at, NumberPlaces& places) {
   std::size_t end = at;
-  while (end < picture.size() && isPlace(picture[end])) ++end;
-  if (end == at || end + 1 >= picture.size() || picture[end] != '/') return false;
+  while (end < format.size() && isPlace(format[end])) ++end;
+  if (end == at || end + 1 >= format.size() || format[end] != '/') return false;
   ++end;
   const std::size_t below = end;
   int placeCount = 0;
-  while (end < picture.size() && picture[end] == '#') ++end, ++placeCount;
+  while (end < format.size() && format[end] == '#') ++end, ++placeCount;
   int number = 0;
-  while (end < picture.size() && isDigit(picture[end]) && end - below < 6)
-    number = number * 10 + (picture[end++] - '0');
+  while (end < format.size() && isDigit(format[end]) && end - below < 6) number = number * 10 + (format[end++] - '0');
   if (end == below) return false;
   places.fraction = true;
   places.denominator = number;
@@ -55,40 +54,40 @@ bool readFraction(std::string_view picture, std::size_t at, NumberPlaces& places
   return true;
 }
 
-/// Length 0 when no number stands at the start of the text.
-NumberPlaces readPlaces(std::string_view picture) {
+/// Length 0 when the text does not start with a number.
+NumberPlaces readPlaces(std::string_view format) {
   NumberPlaces places;
-  if (picture.empty() || !(isPlace(picture[0]) || (picture[0] == '.' && picture.size() > 1 && isPlace(picture[1]))))
+  if (format.empty() || !(isPlace(format[0]) || (format[0] == '.' && format.size() > 1 && isPlace(format[1]))))
     return places;
-  if (readFraction(picture, 0, places)) return places;
+  if (readFraction(format, 0, places)) return places;
   std::size_t at = 0;
-  for (; at < picture.size() && (isPlace(picture[at]) || picture[at] == ','); ++at) {
-    if (picture[at] == ',') {
-      if (at + 1 >= picture.size() || !isPlace(picture[at + 1])) break;
+  for (; at < format.size() && (isPlace(format[at]) || format[at] == ','); ++at) {
+    if (format[at] == ',') {
+      if (at + 1 >= format.size() || !isPlace(format[at + 1])) break;
       places.thousands = true;
       continue;
     }
     ++places.wholePlaces;
-    places.leastWhole += picture[at] == '0';
+    places.leastWhole += format[at] == '0';
   }
   std::size_t blanks = at;
-  while (blanks < picture.size() && picture[blanks] == ' ') ++blanks;
-  if (blanks > at && readFraction(picture, blanks, places)) {
+  while (blanks < format.size() && format[blanks] == ' ') ++blanks;
+  if (blanks > at && readFraction(format, blanks, places)) {
     places.mixed = true;
     places.blanks = std::string(blanks - at, ' ');
     return places;
   }
-  if (at + 1 < picture.size() && picture[at] == '.' && isPlace(picture[at + 1])) {
-    for (++at; at < picture.size() && isPlace(picture[at]); ++at) {
+  if (at + 1 < format.size() && format[at] == '.' && isPlace(format[at + 1])) {
+    for (++at; at < format.size() && isPlace(format[at]); ++at) {
       ++places.decimals;
-      if (picture[at] == '0') places.leastDecimals = places.decimals;
+      if (format[at] == '0') places.leastDecimals = places.decimals;
     }
   }
-  if (at + 2 < picture.size() && (picture[at] | 0x20) == 'e' && (picture[at + 1] == '+' || picture[at + 1] == '-') &&
-      isPlace(picture[at + 2])) {
-    places.exponent = picture[at];
-    places.exponentPlus = picture[at + 1] == '+';
-    for (at += 2; at < picture.size() && isPlace(picture[at]); ++at) places.exponentDigits += picture[at] == '0';
+  if (at + 2 < format.size() && (format[at] | 0x20) == 'e' && (format[at + 1] == '+' || format[at + 1] == '-') &&
+      isPlace(format[at + 2])) {
+    places.exponent = format[at];
+    places.exponentPlus = format[at + 1] == '+';
+    for (at += 2; at < format.size() && isPlace(format[at]); ++at) places.exponentDigits += format[at] == '0';
   }
   places.length = at;
   places.decimals = std::min(places.decimals, 15);
@@ -130,7 +129,7 @@ std::string decimalText(double number, const NumberPlaces& places) {
 std::string scientificText(double number, const NumberPlaces& places) {
   const int wholePlaces = std::clamp(places.wholePlaces, 1, 15);
   const int exponent = number == 0 ? 0 : static_cast<int>(std::floor(std::log10(number))) - wholePlaces + 1;
-  // The smallest numbers are scaled in two steps: a power of ten that small is none.
+  // The smallest numbers are scaled in two steps: a power of ten that small would be 0.
   const int firstStep = exponent < -290 ? -290 : 0;
   std::string text = decimalText(number / std::pow(10.0, firstStep) / std::pow(10.0, exponent - firstStep), places);
   text += places.exponent;
@@ -242,7 +241,7 @@ const TwoPartUnit* twoPartOf(Unit unit) {
   return nullptr;
 }
 
-/// "2 ft. 11.33 in.": whole major units and the rest in minor ones, a zero part left out unless the picture has a 0.
+/// "2 ft. 11.33 in.": whole major units and the rest in minor ones, a zero part left out unless the format has a 0.
 std::string twoPartText(double internal, const TwoPartUnit& parts, const NumberPlaces& places, std::string_view blanks,
                         std::size_t labelCount, bool capitals) {
   const double size = roundedTo15(std::fabs(internal) / internalPer(parts.major));
@@ -269,11 +268,11 @@ std::string twoPartText(double internal, const TwoPartUnit& parts, const NumberP
   return result;
 }
 
-/// Walks the picture once and appends what each part of it shows.
+/// Walks the format once and appends what each part of it shows.
 class NumberFormatter {
  public:
-  NumberFormatter(const Maybe<Value>& quantity, std::string_view text, std::string_view picture)
-      : scanner_(picture), text_(text), percent_(hasPercent(picture)) {
+  NumberFormatter(const Maybe<Value>& quantity, std::string_view text, std::string_view format)
+      : scanner_(format), text_(text), percent_(hasPercent(format)) {
     if (quantity) {
       unit_ = quantity->kind() == ValueKind::Number ? quantity->unit() : Unit::None;
       internal_ = quantity->internal();
@@ -282,7 +281,7 @@ class NumberFormatter {
     }
   }
 
-  std::string format() {
+  std::string result() {
     while (!scanner_.atEnd()) {
       if (!scanner_.takeLiteral(result_)) takePlace();
     }
@@ -290,8 +289,8 @@ class NumberFormatter {
   }
 
  private:
-  static bool hasPercent(std::string_view picture) {
-    PictureScanner scanner(picture);
+  static bool hasPercent(std::string_view format) {
+    FormatScanner scanner(format);
     std::string literal;
     while (!scanner.atEnd()) {
       if (scanner.takeLiteral(literal)) continue;
@@ -312,7 +311,7 @@ class NumberFormatter {
       const std::size_t count = scanner_.runLength();
       const std::string label =
           percent_ ? std::string() : unitLabel(unit_, number_, std::min<std::size_t>(count, 3), c == 'U');
-      // A label that there is none of takes the blanks before it along.
+      // A label without a text is left out with the blanks before it.
       while (label.empty() && !result_.empty() && result_.back() == ' ') result_.pop_back();
       result_ += label;
       scanner_.skip(count);
@@ -342,7 +341,7 @@ class NumberFormatter {
     return true;
   }
 
-  PictureScanner scanner_;
+  FormatScanner scanner_;
   std::string_view text_;
   bool percent_;
   Unit unit_ = Unit::None;
@@ -351,8 +350,8 @@ class NumberFormatter {
 };
 
 template <class Test>
-bool anyPlace(std::string_view picture, Test test) {
-  PictureScanner scanner(picture);
+bool anyPlace(std::string_view format, Test test) {
+  FormatScanner scanner(format);
   std::string literal;
   while (!scanner.atEnd()) {
     if (scanner.takeLiteral(literal)) continue;
@@ -364,13 +363,13 @@ bool anyPlace(std::string_view picture, Test test) {
 
 }  // namespace
 
-std::string formatNumber(const Maybe<Value>& quantity, std::string_view text, std::string_view picture) {
-  return NumberFormatter(quantity, text, picture).format();
+std::string formatNumber(const Maybe<Value>& quantity, std::string_view text, std::string_view format) {
+  return NumberFormatter(quantity, text, format).result();
 }
 
-bool hasDigitPlaces(std::string_view picture) { return anyPlace(picture, isPlace); }
-bool hasTextPlaces(std::string_view picture) {
-  return anyPlace(picture, [](char c) { return c == '@'; });
+bool hasDigitPlaces(std::string_view format) { return anyPlace(format, isPlace); }
+bool hasTextPlaces(std::string_view format) {
+  return anyPlace(format, [](char c) { return c == '@'; });
 }
 
 }  // namespace quorvel::host

@@ -8,11 +8,11 @@
 
 namespace quorvel::host {
 
-struct PictureFile {
-  std::shared_ptr<const ForeignData> data;  ///< null: not a picture that we read, or no such file
+struct ImageFile {
+  std::shared_ptr<const ForeignData> data;  ///< null: not an image that we read, or no such file
   double width = 0, height = 0;             ///< inches
 };
 
-PictureFile readPictureFile(const std::string& fileName);
+ImageFile readImageFile(const std::string& fileName);
 
 }  // namespace quorvel::host

@@ -1,4 +1,4 @@
-// Format pictures of dates, times and elapsed times.
+// Formats of dates, times and elapsed times.
 #include <array>
 #include <cctype>
 #include <cmath>
@@ -7,7 +7,7 @@
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "host/formula/calendar.h"
-#include "host/formula/picture_scanner.h"
+#include "host/formula/format_scanner.h"
 
 namespace quorvel::host {
 namespace {
@@ -27,10 +27,10 @@ std::size_t halfDayLength(std::string_view text) {
   return 0;
 }
 
-/// Calls `literal(text)` and `place(letter, count)` for the parts of a picture in their order.
+/// Calls `literal(text)` and `place(letter, count)` for the parts of a format in their order.
 template <class Literal, class Place>
-void walk(std::string_view picture, Literal literal, Place place) {
-  PictureScanner scanner(picture);
+void walk(std::string_view format, Literal literal, Place place) {
+  FormatScanner scanner(format);
   std::string text;
   while (!scanner.atEnd()) {
     text.clear();
@@ -53,12 +53,12 @@ void walk(std::string_view picture, Literal literal, Place place) {
   }
 }
 
-/// A small "m" is a minute after an hour or before a second, and in a picture without days and years; else a month.
+/// A small "m" is a minute after an hour or before a second, and in a format without days and years; else a month.
 class MinuteOrMonth {
  public:
-  explicit MinuteOrMonth(std::string_view picture) {
+  explicit MinuteOrMonth(std::string_view format) {
     walk(
-        picture, [](const std::string&) {},
+        format, [](const std::string&) {},
         [this](char letter, std::size_t) {
           hasDate_ |= letter == 'd' || letter == 'D' || letter == 'y' || letter == 'Y';
           if (letter == 's' && lastWasMinute_) minuteBeforeSecond_[minutes_ - 1] = true;
@@ -106,16 +106,16 @@ std::string dayText(double days, const CalendarDate& date, std::size_t count, in
 
 }  // namespace
 
-std::string formatDate(double days, std::string_view picture, int language) {
+std::string formatDate(double days, std::string_view format, int language) {
   const CalendarDate date = dateOf(days);
   const ClockTime time = timeOf(days);
-  const MinuteOrMonth minuteOrMonth(picture);
+  const MinuteOrMonth minuteOrMonth(format);
   const int hour12 = time.hour % 12 == 0 ? 12 : time.hour % 12;
   std::string result;
   char previous = '\0';
   std::size_t minuteIndex = 0;
   walk(
-      picture, [&](const std::string& text) { result += text; },
+      format, [&](const std::string& text) { result += text; },
       [&](char letter, std::size_t count) {
         switch (letter) {
           case 'd':
@@ -167,12 +167,12 @@ std::string formatDate(double days, std::string_view picture, int language) {
   return result;
 }
 
-std::string formatElapsed(double days, std::string_view picture) {
+std::string formatElapsed(double days, std::string_view format) {
   const double limited = std::fabs(days) < 1e9 ? days : 0;
   const std::int64_t seconds = std::llround(std::fabs(limited) * 86400);
   std::string result = limited < 0 ? "-" : "";
-  PictureScanner scanner(picture);
-  std::int64_t unitAbove = 0;  // seconds of the next larger unit that the picture shows
+  FormatScanner scanner(format);
+  std::int64_t unitAbove = 0;  // seconds of the next larger unit that the format shows
   while (!scanner.atEnd()) {
     if (scanner.takeLiteral(result)) continue;
     const bool bracket = scanner.current() == '[';
@@ -213,15 +213,15 @@ std::string formatElapsed(double days, std::string_view picture) {
   return result;
 }
 
-bool hasDatePlaces(std::string_view picture) {
+bool hasDatePlaces(std::string_view format) {
   bool found = false;
   walk(
-      picture, [](const std::string&) {}, [&](char, std::size_t) { found = true; });
+      format, [](const std::string&) {}, [&](char, std::size_t) { found = true; });
   return found;
 }
 
-bool hasElapsedPlaces(std::string_view picture) {
-  PictureScanner scanner(picture);
+bool hasElapsedPlaces(std::string_view format) {
+  FormatScanner scanner(format);
   std::string literal;
   while (!scanner.atEnd()) {
     if (scanner.takeLiteral(literal)) continue;

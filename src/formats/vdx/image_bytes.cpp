@@ -1,4 +1,4 @@
-#include "formats/vdx/picture_bytes.h"
+#include "formats/vdx/image_bytes.h"
 
 #include <array>
 #include <cstdint>

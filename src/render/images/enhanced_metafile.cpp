@@ -5,8 +5,8 @@
 
 #include "base/little_endian.h"
 #include "base/text.h"
-#include "render/picture/metafiles.h"
-#include "render/picture/recorded_canvas.h"
+#include "render/images/metafiles.h"
+#include "render/images/recorded_canvas.h"
 
 namespace quorvel::render {
 namespace {
@@ -82,7 +82,7 @@ enum Mixing : std::uint32_t {
 };
 
 Matrix frameToSquare(const LittleEndian& file) {
-  // The frame is in hundredths of a millimetre; the reference device tells how many of its pixels that is.
+  // The frame is in hundredths of a millimetre; the reference device gives that in its pixels.
   const auto ratio = [&](std::size_t pixels, std::size_t millimetres) {
     const double many = file.i32(pixels), wide = file.i32(millimetres);
     return many > 0 && wide > 0 ? many / (wide * 100) : 1;
@@ -242,7 +242,7 @@ class Player {
     canvas_.addText(pair(8), options & narrow ? narrowText(from, count) : wideText(from, count), 0);
   }
 
-  /// `header` tells where the fields that locate header and pixels begin: two pairs of offset and size.
+  /// `header` is where the fields that locate header and pixels begin: two pairs of offset and size.
   std::string bitmap(std::size_t header) const {
     std::string bytes(record_.part(record_.u32(header), record_.u32(header + 4)));
     bytes += record_.part(record_.u32(header + 8), record_.u32(header + 12));

@@ -11,7 +11,7 @@
 
 namespace quorvel::render {
 
-/// A picture in a form that every backend draws: bytes of an image file, or what it is made of in the unit square, with
+/// An image in a form that every backend draws: bytes of an image file, or what it is made of in the unit square, with
 /// line widths as shares of its side. Neither: a format that we don't draw.
 struct Picture {
   std::string mediaType;
@@ -19,8 +19,8 @@ struct Picture {
   std::vector<SceneItem> items;
 };
 
-Picture pictureOf(const host::ForeignData& foreign, TextEngine& text);
-/// Takes an item of a picture from the unit square to its place.
+Picture imageOf(const host::ForeignData& foreign, TextEngine& text);
+/// Moves an item of an image from the unit square to its place.
 SceneItem placed(SceneItem item, const Matrix& place);
 
 }  // namespace quorvel::render

@@ -1,4 +1,4 @@
-#include "formats/common/passed_over.h"
+#include "formats/common/omitted_members.h"
 
 #include <algorithm>
 #include <vector>
@@ -8,9 +8,9 @@
 namespace quorvel::formats {
 namespace {
 
-bool wasPassedOver(const host::Sheet& sheet) {
+bool wasOmittedInFile(const host::Sheet& sheet) {
   const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
-  return carry && carry->passedOver;
+  return carry && carry->omittedInFile;
 }
 
 bool hasNothingOfItsOwn(const host::Sheet& sheet) {
@@ -21,7 +21,7 @@ bool hasNothingOfItsOwn(const host::Sheet& sheet) {
 
 }  // namespace
 
-std::unordered_set<host::SheetId> membersToPassOver(const host::Store& store, const host::Page& page) {
+std::unordered_set<host::SheetId> membersToOmit(const host::Store& store, const host::Page& page) {
   std::vector<int> numbers;
   std::unordered_set<host::SheetId> members;
   int largestWritten = 0;
@@ -29,9 +29,9 @@ std::unordered_set<host::SheetId> membersToPassOver(const host::Store& store, co
     std::vector<int> ofThisShape;
     for (const host::SheetId id : store.subtree(top)) {
       const host::Sheet& sheet = *store.sheet(id);
-      if (!wasPassedOver(sheet)) {
+      if (!wasOmittedInFile(sheet)) {
         largestWritten = std::max(largestWritten, sheet.shapeId);
-        // What hangs in such a member needs it in the file.
+        // A member of such a member needs it in the file.
         if (members.contains(sheet.parent)) return {};
         continue;
       }

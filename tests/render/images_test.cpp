@@ -6,8 +6,8 @@
 #include <iterator>
 
 #include "render/drawing.h"
+#include "render/images/image.h"
 #include "render/pdf/writer.h"
-#include "render/picture/image.h"
 #include "render/png/writer.h"
 
 namespace quorvel::render {
@@ -83,7 +83,7 @@ const std::string& olderSample() {
 struct Metafiles : testing::Test {
   TextEngine text;
   std::vector<SceneItem> items(const std::string& bytes) {
-    return pictureOf({"MetaFile", "", "", bytes, {}}, text).items;
+    return imageOf({"MetaFile", "", "", bytes, {}}, text).items;
   }
   /// The corners of the first line on the unit square.
   static Box placeOf(const TextItem& item) {
@@ -262,7 +262,7 @@ TEST_F(Metafiles, EndQuietlyWhereTheyAreDamaged) {
 TEST(Picture, ContentTellsTheFormat) {
   TextEngine text;
   const auto typeOf = [&](std::string bytes, const char* type = "Bitmap") {
-    return pictureOf({type, "", "", std::move(bytes), {}}, text).mediaType;
+    return imageOf({type, "", "", std::move(bytes), {}}, text).mediaType;
   };
   EXPECT_EQ(typeOf("\x89PNG\r\n"), "image/png");
   EXPECT_EQ(typeOf("\xFF\xD8\xFF\xE0"), "image/jpeg");
@@ -271,7 +271,7 @@ TEST(Picture, ContentTellsTheFormat) {
   // Without a file header: 40 bytes of header, two colours, one row of pixels.
   std::string bitmap;
   put(bitmap, {40, 8, 1, 1 | 1u << 16, 0, 4, 0, 0, 0, 0, 0x000000, 0xFFFFFF, 0xAA});
-  const Picture picture = pictureOf({"Bitmap", "DIB", "dib", bitmap, {}}, text);
+  const Picture picture = imageOf({"Bitmap", "DIB", "dib", bitmap, {}}, text);
   ASSERT_EQ(picture.mediaType, "image/bmp");
   EXPECT_EQ(picture.bytes->size(), bitmap.size() + 14);
   EXPECT_EQ(int((*picture.bytes)[10]), 14 + 40 + 8) << "where the pixels begin";

@@ -1,4 +1,4 @@
-// The bytes of pictures between base64 in a file and as the engine holds them.
+// The bytes of images between base64 in a file and as the engine holds them.
 #pragma once
 
 #include <string>
@@ -9,10 +9,10 @@
 namespace quorvel::formats::vdx {
 
 std::string toBase64(std::string_view bytes);
-/// White space is passed over. Nothing for text that is not base64.
+/// White space is ignored. Nothing for text that is not base64.
 Maybe<std::string> fromBase64(std::string_view text);
 
-/// What a picture of that kind is called when it is a file: "png", "emf", "bmp" …
+/// The file extension of an image of that kind: "png", "emf", "bmp" …
 std::string extensionOf(std::string_view foreignType, std::string_view compression);
 
 }  // namespace quorvel::formats::vdx

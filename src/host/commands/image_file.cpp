@@ -1,4 +1,4 @@
-#include "host/commands/picture_file.h"
+#include "host/commands/image_file.h"
 
 #include <algorithm>
 #include <cmath>
@@ -112,12 +112,12 @@ class SmallFiles {
     friend bool operator==(const Stamp&, const Stamp&) = default;
   };
 
-  Maybe<PictureFile> find(const std::string& fileName, const Stamp& stamp) {
+  Maybe<ImageFile> find(const std::string& fileName, const Stamp& stamp) {
     const std::lock_guard lock(mutex_);
     const auto found = std::ranges::find(files_, fileName, &Entry::fileName);
-    return found != files_.end() && found->stamp == stamp ? Maybe<PictureFile>(found->picture) : Maybe<PictureFile>();
+    return found != files_.end() && found->stamp == stamp ? Maybe<ImageFile>(found->picture) : Maybe<ImageFile>();
   }
-  void keep(const std::string& fileName, const Stamp& stamp, const PictureFile& picture) {
+  void keep(const std::string& fileName, const Stamp& stamp, const ImageFile& picture) {
     constexpr std::size_t most = 32;
     const std::lock_guard lock(mutex_);
     std::erase_if(files_, [&](const Entry& entry) { return entry.fileName == fileName; });
@@ -129,13 +129,13 @@ class SmallFiles {
   struct Entry {
     std::string fileName;
     Stamp stamp;
-    PictureFile picture;
+    ImageFile picture;
   };
   std::mutex mutex_;
   std::deque<Entry> files_;
 };
 
-PictureFile read(const std::string& fileName) {
+ImageFile read(const std::string& fileName) {
   std::ifstream file(fileName, std::ios::binary | std::ios::ate);
   if (!file || file.tellg() <= 0 || double(file.tellg()) > largestFile) return {};
   file.seekg(0);
@@ -152,7 +152,7 @@ PictureFile read(const std::string& fileName) {
 
 }  // namespace
 
-PictureFile readPictureFile(const std::string& name) {
+ImageFile readImageFile(const std::string& name) {
   static SmallFiles smallFiles;
   std::error_code failed;
   const std::string fileName = std::filesystem::absolute(name, failed).string();
@@ -160,8 +160,8 @@ PictureFile readPictureFile(const std::string& name) {
   SmallFiles::Stamp stamp{std::filesystem::file_size(fileName, failed), {}};
   if (!failed) stamp.time = std::filesystem::last_write_time(fileName, failed);
   if (failed || stamp.size > SmallFiles::largest) return read(fileName);
-  if (const Maybe<PictureFile> kept = smallFiles.find(fileName, stamp)) return *kept;
-  const PictureFile picture = read(fileName);
+  if (const Maybe<ImageFile> kept = smallFiles.find(fileName, stamp)) return *kept;
+  const ImageFile picture = read(fileName);
   if (picture.data) smallFiles.keep(fileName, stamp, picture);
   return picture;
 }
