@@ -237,6 +237,21 @@ host::Cell readCell(const CellKey& key, const CellDefinition* definition, const 
   return cell;
 }
 
+CarriedCell carriedCell(host::Column column, const CellAttributes& text, bool formulaIsBroken) {
+  CarriedCell carry;
+  carry.column = column;
+  carry.hasValue = text.hasValue;
+  carry.hasUnit = text.hasUnit;
+  carry.hasFormula = text.hasFormula;
+  carry.hasError = text.hasError;
+  carry.value = text.value;
+  carry.unit = text.unit;
+  carry.formula = text.formula;
+  carry.error = text.error;
+  carry.formulaIsBroken = formulaIsBroken;
+  return carry;
+}
+
 bool lacksValue(const CellAttributes& text, const host::Cell& cell) {
   return !text.hasValue && !text.hasError && cell.formula && !cell.formula->constant();
 }

@@ -32,6 +32,9 @@ host::Value readValue(const host::CellKey& key, const host::CellDefinition* defi
 host::Cell readCell(const host::CellKey& key, const host::CellDefinition* definition, const CellAttributes& text,
                     host::FormulaPool& formulas, bool& formulaIsBroken);
 
+/// The cell as the file writes it, to be carried. `formulaIsBroken` as readCell gave it.
+CarriedCell carriedCell(host::Column column, const CellAttributes& text, bool formulaIsBroken);
+
 /// True for a cell of which the file gives only the formula.
 bool lacksValue(const CellAttributes& text, const host::Cell& cell);
 

@@ -92,6 +92,20 @@ std::vector<std::pair<host::MasterId, pugi::xml_node>> makeMasters(ReadState& st
   return made;
 }
 
+Maybe<host::PageId> makePage(ReadState& state, pugi::xml_node entry, std::unordered_set<int>& numbers,
+                             std::string& unread) {
+  const int number = wholeNumber(entry.attribute("ID").value(), -1);
+  if (localName(entry) != "Page" || number < 0 || number > largestFileNumber || !numbers.insert(number).second) {
+    unread += rawXml(entry);
+    return {};
+  }
+  const host::PageId id = state.store.addPage(state.document, {});
+  host::Page& page = *state.store.page(id);
+  page.fileId = number;
+  page.background = truth(entry.attribute("Background").value());
+  return id;
+}
+
 void resolveBackPages(ReadState& state, const std::vector<std::pair<host::PageId, int>>& wanted) {
   for (const auto& [id, number] : wanted) {
     for (const host::PageId candidate : state.store.document(state.document)->pages) {

@@ -3,9 +3,11 @@
 
 #include <initializer_list>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "base/maybe.h"
 #include "formats/common/read_state.h"
 #include "formats/package/xml_reading.h"
 #include "formats/package/xml_writing.h"
@@ -22,6 +24,11 @@ void readStyles(ReadState& state, pugi::xml_node node, void (*readSheet)(ReadSta
 /// number that is used already, is added to `unread` unchanged.
 std::vector<std::pair<host::MasterId, pugi::xml_node>> makeMasters(ReadState& state, pugi::xml_node list,
                                                                    std::string& unread);
+/// Makes a page for an entry of a Pages element; `numbers` are those of the entries so far. Nothing for an entry that
+/// is no page, or has a number that is used already; it is added to `unread` unchanged.
+Maybe<host::PageId> makePage(ReadState& state, pugi::xml_node entry, std::unordered_set<int>& numbers,
+                             std::string& unread);
+
 /// Ties pages to the background pages of these file IDs, but closes no ring.
 void resolveBackPages(ReadState& state, const std::vector<std::pair<host::PageId, int>>& wanted);
 

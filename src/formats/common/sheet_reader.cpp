@@ -69,18 +69,8 @@ void readCellElement(ReadState& state, pugi::xml_node node, const CellKey& key, 
   if (row) std::erase_if(row->cells, [&](const CarriedCell& one) { return one.column == key.column; });
   if (saysTheSame(written, text) && !otherName && unknown.empty() && !node.first_child()) return;
 
-  CarriedCell carry;
-  carry.column = key.column;
+  CarriedCell carry = carriedCell(key.column, text, formulaIsBroken);
   if (otherName) carry.name = name;
-  carry.hasValue = text.hasValue;
-  carry.hasUnit = text.hasUnit;
-  carry.hasFormula = text.hasFormula;
-  carry.hasError = text.hasError;
-  carry.value = text.value;
-  carry.unit = text.unit;
-  carry.formula = text.formula;
-  carry.error = text.error;
-  carry.formulaIsBroken = formulaIsBroken;
   carry.valueIsContent = valueIsContent;
   carry.attributes = std::move(unknown);
   for (const pugi::xml_node child : node) {

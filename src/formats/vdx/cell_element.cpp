@@ -82,16 +82,17 @@ void readCell(FileState& state, pugi::xml_node node, Vocabulary vocabulary, cons
 
   const std::string raw = vocabulary == Vocabulary::Core ? rawXml(node) : writtenXml(node);
   CarriedRow* carriedRow = row.extras ? &extrasOf<CarriedRow>(row.extras) : nullptr;
-  CarriedCell carry;
+  int olderPlace = 0;
+  std::string olderFallback;
   const CarriedCell* const before = carriedRow ? carriedRow->find(key.column) : nullptr;
   if (vocabulary != vocabularyOf(key)) {
-    carry.olderPlace = static_cast<int>(vocabulary);
+    olderPlace = static_cast<int>(vocabulary);
     if (before) {
-      carry.olderFallback = before->older;
+      olderFallback = before->older;
     } else if (const host::Cell* const cell = row.find(key.column)) {
       XmlWriter own;
       writeCell(own, cellElement(key), key, *cell, nullptr, state.fonts);
-      carry.olderFallback = own.take();
+      olderFallback = own.take();
     }
   } else if (before && before->olderPlace != 0) {
     const_cast<CarriedCell*>(before)->olderFallback = raw;
@@ -111,16 +112,9 @@ void readCell(FileState& state, pugi::xml_node node, Vocabulary vocabulary, cons
     writeCell(own, cellElement(key), key, cell, nullptr, state.fonts);
     if (own.take() == raw) return;
   }
-  carry.column = key.column;
-  carry.hasValue = text.hasValue;
-  carry.hasUnit = text.hasUnit;
-  carry.hasFormula = text.hasFormula;
-  carry.hasError = text.hasError;
-  carry.value = text.value;
-  carry.unit = text.unit;
-  carry.formula = text.formula;
-  carry.error = text.error;
-  carry.formulaIsBroken = formulaIsBroken;
+  CarriedCell carry = carriedCell(key.column, text, formulaIsBroken);
+  carry.olderPlace = olderPlace;
+  carry.olderFallback = std::move(olderFallback);
   carry.older = raw;
   extrasOf<CarriedRow>(row.extras).cells.push_back(std::move(carry));
 }

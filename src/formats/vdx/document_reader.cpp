@@ -227,14 +227,10 @@ void DocumentReader::readPages(pugi::xml_node list) {
   std::vector<std::pair<PageId, int>> backPages;
   for (const pugi::xml_node entry : list) {
     if (entry.type() != pugi::node_element) continue;
-    const int number = wholeNumber(entry.attribute("ID").value(), -1);
-    if (localName(entry) != "Page" || number < 0 || number > largestFileNumber || !numbers.insert(number).second) {
-      carried_->pagesTail += rawXml(entry);
-      continue;
-    }
-    const PageId id = state_.store.addPage(state_.document, {});
+    const Maybe<PageId> made = makePage(state_, entry, numbers, carried_->pagesTail);
+    if (!made) continue;
+    const PageId id = *made;
     host::Page& page = *state_.store.page(id);
-    page.fileId = number;
     auto carry = std::make_shared<CarriedPage>();
     readNames(entry, page.name, page.universalName, carry->names);
     for (const pugi::xml_attribute attribute : entry.attributes()) {
@@ -245,7 +241,6 @@ void DocumentReader::readPages(pugi::xml_node list) {
         carry->attributes.emplace_back(name, attribute.value());
       }
     }
-    page.background = truth(entry.attribute("Background").value());
     readContents(id, entry, *carry);
     page.extras = std::move(carry);
     linkToMasters(state_);

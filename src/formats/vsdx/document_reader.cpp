@@ -251,14 +251,10 @@ std::string DocumentReader::readPages() {
   std::vector<std::pair<PageId, int>> backPages;
   for (const pugi::xml_node entry : list.root()) {
     if (entry.type() != pugi::node_element) continue;
-    const int number = wholeNumber(entry.attribute("ID").value(), -1);
-    if (localName(entry) != "Page" || number < 0 || number > largestFileNumber || !numbers.insert(number).second) {
-      carried_->pagesTail += rawXml(entry);
-      continue;
-    }
-    const PageId id = state_.store.addPage(state_.document, {});
+    const Maybe<PageId> made = makePage(state_, entry, numbers, carried_->pagesTail);
+    if (!made) continue;
+    const PageId id = *made;
     host::Page& page = *state_.store.page(id);
-    page.fileId = number;
     auto carry = std::make_shared<CarriedPage>();
     readNames(entry, page.name, page.universalName, carry->names);
     for (const pugi::xml_attribute attribute : entry.attributes()) {
@@ -270,7 +266,6 @@ std::string DocumentReader::readPages() {
         keepAttribute(entry, attribute, carry->attributes);
       }
     }
-    page.background = truth(entry.attribute("Background").value());
     if (std::string wrong = readPagePart(id, entry, package().pages, found->part, *carry); !wrong.empty()) return wrong;
     page.extras = std::move(carry);
     linkToMasters(state_);

@@ -10,11 +10,6 @@ namespace {
 constexpr int firstConnectionPart = 100;  // files count connection points from here
 constexpr int beginPart = 9, endPart = 12;
 
-FormulaPtr formulaOf(const Store& store, const CellAddress& cell) {
-  const FoundCell found = findCell(store, cell.sheet, cell.key);
-  return found.formula ? found.formula->formula : nullptr;
-}
-
 bool isGluing(const FormulaPtr& formula) {
   return formula && !formula->constant() && (formula->readsTransforms() || isWalkingFormula(formula->text()));
 }
@@ -23,7 +18,7 @@ bool isGluing(const FormulaPtr& formula) {
 void setFree(Engine& engine, SheetId connector, bool begin) {
   for (const bool vertical : {false, true}) {
     const CellAddress cell{connector, endCell(begin, vertical)};
-    if (!isGluing(formulaOf(engine.store(), cell))) continue;
+    if (!isGluing(formulaOf(engine.store(), cell.sheet, cell.key))) continue;
     Cell free;
     free.value = cellValue(engine.store(), cell.sheet, cell.key);
     engine.edit().setCell(cell, std::move(free));
@@ -76,7 +71,7 @@ void releaseTrigger(Engine& engine, SheetId from, bool begin) {
 }
 
 void freeWalkingEnd(Engine& engine, SheetId connector, bool begin) {
-  const FormulaPtr formula = formulaOf(engine.store(), {connector, endCell(begin, false)});
+  const FormulaPtr formula = formulaOf(engine.store(), connector, endCell(begin, false));
   if (formula && isWalkingFormula(formula->text())) setFree(engine, connector, begin);
   releaseTrigger(engine, connector, begin);
 }
@@ -85,7 +80,7 @@ void followGlue(Engine& engine, const CellAddress& cell, const FormulaPtr& befor
   bool begin = false;
   // Pages and documents take such cells too, and are glued to nothing.
   if (!isEndCell(cell.key, begin) || !engine.store().sheet(cell.sheet)->isShape()) return;
-  const FormulaPtr now = formulaOf(engine.store(), cell);
+  const FormulaPtr now = formulaOf(engine.store(), cell.sheet, cell.key);
   if (before == now) return;
   if (isGluing(before) && !isGluing(now)) {
     // The other coordinate would still follow.

@@ -27,11 +27,6 @@ std::vector<RowView> vertexRows(const Store& store, SheetId connector) {
   return rows;
 }
 
-bool isGuarded(const Store& store, SheetId sheet, const CellKey& key) {
-  const FoundCell found = findCell(store, sheet, key);
-  return found.formula && found.formula->formula && found.formula->formula->isGuarded();
-}
-
 class Drawing {
  public:
   Drawing(Engine& engine, SheetId connector, std::vector<CellAddress>& changed)

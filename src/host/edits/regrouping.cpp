@@ -26,16 +26,6 @@ const Keys& keys() {
   return known;
 }
 
-FormulaPtr formulaOf(const Store& store, SheetId shape, const CellKey& key) {
-  const FoundCell found = findCell(store, shape, key);
-  return found.formula ? found.formula->formula : nullptr;
-}
-
-bool isGuarded(const Store& store, SheetId shape, const CellKey& key) {
-  const FormulaPtr formula = formulaOf(store, shape, key);
-  return formula && formula->isGuarded();
-}
-
 bool isAlike(const Matrix& one, const Matrix& other) {
   const double most = epsilon * (1 + std::fabs(one.e) + std::fabs(one.f));
   return std::fabs(one.a - other.a) < epsilon && std::fabs(one.b - other.b) < epsilon &&

@@ -80,9 +80,7 @@ Outcome check(Engine& engine, const CellAddress& cell, bool force) {
   if (engine.areWritesTooDeep()) return Outcome::refused("writes inside writes are nested too deeply");
   if (!cellExists(engine.store(), cell.sheet, cell.key, false)) return Outcome::unknownName("no such cell");
   if (force) return Outcome::done();
-  const FoundCell found = findCell(engine.store(), cell.sheet, cell.key);
-  if (found.formula && found.formula->formula && found.formula->formula->isGuarded())
-    return Outcome::refused("the cell is guarded");
+  if (isGuarded(engine.store(), cell.sheet, cell.key)) return Outcome::refused("the cell is guarded");
   return Outcome::done();
 }
 

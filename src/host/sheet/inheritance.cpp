@@ -108,6 +108,16 @@ double cellNumber(const Store& store, SheetId sheet, const CellKey& key) {
   return cellValue(store, sheet, key).asNumber().or_(0);
 }
 
+FormulaPtr formulaOf(const Store& store, SheetId sheet, const CellKey& key) {
+  const FoundCell found = findCell(store, sheet, key);
+  return found.formula ? found.formula->formula : nullptr;
+}
+
+bool isGuarded(const Store& store, SheetId sheet, const CellKey& key) {
+  const FormulaPtr formula = formulaOf(store, sheet, key);
+  return formula && formula->isGuarded();
+}
+
 std::string cellText(const Store& store, SheetId sheet, const CellKey& key) {
   return cellValue(store, sheet, key).asText();
 }

@@ -22,6 +22,11 @@ Value cellValue(const Store& store, SheetId sheet, const CellKey& key);
 double cellNumber(const Store& store, SheetId sheet, const CellKey& key);
 std::string cellText(const Store& store, SheetId sheet, const CellKey& key);
 
+/// The formula of the cell, own or inherited; null when it has none.
+FormulaPtr formulaOf(const Store& store, SheetId sheet, const CellKey& key);
+/// True for a cell with a GUARD formula.
+bool isGuarded(const Store& store, SheetId sheet, const CellKey& key);
+
 /// True when the sheet has the cell: one of the object section where the kind of sheet has it (BeginX of a 1-D shape,
 /// PageWidth of a page) or a file gave it one, one of a row when the row exists, here or inherited. `localOnly`: only
 /// what the sheet itself holds with a formula of its own; for a row that is one such cell, or that only this sheet has
