@@ -58,7 +58,7 @@ bool InMemoryHost::putRow(const ObjectRef& object, Member member, const Argument
 Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arguments arguments) {
   const Store& store = engine_.store();
   const bool exists = cellExists(store, cell.sheet, cell.key, false);
-  // The first field of an empty text can be written and knows its place, though there is nothing to read yet.
+  // The first field of an empty text can be written and has a place, though there is nothing to read yet.
   if (!exists && !isFirstField(engine_, cell)) return refuse("the cell is gone");
   switch (member) {
     case Member::Cell_Shape:

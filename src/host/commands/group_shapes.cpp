@@ -18,7 +18,7 @@
 namespace quorvel::host {
 namespace {
 
-/// Files hold groups inside one another, and who reads them allows only so many.
+/// Files nest groups, and programs that read them allow only so many levels.
 constexpr int deepestGroup = 50;
 
 double number(const Store& store, SheetId sheet, std::string_view cell) {

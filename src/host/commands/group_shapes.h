@@ -19,7 +19,7 @@ Outcome convertToGroup(Engine& engine, SheetId shape);
 
 /// Members take the place of their group in the stack, and the group is deleted with its own text and geometry;
 /// BeforeShapeDelete of it is raised first, ShapeParentChanged of each member afterwards. Members of an instance hold
-/// all cells themselves from then on. Shapes among `shapes` that are no groups are left alone. Refused when none is a
+/// all cells themselves from then on. Shapes among `shapes` that are no groups are skipped. Refused when none is a
 /// group, and as a whole when one of the groups has no members, is locked (LockGroup), is on a locked layer or is
 /// locked against selecting.
 Outcome ungroupShapes(Engine& engine, const std::vector<SheetId>& shapes);

@@ -304,7 +304,7 @@ Outcome reverseEnds(Engine& engine, SheetId id) {
 Outcome updateAlignmentBox(Engine& engine, SheetId id) {
   const Sheet* shape = engine.store().sheet(id);
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes have an alignment box");
-  // Members lie in coordinates that the box defines; a box that formulas keep needs no refitting.
+  // Members have coordinates that the box defines; a box that formulas define needs no update.
   return Outcome::done();
 }
 

@@ -15,7 +15,7 @@
 namespace quorvel::host {
 namespace {
 
-/// Handlers of what routing changed may move shapes again; an endless exchange is left alone after this many rounds.
+/// Handlers of what routing changed may move shapes again; an endless exchange ends after this many rounds.
 constexpr int mostRounds = 8;
 constexpr double epsilon = 1e-6;
 
@@ -32,7 +32,7 @@ bool isSame(const Point& a, const Point& b, double within) {
   return std::fabs(a.x - b.x) < within && std::fabs(a.y - b.y) < within;
 }
 
-/// Whether the end lies where it may: at the border of the shape that it walks around.
+/// Whether the end is at the border of the shape that it walks around.
 bool isAtBorder(const Store& store, const ConnectorEnd& end) {
   constexpr double near = 0.02;
   const Box box = boxOnPage(store, end.glued);
@@ -174,7 +174,7 @@ class Routing : public CommandObserver {
     SheetId shape;
     Maybe<Box> before, after;
   };
-  /// Why a connector is looked at.
+  /// Why a connector is checked.
   enum Reason : std::uint8_t {
     Eased,  ///< a shape near the line was removed: redrawn only if the way gets better
     Met,    ///< a shape was put on the line: drawn if that can be helped
@@ -250,7 +250,7 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
     const Page* page = store.page(entry.page);
     if (page && page->master) discardMaps(engine, page->document);
     if (!page || page->master) continue;
-    // A map that is made now knows things where they are; where they were is in the journal.
+    // A map that is made now has the present places; the earlier ones are in the journal.
     if (!mapOf(engine, entry.page)) {
       std::erase_if(maps_, [&](const auto& each) { return !store.page(each.first); });
       maps_.emplace(entry.page, RouteMap(store, entry.page));

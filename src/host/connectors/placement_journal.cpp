@@ -10,7 +10,7 @@
 namespace quorvel::host {
 namespace {
 
-/// Nobody reads the journal of an engine without commands; it must not grow for ever.
+/// The journal of an engine without commands is never read; it must not grow without limit.
 constexpr std::size_t mostEntries = 1 << 18;
 
 }  // namespace

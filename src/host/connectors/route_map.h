@@ -1,5 +1,5 @@
-// Where the shapes and connectors of one page lie, so that what a moved shape concerns is found without a look at every
-// other shape.
+// The places of the shapes and connectors of one page, so that what a moved shape concerns is found without checking
+// every other shape.
 #pragma once
 
 #include <vector>

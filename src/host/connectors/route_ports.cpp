@@ -50,7 +50,7 @@ std::vector<Port> portsOfPoint(const Store& store, const ConnectorEnd& end) {
   return ports;
 }
 
-/// The side that the flow of a style gives to an end. Where the other shape lies beside or behind, the flow bends.
+/// The side that the flow of a style gives to an end. Where the other shape is beside or behind, the flow bends.
 Side flowSide(const Box& own, const Box& other, bool begin, const RouteStyle& style) {
   const Side ahead = begin ? style.flow : opposite(style.flow);
   const auto beyond = [&](Side side) {

@@ -26,7 +26,7 @@ RouteStyle routeStyleOf(const Store& store, SheetId connector);
 std::vector<Port> portsOf(const Store& store, const ConnectorEnd& end, const ConnectorEnd& other,
                           const RouteStyle& style);
 
-/// The line of a style that goes straight.
+/// The line of a straight style.
 Polyline straightLine(const Store& store, const ConnectorEnd& begin, const ConnectorEnd& end, const RouteStyle& style);
 
 }  // namespace quorvel::host

@@ -12,7 +12,7 @@ namespace quorvel::host {
 int layerNamed(const Store& store, PageId page, std::string_view name);
 std::string layerName(const Store& store, PageId page, int layer);
 int layerCount(const Store& store, PageId page);
-/// The layer at hand when the name exists. Refused for an empty name.
+/// The existing layer when there is one of the name. Refused for an empty name.
 Outcome addLayer(Engine& engine, PageId page, std::string_view name, int& layer);
 
 /// Indices of the layers that the shape belongs to, in order.

@@ -191,7 +191,7 @@ void Regrouping::placeEnds(const Member& member) {
   if (!isComputed(shape, keys().angle)) {
     turnMember(member);
   } else if (transform_.flipX != transform_.flipY) {
-    // The angle follows the ends; only what lies across the line changes sides.
+    // The angle follows the ends; only what is across the line changes sides.
     putValue(shape, keys().flipY, Value::boolean(!member.flipY));
   }
 }

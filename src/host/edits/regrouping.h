@@ -18,7 +18,7 @@ struct GroupTransform {
   SheetId scaleWith;  ///< the group whose size places and sizes follow; null: they become plain numbers
 };
 
-/// Made before anything changes, because it remembers where everything lies.
+/// Made before anything changes, because it keeps the present places.
 class Regrouping {
  public:
   Regrouping(Engine& engine, const std::vector<SheetId>& shapes, const GroupTransform& transform);

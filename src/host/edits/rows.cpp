@@ -33,7 +33,7 @@ bool isHeld(const Store& store, SheetId id, SectionNumber number, Fits fits) {
 
 RowOutcome refusedRow(std::string reason) { return {Outcome::refused(std::move(reason)), -1, {}}; }
 
-/// A new row is announced by its own cell, as a write to it would be.
+/// A new row raises the events of a write to its own cell.
 void notifyRowAdded(Engine& engine, SheetId sheet, SectionNumber section, RowKey row) {
   const CellAddress cell{sheet, {section, row, 0}};
   engine.recalculateAndNotify({}, {cell});

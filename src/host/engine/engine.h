@@ -2,7 +2,7 @@
 // surface and an editor call the commands.
 //
 // A listener may delete whatever a command works on. So a command holds numbers, never pointers or references into the
-// store, over a call that raises an event, and asks exists() for all that it goes on with. Events are raised through
+// store, over a call that raises an event, and checks with exists() all that it still needs. Events are raised through
 // Engine::raise alone, which does the same for what the event is about.
 #pragma once
 
@@ -110,7 +110,7 @@ class Engine {
   /// for each window where this changed something.
   void leaveOutDeleted();
 
-  // What a command goes on with after an event.
+  // What a command still needs after an event.
   bool exists(SheetId id) const { return store_.sheet(id) != nullptr; }
   bool exists(PageId id) const { return store_.page(id) != nullptr; }
   bool exists(MasterId id) const { return store_.master(id) != nullptr; }
@@ -175,7 +175,7 @@ class Engine {
     Engine& engine_;
   };
 
-  /// Shapes on the clipboard lie on a page of their own, in a document that scripts do not see.
+  /// Shapes on the clipboard are on a page of their own, in a document that scripts do not see.
   struct Clipboard {
     PageId page;
     DocumentId document;

@@ -81,7 +81,7 @@ class EvaluationContext {
   /// This shape's local coordinates to its parent's (PAR), and the parent's of the other shape likewise.
   virtual Maybe<Value> toParent(const Value& point, const Reference* shape) = 0;
   /// The place of the end that is being evaluated, of a 1-D shape whose ends walk around the shapes they are glued to,
-  /// in the parent's coordinates; nothing when that is not for a formula to say.
+  /// in the parent's coordinates; nothing when no formula decides that.
   virtual Maybe<Value> walkedTo() { return {}; }
   /// "PAGENAME", "PAGENUMBER", "PAGECOUNT", "NAME", "ID", "DOCLASTSAVE", "DOCCREATION", "CREATOR", "TITLE", "FILENAME",
   /// "DIRECTORY", "MASTERNAME", "TYPE", "NOW", …; nothing when the host does not know.
@@ -184,7 +184,7 @@ using FormulaPtr = std::shared_ptr<const Formula>;
 /// any letter case, "," and ";" as separators, empty arguments, and functions that the evaluator lacks.
 FormulaPtr parseFormula(std::string_view text);
 
-/// Shares parsed formulas by text; forgets those that no cell holds any more.
+/// Shares parsed formulas by text; removes those that no cell holds any more.
 class FormulaPool {
  public:
   /// Null for text that is no formula.

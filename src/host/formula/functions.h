@@ -1,4 +1,4 @@
-// The functions of formulas as rows of tables by topic, and what a function sees of its call.
+// The functions of formulas as rows of tables by topic, and what a function can read of its call.
 #pragma once
 
 #include <cstdint>

@@ -22,7 +22,7 @@ Value point(Call& call) {
   return Value::point(x, call.number(1));
 }
 
-/// The point of an argument; a plain number lies on the diagonal.
+/// The point of an argument; a plain number counts for both coordinates.
 Value pointOf(Call& call, int argument) {
   const Value value = call.quantity(argument);
   return value.kind() == ValueKind::Point ? value : Value::point(value.internal(), value.internal());

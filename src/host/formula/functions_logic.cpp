@@ -14,7 +14,7 @@ Value choose(Call& call) {
   return call.value(index);
 }
 
-/// All arguments are looked at: an error in any of them shows.
+/// All arguments are evaluated: an error in any of them is the result.
 Value all(Call& call) {
   bool result = true;
   for (int i = 0; i < call.count(); ++i) result = call.truth(i) && result;

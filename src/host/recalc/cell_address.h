@@ -14,7 +14,7 @@ struct CellAddress {
   friend bool operator==(const CellAddress&, const CellAddress&) = default;
 };
 
-/// Stands for "where the shape lies": what LOC, PAR and the like depend on.
+/// Means the place of the shape: what LOC, PAR and the like depend on.
 inline constexpr CellKey transformKey{SectionNumber::Other, RowKey::index(1), 1};
 
 }  // namespace quorvel::host

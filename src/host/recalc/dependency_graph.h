@@ -23,14 +23,14 @@ class DependencyGraph {
   void addFormula(const CellAddress& cell, const Formula& formula);
   /// A shape is in another group now: formulas that read its place follow the places of those groups too.
   void followNewGroups(SheetId shape);
-  /// Edges are dropped when they are next walked and found stale; a sheet that goes needs no call.
+  /// Edges are dropped when they are next walked and found stale; a deleted sheet needs no call.
   void forgetDocument(DocumentId document);
 
   /// Appends the cells whose formulas read `cell`, each at the sheet whose value it is. The order is that of writing.
   void dependentsOf(const CellAddress& cell, std::vector<CellAddress>& out) const;
   /// Appends the cells whose own formulas read any cell of the sheet, its place included; repeats are possible.
   void appendReadersOf(SheetId sheet, std::vector<CellAddress>& out) const;
-  /// Appends the cells whose formulas read where the shape lies; repeats are possible.
+  /// Appends the cells whose formulas read the place of the shape; repeats are possible.
   void appendReadersOfPlace(SheetId sheet, std::vector<CellAddress>& out) const;
   /// Formulas of the master that depend on the place of an instance (ThePage!, page and shape names): a new instance
   /// must evaluate them again.

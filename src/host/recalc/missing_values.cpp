@@ -64,7 +64,7 @@ class MissingValues {
     if (states_.emplace(cell, State::Waiting).second) order_.push_back(cell);
   }
 
-  /// An instance that says nothing of such a cell has the formula of its master, but sizes of its own.
+  /// An instance that does not hold such a cell has the formula of its master, but sizes of its own.
   void addInstances(std::span<const CellAddress> cells) {
     std::unordered_map<SheetId, std::vector<CellKey>> inMasters;
     DocumentId document;

@@ -31,7 +31,7 @@ Lanes::Lanes(const RouteRequest& request, const std::vector<Obstacle>& obstacles
   }
 }
 
-/// Beside a line that lies there already, so that two run side by side.
+/// Next to an existing line, so that two run side by side.
 void Lanes::collectBeside(const std::vector<OtherLine>& taken, double clearX, double clearY) {
   for (const auto& [line, isRelated] : taken) {
     for (std::size_t i = 1; i < line.size() && !isRelated; ++i) {

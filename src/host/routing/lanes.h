@@ -12,7 +12,7 @@ class Lanes {
  public:
   enum class Detail : std::uint8_t {
     Usual,  ///< lines that keep the distance, and the middle of passages too narrow for it
-    Every,  ///< besides, the very borders of shapes: if there is a way at all, there is one on these lines
+    Every,  ///< also the borders of shapes: if there is a way at all, there is one on these lines
   };
   enum GroupTransform : std::uint8_t { Free, Near, Blocked };
   enum Use : std::uint8_t {
@@ -41,7 +41,7 @@ class Lanes {
   GroupTransform upward(std::size_t column, std::size_t row) const {
     return static_cast<GroupTransform>(upright_[row * columns() + column]);
   }
-  /// What lies there already.
+  /// What exists there already.
   Use useToTheRight(std::size_t column, std::size_t row) const {
     return static_cast<Use>(usedLevel_[row * columns() + column]);
   }

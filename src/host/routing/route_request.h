@@ -10,7 +10,7 @@ namespace quorvel::host {
 
 /// A shape that lines go around.
 struct Obstacle {
-  std::uint32_t number = 0;  ///< what the source knows it by
+  std::uint32_t number = 0;  ///< the number that the source uses for it
   Box box;
   bool passSideways = false;  ///< level lines may run through it
   bool passUpright = false;   ///< upright lines may

@@ -10,7 +10,7 @@
 namespace quorvel::host {
 namespace {
 
-/// Shapes looked at for one way, and rounds of looking; a drawing that needs more is crossed rather than waited for.
+/// Shapes considered for one way, and rounds of the search; where more are needed, the line crosses shapes.
 constexpr std::size_t mostObstacles = 160;
 constexpr int mostRounds = 40;
 constexpr std::size_t mostTaken = 24;
@@ -256,7 +256,7 @@ Route findRoute(const RouteRequest& request, const ObstacleSource& source) {
     for (const Port& port : *ports) ends.push_back(port.exit);
   }
   const Box between = boundsOf(ends).grown(request.clearX, request.clearY);
-  // Between ends far apart lie more shapes than a way meets; they are learned of one by one.
+  // Between ends far apart are more shapes than a way meets; they are added one by one.
   constexpr double far = 64;
   if (between.width() < far * request.clearX && between.height() < far * request.clearY) learn(between);
   for (const Point& end : ends) learn(Box{end.x, end.y, end.x, end.y}.grown(2 * request.clearX, 2 * request.clearY));
@@ -268,7 +268,7 @@ Route findRoute(const RouteRequest& request, const ObstacleSource& source) {
   bool learned = true;
   for (int round = 0; round < mostRounds && learned; ++round) {
     route = findAmong(request, known, taken);
-    // Shapes beyond those known matter only where the way goes.
+    // Shapes beyond those known matter only along the way.
     learned = false;
     for (std::size_t i = 1; i < route.line.size(); ++i)
       learned |= learn(Box::around(route.line[i - 1], route.line[i]).grown(request.clearX, request.clearY));

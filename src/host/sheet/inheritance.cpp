@@ -228,7 +228,8 @@ CellKey keyByLocalName(const Store& store, SheetId sheet, const CellKey& key) {
 
 namespace {
 
-/// Finds rows of a list that grows; long lists get an index, so that a walk over them stays in step with their length.
+/// Finds rows of a list that grows; long lists get an index, so that walking over them takes time in proportion to
+/// their length.
 class RowPlaces {
  public:
   using Place = std::vector<RowView>::iterator;

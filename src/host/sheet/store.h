@@ -135,7 +135,7 @@ class Store {
 
   /// A document with its sheet and the style "No Style" (ID 0), without pages.
   DocumentId addDocument(std::string name);
-  /// Everything in it goes.
+  /// With everything in it.
   void removeDocument(DocumentId id);
   /// At `place` among the pages (-1: last), with its sheet and a fresh file ID.
   PageId addPage(DocumentId document, std::string name, int place = -1);

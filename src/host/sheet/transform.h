@@ -1,4 +1,4 @@
-// Where a shape's own coordinates lie in its parent's and on the page. Inches, y upward.
+// From a shape's own coordinates to its parent's and the page's. Inches, y upward.
 #pragma once
 
 #include "host/geometry/matrix.h"

@@ -46,7 +46,7 @@ std::unique_ptr<PageFields> Editor::fieldsOf(PageId id) const {
   return std::make_unique<PageFields>(PageFields{page.name, page.universalName, page.background, page.backPage});
 }
 
-/// Text pieces remember what each field showed last; what a changed field showed is no longer true.
+/// Text pieces keep what each field showed last; for a changed field that is discarded.
 void Editor::forgetShown(const CellAddress& cell) {
   const Sheet& sheet = *store_.sheet(cell.sheet);
   if (cell.key.section != SectionNumber::TextField || !sheet.text) return;

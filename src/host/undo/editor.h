@@ -38,16 +38,16 @@ class Editor {
     commit(PageFieldsExchange{page, std::move(fields)});
   }
   void addConnect(PageId page, Connect connect);
-  /// Those for which `goes` is true.
-  template <class Goes>
-  void removeConnects(PageId page, Goes goes) {
+  /// Those for which `isRemoved` is true.
+  template <class Test>
+  void removeConnects(PageId page, Test isRemoved) {
     const auto& connects = std::as_const(store_).page(page)->connects;
     for (std::size_t i = connects.size(); i-- > 0;) {
-      if (goes(connects[i])) commit(ConnectExchange{page, i, std::nullopt});
+      if (isRemoved(connects[i])) commit(ConnectExchange{page, i, std::nullopt});
     }
   }
   /// The store, for objects in the making: documents and what is made of a document before the log knows it. What is
-  /// made goes to the log by one of the calls below.
+  /// made is handed to the log by one of the calls below.
   Store& making() { return store_; }
   /// The parts of a document that no step changes: its name and folder, its properties and its marks.
   Document& documentFields(DocumentId document) { return *store_.document(document); }

@@ -28,7 +28,7 @@ struct RowExchange {
   SheetId sheet;
   SectionNumber section = SectionNumber::None;
   RowKey row;
-  std::size_t place = 0;  ///< where the row belongs; upkeep that undo does not know of may have moved it
+  std::size_t place = 0;  ///< where the row belongs; upkeep, which is no step, may have moved it
   std::optional<Row> held;
 };
 

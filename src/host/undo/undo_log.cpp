@@ -8,7 +8,7 @@
 namespace quorvel::host {
 namespace {
 
-/// The sheets that were made by these entries, members included. A shape that was moved into a group on the way
+/// The sheets that were made by these entries, members included. A shape that was moved into a group meanwhile
 /// is not one of those that were made with the group.
 std::unordered_set<SheetId> sheetsMadeIn(std::span<const Exchange> entries, const Store& store) {
   std::unordered_set<SheetId> made, moved;

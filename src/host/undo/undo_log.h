@@ -126,7 +126,7 @@ class UndoLog {
   std::map<DocumentId, History> histories_;
   std::vector<Scope> scopes_;
   Step open_;
-  /// Scopes are announced by number as the host's own commands are; those have the numbers below 65,536.
+  /// Scopes have numbers in events, as the host's own commands have; those have the numbers below 65,536.
   int lastNumber_ = 0xFFFF;
   bool suspended_ = false;
   std::vector<std::uint64_t> changeCounts_;  ///< by document number
