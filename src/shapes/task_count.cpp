@@ -16,8 +16,7 @@ bool isOnlyTaskOnPage(const Page& page) {
   const Shapes shapes = page.Shapes();
   int found = 0;
   for (int i = shapes.Count().or_(0); i > 0 && found < 2; --i) {
-    const Shape shape = shapes.Item(i);
-    found += IsTask(shape) && isTopLevel(shape);
+    found += IsTask(shapes.Item(i));
   }
   return found == 1;
 }
