@@ -205,7 +205,7 @@ void SheetWriter::cells(XmlWriter& writer, const Row& row, SectionNumber section
   const CarriedRow* const carry = carried<CarriedRow>(row.extras);
   const bool lettered = section == SectionNumber::Connection && isLetteredConnection(carry);
   static constexpr std::string_view letteredNames[] = {"X", "Y", "A", "B", "C", "D"};
-  // Some elements want their cells in the order of the columns, so that those that are no cells go among the others.
+  // Some elements need their cells in the order of the columns, so that those that are no cells go among the others.
   std::vector<std::pair<Column, const CarriedCell*>> absent;
   if (carry) {
     for (const CarriedCell& one : carry->cells) {
@@ -357,7 +357,7 @@ void SheetWriter::geometry(XmlWriter& writer, const host::Sheet& sheet, const Se
         writeRelativeRow(writer, store_, sheet, section.number, row, host::RowTag(type), whole && !row.deleted);
         continue;
       }
-      // The kind of a deleted row may be unknown; readers want one, and none of them draws it.
+      // The kind of a deleted row may be unknown; readers need one, and none of them draws it.
       const std::string_view name = type == 0 && row.deleted ? "LineTo" : rowTypeName(type);
       if (name.empty()) continue;
       writer.start(name).attribute("IX", static_cast<long>(row.key.index()));

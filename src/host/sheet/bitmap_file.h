@@ -1,4 +1,4 @@
-// Bitmaps as drawings and metafiles hold them: without the header that a bitmap file begins with and viewers want.
+// Bitmaps as drawings and metafiles hold them: without the header that a bitmap file begins with and viewers need.
 #pragma once
 
 #include <string>

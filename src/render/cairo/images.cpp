@@ -30,7 +30,7 @@ struct Loader {
   }
 };
 
-/// Cairo wants one native-endian word for each pixel, its colours multiplied by their opacity.
+/// Cairo needs one native-endian word for each pixel, its colours multiplied by their opacity.
 std::uint32_t premultiplied(const guchar* pixel, bool hasAlpha) {
   const std::uint32_t alpha = hasAlpha ? pixel[3] : 255;
   const auto scaled = [&](guchar colour) { return (colour * alpha + 127) / 255; };
