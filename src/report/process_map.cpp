@@ -83,7 +83,7 @@ class PageReader {
 
   ShapeKey shapeKey(SheetId shape) const { return {index_, store_.sheet(shape)->shapeId}; }
 
-  /// A time of zero is no time, and a text that is none neither.
+  /// A time of zero, or a text that is no time, counts as none.
   std::string duration(SheetId sheet, std::string_view cell) const {
     const CellKey key = keyOf(cell);
     if (!key || !host::cellExists(store_, sheet, key, false)) return {};

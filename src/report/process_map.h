@@ -22,7 +22,7 @@ struct ShapeKey {
 
 struct Task {
   ShapeKey shape;
-  std::string uniqueId;  ///< "{…}", the same for the life of the shape; empty when it has none
+  std::string uniqueId;  ///< "{…}", never changes; empty when it has none
   std::string id, description, responsibleRole;
   std::vector<std::string> supportingRoles;  ///< those that are filled, in order
   std::string guidelines, resources;         ///< entries joined by ";"
@@ -76,7 +76,7 @@ struct MapPage {
 struct ProcessMap {
   std::string title, templateName;
   bool isStencil = false;
-  bool isProcessMap = false;  ///< based on our template, by its name
+  bool isProcessMap = false;  ///< based on Quorvel's template, by its name
   std::vector<std::string> masters;
   std::vector<std::string> roles;  ///< the document's list
   std::vector<std::string> timeUnits, timeUnitAbbreviations, frequencies, frequencyAbbreviations;  ///< likewise
@@ -88,7 +88,7 @@ ProcessMap readProcessMap(const host::Store& store, host::DocumentId document);
 
 /// By the master of the shape, or of the instance that it is a member of.
 schema::ShapeClass classOfShape(const host::Store& store, host::SheetId shape);
-/// What the shape is called in lists and pictures: a Task's ID, the ID that a connector shows, or the shape's name.
+/// The shape's label in lists and pictures: a Task's ID, the ID that a connector shows, or the shape's name.
 std::string labelOfShape(const host::Store& store, host::SheetId shape);
 
 /// Address and sub-address as one text, joined by "#" when both are there.

@@ -12,7 +12,7 @@ namespace quorvel {
 
 std::vector<render::Theme> themesOf(const host::Document& document);
 
-/// Answers the formulas that ask for a theme. A document's themes are read when one asks first.
+/// Gives formulas the values of themes. A document's themes are read at the first request.
 class DocumentThemes : public host::ThemeValues {
  public:
   Maybe<host::Value> valueOf(const host::Store& store, host::SheetId sheet, std::string_view property) const override;

@@ -14,8 +14,8 @@
 namespace quorvel {
 namespace {
 
-/// The files that this process holds. A child would still hold them when their owner has ended, so it closes its own
-/// copies; the owner's lock stays.
+/// The files that this process locks. A child would still lock them after their owner has ended, so it closes its own
+/// copies; the owner's lock remains.
 struct HeldFiles {
   std::mutex access;
   std::vector<int> files;
@@ -53,7 +53,7 @@ HeldFile::HeldFile(const std::string& fileName, std::string& error) {
     return;
   }
   held.files.push_back(file_);
-  // Someone who looks whether it is held may have it for a moment. Where locks are unknown, it goes without.
+  // Another process that tests the lock may have it for a moment. Where locks are not supported, there is none.
   while (::flock(file_, LOCK_EX) != 0 && errno == EINTR) continue;
 }
 
@@ -65,7 +65,7 @@ HeldFile::~HeldFile() {
   ::close(file_);
 }
 
-/// In a child the number of the file is another file's by now.
+/// In a child the file's number may belong to another file by now.
 bool HeldFile::isOurs() const { return file_ >= 0 && forks_ == heldFiles().forks; }
 
 bool HeldFile::write(std::string_view text) {

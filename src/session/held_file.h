@@ -1,4 +1,4 @@
-// A file that a running program holds, so that others can find out whether its owner still runs. Process numbers cannot
+// A file that a running program locks, so that others can find out whether its owner still runs. Process numbers cannot
 // show that: in containers every program has the same.
 #pragma once
 
@@ -7,10 +7,10 @@
 
 namespace quorvel {
 
-/// How often this process was forked off another: objects made before belong to that one.
+/// How many forks led to this process: objects made before a fork belong to the parent.
 unsigned forksSoFar();
 
-/// Held from its making to the end of the object or of the process that made it, whatever becomes of its children.
+/// Locked from its creation to the end of the object or of the process that made it, even if its children go on.
 class HeldFile {
  public:
   /// Makes the file for this user alone. It must not exist; `error` says why it could not be made.
@@ -29,7 +29,7 @@ class HeldFile {
   unsigned forks_ = 0;
 };
 
-/// True while the file exists and its owner, in whatever process, holds it.
+/// True while the file exists and its owner, in any process, has it locked.
 bool isHeld(const std::string& fileName);
 
 }  // namespace quorvel

@@ -34,7 +34,7 @@ std::string_view nameOf(schema::ShapeClass shapeClass) {
   return {};
 }
 
-/// Says of each Task, link and connector on the page what it is, so that a web page around the picture can find it.
+/// Adds the class of each Task, link and connector on the page, so that a web page around the picture can find it.
 void describeShapes(render::Scene& scene, const host::Store& store) {
   int depth = 0;
   for (render::SceneItem& item : scene.items) {

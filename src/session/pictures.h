@@ -1,4 +1,4 @@
-// Pages as picture files: which format a file name asks for, and the bytes of the file.
+// Pages as picture files: the format of a file name, and the bytes of the file.
 #pragma once
 
 #include <span>
@@ -21,7 +21,7 @@ struct PictureOptions {
   double pixelsPerInch = 150;  ///< of a PNG
 };
 
-/// What a picture of the page shows: with its background pages, in the document's themes. Top-level shapes carry their
+/// What a picture of the page shows: with its background pages, in the document's themes. Top-level shapes have their
 /// class ("task", "task-link", "process-connector"), a Task its ID, and their unique ID; the ids inside the picture
 /// begin with the page's number.
 render::Scene sceneOfPage(const host::Store& store, const host::Document& document, host::PageId page);

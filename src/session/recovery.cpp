@@ -25,7 +25,7 @@ constexpr std::string_view section = "Recovery";
 constexpr const char* companionEnding = ".recovery";
 constexpr int patience = 20;  ///< a copy takes at most one part in twenty of the time
 
-/// Between the document's name and the random part of a copy's. A name of this form is given to nothing else.
+/// Between the document's name and the random part of a copy's. No other file gets a name of this form.
 constexpr std::string_view mark = " recovery-";
 constexpr std::size_t randomLetters = 32;
 /// A longer name is cut, so that the whole file name stays below 255 bytes.
@@ -92,7 +92,7 @@ std::string contentsOfCompanion(const std::string& file) {
   return contents;
 }
 
-/// Puts another value into a cell for as long as it lives, without a step and without events.
+/// Puts another value into a cell during its lifetime, without a step and without events.
 class TemporaryValue {
  public:
   TemporaryValue(host::Sheet& sheet, std::string_view cell, host::Value value) {
@@ -128,7 +128,7 @@ std::string companionText(const host::Document& document) {
 
 std::string writeCopyAside(host::Engine& engine, host::DocumentId id, const std::string& fileName) {
   const host::Document* document = engine.store().document(id);
-  if (!document) return fileName + " was not written: the document is gone.";
+  if (!document) return fileName + " was not written: the document is closed.";
   const TemporaryValue addinIsMissing(*engine.edit().making().sheet(document->sheet), "User.AddinIsFound",
                                       host::Value::number(0));
   const host::Outcome written = host::writeCopy(engine, id, fileName);
@@ -185,7 +185,7 @@ void RecoveryCopies::removeSettled() {
   }
 }
 
-/// The copy goes first: what is left of a removal that was cut short is no copy.
+/// The copy is removed first: what an interrupted removal leaves is then no copy.
 void RecoveryCopies::remove(Copy& copy) {
   ::unlink(copy.file.c_str());
   ::unlink((copy.file + companionEnding).c_str());
@@ -198,7 +198,7 @@ void RecoveryCopies::update() {
     if (const host::Document& document = *engine_.store().document(id); !document.saved) write(id, document);
 }
 
-/// Makes the files of a copy, the companion first: it is held before there is a copy to be found.
+/// Makes the files of a copy, the companion first: it is locked before the copy exists.
 std::string RecoveryCopies::make(Copy& copy) const {
   makeFolder(folder_);
   const std::string random = randomName();
@@ -266,8 +266,8 @@ std::vector<LeftBehind> copiesLeftBehind(const std::string& folder) {
     if (!name || !isOwnFile(copy, status) || status.st_size == 0 || isHeld(companionFile)) continue;
     const std::string companion = contentsOfCompanion(companionFile);
     const auto value = [&](std::string_view key) { return profileValue(companion, section, key).or_({}); };
-    const std::string told = value("Name");
-    found.push_back({copy, value("Original"), told.empty() ? *name : told});
+    const std::string written = value("Name");
+    found.push_back({copy, value("Original"), written.empty() ? *name : written});
   }
   std::ranges::sort(found, {}, &LeftBehind::copy);
   return found;

@@ -1,4 +1,4 @@
-// Copies of unsaved work, written aside while it is worked on, so that a crash or a power cut costs minutes at most.
+// Copies of unsaved work, written while the user works, so that a crash or a power failure loses only the last minutes.
 #pragma once
 
 #include <chrono>
@@ -18,14 +18,15 @@ namespace quorvel {
 /// commands where it is missing. Empty when it went well, else one sentence.
 std::string writeCopyAside(host::Engine& engine, host::DocumentId document, const std::string& fileName);
 
-/// Writes a copy of each document with unsaved changes into a folder, again when it has changed since; the copy goes
-/// when the document is saved or closed. Copies of documents that are unsaved at the end stay, whatever ended: a
-/// process that died, a script with an error. Each copy has a name of its own that no other process takes, and is held
-/// as long as its process runs. A child that was forked off writes copies of its own.
+/// Writes a copy of each document with unsaved changes into a folder, again when it has changed since; the copy is
+/// removed when the document is saved or closed. Copies of documents that are unsaved at the end remain, after any end:
+/// a process that crashed, a script with an error. Each copy has a name of its own that no other process takes, and is
+/// locked as long as its process runs. A child that was forked off writes copies of its own.
 class RecoveryCopies : ApplicationEvents {
  public:
   /// The folder is made, for the user alone, when the first copy is written. From here on a copy is written after a
-  /// step when the last one is older than `interval`, or than twenty times what it took: large drawings must not stall.
+  /// step when the last one is older than `interval`, or than twenty times what it took: large drawings must not become
+  /// slow.
   RecoveryCopies(host::Engine& engine, const std::string& folder,
                  std::chrono::seconds interval = std::chrono::seconds(60));
   ~RecoveryCopies() override;
@@ -33,7 +34,7 @@ class RecoveryCopies : ApplicationEvents {
   RecoveryCopies& operator=(const RecoveryCopies&) = delete;
 
   /// Updates the copies now. A copy that can't be written is skipped; the last such sentence stays in
-  /// `lastError`, because failing to guard work must not stop it.
+  /// `lastError`, because a failed copy must not stop the work.
   void update();
   std::string lastError;
 
@@ -51,7 +52,7 @@ class RecoveryCopies : ApplicationEvents {
   void BeforeDocumentClose(Document document) override;
 
   void updateWhenDue();
-  /// Lets go of what belongs to the process that this one was forked off.
+  /// Closes the files of the parent process after a fork.
   void leaveToParent();
   void removeSettled();
   static void remove(Copy& copy);
@@ -77,9 +78,9 @@ struct LeftBehind {
 /// for a folder that is not there.
 std::vector<LeftBehind> copiesLeftBehind(const std::string& folder);
 
-/// Removes a copy and what belongs to it, once it was opened or is not wanted; what is removed already is skipped.
-/// Empty when it went well, else why not, as the end of a sentence that begins with the file's name: only what was
-/// written as a copy is removed, and only when no running process holds it.
+/// Removes a copy and what belongs to it, after it was opened or when it is not needed; what is removed already is
+/// skipped. Empty when it went well, else why not, as the end of a sentence that begins with the file's name: only what
+/// was written as a copy is removed, and only when no running process holds it.
 std::string discardCopy(const std::string& copy);
 
 }  // namespace quorvel

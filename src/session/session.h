@@ -19,7 +19,7 @@ struct SessionOptions {
   std::string installFolder;
   /// Empty: the user's own.
   std::string configurationFolder;
-  /// False for a host that the add-in does not know of.
+  /// False for a host that the add-in is not connected to.
   bool connectAddin = true;
   /// Where copies of unsaved work are kept; empty: none are.
   std::string recoveryFolder;

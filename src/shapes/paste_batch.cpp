@@ -6,7 +6,7 @@ namespace quorvel::addin {
 
 namespace {
 
-void forgetAnswers(dsrVisioConnect& connect, const Document& document) {
+void discardAnswers(dsrVisioConnect& connect, const Document& document) {
   connect.batchDocument = document;
   connect.flagTimeUnitAbbr = false;
   connect.flagFeqAbbr_1 = false;
@@ -20,7 +20,7 @@ void beginPasteBatch(dsrVisioConnect& connect, const Window& window, const Docum
   if (!isInitialized(document)) return;
   connect.flagShapeAdded = true;
   if (!hasQuorvelTemplate(document)) return;
-  forgetAnswers(connect, document);
+  discardAnswers(connect, document);
   // A deletion that is still pending has selected the one shape it asks about.
   const bool deletionPending = connect.DeleteShape && window.Selection().Count() == 1;
   if (!deletionPending) connect.DeleteShape = false;
@@ -29,7 +29,7 @@ void beginPasteBatch(dsrVisioConnect& connect, const Window& window, const Docum
 void joinPasteBatch(dsrVisioConnect& connect, const Document& document) {
   if (connect.batchDocument == document) return;
   connect.flagShapeAdded = true;
-  forgetAnswers(connect, document);
+  discardAnswers(connect, document);
 }
 
 }  // namespace quorvel::addin

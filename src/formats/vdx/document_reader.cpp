@@ -23,7 +23,7 @@ namespace {
 
 using host::PageId;
 
-constexpr std::string_view getAgain = "copy or download it again, or save it anew in the program that made it";
+constexpr std::string_view getAgain = "copy or download it again, or save it again in its own program";
 
 bool readPicture(ReadState&, const ShapeSource&, host::Sheet& sheet, pugi::xml_node node) {
   Maybe<std::string> bytes = fromBase64(innerText(node));

@@ -19,7 +19,7 @@ using host::PageId;
 using host::SheetId;
 
 constexpr std::string_view contentTypesPart = "/[Content_Types].xml";
-constexpr std::string_view getAgain = "copy or download it again, or save it anew in the program that made it";
+constexpr std::string_view getAgain = "copy or download it again, or save it again in its own program";
 
 std::string damagedPart(std::string_view part, std::string_view wrong) {
   return "is damaged: in its part " + std::string(part) + " " + std::string(wrong) + "; " + std::string(getAgain);

@@ -33,7 +33,7 @@ Maybe<Variant> InMemoryHost::getSectionOrRow(const ObjectRef& object, Member mem
   }
   const auto section = static_cast<SectionNumber>(object.part >> 32);
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
-  if (!rowExists(engine_.store(), sheet, section, row, false)) return refuse("the row is gone");
+  if (!rowExists(engine_.store(), sheet, section, row, false)) return refuse("the row is deleted");
   if (member == Member::Row_Name || member == Member::Row_NameU)
     return Variant(rowNameOf(engine_.store(), {sheet, {section, row, 0}},
                              member == Member::Row_Name ? NameKind::Local : NameKind::Universal));
@@ -59,7 +59,7 @@ Maybe<Variant> InMemoryHost::getCell(const CellAddress& cell, Member member, Arg
   const Store& store = engine_.store();
   const bool exists = cellExists(store, cell.sheet, cell.key, false);
   // The first field of an empty text can be written and has a place, though there is nothing to read yet.
-  if (!exists && !isFirstField(engine_, cell)) return refuse("the cell is gone");
+  if (!exists && !isFirstField(engine_, cell)) return refuse("the cell is deleted");
   switch (member) {
     case Member::Cell_Shape:
       return Variant(refTo(ObjectKind::Shape, cell.sheet.value));

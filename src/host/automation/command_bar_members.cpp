@@ -39,7 +39,7 @@ Maybe<Variant> InMemoryHost::getCommandBars(const ObjectRef& object, Member memb
   if (object.kind == ObjectKind::CommandBarControls) {
     const Bar* bar = bars.bar(object.id);
     const BarControl* menu = bars.control(object.id);
-    if (!bar && !menu) return refuse("the toolbar is gone");
+    if (!bar && !menu) return refuse("the toolbar is deleted");
     const auto& items = bar ? bar->items : menu->items;
     if (member == Member::CommandBarControls_Count) return whole(static_cast<int>(items.size()));
     if (member == Member::CommandBarControls_ItemByName) {
@@ -56,7 +56,7 @@ Maybe<Variant> InMemoryHost::getCommandBars(const ObjectRef& object, Member memb
   }
   if (object.kind == ObjectKind::CommandBar) {
     const Bar* bar = bars.bar(object.id);
-    if (!bar) return refuse("the toolbar is gone");
+    if (!bar) return refuse("the toolbar is deleted");
     switch (member) {
       case Member::CommandBar_Context:
         return Variant(bar->context);
@@ -89,7 +89,7 @@ Maybe<Variant> InMemoryHost::getCommandBars(const ObjectRef& object, Member memb
     }
   }
   const BarControl* control = bars.control(object.id);
-  if (!control) return refuse("the control is gone");
+  if (!control) return refuse("the control is deleted");
   switch (member) {
     case Member::CommandBarControl_BeginGroup:
       return Variant(control->beginGroup);
@@ -162,7 +162,7 @@ bool InMemoryHost::putCommandBars(const ObjectRef& object, Member member, const 
       return true;
     }
   }
-  refuse("the object is gone or the property can't be put so");
+  refuse("the object is deleted or the property can't be put so");
   return false;
 }
 
@@ -176,7 +176,7 @@ Maybe<Variant> InMemoryHost::callCommandBars(const ObjectRef& object, Member mem
       return Variant(refTo(ObjectKind::CommandBar, bars.addBar(std::string(*name), integerAt(arguments, 1).or_(1))));
     }
     case ObjectKind::CommandBar:
-      if (!bars.bar(object.id)) return refuse("the toolbar is gone");
+      if (!bars.bar(object.id)) return refuse("the toolbar is deleted");
       bars.removeBar(object.id);
       return done;
     case ObjectKind::CommandBarControls: {
@@ -184,7 +184,7 @@ Maybe<Variant> InMemoryHost::callCommandBars(const ObjectRef& object, Member mem
       const int type = integerAt(arguments, 0).or_(0);
       if (type != buttonType && type != menuType) return refuse("no such kind of control");
       const bool isBar = bars.bar(object.id) != nullptr;
-      if (!isBar && !bars.control(object.id)) return refuse("the toolbar is gone");
+      if (!isBar && !bars.control(object.id)) return refuse("the toolbar is deleted");
       const std::uint32_t made = bars.addControl(isBar ? object.id : 0, isBar ? 0 : object.id, type == menuType,
                                                  integerAt(arguments, 1).or_(0));
       return Variant(refTo(ObjectKind::CommandBarControl, made));
@@ -193,7 +193,7 @@ Maybe<Variant> InMemoryHost::callCommandBars(const ObjectRef& object, Member mem
       break;
   }
   BarControl* control = bars.control(object.id);
-  if (!control) return refuse("the control is gone");
+  if (!control) return refuse("the control is deleted");
   switch (member) {
     case Member::CommandBarControl_Delete:
       if (control->builtIn) return refuse("the host's own items stay");

@@ -19,7 +19,7 @@ Maybe<Variant> InMemoryHost::getConnects(const ObjectRef& object, Member member,
   if (object.kind == ObjectKind::Connects) {
     const Sheet* sheet = object.part == ofPage ? nullptr : store.sheet(SheetId{object.id});
     const Page* page = store.page(sheet ? sheet->page : PageId{object.id});
-    if (!page) return refuse("the shape stands on no page");
+    if (!page) return refuse("the shape is on no page");
     std::vector<std::uint64_t> parts;
     for (const Connect& connect : page->connects) {
       const int shape = object.part == ofShape ? connect.fromShape : connect.toShape;
@@ -35,7 +35,7 @@ Maybe<Variant> InMemoryHost::getConnects(const ObjectRef& object, Member member,
     if (partOf(connect) != object.part) continue;
     const bool isFrom = member == Member::Connect_FromSheet || member == Member::Connect_FromCell;
     const auto shape = page.byShapeId.find(isFrom ? connect.fromShape : connect.toShape);
-    if (shape == page.byShapeId.end()) return refuse("the shape is gone");
+    if (shape == page.byShapeId.end()) return refuse("the shape is deleted");
     switch (member) {
       case Member::Connect_FromSheet:
       case Member::Connect_ToSheet:

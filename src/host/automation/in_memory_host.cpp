@@ -132,7 +132,7 @@ bool InMemoryHost::admits(const ObjectRef& object, Member member) {
     return false;
   }
   if (!alive(object)) {
-    refuse("the object is gone");
+    refuse("the object is deleted");
     return false;
   }
   return true;
@@ -319,7 +319,7 @@ std::string InMemoryHost::describe(const ObjectRef& object) const {
   const Store& store = engine_.store();
   const auto pageName = [&](PageId id) {
     const Page* page = store.page(id);
-    if (!page) return std::string("a page that is gone");
+    if (!page) return std::string("a page that is deleted");
     return page->master ? "master " + store.master(page->master)->name : "page " + page->name;
   };
   switch (object.kind) {
@@ -327,7 +327,7 @@ std::string InMemoryHost::describe(const ObjectRef& object) const {
     case ObjectKind::Pages:
     case ObjectKind::Masters: {
       const Document* document = store.document(DocumentId{object.id});
-      return document ? document->name : "a document that is gone";
+      return document ? document->name : "a document that is deleted";
     }
     case ObjectKind::Page:
     case ObjectKind::Layers:
@@ -348,7 +348,7 @@ std::string InMemoryHost::describe(const ObjectRef& object) const {
     case ObjectKind::Hyperlinks:
     case ObjectKind::Hyperlink: {
       const Sheet* sheet = store.sheet(SheetId{object.id});
-      if (!sheet) return "a shape that is gone";
+      if (!sheet) return "a shape that is deleted";
       if (sheet->kind == SheetKind::Document) return store.document(sheet->document)->name;
       if (sheet->kind == SheetKind::Page) return pageName(sheet->page);
       if (!sheet->isShape()) return "style " + sheet->name;

@@ -87,11 +87,11 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
       return Variant(sheet.isShape() && store.page(sheet.page) ? refTo(ObjectKind::Page, sheet.page.value)
                                                                : ObjectRef{});
     case Member::Shape_ContainingPage:
-      if (!store.page(sheet.page) || store.page(sheet.page)->master) return refuse("the sheet stands on no page");
+      if (!store.page(sheet.page) || store.page(sheet.page)->master) return refuse("the sheet is on no page");
       return Variant(refTo(ObjectKind::Page, sheet.page.value));
     case Member::Shape_ContainingShape:
       if (sheet.parent) return Variant(refTo(ObjectKind::Shape, sheet.parent.value));
-      if (!sheet.isShape()) return refuse("the sheet stands in no shape");
+      if (!sheet.isShape()) return refuse("the sheet is in no shape");
       return Variant(refTo(ObjectKind::Shape, store.page(sheet.page)->sheet.value));
     case Member::Shape_Document:
       return Variant(refTo(ObjectKind::Document, sheet.document.value));

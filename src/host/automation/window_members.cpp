@@ -48,7 +48,7 @@ std::vector<SheetId> InMemoryHost::listed(const SelectionSnapshot& snapshot) con
 
 Maybe<Variant> InMemoryHost::getSelection(const ObjectRef& object, Member member, Arguments arguments) {
   const SelectionSnapshot* snapshot = engine_.selections().find(object.id);
-  if (!snapshot) return refuse("the selection is gone");
+  if (!snapshot) return refuse("the selection is deleted");
   if (member == Member::Selection_IterationMode) return Variant(std::int64_t{snapshot->iterationMode});
   const std::vector<SheetId> shapes = listed(*snapshot);
   if (member == Member::Selection_Count) return Variant(static_cast<std::int64_t>(shapes.size()));
@@ -59,7 +59,7 @@ Maybe<Variant> InMemoryHost::getSelection(const ObjectRef& object, Member member
 
 Maybe<Variant> InMemoryHost::callSelection(const ObjectRef& object, Member member) {
   const SelectionSnapshot* snapshot = engine_.selections().find(object.id);
-  if (!snapshot) return refuse("the selection is gone");
+  if (!snapshot) return refuse("the selection is deleted");
   const bool regroups = member == Member::Selection_Group || member == Member::Selection_Ungroup;
   // Members that are selected are grouped among themselves, however the selection is walked.
   std::vector<SheetId> shapes = listed(regroups ? SelectionSnapshot{snapshot->shapes, skipSuper} : *snapshot);
@@ -79,7 +79,7 @@ bool InMemoryHost::putSelection(const ObjectRef& object, const Argument& value) 
   SelectionSnapshot* snapshot = engine_.selections().find(object.id);
   const Maybe<int> mode = integerOf(value);
   if (!snapshot || !mode) {
-    refuse("the selection is gone or the mode is no number");
+    refuse("the selection is deleted or the mode is no number");
     return false;
   }
   snapshot->iterationMode = *mode;
@@ -180,7 +180,7 @@ Maybe<Variant> InMemoryHost::getLayers(const ObjectRef& object, Member member, A
   }
   const auto layer = static_cast<int>(object.part);
   if (std::none_of(rows.begin(), rows.end(), [&](const RowView& row) { return int(row.key.index()) == layer; }))
-    return refuse("the layer is gone");
+    return refuse("the layer is deleted");
   if (member == Member::Layer_Name) return Variant(layerName(engine_.store(), page, layer));
   const int column = integerAt(arguments, 0).or_(-1);
   const CellKey key{SectionNumber::Layer, RowKey::index(static_cast<std::uint32_t>(layer)),
@@ -201,7 +201,7 @@ Maybe<Variant> InMemoryHost::callLayers(const ObjectRef& object, Member member, 
   const auto layer = static_cast<int>(object.part);
   if (layer >= 0 && !rowExists(engine_.store(), engine_.store().page(page)->sheet, SectionNumber::Layer,
                                RowKey::index(static_cast<std::uint32_t>(layer)), false))
-    return refuse("the layer is gone");
+    return refuse("the layer is deleted");
   const Maybe<ObjectRef> shape = referenceAt(arguments, 0, ObjectKind::Shape);
   const Sheet* sheet = shape ? engine_.store().sheet(SheetId{shape->id}) : nullptr;
   if (!sheet || sheet->page != page) return refuse("the shape is not on the layer's page");
@@ -218,7 +218,8 @@ Maybe<Variant> InMemoryHost::getHyperlinks(const ObjectRef& object, Member membe
     return Variant(engine_.refToHyperlink(sheet, rows[static_cast<std::size_t>(index)].key));
   }
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
-  if (!rowExists(engine_.store(), sheet, SectionNumber::Hyperlink, row, false)) return refuse("the hyperlink is gone");
+  if (!rowExists(engine_.store(), sheet, SectionNumber::Hyperlink, row, false))
+    return refuse("the hyperlink is deleted");
   const auto value = [&](std::string_view column) {
     return cellValue(engine_.store(), sheet, hyperlinkCell(object, column));
   };
@@ -236,7 +237,7 @@ bool InMemoryHost::putHyperlink(const ObjectRef& object, Member member, const Ar
   const SheetId sheet{object.id};
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
   if (!rowExists(engine_.store(), sheet, SectionNumber::Hyperlink, row, false)) {
-    refuse("the hyperlink is gone");
+    refuse("the hyperlink is deleted");
     return false;
   }
   const bool isTruth = member == Member::Hyperlink_NewWindow || member == Member::Hyperlink_IsDefaultLink;

@@ -180,7 +180,7 @@ Outcome writeCopy(Engine& engine, DocumentId id, const std::string& fileName) {
 
 Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName) {
   const Document* document = engine.store().document(id);
-  if (!document) return Outcome::refused("the document is gone");
+  if (!document) return Outcome::refused("the document is deleted");
   const bool saveAs = !fileName.empty();
   if (!saveAs && document->path.empty()) return Outcome::refused("the document was never saved; give it a file name");
   if (!saveAs && document->readOnly) return Outcome::refused("the document was opened for reading only");
@@ -213,7 +213,7 @@ Outcome saveDocument(Engine& engine, DocumentId id, const std::string& fileName)
 }
 
 Outcome closeDocument(Engine& engine, DocumentId id) {
-  if (!engine.store().document(id)) return Outcome::refused("the document is gone");
+  if (!engine.store().document(id)) return Outcome::refused("the document is deleted");
   // A scope that a script holds open does not need the other documents; a command may.
   if (engine.isInCommand() || engine.undo().isInOpenStep(id))
     return Outcome::refused("a document can't be closed inside a command");

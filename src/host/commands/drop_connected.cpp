@@ -40,12 +40,12 @@ ShapeOutcome dropConnected(Engine& engine, PageId page, MasterId master, SheetId
                            MasterId connector) {
   const auto refused = [](std::string reason) { return ShapeOutcome{Outcome::refused(std::move(reason)), {}}; };
   const Store& store = engine.store();
-  if (!store.page(page)) return refused("the page is gone");
+  if (!store.page(page)) return refused("the page is deleted");
   const Sheet* to = store.sheet(target);
   if (!to || !to->isShape() || to->page != page || to->parent) return refused("the shape is not on the page itself");
   if (direction < 0 || direction > 4) return refused("no such direction");
-  if (!store.master(master)) return refused("the master is gone");
-  if (connector && !store.master(connector)) return refused("the connector's master is gone");
+  if (!store.master(master)) return refused("the master is deleted");
+  if (connector && !store.master(connector)) return refused("the connector's master is deleted");
   const std::vector<SheetId>& contents = store.page(store.master(master)->contents)->shapes;
   if (contents.empty()) return refused("the master holds no shape");
   const Placement from = placementOf(engine, target),

@@ -45,7 +45,7 @@ Outcome glueTo(Engine& engine, const CellAddress& end, const CellAddress& target
                        endY = objectCell("EndY");
   const Sheet* from = engine.store().sheet(end.sheet);
   const Sheet* to = engine.store().sheet(target.sheet);
-  if (!from || !to) return Outcome::refused("the object is gone");
+  if (!from || !to) return Outcome::refused("the object is deleted");
   const bool begin = end.key == beginX || end.key == beginY;
   if (!begin && end.key != endX && end.key != endY) return Outcome::refused("only the ends of 1-D shapes can be glued");
   if (!findCell(engine.store(), end.sheet, beginX)) return Outcome::refused("only 1-D shapes have ends");

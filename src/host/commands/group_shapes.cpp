@@ -44,7 +44,7 @@ Outcome checkHold(const Store& store, SheetId shape) {
     return cellNumber(store, page, {SectionNumber::Layer, RowKey::index(static_cast<std::uint32_t>(layer)), lock}) != 0;
   };
   if (!layers.empty() && std::all_of(layers.begin(), layers.end(), locks))
-    return Outcome::refused("the shape stands on a locked layer");
+    return Outcome::refused("the shape is on a locked layer");
   if (sheet.parent && number(store, sheet.parent, "LockGroup") != 0)
     return Outcome::refused("the shape is a member of a locked group");
   return Outcome::done();
@@ -61,10 +61,10 @@ Outcome checkGrouping(const Store& store, const std::vector<SheetId>& shapes) {
   for (const SheetId shape : shapes) {
     const Sheet* sheet = store.sheet(shape);
     if (!sheet || !sheet->isShape()) return Outcome::refused("only shapes can be grouped");
-    if (sheet->kind == SheetKind::Guide) return Outcome::refused("a guide stands in no group");
+    if (sheet->kind == SheetKind::Guide) return Outcome::refused("a guide cannot be in a group");
     const Sheet& first = *store.sheet(shapes.front());
     if (sheet->page != first.page || sheet->parent != first.parent)
-      return Outcome::refused("the shapes stand in different groups");
+      return Outcome::refused("the shapes are in different groups");
     if (Outcome held = checkHold(store, shape); !held) return held;
     for (const SheetId each : store.subtree(shape)) {
       if (depthOf(store, each) >= deepestGroup) return Outcome::refused("groups are nested too deeply");

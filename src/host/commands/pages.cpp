@@ -60,7 +60,7 @@ PageId addPage(Engine& engine, DocumentId documentId) {
 
 Outcome deletePage(Engine& engine, PageId id) {
   const Page* page = engine.store().page(id);
-  if (!page || page->master) return Outcome::refused("the page is gone");
+  if (!page || page->master) return Outcome::refused("the page is deleted");
   if (engine.store().document(page->document)->pages.size() < 2)
     return Outcome::refused("a drawing needs at least one page");
   CommandScope scope(engine, page->document, "Delete page");
@@ -76,11 +76,11 @@ Outcome deletePage(Engine& engine, PageId id) {
 
 Outcome renamePage(Engine& engine, PageId id, std::string_view name, NameKind kind) {
   const Page* page = engine.store().page(id);
-  if (!page || page->master) return Outcome::refused("the page is gone");
+  if (!page || page->master) return Outcome::refused("the page is deleted");
   if (trimmed(name).empty()) return Outcome::refused("a page's name can't be empty");
   if ((kind == NameKind::Local ? page->name : page->universalName) == name) return Outcome::done();
   const PageId other = engine.store().pageNamed(page->document, name);
-  if (other && other != id) return Outcome::refused("another page bears this name");
+  if (other && other != id) return Outcome::refused("another page has this name");
   CommandScope scope(engine, page->document, "Page name");
   engine.edit().setPageFields(id, [&](PageFields& fields) { rename(fields.name, fields.universalName, name, kind); });
   recalculatePlace(engine, id);
@@ -91,7 +91,7 @@ Outcome renamePage(Engine& engine, PageId id, std::string_view name, NameKind ki
 
 Outcome setBackground(Engine& engine, PageId id, bool background) {
   const Page* page = engine.store().page(id);
-  if (!page || page->master) return Outcome::refused("the page is gone");
+  if (!page || page->master) return Outcome::refused("the page is deleted");
   if (page->background == background) return Outcome::done();
   CommandScope scope(engine, page->document, "Page kind");
   engine.edit().setPageFields(id, [&](PageFields& fields) { fields.background = background; });
@@ -105,7 +105,7 @@ Outcome setBackground(Engine& engine, PageId id, bool background) {
 
 Outcome setBackPage(Engine& engine, PageId id, PageId background) {
   const Page* page = engine.store().page(id);
-  if (!page || page->master) return Outcome::refused("the page is gone");
+  if (!page || page->master) return Outcome::refused("the page is deleted");
   // A background may have a background of its own, but not itself at any depth.
   for (PageId at = background; at; at = engine.store().page(at)->backPage) {
     if (at == id) return Outcome::refused("a page can't be its own background");

@@ -27,10 +27,10 @@ ShapeOutcome finish(Engine& engine, SheetId shape, CommandScope& scope) {
 }
 
 Outcome checkHome(const Engine& engine, PageId page, SheetId parent) {
-  if (!engine.store().page(page)) return Outcome::refused("the page is gone");
+  if (!engine.store().page(page)) return Outcome::refused("the page is deleted");
   if (!parent) return Outcome::done();
   const Sheet* group = engine.store().sheet(parent);
-  if (!group || !group->isShape()) return Outcome::refused("the group is gone");
+  if (!group || !group->isShape()) return Outcome::refused("the group is deleted");
   if (group->kind == SheetKind::Foreign || group->kind == SheetKind::Guide)
     return Outcome::refused("a picture has no members");
   return Outcome::done();
@@ -90,8 +90,8 @@ void showPage(Engine& engine, WindowId id, PageId page) {
 }
 
 ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, double y) {
-  if (!engine.exists(master)) return refusedShape("the master is gone");
-  if (!engine.exists(page)) return refusedShape("the page is gone");
+  if (!engine.exists(master)) return refusedShape("the master is deleted");
+  if (!engine.exists(page)) return refusedShape("the page is deleted");
   if (engine.store().page(engine.store().master(master)->contents)->shapes.empty())
     return refusedShape("the master holds no shape");
   const DocumentId document = engine.store().page(page)->document;
@@ -240,7 +240,7 @@ Outcome deleteShape(Engine& engine, SheetId shape) { return deleteShapes(engine,
 
 Outcome renameShape(Engine& engine, SheetId id, std::string_view name, NameKind kind) {
   const Sheet* shape = engine.store().sheet(id);
-  if (!shape || !shape->isShape()) return Outcome::refused("only shapes bear a name");
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes have a name");
   if (name.empty()) return Outcome::refused("a name can't be empty");
   CommandScope scope(engine, shape->document, "Name");
   engine.edit().setFields(id, [&](SheetFields& fields) { rename(fields.name, fields.universalName, name, kind); });
@@ -273,7 +273,7 @@ Outcome applyStyle(Engine& engine, SheetId id, std::string_view name) {
 
 Outcome bringForward(Engine& engine, SheetId id, bool toFront) {
   const Sheet* shape = engine.store().sheet(id);
-  if (!shape || !shape->isShape()) return Outcome::refused("only shapes stand in a stack");
+  if (!shape || !shape->isShape()) return Outcome::refused("only shapes have a place in the stack");
   CommandScope scope(engine, shape->document, "Order");
   const std::size_t last = engine.store().siblings(*shape).size() - 1;
   moveTo(engine, id, toFront ? last : std::min(last, placeInStack(engine, id) + 1));
@@ -321,7 +321,7 @@ Outcome paste(Engine& engine, PageId page) {
     return clipboard ? clipboard->shapes : std::vector<SheetId>();
   };
   if (copied().empty()) return Outcome::refused("the clipboard is empty");
-  if (!engine.exists(page)) return Outcome::refused("the page is gone");
+  if (!engine.exists(page)) return Outcome::refused("the page is deleted");
   const DocumentId document = engine.store().page(page)->document;
   CommandScope scope(engine, document, "Paste");
   bringPageToFront(engine, page);

@@ -88,7 +88,7 @@ std::vector<int> layersOf(const Store& store, SheetId shape) {
 
 Outcome setLayerMembership(Engine& engine, SheetId shape, int layer, bool member) {
   const Sheet* sheet = engine.store().sheet(shape);
-  if (!sheet || !sheet->isShape()) return Outcome::refused("only shapes stand on layers");
+  if (!sheet || !sheet->isShape()) return Outcome::refused("only shapes can be on layers");
   CommandScope scope(engine, sheet->document, "Layer membership");
   for (const SheetId each : engine.store().subtree(shape)) {
     std::vector<int> layers = layersOf(engine.store(), each);

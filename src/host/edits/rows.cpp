@@ -153,7 +153,7 @@ int placeOf(const Store& store, SheetId sheet, SectionNumber section, RowKey key
 
 RowOutcome addNamedRow(Engine& engine, SheetId id, int number, std::string_view name) {
   const Sheet* sheet = engine.store().sheet(id);
-  if (!sheet) return refusedRow("the object is gone");
+  if (!sheet) return refusedRow("the object is deleted");
   const auto section = static_cast<SectionNumber>(number);
   if (!isKnownSection(number) || !hasNamedRows(section)) return refusedRow("the section has no named rows");
   if (!isRowName(name)) return refusedRow("the name can't name a row");
@@ -177,7 +177,7 @@ RowOutcome addNamedRow(Engine& engine, SheetId id, int number, std::string_view 
 
 RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   const Sheet* sheet = engine.store().sheet(id);
-  if (!sheet) return refusedRow("the object is gone");
+  if (!sheet) return refusedRow("the object is deleted");
   if (!isKnownSection(number)) return refusedRow("no such section");
   const auto section = static_cast<SectionNumber>(number);
   const std::vector<RowView> rows = rowsOf(engine.store(), id, section);
@@ -234,7 +234,7 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
 
 Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
   const Sheet* sheet = engine.store().sheet(id);
-  if (!sheet) return Outcome::refused("the object is gone");
+  if (!sheet) return Outcome::refused("the object is deleted");
   if (!isKnownSection(number)) return Outcome::unknownName("no such section");
   const auto section = static_cast<SectionNumber>(number);
   const Maybe<RowView> row = rowAt(engine.store(), id, section, place);
@@ -259,7 +259,7 @@ Outcome deleteRow(Engine& engine, SheetId id, int number, int place) {
 
 Outcome deleteSection(Engine& engine, SheetId id, int number) {
   const Sheet* sheet = engine.store().sheet(id);
-  if (!sheet) return Outcome::refused("the object is gone");
+  if (!sheet) return Outcome::refused("the object is deleted");
   if (!isKnownSection(number)) return Outcome::unknownName("no such section");
   const auto section = static_cast<SectionNumber>(number);
   const std::vector<RowView> rows = rowsOf(engine.store(), id, section);
@@ -297,7 +297,7 @@ Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key,
   }
   const RowKey renamed = RowKey::named(atom);
   if (renamed != key && rowExists(engine.store(), id, section, renamed, false))
-    return Outcome::refused("another row bears this name");
+    return Outcome::refused("another row has this name");
   if (!sheet->find(section, key)) return Outcome::refused("the row belongs to the master");
   CommandScope scope(engine, sheet->document, "Rename row");
   const std::size_t place = localPlace(*sheet, section, key);

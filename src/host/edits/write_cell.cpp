@@ -76,7 +76,7 @@ Outcome commit(Engine& engine, const CellAddress& cell, Cell content) {
 }
 
 Outcome check(Engine& engine, const CellAddress& cell, bool force) {
-  if (!engine.store().sheet(cell.sheet)) return Outcome::refused("the object is gone");
+  if (!engine.store().sheet(cell.sheet)) return Outcome::refused("the object is deleted");
   if (engine.areWritesTooDeep()) return Outcome::refused("writes inside writes are nested too deeply");
   if (!cellExists(engine.store(), cell.sheet, cell.key, false)) return Outcome::unknownName("no such cell");
   if (force) return Outcome::done();

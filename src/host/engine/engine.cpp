@@ -85,15 +85,15 @@ OpenResult Engine::readDocument(const std::string& fileName) {
 }
 
 void Engine::removeDocument(DocumentId document) {
-  undo_.forget(document);
-  graph_.forgetDocument(document);
+  undo_.discard(document);
+  graph_.removeDocument(document);
   removeWindow(document);
   store_.removeDocument(document);
 }
 
 PageId Engine::emptyClipboard() {
   if (clipboard_.document) {
-    graph_.forgetDocument(clipboard_.document);
+    graph_.removeDocument(clipboard_.document);
     store_.removeDocument(clipboard_.document);
   }
   clipboard_.document = store_.addDocument("Clipboard");

@@ -57,7 +57,7 @@ void DependencyGraph::addDocument(DocumentId id) {
   for (const PageId page : document.pages) addPage(page);
 }
 
-void DependencyGraph::forgetDocument(DocumentId id) {
+void DependencyGraph::removeDocument(DocumentId id) {
   const Document* document = store_.document(id);
   if (!document) return;
   for (const MasterId master : document->masters) {

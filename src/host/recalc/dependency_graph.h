@@ -24,7 +24,7 @@ class DependencyGraph {
   /// A shape is in another group now: formulas that read its place follow the places of those groups too.
   void followNewGroups(SheetId shape);
   /// Edges are dropped when they are next walked and found stale; a deleted sheet needs no call.
-  void forgetDocument(DocumentId document);
+  void removeDocument(DocumentId document);
 
   /// Appends the cells whose formulas read `cell`, each at the sheet whose value it is. The order is that of writing.
   void dependentsOf(const CellAddress& cell, std::vector<CellAddress>& out) const;

@@ -243,7 +243,7 @@ class RowPlaces {
     return found == places_.end() ? rows_.end() : rows_.begin() + static_cast<std::ptrdiff_t>(found->second);
   }
   /// Rows have moved from this place on.
-  void forgetFrom(Place place) {
+  void removeFrom(Place place) {
     const auto stays = static_cast<std::size_t>(place - rows_.begin());
     if (stays >= indexed_) return;
     indexed_ = 0;
@@ -278,7 +278,7 @@ std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number
     for (const Row& row : section->rows) {
       const auto known = places.find(row.key);
       if (row.deleted) {
-        if (known != rows.end()) places.forgetFrom(rows.erase(known));
+        if (known != rows.end()) places.removeFrom(rows.erase(known));
       } else if (known != rows.end()) {
         known->local = local;
         if (row.name) known->name = row.name;
@@ -292,7 +292,7 @@ std::vector<RowView> rowsOf(const Store& store, SheetId id, SectionNumber number
             return !view.key.isNamed() && view.key.index() > row.key.index();
           });
         }
-        places.forgetFrom(rows.insert(place, {row.key, row.name, row.localName, row.type, local}));
+        places.removeFrom(rows.insert(place, {row.key, row.name, row.localName, row.type, local}));
       }
     }
   }

@@ -47,7 +47,7 @@ std::unique_ptr<PageFields> Editor::fieldsOf(PageId id) const {
 }
 
 /// Text pieces keep what each field showed last; for a changed field that is discarded.
-void Editor::forgetShown(const CellAddress& cell) {
+void Editor::dropShown(const CellAddress& cell) {
   const Sheet& sheet = *store_.sheet(cell.sheet);
   if (cell.key.section != SectionNumber::TextField || !sheet.text) return;
   const auto shown = [&](const TextPiece& piece) {
@@ -63,7 +63,7 @@ void Editor::forgetShown(const CellAddress& cell) {
 }
 
 void Editor::setCell(const CellAddress& cell, std::optional<Cell> content) {
-  forgetShown(cell);
+  dropShown(cell);
   const Sheet& sheet = *store_.sheet(cell.sheet);
   if (!sheet.find(cell.key.section, cell.key.row)) {
     if (!content) return;

@@ -69,7 +69,7 @@ class Editor {
  private:
   void commit(Exchange exchange);
   bool revive(SheetId sheet, SectionNumber section);
-  void forgetShown(const CellAddress& cell);
+  void dropShown(const CellAddress& cell);
   std::unique_ptr<SheetFields> fieldsOf(SheetId sheet) const;
   std::unique_ptr<PageFields> fieldsOf(PageId page) const;
 

@@ -267,6 +267,6 @@ std::size_t UndoLog::redoCount(DocumentId document) const {
   return history == histories_.end() ? 0 : history->second.undone.size();
 }
 
-void UndoLog::forget(DocumentId document) { histories_.erase(document); }
+void UndoLog::discard(DocumentId document) { histories_.erase(document); }
 
 }  // namespace quorvel::host

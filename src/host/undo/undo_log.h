@@ -15,7 +15,7 @@
 
 namespace quorvel::host {
 
-/// How much of each document can be taken back. Beyond that the oldest steps are forgotten, each as a whole. The newest
+/// How much of each document can be taken back. Beyond that the oldest steps are removed, each as a whole. The newest
 /// is kept even when it alone takes more bytes.
 struct UndoLimits {
   std::size_t steps = 500;
@@ -59,7 +59,7 @@ class UndoLog {
   bool redo(DocumentId document);
   std::size_t undoCount(DocumentId document) const;
   std::size_t redoCount(DocumentId document) const;
-  void forget(DocumentId document);
+  void discard(DocumentId document);
 
   const UndoLimits& limits() const { return limits_; }
   void setLimits(const UndoLimits& limits);
