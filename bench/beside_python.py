@@ -1,4 +1,4 @@
-"""Says how many times as long dropping Tasks takes from Python as from C++.
+"""Prints how many times longer dropping Tasks takes from Python than from C++.
 
     PYTHONPATH=build/release/python python3 bench/beside_python.py build/release/bench/drop_tasks [TASKS] [ROUNDS]
 

@@ -1,6 +1,6 @@
-// Times whole acts on maps of growing size: making, saving, opening, single edits, drawing. Prints two lines for each
-// size, so that what grows with the map and what doesn't can be read off. Each line is a process of its own, so that
-// its peak of memory is its own too.
+// Times complete actions on maps of growing size: making, saving, opening, single edits, drawing. Prints two lines for
+// each size, which show what grows with the map and what does not. Each line is a process of its own, so that its peak
+// of memory is its own too.
 #include <sys/wait.h>
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Times our open and draw beside other programs on the same drawings, in one run, and prints the ratios: SVG against
+# Times our open and draw and other programs on the same drawings, in one run, and prints the ratios: SVG against
 # vsd2xhtml, which writes SVG in XHTML, and PDF against LibreOffice's PDF.
 #
 # Usage: compare.sh QUORVEL FILE...     QUORVEL is the command, built for release; plain_drawing.py makes large files

@@ -1,6 +1,6 @@
-// Times the acts that change all Tasks of a page, on pages of growing size: filling them, drawing all details anew as
-// the options command does, applying time units and frequencies, renaming a role that all bear, and hiding the details.
-// Prints a line for each size: what one Task costs must not depend on how many there are.
+// Times the actions that change all Tasks of a page, on pages of growing size: filling them, redrawing all details as
+// the options command does, applying time units and frequencies, renaming a role that all Tasks have, and hiding the
+// details. Prints a line for each size: what one Task costs must not depend on how many there are.
 #include "commands/customize_role_names.h"
 #include "commands/quorvel_options.h"
 #include "commands/task_display.h"

@@ -4,7 +4,7 @@
 
 int main(int argc, char** argv) {
   const int tasks = quorvel::taskCounts(argc, argv, 1, {10'000}, "drop_tasks [TASKS]").front();
-  quorvel::MapWithTasks map(1);  // the master and the vocabularies stand
+  quorvel::MapWithTasks map(1);  // makes the master and the vocabularies
   std::printf("%.3f\n", quorvel::cpuMilliseconds([&] { map.drop(tasks); }) / 1000);
   return 0;
 }

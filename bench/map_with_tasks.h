@@ -25,7 +25,7 @@ class MapWithTasks {
     drop(tasks);
   }
 
-  /// Gives the last one.
+  /// Returns the last one.
   Shape drop(int count) {
     Shape last;
     for (int i = 0; i < count; ++i, ++dropped) last = page.Drop(task, 1 + dropped % 100 * 3, 1 + dropped / 100 * 3);

@@ -1,4 +1,4 @@
-// What measurements share: times, memory, and the numbers that a command line asks for.
+// What measurements share: times, memory, and the numbers on a command line.
 #pragma once
 
 #include <sys/resource.h>
@@ -34,8 +34,8 @@ inline double peakMemory() {
   return static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
-/// How many Tasks the command line asks for, from argument `first` on; `otherwise` when it does not say. Ends the
-/// process with the usage for what is no such number.
+/// How many Tasks the command line names, from argument `first` on; `otherwise` when it names none. Ends the
+/// process with the usage for anything else.
 inline std::vector<int> taskCounts(int argc, char** argv, int first, std::vector<int> otherwise, const char* usage) {
   std::vector<int> counts;
   for (int i = first; i < argc; ++i) counts.push_back(std::atoi(argv[i]));

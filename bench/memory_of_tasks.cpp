@@ -1,4 +1,4 @@
-// Prints what a dropped Task costs in resident memory, with and without the undo log that can take its drop back.
+// Prints what a dropped Task costs in resident memory, with and without the undo log of its drop.
 #include <malloc.h>
 #include <unistd.h>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Pages that the process holds in memory, in bytes; what the allocator keeps free is given back first.
+/// Pages that the process holds in memory, in bytes; free memory of the allocator is returned first.
 double residentBytes() {
   malloc_trim(0);
   std::ifstream statm("/proc/self/statm");
@@ -22,11 +22,11 @@ double residentBytes() {
 
 int main(int argc, char** argv) {
   const int tasks = quorvel::taskCounts(argc, argv, 1, {10'000}, "memory_of_tasks [TASKS]").front();
-  quorvel::MapWithTasks map(1);  // the master and the vocabularies stand
+  quorvel::MapWithTasks map(1);  // makes the master and the vocabularies
   const double before = residentBytes();
   map.drop(tasks);
   const double withSteps = residentBytes();
-  map.session.engine().undo().forget(quorvel::host::DocumentId{map.map.ref().id});
+  map.session.engine().undo().discard(quorvel::host::DocumentId{map.map.ref().id});
   const double after = residentBytes();
   std::printf("Tasks dropped:          %d\n", tasks);
   std::printf("resident before:        %.1f MiB\n", before / 1048576);

@@ -1,8 +1,8 @@
-"""Writes a drawing of many boxes for compare.sh: nothing in it is ours, so that every program reads it alike.
+"""Writes a drawing of many boxes for compare.sh: it has no cells of the add-in, so that every program reads the same.
 
     python3 bench/plain_drawing.py OUT.vsdx BOXES
 
-Boxes stand in rows of a hundred, each with formulas for its size and outline, a place that follows its left neighbour,
+Boxes are in rows of a hundred, each with formulas for its size and outline, a place that depends on its left neighbour,
 three cells of a user's own, two of shape data and a text; a connector is glued between each two neighbours.
 """
 

@@ -1,4 +1,4 @@
-// How long values take to follow one write: along a chain of cells across shapes, and to all readers of one cell.
+// How long recalculation after one write takes: along a chain of cells across shapes, and to all readers of one cell.
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int cellsOfAShape = 100;
 
-/// A drawing with `cells` cells User.c0 … User.c99 on shapes of a hundred; `formula` gives each one's text.
+/// A drawing with `cells` cells User.c0 … User.c99 on shapes of a hundred; `formula` returns the text of each.
 class ManyCells {
  public:
   template <class FormulaOf>
@@ -30,7 +30,7 @@ class ManyCells {
 
   Cell firstCell() { return page.Shapes().Item(1).Cells("User.c0"); }
 
-  /// Writes another number each time, and takes the step away again so that the log stays small.
+  /// Writes another number each time, and removes the step so that the log stays small.
   void write(benchmark::State& state) {
     const Cell cell = firstCell();
     const std::size_t before = running.engine().evaluations();
@@ -38,7 +38,7 @@ class ManyCells {
     for (auto _ : state) {
       cell.SetResult(0, ++value);
       state.PauseTiming();
-      running.engine().undo().forget(host::DocumentId{document.ref().id});
+      running.engine().undo().discard(host::DocumentId{document.ref().id});
       state.ResumeTiming();
     }
     state.counters["cells"] =

@@ -1,6 +1,6 @@
-// Evaluates every formula of a drawing afresh and compares with the values that the file holds: how far the engine
-// computes as the drawing's maker meant. Prints a line for each file and, with --list, each cell that differs or whose
-// value the engine cannot tell.
+// Evaluates every formula of a drawing and compares with the values that the file holds: how far the engine
+// agrees with the program that wrote the file. Prints a line for each file and, with --list, each cell that differs or
+// whose value the engine cannot compute.
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -27,13 +27,13 @@ namespace {
 
 struct Count {
   std::size_t formulas = 0, agree = 0;
-  std::size_t untold = 0;  ///< the engine leaves the file's value as it is
-  std::size_t blank = 0;   ///< the file has a mark that the theme decides, or a font's name for a number
+  std::size_t notComputed = 0;  ///< the engine keeps the file's value
+  std::size_t blank = 0;        ///< the file marks the cell as themed, or has a font's name for a number
 };
 
 bool sameNumber(double ours, double file) { return std::fabs(ours - file) <= 2e-6 * std::max(1.0, std::fabs(file)); }
 
-/// The same text when the numbers in it count by their value: "NURBS(1, 3,0.5)" and "NURBS(1,3,0.50)".
+/// The same text when the numbers in it are compared by value: "NURBS(1, 3,0.5)" and "NURBS(1,3,0.50)".
 bool sameButForSpelling(std::string_view a, std::string_view b) {
   const auto skipBlanks = [](std::string_view text) {
     const auto first = text.find_first_not_of(' ');
@@ -56,19 +56,19 @@ bool sameButForSpelling(std::string_view a, std::string_view b) {
   }
 }
 
-/// Widths of letters are rounded along the line, here and there.
+/// Both programs round widths of letters along the line.
 constexpr double roundedText = 1e-4;
 
 bool agrees(const Document& document, const Formula& formula, const Value& ours, const Cell& cell) {
   const Value& file = cell.value;
-  // The file keeps the last good value beside the error.
+  // The file keeps the last valid value with the error.
   if (ours.isError() && cell.fileError != ErrorCode::None) return ours.errorCode() == cell.fileError;
   if (ours == file) return true;
   if (ours.kind() == ValueKind::Colour || file.kind() == ValueKind::Colour) {
     const Maybe<std::uint32_t> a = render::colourOf(document, ours), b = render::colourOf(document, file);
     return a && b && *a == *b;
   }
-  // An empty text counts as 0 wherever a number is wanted.
+  // An empty text counts as 0 where a number is expected.
   const auto number = [](const Value& value) {
     return value.isText() && value.textView().empty() ? Maybe<double>(0) : value.asNumber();
   };
@@ -126,7 +126,7 @@ class Recompute {
     }
     ++count_.formulas;
     if (!ours) {
-      ++count_.untold;
+      ++count_.notComputed;
     } else if (agrees(*store_.document(store_.sheet(address.sheet)->document), *found.formula->formula, *ours, cell)) {
       ++count_.agree;
       return;
@@ -138,7 +138,7 @@ class Recompute {
                 ours ? ours->asText().c_str() : "left as it is");
   }
 
-  /// Where routing would place an end whose formula leaves that to it.
+  /// Where routing places an end whose formula depends on it.
   Maybe<Value> routedEnd(const CellAddress& address, const Formula& formula) {
     bool begin = false;
     if (!isEndCell(address.key, begin) || !isWalkingFormula(formula.text()) || !isRoutable(store_, address.sheet))
@@ -152,7 +152,7 @@ class Recompute {
     return Value::number(address.key == endCell(begin, false) ? end.x : end.y, Unit::Drawing);
   }
 
-  /// The formula keeps a font's number, the file its name, and which is which is not in the file.
+  /// The formula has a font's number, the file its name, and the file has no table of both.
   bool isFontNumber(const CellAddress& address, const FoundCell& found) {
     SheetContext context(store_, recalculator_.textMetrics(), found.formulaSheet, address);
     const Maybe<Value> value = evaluate(*found.formula->formula, context);
@@ -180,7 +180,7 @@ int main(int argc, char** argv) {
   const auto print = [](const char* name, const Count& count) {
     std::printf("%-60s %7zu formulas, %7zu agree (%.2f %%), %5zu left as they are; %zu not comparable\n", name,
                 count.formulas, count.agree, count.formulas ? 100.0 * count.agree / count.formulas : 100.0,
-                count.untold, count.blank);
+                count.notComputed, count.blank);
   };
   for (int i = 1; i < argc; ++i) {
     if (std::strcmp(argv[i], "--list") == 0) {
@@ -199,7 +199,7 @@ int main(int argc, char** argv) {
     print(argv[i], count);
     total.formulas += count.formulas;
     total.agree += count.agree;
-    total.untold += count.untold;
+    total.notComputed += count.notComputed;
     total.blank += count.blank;
   }
   print("all", total);

@@ -1,4 +1,4 @@
-// What moving a shape costs on pages of many connectors: only those that hang on it or lie in its way are drawn anew.
+// What moving a shape costs on pages of many connectors: only those that are glued to it or that it covers are redrawn.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -36,12 +36,12 @@ class Net {
       if (i / side + 1 < side) connect(i, i + side);
     }
     middle_ = boxes_[std::size_t(side / 2 * side + side / 2)];
-    running.engine().undo().forget(host::DocumentId{document.ref().id});
+    running.engine().undo().discard(host::DocumentId{document.ref().id});
   }
 
   const Shape& middle() const { return middle_; }
   int made() const { return made_; }
-  void forgetSteps() { running.engine().undo().forget(host::DocumentId{document.ref().id}); }
+  void discardSteps() { running.engine().undo().discard(host::DocumentId{document.ref().id}); }
 
  private:
   host::InMemoryHost running;
@@ -52,7 +52,7 @@ class Net {
   int made_ = 0;
 };
 
-/// A box with four connectors goes to and fro over the ways of its neighbours.
+/// A box with four connectors moves back and forth over the lines of its neighbours.
 void moveAShape(benchmark::State& state) {
   Net net(static_cast<int>(state.range(0)));
   const double y = net.middle().Cells("PinY").Result(visio::unitsInches).or_(0);
@@ -61,7 +61,7 @@ void moveAShape(benchmark::State& state) {
     up = !up;
     net.middle().Cells("PinY").SetResult(visio::unitsInches, up ? y + 0.3 : y);
     state.PauseTiming();
-    net.forgetSteps();
+    net.discardSteps();
     state.ResumeTiming();
   }
   state.counters["connectors"] = net.made();

@@ -1,4 +1,5 @@
-// What a user's act costs on a small page and on a large one, with the add-in connected: it must not grow with the map.
+// What a user's action costs on a small page and on a large one, with the add-in connected: it must not grow with the
+// map.
 #include <benchmark/benchmark.h>
 
 #include "map_with_tasks.h"
@@ -8,36 +9,36 @@ namespace {
 
 constexpr int small = 10, large = 10'000;
 
-void forgetSteps(MapWithTasks& map) { map.session.engine().undo().forget(host::DocumentId{map.map.ref().id}); }
+void discardSteps(MapWithTasks& map) { map.session.engine().undo().discard(host::DocumentId{map.map.ref().id}); }
 
 void editOneDescription(benchmark::State& state) {
   MapWithTasks map(static_cast<int>(state.range(0)));
   const Shape task = map.drop(1);
-  forgetSteps(map);
+  discardSteps(map);
   const Cell description = task.Cells("Prop.Task_Description");
   int n = 0;
   for (auto _ : state) {
     description.FormulaForce("\"step " + std::to_string(++n) + "\"");
-    if (n % 1000 == 0) forgetSteps(map);
+    if (n % 1000 == 0) discardSteps(map);
   }
 }
 
 void moveOneTask(benchmark::State& state) {
   MapWithTasks map(static_cast<int>(state.range(0)));
   const Shape task = map.drop(1);
-  forgetSteps(map);
+  discardSteps(map);
   const Cell pin = task.Cells("PinX");
   int n = 0;
   for (auto _ : state) {
     pin.SetResult(visio::unitsInches, 1 + ++n % 100 / 10.0);
-    if (n % 1000 == 0) forgetSteps(map);
+    if (n % 1000 == 0) discardSteps(map);
   }
 }
 
 /// A drop and its undo, so that the page keeps its size.
 void dropOneTask(benchmark::State& state) {
   MapWithTasks map(static_cast<int>(state.range(0)));
-  forgetSteps(map);
+  discardSteps(map);
   for (auto _ : state) {
     map.drop(1);
     state.PauseTiming();

@@ -2,7 +2,7 @@
 
     quorvel run examples/map_from_csv.py examples/steps.csv requests.vsdx
 
-Each row is a Task: the page it stands on, a name for the step, what is done, by whom, with whose support (names divided
+Each row is a Task: its page, a name for the step, what is done, by whom, with whose support (names divided
 by ";"), how many minutes it takes, how often, and the steps that follow it (divided by ";").
 """
 
@@ -11,7 +11,7 @@ import sys
 
 import quorvel
 
-ACROSS, DOWN = 2.7, 2.8  # inches from pin to pin; the room under a Task is for its details
+ACROSS, DOWN = 2.7, 2.8  # inches from pin to pin; the space under a Task is for its details
 FIRST_X, FIRST_Y, IN_A_ROW = 1.4, 6.35, 4
 
 
@@ -57,7 +57,7 @@ def make_map(app, rows):
 def main(table, target):
     with open(table, newline="", encoding="utf-8") as file:
         rows = list(csv.DictReader(file))
-    # The first Task of a page asks for its letters: those that the page's name suggests will do.
+    # The first Task of a page asks for its letters: those suggested by the page's name are used.
     app = quorvel.Application(answers="defaults")
     doc = make_map(app, rows)
     doc.SaveAs(target)

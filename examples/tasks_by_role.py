@@ -1,4 +1,4 @@
-"""Lists every role of a map with the Tasks that it answers for and those that it supports.
+"""Lists every role of a map with the Tasks that it is responsible for and those that it supports.
 
     quorvel run examples/tasks_by_role.py "data/Samples/Order handling.vsdx"
 """

@@ -3,7 +3,7 @@
     quorvel run examples/upgrade_folder.py OLD NEW
 
 The add-in brings a map up to date when it is opened; drawings that are no maps only change their format. What a drawing
-asks on the way is answered with Yes and told. A drawing that can't be read is told, and the others are done.
+asks is answered with Yes and printed. A drawing that can't be read is reported, and the others are done.
 """
 
 import os
@@ -24,10 +24,10 @@ def upgrade(source, target):
     app = quorvel.Application(answers="defaults")
     doc = app.Documents.Open(source)
     doc.SaveAs(target)
-    told = [asked.text for asked in app.Asked]
+    questions = [asked.text for asked in app.Asked]
     kind = "map" if "quorvel" in doc.Template.lower() else "drawing"
     shapes = sum(len(page.Shapes) for page in doc.Pages)
-    return f"{kind}, {len(doc.Pages)} pages, {shapes} shapes, version {version_of(doc)}", told
+    return f"{kind}, {len(doc.Pages)} pages, {shapes} shapes, version {version_of(doc)}", questions
 
 
 def main(old, new):
@@ -38,12 +38,12 @@ def main(old, new):
         if ending.lower() not in DRAWINGS:
             continue
         try:
-            line, told = upgrade(os.path.join(old, name), os.path.join(new, stem + ".vsdx"))
+            line, questions = upgrade(os.path.join(old, name), os.path.join(new, stem + ".vsdx"))
         except quorvel.HostError as error:
             failed += 1
-            line, told = error.reason, []
+            line, questions = error.reason, []
         print(f"{name}: {line}")
-        for text in told:
+        for text in questions:
             print(f"  asked: {text}")
     return 1 if failed else 0
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing to build and test, or the packages that are named; says and does nothing when all are there.
+# Installs what is missing to build and test, or the packages that are named; prints and does nothing when all are installed.
 set -euo pipefail
 
 packages=("$@")

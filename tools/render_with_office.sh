@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Shows how another program draws a drawing: tools/render_with_office.sh DRAWING [OUTPUT FOLDER]
-# makes a PDF and one PNG for each page beside it, with LibreOffice Draw, to lay beside our own pictures.
+# makes a PDF and one PNG for each page beside it, with LibreOffice Draw, to compare with our own pictures.
 set -euo pipefail
 
 if [[ $# -lt 1 || ! -f $1 ]]; then

@@ -1,4 +1,4 @@
-// `quorvel convert`: a drawing in the format that the new name's ending says. What it leaves out is one line on
+// `quorvel convert`: a drawing in the format of the new name's ending. What it leaves out is reported in one line on
 // standard error.
 #include <iostream>
 

@@ -1,4 +1,4 @@
-// Times as cells hold them ("15 em.") said for a reader.
+// Times as cells hold them ("15 em.") as text for a reader.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ struct Duration {
 /// Nothing for a text that is no time.
 Maybe<Duration> durationOf(std::string_view cellText);
 
-/// "15 min"; a text that is no time stands as it is.
+/// "15 min"; a text that is no time is kept unchanged.
 std::string durationText(const std::string& cellText);
 
 }  // namespace quorvel::cli

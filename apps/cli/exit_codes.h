@@ -1,4 +1,4 @@
-// What the command gives back to the shell.
+// Exit codes of the command.
 #pragma once
 
 namespace quorvel::cli {

@@ -72,7 +72,7 @@ int runExport(const ExportOptions& options) {
     return fail(options.output +
                 " was not written: pictures are written as SVG, PNG or PDF; end its name with .svg, .png or .pdf.");
   if (!(options.pixelsPerInch >= 10 && options.pixelsPerInch <= 1200))
-    return fail(options.output + " was not written: --dpi goes from 10 to 1200.");
+    return fail(options.output + " was not written: --dpi must be from 10 to 1200.");
   render::findFontsAhead();
   const OpenedDrawing drawing = openDrawing(options.file);
   if (!drawing.error.empty()) return fail(drawing.error);

@@ -88,7 +88,7 @@ std::string infoJson(const report::ProcessMap& map, const std::string& file) {
                   {"masters", map.masters},
                   {"roles", map.roles},
                   {"pages", listOf(map.pages, pageJson)}};
-  // Names in hostile files may be no UTF-8; such bytes are replaced.
+  // Names in hostile files may be invalid UTF-8; such bytes are replaced.
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -61,7 +61,7 @@ std::string connectorTable(const MapPage& page) {
     const std::string target = report::hyperlinkTarget(connector.address, connector.subAddress);
     rows.push_back({connector.shownId, target.empty() ? "(nowhere)" : target});
   }
-  return tableText({{"Connector"}, {"Goes on at", 80}}, rows, 2);
+  return tableText({{"Connector"}, {"Continues at", 80}}, rows, 2);
 }
 
 std::string hyperlinkTable(const MapPage& page) {

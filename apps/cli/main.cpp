@@ -1,4 +1,4 @@
-// The command `quorvel`: reads the command line and hands over to a subcommand.
+// The command `quorvel`: reads the command line and calls a subcommand.
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <iostream>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* exportHelp =
     R"(Without --page all foreground pages are drawn. A PDF holds them all; of SVG and PNG the first
-page goes to OUT.svg, the others beside it, each with its number and name behind OUT
+page is OUT.svg, the others are in the same folder, with number and name after OUT
 ("OUT-2 Credit check.svg"). A stencil is drawn as one sheet of its masters. Prints the name
 of each file written.)";
 
@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
 
   ConvertOptions forConvert;
   command =
-      program.add_subcommand("convert", "Write a drawing in another format: .vsdx and its kin, .vdx and its kin.");
+      program.add_subcommand("convert", "Write a drawing in another format: .vsdx, .vssx, .vstx, .vdx, .vsx or .vtx.");
   command->add_option("IN", forConvert.file, "The drawing")->required();
   command->add_option("OUT", forConvert.output, "The file to write; its ending decides the format")->required();
   command->add_flag("--force", forConvert.force, "Replace the file if it exists");
@@ -65,9 +65,9 @@ int main(int argc, char** argv) {
   command->callback([&] { run = [&] { return runSample(forSample); }; });
 
   command =
-      program.add_subcommand("run", "Run a Python script with the module quorvel at hand: run SCRIPT.py [ARGS...]");
+      program.add_subcommand("run", "Run a Python script that can import the module quorvel: run SCRIPT.py [ARGS...]");
   command->footer("Everything behind SCRIPT.py is the script's, whose exit code is passed on.");
-  // What stands behind the script is not ours to read, be it an option.
+  // What follows the script belongs to the script, options included.
   command->prefix_command();
   command->callback([&, command] {
     if (command->remaining().empty()) throw CLI::RequiredError("SCRIPT.py");

@@ -1,5 +1,5 @@
-// Opening a drawing only to look at it: there is neither a host nor the add-in, so that nothing in it changes, and what
-// only an edit needs is not made.
+// Opening a drawing only to read it: there is neither a host nor the add-in, so that nothing in it changes, and what
+// only an edit needs is not built.
 #pragma once
 
 #include <string>
@@ -26,8 +26,8 @@ std::string refuseToOverwrite(const std::string& file, bool force);
 /// Prints the sentence on standard error.
 int fail(const std::string& sentence);
 
-/// Ends the process with all that was printed written out. What a command read and made is left to the system: to take
-/// apart a large drawing would make it up to 15 % slower.
+/// Flushes the output and ends the process. What a command read and made is left to the system: to free
+/// the parts of a large drawing would make it up to 15 % slower.
 [[noreturn]] void endProcess(int exitCode);
 
 }  // namespace quorvel::cli

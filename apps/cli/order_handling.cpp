@@ -1,12 +1,12 @@
-// What stands on the sample map: how a small supplier handles an order, checks credit, and ships.
+// The contents of the sample map: how a small supplier handles an order, checks credit, and ships.
 #include "cli/sample_map.h"
 
 namespace quorvel::cli {
 namespace {
 
-// Where the pins stand on a letter page across, in inches. Under each Task there is room for its details, and the
-// drawings end above the logo and the legend. A branch stands further right than what it leaves, so that its bend
-// passes beside the text of the straight link; its link is dropped first, so that this text lies over it.
+// Places of the pins on a letter page in landscape format, in inches. Under each Task there is space for its details,
+// and the drawings end above the logo and the legend. A branch is further right than the Task that it leaves, so that
+// its bend passes next to the text of the straight link; its link is dropped first, so that this text is over it.
 constexpr double first = 1.4, second = 4.1, third = 6.8, fourth = 9.5, branchThird = 7.55, branchFourth = 9.75;
 constexpr double upper = 6.35, lower = 3.2;
 

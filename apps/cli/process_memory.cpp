@@ -16,12 +16,12 @@ namespace quorvel::cli {
 namespace {
 
 constexpr int mebibyte = 1 << 20;
-/// Address space, not memory: what is not written to takes none.
+/// Address space, not memory: pages that are not written use none.
 constexpr int step = 256 * mebibyte;
 constexpr std::uintptr_t largePage = 2 * mebibyte;
 
-/// A drawing of thousands of shapes fills tens of thousands of pages for the first time, each by way of the kernel. In
-/// large pages that is done in a few dozen.
+/// A drawing of thousands of shapes writes tens of thousands of pages for the first time, and the kernel maps each. In
+/// large pages that is a few dozen.
 void useLargePages(std::uintptr_t begin, std::uintptr_t end) {
   begin = (begin + largePage - 1) / largePage * largePage;
   if (begin < end) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
@@ -34,7 +34,8 @@ void prepareProcessMemory() {
   ::mallopt(M_MMAP_THRESHOLD, 32 * mebibyte);
   ::mallopt(M_TOP_PAD, step);
   const auto before = reinterpret_cast<std::uintptr_t>(::sbrk(0));
-  void* volatile first = std::malloc(mebibyte);  // makes the heap take a step; volatile: a pair nobody sees is left out
+  void* volatile first =
+      std::malloc(mebibyte);  // grows the heap in larger steps; volatile, or the compiler removes the pair
   std::free(first);
   useLargePages(before, reinterpret_cast<std::uintptr_t>(::sbrk(0)));
 }

@@ -3,7 +3,7 @@
 
 namespace quorvel::cli {
 
-/// For a command that lives for a moment: memory once taken is kept until the end, and taken in large pieces. To be
+/// For a short-lived command: freed memory is kept until the end, and memory is requested in large pieces. To be
 /// called before anything large is made. Where the system has no such means, nothing happens.
 void prepareProcessMemory();
 

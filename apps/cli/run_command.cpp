@@ -1,4 +1,4 @@
-// `quorvel run`: a Python script with the module `quorvel` at hand. Nothing of Python is linked here.
+// `quorvel run`: a Python script that can import the module `quorvel`. The command does not link Python.
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The folder that holds the package, beside or above the program's own; empty when the interpreter has to know it.
+/// The folder that holds the package, next to or above the program's own; empty when the interpreter must find it.
 fs::path moduleFolder() {
   std::error_code failed;
   const fs::path program = fs::read_symlink("/proc/self/exe", failed);
@@ -34,7 +34,7 @@ fs::path moduleFolder() {
   return {};
 }
 
-/// Interpreters to try: the one that is asked for, the release that the module was built for, and the usual one.
+/// Interpreters to try: the requested one, the release that the module was built for, and the default one.
 std::vector<std::string> interpreters(const fs::path& module) {
   if (const char* asked = std::getenv("QUORVEL_PYTHON"); asked && *asked) return {asked};
   std::vector<std::string> names;
@@ -53,7 +53,7 @@ std::vector<std::string> interpreters(const fs::path& module) {
 
 enum class Fitness { Fits, LacksModule, NotThere };
 
-/// Whether the interpreter is there and can import the module. Says nothing.
+/// Whether the interpreter exists and can import the module. Prints nothing.
 Fitness fitnessOf(const std::string& interpreter) {
   std::string program = interpreter, option = "-c", code = "import quorvel";
   char* arguments[] = {program.data(), option.data(), code.data(), nullptr};

@@ -17,7 +17,7 @@ class SampleMaker {
   SampleMaker(Application app, Document map) : app_(app), map_(map) {}
 
   bool make() {
-    // The pages come first: drops on one lead to Tasks on another.
+    // The pages are made first: links on one refer to Tasks on another.
     std::vector<Page> pages;
     for (const SamplePage& page : orderHandling()) {
       pages.push_back(pages.empty() ? map_.Pages().Item(1) : map_.Pages().Add());
@@ -119,7 +119,7 @@ class SampleMaker {
 
 Document makeSampleMap(Session& session, std::string& error) {
   session.platform().onForm = [](Form& form) {
-    // The letters stand there already: the first ones of the page's name.
+    // The dialog already shows the letters: the first ones of the page's name.
     if (Control* number = form.find("txtTaskNumber")) number->type("1");
     if (Control* ok = form.find("BtnOK")) ok->click();
   };

@@ -1,4 +1,4 @@
-// The sample map "Order handling", made by the calls that a user's drops and entries make.
+// The sample map "Order handling", made by the calls that a user's drops and entries cause.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace quorvel::cli {
 
-/// Where a shape's pin stands on its page, in inches.
+/// The place of a shape's pin on its page, in inches.
 struct Place {
   double x = 0, y = 0;
 };
@@ -21,16 +21,16 @@ struct SampleTask {
   std::string timeUnits;  ///< one of the five of Time Units
   std::string frequency;
   std::string guidelines{}, resources{}, notes{};  ///< the first two in pieces separated by ";"
-  std::string opensPage{}, opensTask{};            ///< the lower-level Task that its sub-task box leads to; empty: none
+  std::string opensPage{}, opensTask{};  ///< the lower-level Task that its sub-task box refers to; empty: none
 };
 
 struct SampleConnector {
   Place place;
-  std::string page, task;  ///< where the process goes on
-  std::string end{};       ///< how links name it; empty: ">" and the Task
+  std::string page, task;  ///< where the process continues
+  std::string end{};       ///< its name in links; empty: ">" and the Task
 };
 
-/// Ends are a Task's ID or the name that a connector goes by.
+/// Ends are a Task's ID or a connector's name.
 struct SampleLink {
   std::string from, to, description;
 };

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t gap = 2;
 
-/// Line ends count as blanks, so that a cell never breaks the table.
+/// Line ends become blanks, so that a cell never breaks the table.
 std::vector<std::string> wrapped(const std::string& text, std::size_t width) {
   std::vector<std::string> lines;
   std::string line;

@@ -1,4 +1,4 @@
-// An open dialog as a script reaches it: by control name, and only as long as its modal call lasts.
+// An open dialog for a script: controls by name, valid only during its modal call.
 #pragma once
 
 #include <pybind11/pybind11.h>
@@ -16,11 +16,11 @@ namespace py = pybind11;
 
 class ScriptHost;
 
-/// Shared by all that a script keeps of one dialog.
+/// Shared by all objects that a script keeps of one dialog.
 struct OpenForm {
   OpenForm(Form& shown, ScriptHost& of) : form(&shown), host(of), name(shown.name()) {}
   Form* form;        ///< null once the modal call has returned
-  ScriptHost& host;  ///< lives at least as long as `form` is set
+  ScriptHost& host;  ///< exists at least as long as `form` is set
   const std::string name;
 };
 
@@ -28,12 +28,12 @@ class ControlAccess {
  public:
   ControlAccess(std::shared_ptr<OpenForm> open, std::string name) : open_(std::move(open)), name_(std::move(name)) {}
 
-  // Reading. All throw Refused once the form is gone.
+  // Reading. All throw Refused after the form is closed.
   py::str name() const;
   const char* kind() const;
   py::str caption() const;
   py::str text() const;
-  /// None for grey.
+  /// None for a grey one.
   py::object isOn() const;
   bool enabled() const { return control().enabled(); }
   bool visible() const { return control().visible(); }
@@ -46,7 +46,7 @@ class ControlAccess {
   py::list tabs() const;
   int currentTab() const { return control().currentTab(); }
 
-  // What a user does. False: the control takes nothing now.
+  // What a user does. False: the control accepts no input now.
   bool click() const;
   bool doubleClick() const;
   bool focus() const;
@@ -54,7 +54,7 @@ class ControlAccess {
   bool setOn(bool on) const;
   bool selectRow(std::size_t row, bool selected) const;
   bool showTab(int tab) const;
-  /// Whether the key was let through.
+  /// Whether the key was accepted.
   bool pressKey(int key) const;
   bool keyDown(int key) const;
 
@@ -78,7 +78,7 @@ class FormAccess {
   /// The control's name as the form spells it; empty when it has none of that name.
   std::string find(const std::string& name) const;
   ControlAccess control(const std::string& name) const { return ControlAccess(open_, name); }
-  /// As the close box does; the form may refuse.
+  /// As by the close box; the form may refuse.
   void close() const;
 
  private:

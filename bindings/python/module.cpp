@@ -52,7 +52,7 @@ std::unique_ptr<ScriptHost> makeHost(const py::object& application, const std::s
   options.configurationFolder = profileFolder;
   options.recoveryFolder = recoveryFolder;
   return std::make_unique<ScriptHost>(application, std::move(options),
-                                      answersDefaults ? Answers::Defaults : Answers::Nobody);
+                                      answersDefaults ? Answers::Defaults : Answers::None);
 }
 
 py::list copiesLeftBehindFor(const std::string& folder) {

@@ -1,4 +1,4 @@
-// The host's events on their way to a script.
+// Passes the host's events to a script.
 #pragma once
 
 #include <pybind11/pybind11.h>
@@ -11,7 +11,7 @@ namespace quorvel::python {
 
 class ScriptHost;
 
-/// Events that bring one object, with the kind of it.
+/// Events with one object, and its kind.
 #define QUORVEL_OBJECT_EVENTS(EVENT)    \
   EVENT(DocumentCreated, Document)      \
   EVENT(DocumentOpened, Document)       \

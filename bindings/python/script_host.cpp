@@ -73,7 +73,7 @@ ScriptHost::ScriptHost(const py::object& application, SessionOptions options, An
 }
 
 ScriptHost::~ScriptHost() {
-  // The script is gone: what the add-in does on leaving reaches nobody.
+  // The script's objects are deleted: nothing can handle what the add-in does at the end.
   session_->host().unadvise(events_);
   session_->platform().onForm = nullptr;
   session_->platform().onMessage = nullptr;
@@ -147,7 +147,7 @@ void ScriptHost::activatePage(const ObjectRef& page) {
   enter([&] {
     host::Engine& engine = session_->engine();
     const host::Page* shown = engine.store().page(host::PageId{page.id});
-    if (!shown) throw Refused{"Page.Activate", "a page that is gone", "the object is gone"};
+    if (!shown) throw Refused{"Page.Activate", "a page that is deleted", "the object is deleted"};
     if (!engine.windowOf(shown->document))
       throw Refused{"Page.Activate", "page " + shown->name, "its document has no window"};
     showPageOf(page);
@@ -186,7 +186,7 @@ void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::str
   std::string what;
   for (const ObjectRef& ref : pages) {
     const host::Page* page = store.page(host::PageId{ref.id});
-    if (!page) throw Refused{caller, "a page that is gone", "the object is gone"};
+    if (!page) throw Refused{caller, "a page that is deleted", "the object is deleted"};
     document = store.document(page->document);
     what = pages.size() == 1 ? "page " + page->name : document->name;
   }
@@ -208,7 +208,7 @@ py::dict ScriptHost::readMap(const ObjectRef& document) {
   const host::Store& store = session_->engine().store();
   const host::DocumentId id{document.id};
   if (document.kind != ObjectKind::Document || !store.document(id)) {
-    throw Refused{"Map", "a document that is closed", "the object is gone"};
+    throw Refused{"Map", "a document that is closed", "the object is deleted"};
   }
   return mapToPython(report::readProcessMap(store, id));
 }
@@ -234,7 +234,7 @@ std::vector<std::string> ScriptHost::showForm(const std::vector<TrialControl>& c
   return enter([&] {
     TrialForm form(controls);
     session_->platform().showModal(form);
-    return form.heard;
+    return form.recorded;
   });
 }
 
@@ -266,7 +266,8 @@ void ScriptHost::answerForm(Form& form) {
   if (pending_) return;
   if (form.isOpen() && answers_ == Answers::Defaults) acceptForm(form);
   if (form.isOpen() && !pending_)
-    unanswered_.push_back("The form " + form.name() + " (" + form.caption() + ") was closed, for nobody answered it.");
+    unanswered_.push_back("The form " + form.name() + " (" + form.caption() +
+                          ") was closed, because it was not answered.");
 }
 
 MessageAnswer ScriptHost::answerMessage(const MessageBox& box) {
@@ -279,7 +280,7 @@ MessageAnswer ScriptHost::answerMessage(const MessageBox& box) {
   if (answer) return *answer;
   if (!pending_ && answers_ == Answers::Defaults) return answersOf(box.buttons).front();
   const MessageAnswer careful = mostCarefulAnswer(box.buttons);
-  if (!pending_) unanswered_.push_back(box.text + " [" + nameOf(careful) + ", for nobody answered]");
+  if (!pending_) unanswered_.push_back(box.text + " [" + nameOf(careful) + ", because it was not answered]");
   return careful;
 }
 
@@ -294,7 +295,7 @@ Maybe<std::string> ScriptHost::answerFileDialog(const FileDialog& dialog) {
     if (const std::string file = answered ? py::str(given) : py::str(); !file.empty()) chosen = file;
   });
   if (!answered && !pending_)
-    unanswered_.push_back("The file dialog \"" + dialog.title + "\" was cancelled, for nobody answered it.");
+    unanswered_.push_back("The file dialog \"" + dialog.title + "\" was cancelled, because it was not answered.");
   return chosen;
 }
 

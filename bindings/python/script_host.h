@@ -1,5 +1,5 @@
-// One session as a script holds it: calls that raise, dialogs and events that reach the script, and exceptions that
-// find their way back through the host.
+// One session for a script: calls that raise, dialogs and events that are passed to the script, and exceptions that
+// are passed back through the host.
 #pragma once
 
 #include <pybind11/pybind11.h>
@@ -24,21 +24,22 @@ struct Refused {
   std::string call, object, reason;
 };
 
-/// What nobody answered, at the end of the outermost call.
+/// Questions and forms without an answer, raised at the end of the outermost call.
 struct UnansweredTexts {
   std::vector<std::string> texts;
 };
 
-/// Who answers what the script does not.
+/// What happens to questions and forms that the script does not answer.
 enum class Answers {
-  Nobody,    ///< forms are closed, questions get their most careful answer, and the script hears of it
+  None,      ///< forms are closed, questions get the answer that changes least, and the script gets an exception
   Defaults,  ///< forms are accepted as they open, questions get Yes
 };
 
 /// All calls come from one thread at a time, which holds the interpreter's lock.
 ///
-/// The script's Application object owns this one and is known here by a weak reference only: its handlers would
-/// otherwise close a circle that the interpreter's collector can't see. Every handle of a script holds the Application.
+/// The script's Application object owns this one, which has only a weak reference to it: its handlers would
+/// otherwise make a reference cycle that the interpreter's collector can't see. Every handle of a script holds the
+/// Application.
 class ScriptHost {
  public:
   ScriptHost(const py::object& application, SessionOptions options, Answers answers);
@@ -59,42 +60,42 @@ class ScriptHost {
   void exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller);
   /// The document read as a process map; see mapToPython.
   py::dict readMap(const ObjectRef& document);
-  /// What was refused to the add-in because no cell, row or member has the name, each as a sentence. Of the script's
-  /// own refused calls each was thrown, and is not among them.
+  /// What was refused to the add-in because no cell, row or member has the name, each as a sentence. The script's
+  /// own refused calls were thrown, and are not among them.
   std::vector<std::string> unknownNames() const;
-  /// Brings the recovery copies up to date.
+  /// Updates the recovery copies.
   void writeRecoveryCopies();
   /// Steps and bytes that undo keeps of each document.
   std::pair<std::size_t, std::size_t> undoLimits() const;
   void setUndoLimits(std::size_t steps, std::size_t bytes);
 
-  // Asking as the add-in does, so that a script's answers can be tried without the occasion.
+  // Asks as the add-in does, so that tests can try a script's answers.
   std::string ask(const std::string& text, MessageButtons buttons);
   py::object chooseFile(const std::string& title);
-  /// What the form heard.
+  /// The events that the form got.
   std::vector<std::string> showForm(const std::vector<TrialControl>& controls);
 
-  /// From now on the script is told of the event, or no longer.
+  /// Starts or stops passing the event to the script.
   void listen(ScriptEvent event, bool on) { listening_.set(static_cast<std::size_t>(event), on); }
-  bool hears(ScriptEvent event) const { return listening_.test(static_cast<std::size_t>(event)) && !pending_; }
+  bool listensTo(ScriptEvent event) const { return listening_.test(static_cast<std::size_t>(event)) && !pending_; }
   template <class... Values>
-  void tell(ScriptEvent event, const Values&... values) {
-    runHandler([&](const py::object& application) { application.attr("_tell")(static_cast<int>(event), values...); });
+  void notify(ScriptEvent event, const Values&... values) {
+    runHandler([&](const py::object& application) { application.attr("_notify")(static_cast<int>(event), values...); });
   }
 
-  /// What a person would have been shown, as pairs of kind and text.
+  /// What a user would have seen, as pairs of kind and text.
   py::list asked() const;
   const std::string& installFolder() const { return session_->installFolder(); }
 
-  /// Runs what may reach handlers of the script. Throws what one of them threw meanwhile, and at the end of the
-  /// outermost call tells of what nobody answered.
+  /// Runs what may call handlers of the script. Throws what one of them threw meanwhile, and at the end of the
+  /// outermost call raises what was not answered.
   template <class Act>
   auto enter(Act act);
 
  private:
   class Depth;
   void settle();
-  /// Nothing when the script is gone or has thrown already: it is as if the exception had left the call at once.
+  /// Nothing when the script has ended or has thrown already: as if the exception had left the call at once.
   template <class Handle>
   bool runHandler(Handle handle);
   void answerForm(Form& form);
@@ -115,7 +116,7 @@ class ScriptHost {
   std::unique_ptr<Session> session_;
 };
 
-/// Counts calls inside calls.
+/// Depth of nested calls.
 class ScriptHost::Depth {
  public:
   explicit Depth(ScriptHost& host) : host_(host) {
@@ -135,7 +136,7 @@ class ScriptHost::Depth {
 template <class Act>
 auto ScriptHost::enter(Act act) {
   std::exception_ptr refused;
-  // What handlers threw, and what nobody answered, comes before the refusal that may follow from it.
+  // What handlers threw, and what was not answered, comes before the refusal that may follow from it.
   const auto settleFirst = [&] {
     settle();
     if (refused) std::rethrow_exception(refused);

@@ -15,7 +15,7 @@ TrialForm::TrialForm(const std::vector<TrialControl>& controls) : Form("frmTrial
     }
     control.setEnabled(wanted.enabled);
     const auto note = [this, name = wanted.name](const char* what) {
-      return [this, entry = what + (" " + name)] { heard.push_back(entry); };
+      return [this, entry = what + (" " + name)] { recorded.push_back(entry); };
     };
     control.onClick = note("click");
     control.onDoubleClick = note("double click");

@@ -1,4 +1,4 @@
-// A form of any controls that writes down what reaches it: for trying how a script handles a form without the occasion.
+// A form with any controls that records its events, so that tests can try how a script handles a form.
 #pragma once
 
 #include <string>
@@ -21,7 +21,7 @@ class TrialForm : public Form {
   explicit TrialForm(const std::vector<TrialControl>& controls);
 
   /// Such as "click BtnOK" or "lost focus txtName", in order.
-  std::vector<std::string> heard;
+  std::vector<std::string> recorded;
 };
 
 }  // namespace quorvel::python

@@ -12,15 +12,15 @@ namespace quorvel::python {
 
 namespace py = pybind11;
 
-/// A text of the host. What a hostile file brought and is no UTF-8 is shown by replacement characters.
+/// A text of the host. Invalid UTF-8 from a hostile file is shown as replacement characters.
 py::str textToPython(std::string_view text);
-/// None for nothing and for an object that is not there.
+/// None for nothing and for an object that does not exist.
 py::object valueToPython(const Variant& value);
 
-/// What a script hands over, as the host takes it. Texts stay borrowed from the script's values.
+/// A script's value for the host. Texts are references into the script's values.
 class HostArguments {
  public:
-  /// Throws a TypeError for a value that no host call takes.
+  /// Throws a TypeError for a value that no host call accepts.
   explicit HostArguments(const py::tuple& values);
   operator Arguments() const { return values_; }
 

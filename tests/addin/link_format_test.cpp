@@ -1,4 +1,4 @@
-// The formats of Task Links, letter for letter: existing drawings hold these texts.
+// The formats of Task Links, character by character: existing drawings contain these texts.
 #include <gtest/gtest.h>
 
 #include "base/basic_text.h"

@@ -1,4 +1,4 @@
-// Task IDs as a user meets them: letters from the page's name, the keys of a number box, and the two dialogs.
+// Task IDs as a user sees them: letters from the page's name, the keys of a number box, and the two dialogs.
 #include "vocab/task_id.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ TEST(TaskId, NumbersHaveTwoDigitsOrMore) {
   EXPECT_EQ(numberInBox(""), 0);
   EXPECT_EQ(numberInBox(" 12a3"), 12);
   EXPECT_EQ(numberInBox("2147483646"), 2147483646);
-  EXPECT_FALSE(numberInBox("2147483647")) << "the page's counter goes one further";
+  EXPECT_FALSE(numberInBox("2147483647")) << "the page's counter is one higher";
   EXPECT_FALSE(numberInBox("99999999999999999999999"));
 }
 
@@ -119,7 +119,7 @@ TEST_F(Dialogs, OnlyOkAccepts) {
 }
 
 TEST_F(Dialogs, ADialogInsideADialogIsAnotherOne) {
-  // A script answers the first question by a drop that raises the second, and then refuses the first.
+  // A script answers the first question with a drop that asks the second, and then refuses the first.
   int depth = 0;
   bool inner = false;
   platform.onForm = [&](Form& form) {
@@ -146,7 +146,7 @@ TEST_F(Dialogs, DisconnectingWhileADialogIsOpenIsHarmless) {
 TEST_F(Dialogs, CopiedTasksAnswerIsStoredByOkOnly) {
   frmCopiedTaskIdSuggestion form(connect);
   form.open();
-  EXPECT_EQ(control(form, "txtSuggestedTaskId").text(), "00") << "letters and number can't be read; none are guessed";
+  EXPECT_EQ(control(form, "txtSuggestedTaskId").text(), "00") << "letters and number can't be read; no default is used";
   control(form, "OptionKeep").click();
   EXPECT_FALSE(control(form, "txtNextTaskNumber").enabled());
   control(form, "txtTaskIdLetter").type("B\"");

@@ -1,4 +1,4 @@
-// Text as users' files hold it, and the few rules of Basic that formulas in drawings rely on.
+// Text as users' files contain it, and the few rules of Basic that formulas in drawings need.
 #include "base/text.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The command as a user meets it: what it makes, what it prints, and how it refuses.
+// The command for its users: what it makes, what it prints, and its errors.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -82,7 +82,7 @@ TEST_F(Command, SaysHowItIsUsedOnABadCommandLine) {
   EXPECT_TRUE(folder.run("--version").out.starts_with("quorvel 2."));
 }
 
-TEST_F(Command, MakesAMapThatIsOurs) {
+TEST_F(Command, MakesAMapOfTheAddin) {
   ASSERT_EQ(folder.run("new map.vsdx").exitCode, 0);
   const auto info = nlohmann::json::parse(folder.run("info --json map.vsdx").out);
   EXPECT_EQ(info["isProcessMap"], true);
@@ -93,7 +93,7 @@ TEST_F(Command, MakesAMapThatIsOurs) {
   EXPECT_EQ(folder.run("new --force map.vsdx").exitCode, 0);
 }
 
-TEST_F(Command, TellsTheSampleMapToPrograms) {
+TEST_F(Command, PrintsTheSampleMapAsJson) {
   ASSERT_EQ(folder.run("sample map.vsdx").exitCode, 0);
   const std::string before = contentsOf(folder.file("map.vsdx"));
   const auto info = nlohmann::json::parse(folder.run("info --json map.vsdx").out);
@@ -124,7 +124,7 @@ TEST_F(Command, TellsTheSampleMapToPrograms) {
   EXPECT_TRUE(std::ranges::any_of(page["hyperlinks"], [](const auto& link) {
     return link["on"] == "OH02" && link["subAddress"] == "CR Credit check/CR01";
   }));
-  EXPECT_EQ(contentsOf(folder.file("map.vsdx")), before) << "looking at a map must not change it";
+  EXPECT_EQ(contentsOf(folder.file("map.vsdx")), before) << "reading a map must not change it";
 }
 
 TEST_F(Command, ExportsEveryForegroundPageOrTheOneNamed) {

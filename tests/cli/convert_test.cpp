@@ -16,9 +16,9 @@ class Convert : public ::testing::Test {
   static void SetUpTestSuite() { setenv("QUORVEL_HOME", installFolder.c_str(), 1); }
   /// What the drawing holds, without the names of the file.
   nlohmann::json info(const std::string& file) {
-    auto told = nlohmann::json::parse(folder.run("info --json " + file).out);
-    told.erase("file");
-    return told;
+    auto info = nlohmann::json::parse(folder.run("info --json " + file).out);
+    info.erase("file");
+    return info;
   }
   WorkFolder folder;
 };

@@ -25,7 +25,7 @@ inline std::string contentsOf(const std::filesystem::path& file) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-/// An empty folder that goes with the object; programs run in it.
+/// An empty folder that is removed with the object; programs run in it.
 class WorkFolder {
  public:
   WorkFolder() {
@@ -34,7 +34,7 @@ class WorkFolder {
     std::filesystem::create_directory(path_ / "work");
   }
   ~WorkFolder() {
-    // The packages that the command saved are looked at as a strict reader does.
+    // The packages that the command saved are checked as a strict reader does.
     for (const std::string& name : files()) {
       if (written_.contains(name) || !std::filesystem::is_regular_file(file(name)) || !name.ends_with("x") ||
           name.find(".vs") == std::string::npos)

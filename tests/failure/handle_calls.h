@@ -1,4 +1,4 @@
-// One call of each published member through its handle: what the sweep of null and deleted handles walks over.
+// One call of each published member through its handle: the list for the sweep of null and deleted handles.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,7 @@
 
 namespace quorvel {
 
-/// Handles that one round of the sweep calls, all null or all to objects of one kind of fate. A kind that has none in
+/// Handles that one round of the sweep calls, all null or all to objects removed in one way. A kind that has none in
 /// this round is null.
 struct Subjects {
   Application application;
@@ -39,7 +39,7 @@ struct Subjects {
   CommandBarControls controls;
   CommandBarControl control;
 
-  // Arguments that would do in a living host.
+  // Arguments that are valid in a running host.
   Shape otherShape;
   Page otherPage;
   Master otherMaster;
@@ -48,7 +48,7 @@ struct Subjects {
 
 struct HandleCall {
   Member member;
-  bool isPut;  ///< a property that is read and written stands twice
+  bool isPut;  ///< a property that is read and written is listed twice
   /// True when the call gave something or was done.
   std::function<bool(const Subjects&)> succeeds;
 };

@@ -1,5 +1,5 @@
-// Every published member on null handles, on handles to what is gone, and with arguments that make no sense: refused,
-// never a crash, and nothing changed.
+// Every published member on null handles, on handles to deleted objects, and with arguments that make no sense:
+// refused, never a crash, and nothing changed.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -24,7 +24,7 @@ TEST(HandleSweep, CallsEveryMember) {
   }
 }
 
-/// A small drawing in which there is one of everything.
+/// A small drawing with one object of each kind.
 class Sweep : public HostTest {
  protected:
   Master box = Master(&running, {ObjectKind::Master,
@@ -73,7 +73,7 @@ class Sweep : public HostTest {
     return s;
   }
 
-  /// Others to be handed over as arguments, which live on.
+  /// Objects for arguments, which are not deleted.
   void giveArguments(Subjects& s) {
     s.otherPage = document.Pages().Item(1);
     s.otherShape = s.otherPage.DrawRectangle(0, 0, 1, 1);
@@ -81,21 +81,21 @@ class Sweep : public HostTest {
     s.otherCell = s.otherShape.Cells("PinX");
   }
 
-  void expectAllRefused(const Subjects& s, const char* fate) {
+  void expectAllRefused(const Subjects& s, const char* removal) {
     const std::string before = StoreDump::of(running);
     for (const HandleCall& call : handleCalls()) {
       const MemberInfo& info = infoOf(call.member);
       const bool isNull = !subjectOf(s, info.object);
       const std::size_t refusals = running.refusalCount();
       const std::string name =
-          std::string(fate) + ": " + std::string(info.objectName) + "." + std::string(info.memberName);
+          std::string(removal) + ": " + std::string(info.objectName) + "." + std::string(info.memberName);
       EXPECT_FALSE(call.succeeds(s)) << name;
       EXPECT_EQ(running.refusalCount(), refusals + (isNull ? 0 : 1)) << name << " is recorded once";
       if (!isNull) {
         EXPECT_EQ(running.refusals().back().member, call.member) << name;
       }
     }
-    EXPECT_EQ(firstDifference(before, StoreDump::of(running)), "") << fate;
+    EXPECT_EQ(firstDifference(before, StoreDump::of(running)), "") << removal;
   }
 };
 
@@ -105,96 +105,96 @@ TEST_F(Sweep, NullHandles) {
   expectAllRefused(s, "null");
 }
 
-TEST_F(Sweep, HandlesToWhatIsGone) {
+TEST_F(Sweep, HandlesToDeletedObjects) {
   const struct {
-    const char* fate;
-    std::function<void(Subjects& all, Subjects& gone)> remove;
-  } fates[] = {
+    const char* name;
+    std::function<void(Subjects& all, Subjects& deleted)> remove;
+  } removals[] = {
       {"deleted shape",
-       [](Subjects& all, Subjects& gone) {
-         gone.shape = all.shape;
-         gone.shapes = all.shapes;
-         gone.section = all.section;
-         gone.row = all.row;
-         gone.cell = all.cell;
-         gone.characters = all.characters;
-         gone.hyperlinks = all.hyperlinks;
-         gone.hyperlink = all.hyperlink;
-         gone.connects = all.connects;
-         gone.connect = all.connect;
+       [](Subjects& all, Subjects& deleted) {
+         deleted.shape = all.shape;
+         deleted.shapes = all.shapes;
+         deleted.section = all.section;
+         deleted.row = all.row;
+         deleted.cell = all.cell;
+         deleted.characters = all.characters;
+         deleted.hyperlinks = all.hyperlinks;
+         deleted.hyperlink = all.hyperlink;
+         deleted.connects = all.connects;
+         deleted.connect = all.connect;
          ASSERT_TRUE(all.shape.Delete());
        }},
       {"member of a deleted group",
-       [](Subjects& all, Subjects& gone) {
-         gone.shape = all.shape.Shapes().Item(1);
-         gone.section = gone.shape.Section(visio::sectionUser);
-         gone.row = gone.section.Row(0);
-         gone.cell = gone.shape.Cells("User.b");
-         gone.characters = gone.shape.Characters();
-         gone.hyperlinks = gone.shape.Hyperlinks();
+       [](Subjects& all, Subjects& deleted) {
+         deleted.shape = all.shape.Shapes().Item(1);
+         deleted.section = deleted.shape.Section(visio::sectionUser);
+         deleted.row = deleted.section.Row(0);
+         deleted.cell = deleted.shape.Cells("User.b");
+         deleted.characters = deleted.shape.Characters();
+         deleted.hyperlinks = deleted.shape.Hyperlinks();
          ASSERT_TRUE(all.shape.Delete());
        }},
       {"deleted rows",
-       [](Subjects& all, Subjects& gone) {
-         gone.row = all.row;
-         gone.cell = all.cell;
-         gone.layer = all.layer;
-         gone.hyperlink = all.hyperlink;
+       [](Subjects& all, Subjects& deleted) {
+         deleted.row = all.row;
+         deleted.cell = all.cell;
+         deleted.layer = all.layer;
+         deleted.hyperlink = all.hyperlink;
          ASSERT_TRUE(all.shape.DeleteRow(visio::sectionUser, *all.cell.Row()));
          ASSERT_TRUE(all.hyperlink.Delete());
          ASSERT_TRUE(all.page.PageSheet().DeleteRow(241, 0));
        }},
       {"deleted page",
-       [](Subjects& all, Subjects& gone) {
-         gone.page = all.page;
-         gone.shapes = all.page.Shapes();
-         gone.shape = all.page.PageSheet();
-         gone.cell = gone.shape.Cells("PageWidth");
-         gone.section = gone.shape.Section(visio::sectionUser);
-         gone.layers = all.layers;
-         gone.layer = all.layer;
-         gone.hyperlinks = gone.shape.Hyperlinks();
-         gone.connects = all.page.Connects();
-         gone.connect = all.connect;
+       [](Subjects& all, Subjects& deleted) {
+         deleted.page = all.page;
+         deleted.shapes = all.page.Shapes();
+         deleted.shape = all.page.PageSheet();
+         deleted.cell = deleted.shape.Cells("PageWidth");
+         deleted.section = deleted.shape.Section(visio::sectionUser);
+         deleted.layers = all.layers;
+         deleted.layer = all.layer;
+         deleted.hyperlinks = deleted.shape.Hyperlinks();
+         deleted.connects = all.page.Connects();
+         deleted.connect = all.connect;
          ASSERT_TRUE(all.page.Delete());
        }},
       {"closed document",
-       [](Subjects& all, Subjects& gone) {
-         gone.document = all.document;
-         gone.pages = all.pages;
-         gone.page = all.page;
-         gone.masters = all.masters;
-         gone.master = all.master;
-         gone.window = all.window;
-         gone.shape = all.document.DocumentSheet();
-         gone.cell = all.cell;
-         gone.layers = all.layers;
+       [](Subjects& all, Subjects& deleted) {
+         deleted.document = all.document;
+         deleted.pages = all.pages;
+         deleted.page = all.page;
+         deleted.masters = all.masters;
+         deleted.master = all.master;
+         deleted.window = all.window;
+         deleted.shape = all.document.DocumentSheet();
+         deleted.cell = all.cell;
+         deleted.layers = all.layers;
          ASSERT_TRUE(all.document.Close());
        }},
       {"undone drop",
-       [](Subjects& all, Subjects& gone) {
-         gone.shape = all.page.DrawRectangle(0, 0, 1, 1);
-         gone.cell = gone.shape.Cells("PinX");
-         gone.characters = gone.shape.Characters();
+       [](Subjects& all, Subjects& deleted) {
+         deleted.shape = all.page.DrawRectangle(0, 0, 1, 1);
+         deleted.cell = deleted.shape.Cells("PinX");
+         deleted.characters = deleted.shape.Characters();
          ASSERT_TRUE(all.application.Undo());
        }},
       {"deleted toolbar",
-       [](Subjects& all, Subjects& gone) {
-         gone.commandBar = all.commandBar;
-         gone.controls = all.controls;
-         gone.control = all.control;
+       [](Subjects& all, Subjects& deleted) {
+         deleted.commandBar = all.commandBar;
+         deleted.controls = all.controls;
+         deleted.control = all.control;
          ASSERT_TRUE(all.commandBar.Delete());
        }},
   };
-  for (const auto& fate : fates) {
-    Subjects all = makeSubjects(), gone;
-    giveArguments(gone);
-    fate.remove(all, gone);
-    expectAllRefused(gone, fate.fate);
+  for (const auto& removal : removals) {
+    Subjects all = makeSubjects(), deleted;
+    giveArguments(deleted);
+    removal.remove(all, deleted);
+    expectAllRefused(deleted, removal.name);
   }
 }
 
-/// A drawing of its own for each member, so that what one of them does to it does not reach the next.
+/// A drawing of its own for each member, so that one call does not change the drawing of the next.
 class World : public Sweep {
  public:
   World() {
@@ -207,7 +207,7 @@ class World : public Sweep {
   Subjects subjects;
 };
 
-/// Arguments that nobody would give, alone and behind others that would do.
+/// Arguments that make no sense, alone and after valid ones.
 std::vector<std::vector<Argument>> absurdArguments(const ObjectRef& self) {
   static const std::string longText(20'000, '('), deepFormula = std::string(20'000, '-') + "1";
   constexpr double nan = std::numeric_limits<double>::quiet_NaN();

@@ -1,6 +1,6 @@
-// Every command of the surface with a listener that does its worst at each of the command's events: deletes what the
-// command works on, closes documents, undoes, leaves scopes open, edits. The host goes on, raises no event about what
-// was deleted, and everything that was done can be taken back.
+// Every command of the surface with a listener that interferes at each of the command's events: deletes what the
+// command works on, closes documents, undoes, leaves scopes open, edits. The host continues, raises no event about what
+// was deleted, and everything that was done can be undone.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -27,7 +27,7 @@ class EveryEvent : public ApplicationEvents {
   std::function<void(const char* event, const Handle& about, bool exists)> onEvent;
 
 #define QUORVEL_OBJECT_EVENT(event, Kind, read) \
-  void event(Kind object) override { tell(#event, object, bool(object.read)); }
+  void event(Kind object) override { report(#event, object, bool(object.read)); }
   QUORVEL_OBJECT_EVENT(DocumentCreated, Document, Name())
   QUORVEL_OBJECT_EVENT(DocumentOpened, Document, Name())
   QUORVEL_OBJECT_EVENT(BeforeDocumentSave, Document, Name())
@@ -52,25 +52,25 @@ class EveryEvent : public ApplicationEvents {
   QUORVEL_OBJECT_EVENT(AfterModal, Application, Version())
   QUORVEL_OBJECT_EVENT(Click, CommandBarButton, Id())
 #undef QUORVEL_OBJECT_EVENT
-  void EnterScope(int, std::string_view) override { tell("EnterScope", {}, true); }
-  void ExitScope(int, std::string_view) override { tell("ExitScope", {}, true); }
-  void MarkerEvent(int, std::string_view) override { tell("MarkerEvent", {}, true); }
-  void MouseDown(int, int, double, double) override { tell("MouseDown", {}, true); }
-  void MouseMove(int, int, double, double) override { tell("MouseMove", {}, true); }
+  void EnterScope(int, std::string_view) override { report("EnterScope", {}, true); }
+  void ExitScope(int, std::string_view) override { report("ExitScope", {}, true); }
+  void MarkerEvent(int, std::string_view) override { report("MarkerEvent", {}, true); }
+  void MouseDown(int, int, double, double) override { report("MouseDown", {}, true); }
+  void MouseMove(int, int, double, double) override { report("MouseMove", {}, true); }
 
  private:
-  void tell(const char* event, const Handle& about, bool exists) {
+  void report(const char* event, const Handle& about, bool exists) {
     if (onEvent) onEvent(event, about, exists);
   }
   Backend& backend_;
 };
 
 std::string fileName(const char* name) {
-  // The tests may run beside each other.
+  // The tests may run at the same time.
   return testing::TempDir() + "quorvel-sweep-" + std::to_string(getpid()) + name;
 }
 
-/// A drawing with one of everything that commands work on, and another drawing beside it.
+/// A drawing with one of everything that commands work on, and a second drawing.
 struct Stage {
   Stage() {
     const host::Store& store = running.engine().store();
@@ -104,12 +104,12 @@ struct Stage {
     other.Pages().Item(1).DrawRectangle(0, 0, 1, 1);
     select({box, plain});
     app.ActiveWindow().Selection().Copy();
-    // As if it was saved, because writing a file waits for the disk.
+    // Marked as saved, because writing a file waits for the disk.
     host::placeDocument(running.engine().edit().documentFields(DocumentId{document.ref().id}), fileName(".vsdx"));
     page.DrawRectangle(7, 7, 8, 8).Delete();
     app.Undo();
-    for (const DocumentId each : store.documents()) running.engine().undo().forget(each);
-    // Something to be undone, by those that do.
+    for (const DocumentId each : store.documents()) running.engine().undo().discard(each);
+    // A step for the acts that undo.
     plain.Cells("User.x").SetFormula("5");
     plain.Cells("User.x").SetFormula("6");
     app.Undo();
@@ -122,7 +122,7 @@ struct Stage {
     masters[name] = Master(&running, {ObjectKind::Master, made.value, 0});
   }
   Master master(const char* name) { return masters.at(name); }
-  /// In the window of the drawing, which is brought to the front.
+  /// In the window of the drawing, which is activated.
   void select(const std::vector<Shape>& shapes) {
     for (const host::WindowState& window : running.engine().windows()) {
       if (window.document.value != document.ref().id) continue;
@@ -399,7 +399,7 @@ class HandlerSweep : public testing::Test {
     return events;
   }
 
-  /// Takes everything back, in all drawings.
+  /// Undoes everything, in all drawings.
   static void undoAll(host::Engine& engine) {
     for (const DocumentId document : std::vector(engine.store().documents())) {
       while (engine.undo().undo(document)) continue;
@@ -413,14 +413,14 @@ class HandlerSweep : public testing::Test {
     engine.leaveOutDeleted();
   }
 
-  /// `forGood`: what the act does is known to no undo, so that deleted objects leave memory at once.
+  /// `forGood`: no undo log holds what the act does, so that deleted objects are freed at once.
   static void run(const Command& command, std::size_t at, const Act& act, bool forGood) {
     Stage stage;
     host::Engine& engine = stage.running.engine();
     const DocumentId document{stage.document.ref().id};
     std::string before;
     {
-      // The state that everything is taken back to.
+      // The state after everything is undone.
       undoAll(engine);
       before = StoreDump::of(engine.store(), document);
       stage.app.Redo();

@@ -1,4 +1,4 @@
-// Stories while the host refuses one call of the add-in's, whichever it is.
+// Stories while the host refuses one call of the add-in's, each in turn.
 #include <gtest/gtest.h>
 
 #include "commands/customize_role_names.h"
@@ -31,7 +31,7 @@ void answer(Form& form) {
 }
 
 // A new drawing and the first drops make about two thousand calls. Each of the first four hundred is refused, and
-// beyond them every seventh, which meets every kind of call many times.
+// after them every seventh, which includes every kind of call many times.
 const StorySweep& firstMap() {
   static const StorySweep sweep(
       {},

@@ -1,5 +1,5 @@
-// Details of a Task while the host refuses one call of the add-in's: besides what every such story must hold, the
-// Task's own members stay where they are, and the next redraw puts right what was left half done.
+// Details of a Task while the host refuses one call of the add-in's: besides the checks of every such story, the
+// Task's own members stay where they are, and the next redraw completes what was left half done.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -48,7 +48,7 @@ std::map<std::string, std::string> linksByText(const Shape& task) {
   return links;
 }
 
-/// Runs the act and looks at the Task: its members 1 to 4 are those of before, and drawing it anew gives one line for
+/// Runs the act and looks at the Task: its members 1 to 4 are those of before, and redrawing it gives one line for
 /// each of `rows`.
 void actOnTask(StorySweep::Stage& stage, const std::vector<std::string>& rows, const std::function<void(Shape)>& act) {
   const Shape task = taskOn(stage.page);
@@ -59,7 +59,7 @@ void actOnTask(StorySweep::Stage& stage, const std::vector<std::string>& rows, c
     EXPECT_EQ(task.Shapes().Item(place).ID(), members[static_cast<std::size_t>(place) - 1]);
   }
   act(task);
-  // What a refused read has hidden is shown again.
+  // What is hidden because of a refused read is shown again.
   for (const char* shown : {"User.controls", "User.Supporting_Role1"}) task.Cells(shown).FormulaForce("1");
   addin::redrawAllTaskFields(stage.connect, task);
   std::map<std::string, int> lines;

@@ -1,4 +1,4 @@
-// A host that refuses one call on purpose: it stands between the add-in and a real host, counts the calls, and refuses
+// A host that refuses one call on purpose: it is between the add-in and a real host, counts the calls, and refuses
 // the n-th.
 #pragma once
 
@@ -12,18 +12,18 @@ namespace quorvel {
 
 class RefusingBackend : public Backend {
  public:
-  /// Refuses nothing until it is told to.
+  /// Refuses nothing until a call number is set.
   explicit RefusingBackend(Backend& inner) : inner_(inner), forwarder_(*this) { inner_.advise(forwarder_); }
   ~RefusingBackend() override { inner_.unadvise(forwarder_); }
   RefusingBackend(const RefusingBackend&) = delete;
   RefusingBackend& operator=(const RefusingBackend&) = delete;
 
-  /// Counts anew: the call number `refused`, from 1, is refused; 0 refuses nothing.
+  /// Restarts the count: the call number `refused`, from 1, is refused; 0 refuses nothing.
   void refuseFromNowOn(std::size_t refused) {
     calls_ = 0;
     refused_ = refused;
   }
-  /// Since the counting began.
+  /// Since the count started.
   std::size_t calls() const { return calls_; }
 
   Maybe<Variant> get(const ObjectRef& object, Member member, Arguments arguments) override {
@@ -46,38 +46,38 @@ class RefusingBackend : public Backend {
  private:
   bool refuses() { return ++calls_ == refused_; }
 
-  /// Hears the real host and tells on with handles that lead through the wrapper.
+  /// Listens to the real host and forwards events with handles of the wrapper.
   class Forwarder : public UpkeepListener {
    public:
     explicit Forwarder(RefusingBackend& outer) : outer_(outer) {}
 
-    void DocumentCreated(Document d) override { tell(&ApplicationEvents::DocumentCreated, d); }
-    void DocumentOpened(Document d) override { tell(&ApplicationEvents::DocumentOpened, d); }
-    void BeforeDocumentSave(Document d) override { tell(&ApplicationEvents::BeforeDocumentSave, d); }
-    void BeforeDocumentSaveAs(Document d) override { tell(&ApplicationEvents::BeforeDocumentSaveAs, d); }
-    void DocumentSaved(Document d) override { tell(&ApplicationEvents::DocumentSaved, d); }
-    void DocumentSavedAs(Document d) override { tell(&ApplicationEvents::DocumentSavedAs, d); }
-    void BeforeDocumentClose(Document d) override { tell(&ApplicationEvents::BeforeDocumentClose, d); }
-    void PageAdded(Page p) override { tell(&ApplicationEvents::PageAdded, p); }
-    void PageChanged(Page p) override { tell(&ApplicationEvents::PageChanged, p); }
-    void ShapeAdded(Shape s) override { tell(&ApplicationEvents::ShapeAdded, s); }
-    void BeforeShapeDelete(Shape s) override { tell(&ApplicationEvents::BeforeShapeDelete, s); }
-    void BeforeShapeTextEdit(Shape s) override { tell(&ApplicationEvents::BeforeShapeTextEdit, s); }
-    void ShapeExitedTextEdit(Shape s) override { tell(&ApplicationEvents::ShapeExitedTextEdit, s); }
-    void TextChanged(Shape s) override { tell(&ApplicationEvents::TextChanged, s); }
-    void CellChanged(Cell c) override { tell(&ApplicationEvents::CellChanged, c); }
-    void FormulaChanged(Cell c) override { tell(&ApplicationEvents::FormulaChanged, c); }
-    void SelectionChanged(Window w) override { tell(&ApplicationEvents::SelectionChanged, w); }
-    void WindowActivated(Window w) override { tell(&ApplicationEvents::WindowActivated, w); }
-    void AppActivated(Application a) override { tell(&ApplicationEvents::AppActivated, a); }
-    void BeforeModal(Application a) override { tell(&ApplicationEvents::BeforeModal, a); }
-    void AfterModal(Application a) override { tell(&ApplicationEvents::AfterModal, a); }
-    void EnterScope(int n, std::string_view d) override { tell(&ApplicationEvents::EnterScope, n, d); }
-    void ExitScope(int n, std::string_view d) override { tell(&ApplicationEvents::ExitScope, n, d); }
-    void MarkerEvent(int n, std::string_view c) override { tell(&ApplicationEvents::MarkerEvent, n, c); }
-    void MouseDown(int b, int s, double x, double y) override { tell(&ApplicationEvents::MouseDown, b, s, x, y); }
-    void MouseMove(int b, int s, double x, double y) override { tell(&ApplicationEvents::MouseMove, b, s, x, y); }
-    void Click(CommandBarButton b) override { tell(&ApplicationEvents::Click, b); }
+    void DocumentCreated(Document d) override { notify(&ApplicationEvents::DocumentCreated, d); }
+    void DocumentOpened(Document d) override { notify(&ApplicationEvents::DocumentOpened, d); }
+    void BeforeDocumentSave(Document d) override { notify(&ApplicationEvents::BeforeDocumentSave, d); }
+    void BeforeDocumentSaveAs(Document d) override { notify(&ApplicationEvents::BeforeDocumentSaveAs, d); }
+    void DocumentSaved(Document d) override { notify(&ApplicationEvents::DocumentSaved, d); }
+    void DocumentSavedAs(Document d) override { notify(&ApplicationEvents::DocumentSavedAs, d); }
+    void BeforeDocumentClose(Document d) override { notify(&ApplicationEvents::BeforeDocumentClose, d); }
+    void PageAdded(Page p) override { notify(&ApplicationEvents::PageAdded, p); }
+    void PageChanged(Page p) override { notify(&ApplicationEvents::PageChanged, p); }
+    void ShapeAdded(Shape s) override { notify(&ApplicationEvents::ShapeAdded, s); }
+    void BeforeShapeDelete(Shape s) override { notify(&ApplicationEvents::BeforeShapeDelete, s); }
+    void BeforeShapeTextEdit(Shape s) override { notify(&ApplicationEvents::BeforeShapeTextEdit, s); }
+    void ShapeExitedTextEdit(Shape s) override { notify(&ApplicationEvents::ShapeExitedTextEdit, s); }
+    void TextChanged(Shape s) override { notify(&ApplicationEvents::TextChanged, s); }
+    void CellChanged(Cell c) override { notify(&ApplicationEvents::CellChanged, c); }
+    void FormulaChanged(Cell c) override { notify(&ApplicationEvents::FormulaChanged, c); }
+    void SelectionChanged(Window w) override { notify(&ApplicationEvents::SelectionChanged, w); }
+    void WindowActivated(Window w) override { notify(&ApplicationEvents::WindowActivated, w); }
+    void AppActivated(Application a) override { notify(&ApplicationEvents::AppActivated, a); }
+    void BeforeModal(Application a) override { notify(&ApplicationEvents::BeforeModal, a); }
+    void AfterModal(Application a) override { notify(&ApplicationEvents::AfterModal, a); }
+    void EnterScope(int n, std::string_view d) override { notify(&ApplicationEvents::EnterScope, n, d); }
+    void ExitScope(int n, std::string_view d) override { notify(&ApplicationEvents::ExitScope, n, d); }
+    void MarkerEvent(int n, std::string_view c) override { notify(&ApplicationEvents::MarkerEvent, n, c); }
+    void MouseDown(int b, int s, double x, double y) override { notify(&ApplicationEvents::MouseDown, b, s, x, y); }
+    void MouseMove(int b, int s, double x, double y) override { notify(&ApplicationEvents::MouseMove, b, s, x, y); }
+    void Click(CommandBarButton b) override { notify(&ApplicationEvents::Click, b); }
 
    private:
     template <class Object>
@@ -88,7 +88,7 @@ class RefusingBackend : public Backend {
       return value;
     }
     template <class... Parameters>
-    void tell(void (ApplicationEvents::*event)(Parameters...), const Parameters&... parameters) {
+    void notify(void (ApplicationEvents::*event)(Parameters...), const Parameters&... parameters) {
       const std::vector<ApplicationEvents*> snapshot = outer_.listeners_;
       for (ApplicationEvents* listener : snapshot) (listener->*event)(through(parameters)...);
     }

@@ -1,5 +1,5 @@
 // Runs a story again and again while the host refuses another one of the add-in's calls each time: the story ends, the
-// drawing stays one that can be saved and opened, and everything that was done can be taken back and done again.
+// drawing can still be saved and opened, and everything that was done can be undone and redone.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ namespace quorvel {
 
 class StorySweep {
  public:
-  /// What a story works with. What the user does reaches the host itself; only the add-in's calls may be refused.
+  /// What a story works with. What the user does goes to the host itself; only the add-in's calls may be refused.
   struct Stage {
     Application user;
     Document stencil;
@@ -87,7 +87,7 @@ class StorySweep {
     const std::string end = dump();
     const std::size_t calls = refusing.calls();
 
-    // The tests may run beside each other.
+    // The tests may run at the same time.
     const std::string file = testing::TempDir() + "quorvel-refused-" + std::to_string(getpid()) + ".vsdx";
     EXPECT_TRUE(map.SaveAs(file)) << running.refusals().back().reason;
     {

@@ -1,4 +1,4 @@
-// Files that are no drawings or mean harm: one sentence, an untouched store, nothing written.
+// Files that are no drawings or are hostile: one sentence, an unchanged store, nothing written.
 #include <gtest/gtest.h>
 
 #include <ctime>
@@ -117,7 +117,7 @@ std::string withDirectory(std::string zip, const std::string& name, std::size_t 
   return zip;
 }
 
-/// Small files that would take all memory, and directories that lie about what is in them.
+/// Small files that would use all memory, and directories with wrong sizes.
 TEST(BadInput, RefusesWhatUnpacksWithoutEnd) {
   const std::string part = "visio/thing.bin";
   Parts parts = plainParts();
@@ -152,7 +152,7 @@ TEST(BadInput, RefusesWhatUnpacksWithoutEnd) {
   for (const auto& one : cases) EXPECT_NE(errorOf(one.bytes).find(one.expected), std::string::npos) << one.expected;
 }
 
-/// Reading stays in step with the file, also where rows say no number and a section comes in pieces.
+/// Reading time is proportional to the file, also where rows have no number and a section is in pieces.
 TEST(BadInput, LongSectionsOfEmptyRowsTakeNoLongTime) {
   std::string rows, pieces;
   for (int i = 0; i < 100'000; ++i) rows += "<Row/>";
@@ -171,7 +171,7 @@ TEST(BadInput, LongSectionsOfEmptyRowsTakeNoLongTime) {
   }
 }
 
-/// Whatever single byte is wrong, the file opens or is refused; it never takes the program down.
+/// With any single wrong byte, the file opens or is refused; the program never crashes.
 TEST(BadInput, SurvivesAnyFlippedByteAndAnyCut) {
   const std::string drawing = readFile(sampleFile("connectors.vsdx"));
   TemporaryFolder folder;
@@ -188,8 +188,8 @@ TEST(BadInput, SurvivesAnyFlippedByteAndAnyCut) {
   }
 }
 
-/// Links that would never come to an end are cut when the file is read, so that nobody who follows them hangs.
-TEST(BadInput, CutsRingsOfStylesMastersAndBackgrounds) {
+/// Links in a circle are cut when the file is read, so that following them always ends.
+TEST(BadInput, CutsCirclesOfStylesMastersAndBackgrounds) {
   Parts parts = partsWithMaster("<Shapes><Shape ID='1' Type='Shape' Master='2'/></Shapes>");
   parts["visio/document.xml"] =
       replaced(parts["visio/document.xml"], "<StyleSheet ID='0' NameU='No Style' Name='No Style'/>",
@@ -231,7 +231,7 @@ TEST(BadInput, BoundsAreThoseOfTheLimits) {
     EXPECT_FALSE(VsdxFormat(limits).open(store, file).error.empty());
     EXPECT_TRUE(store.documents().empty());
   }
-  // A picture that many shapes show in other ways each is unpacked for each.
+  // A picture that many shapes show in different ways is unpacked for each.
   Parts parts = plainParts();
   parts["visio/media/image1.png"] = std::string(50'000, 'x');
   parts["visio/pages/_rels/page1.xml.rels"] =

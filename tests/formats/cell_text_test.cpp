@@ -1,4 +1,5 @@
-// Cells between file and engine: every attribute comes back as it was, and what the engine writes is what files say.
+// Cells between file and engine: every attribute is saved unchanged, and the engine writes what files of other programs
+// have.
 #include "formats/common/cell_text.h"
 
 #include <gtest/gtest.h>
@@ -87,7 +88,7 @@ TEST(CellText, WritesWhatTheEngineMade) {
     EXPECT_EQ(written.unit, one.unit) << one.cell << " " << one.value;
     EXPECT_EQ(written.error, one.error) << one.cell;
     EXPECT_EQ(written.formula, one.formula) << one.cell;
-    // What stands in the file reads as the value that the engine had.
+    // The file's text reads as the value that the engine had.
     const CellAttributes text{true,          !written.unit.empty(), written.hasFormula, !written.error.empty(),
                               written.value, written.unit,          written.formula,    written.error};
     host::FormulaPool formulas;
@@ -96,7 +97,7 @@ TEST(CellText, WritesWhatTheEngineMade) {
   }
 }
 
-/// One shape with a cell in each odd spelling: all come back letter for letter, until the cell changes.
+/// One shape with a cell in each unusual notation: all are saved unchanged, until the cell changes.
 TEST(CellText, KeepsTheSpellingOfUnchangedCells) {
   const std::string cells[] = {
       R"x(<Cell N="PinX" V="1.50" U="IN" F="=GUARD( 1.5 )"/>)x",
@@ -128,7 +129,7 @@ TEST(CellText, KeepsTheSpellingOfUnchangedCells) {
 
   host::Sheet& sheet = *store.sheet(store.page(store.document(opened.document)->pages.front())->shapes.front());
   EXPECT_EQ(sheet.findLocal(keyOf("LocPinX"))->value, Value::number(-0.05, Unit::Drawing))
-      << "the last good value stands";
+      << "the last valid value is kept";
   EXPECT_EQ(sheet.findLocal(keyOf("FlipY")), nullptr) << "inherits both formula and value";
   for (const char* const name : {"PinX", "Width", "Height", "LocPinX"})
     sheet.findLocal(keyOf(name))->value = Value::number(7);
@@ -139,8 +140,8 @@ TEST(CellText, KeepsTheSpellingOfUnchangedCells) {
     EXPECT_NE(page.find(expected), std::string::npos) << expected << "\n" << page;
 }
 
-/// A value of several lines is the element's text. It reads as one, comes back as it was, and once it changes
-/// the file says the new one only.
+/// A value of several lines is the element's text. It reads as one, is saved unchanged, and after a change
+/// the file has the new one only.
 TEST(CellText, TakesAValueFromTheElementsText) {
   const std::string note = "First line\nsecond & last", contents = ">First line\nsecond &amp; last</Cell>";
   const std::string row = "<Section N='Property'><Row N='Notes'><Cell N='Value' U='STR'" + contents +

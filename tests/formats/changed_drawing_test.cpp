@@ -1,4 +1,4 @@
-// What the engine changed stands in the saved file: new pages and masters, deleted members, names, pictures,
+// What the engine changed is in the saved file: new pages and masters, deleted members, names, pictures,
 // properties.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -70,7 +70,7 @@ TEST(NewDrawing, IsACompletePackage) {
   host::Store store;
   const host::DocumentId id = makeDrawing(store);
   ASSERT_EQ(vsdx().save(store, id, file), "");
-  ASSERT_EQ(folder.count(), 1u) << "nothing is left beside the file";
+  ASSERT_EQ(folder.count(), 1u) << "no other file is left in the folder";
 
   host::Store other;
   const host::OpenResult opened = vsdx().open(other, file);
@@ -104,7 +104,8 @@ TEST(ChangedDrawing, KeepsPartNamesAndGivesNewOnes) {
   ASSERT_EQ(vsdx().save(store, makeDrawing(store), file), "");
   const host::DocumentId id = vsdx().open(store, file).document;
   ASSERT_TRUE(id);
-  // Take out the first page, put a new one in front, and bring in a master from another drawing with all it carries.
+  // Delete the first page, insert a new one before the rest, and add a master from another drawing with its carried
+  // data.
   store.document(id)->pages.erase(store.document(id)->pages.begin());
   store.addPage(id, "New", 0);
   const host::DocumentId other = vsdx().open(store, file).document;
@@ -117,7 +118,7 @@ TEST(ChangedDrawing, KeepsPartNamesAndGivesNewOnes) {
   EXPECT_FALSE(partOf(file, "/visio/pages/page2.xml").empty());
   EXPECT_TRUE(partOf(file, "/visio/pages/page3.xml").empty());
   EXPECT_FALSE(partOf(file, "/visio/masters/master2.xml").empty());
-  EXPECT_TRUE(partOf(file, "/visio/media/image1.png").empty()) << "gone with its page";
+  EXPECT_TRUE(partOf(file, "/visio/media/image1.png").empty()) << "deleted with its page";
   const host::OpenResult again = vsdx().open(store, file);
   ASSERT_TRUE(again.document) << again.error;
   EXPECT_EQ(store.page(store.document(again.document)->pages[1])->name, "Back");
@@ -152,7 +153,7 @@ TEST(ChangedDrawing, DeletedMembersStayDeletedAndUnmentionedOnesAreMade) {
   EXPECT_EQ(instanceOf(open()).children.size(), 1u);
 }
 
-TEST(ChangedDrawing, MarksNamesThatSomebodyGave) {
+TEST(ChangedDrawing, MarksNamesThatAUserGave) {
   TemporaryFolder folder;
   const std::string file = folder.file("map.vsdx");
   Parts parts = plainParts();
@@ -183,7 +184,7 @@ TEST(Saving, LeavesTheOldFileWhenItFails) {
   EXPECT_NE(vsdx().save(store, id, folder.file("map.txt")).find("ending"), std::string::npos);
   EXPECT_NE(vsdx().save(store, {}, file).find("closed"), std::string::npos);
   EXPECT_EQ(readFile(file), "precious");
-  EXPECT_EQ(folder.count(), 2u) << "nothing is left beside the file";
+  EXPECT_EQ(folder.count(), 2u) << "no other file is left in the folder";
 
   // The superuser may write anything, so that the refusal cannot be seen there.
   chmod(file.c_str(), 0440);
@@ -194,7 +195,7 @@ TEST(Saving, LeavesTheOldFileWhenItFails) {
   chmod(file.c_str(), 0640);
   std::filesystem::create_symlink(file, folder.file("link.vsdx"));
   ASSERT_EQ(vsdx().save(store, id, folder.file("link.vsdx")), "");
-  EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link.vsdx"))) << "the file behind the link is replaced";
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link.vsdx"))) << "the link's target is replaced";
   EXPECT_TRUE(normalForm(file).has());
   struct stat status;
   ASSERT_EQ(stat(file.c_str(), &status), 0);

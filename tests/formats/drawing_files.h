@@ -1,5 +1,5 @@
-// Drawings made for tests: a folder that goes away with the test, and files in it. The packages that a test saved there
-// are looked at as a strict reader does.
+// Drawings made for tests: a folder that is removed with the test, and files in it. The packages that a test saved
+// there are checked as a strict reader does.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@
 
 namespace quorvel::formats::testing {
 
-/// Files whose bytes a test made itself: they may be as wrong as the test needs them.
+/// Files whose bytes a test made itself: they may be wrong on purpose.
 inline std::set<std::string>& filesMadeByTests() {
   static std::set<std::string> names;
   return names;

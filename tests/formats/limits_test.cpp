@@ -1,4 +1,4 @@
-// What is saved can be opened again, however large it is; what means harm costs no more than it weighs.
+// What is saved can be opened again, however large it is; what is hostile costs no more than its size.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -63,7 +63,7 @@ TEST(Limits, FlatPicturesAndLongTextsOpenAgain) {
   }
 }
 
-/// One way in which drawings grow, with limits that a test can afford to reach.
+/// One way in which drawings grow, with limits that a test can reach.
 struct Growth {
   const char* what;
   PackageLimits limits;
@@ -213,7 +213,7 @@ TEST(Limits, NumbersBesideTheHighestOpenAgain) {
   }
 }
 
-TEST(Limits, PartsThatNobodyKnowsCostWhatTheyWeighInTheFile) {
+TEST(Limits, UnknownPartsCostTheirSizeInTheFile) {
   TemporaryFolder folder;
   const std::string file = folder.file("map.vsdx");
   Parts parts = plainParts();
@@ -238,7 +238,7 @@ TEST(Limits, PartsThatNobodyKnowsCostWhatTheyWeighInTheFile) {
     EXPECT_TRUE(partOf(file, "/docProps/thumbnail.emf") == large);
     EXPECT_EQ(partOf(file, "/visio/thing.xml"), small);
   }
-  // The single file has them as text, and only there are they as long as they are.
+  // The single file has them as text, unpacked.
   parts["visio/_rels/document.xml.rels"].insert(
       parts["visio/_rels/document.xml.rels"].find("</Relationships>"),
       "<Relationship Id='rId7' Type='http://example.com/thing' Target='thing.xml'/>");

@@ -1,4 +1,4 @@
-// Cells of which a file gives only the formula have its value once the file is open, in both formats.
+// Cells for which a file has only the formula get their value when the file is opened, in both formats.
 #include <gtest/gtest.h>
 
 #include "formats/drawing_files.h"
@@ -42,7 +42,7 @@ TEST(MissingValues, AreThoseOfTheFormulas) {
   Opened opened(file);
   EXPECT_EQ(opened.text(1, "User.half"), "1.5 in.");
   EXPECT_EQ(opened.text(1, "LocPinX"), "1.5 in.");
-  EXPECT_EQ(opened.text(1, "LocPinY"), "7 in.") << "a value that the file gives counts";
+  EXPECT_EQ(opened.text(1, "LocPinY"), "7 in.") << "a value of the file is used";
   EXPECT_EQ(opened.text(9, "LocPinX"), "4 in.") << "the instance's own half, not the master's";
   EXPECT_EQ(opened.text(10, "Width"), "2 in.");
   EXPECT_EQ(opened.text(1, "TxtPinX"), "5 in.");
@@ -52,7 +52,7 @@ TEST(MissingValues, AreThoseOfTheFormulas) {
   EXPECT_GT(host::cellNumber(opened.store, label.id, *host::parseCellName("TxtWidth")), 1);
   ASSERT_EQ(formatFor(file)->save(opened.store, opened.document, file), "");
   EXPECT_NE(partOf(file, "/visio/pages/page1.xml").find(R"(<Cell N="LocPinX" F="User.half"/>)"), std::string::npos)
-      << "comes back as it was";
+      << "is saved unchanged";
 
   const std::string single = folder.file("map.vdx");
   writeFile(single,
@@ -84,7 +84,7 @@ TEST(MissingValues, OfAnInstanceFollowItsOwnTextAndCells) {
   EXPECT_EQ(opened.text(9, "Width"), "8 in.");
   EXPECT_EQ(opened.text(10, "Width"), "2 in.") << "through the group";
   EXPECT_EQ(opened.text(10, "LocPinX"), "1 in.");
-  EXPECT_EQ(opened.text(9, "TxtPinX"), "7 in.") << "a value that the file gives counts";
+  EXPECT_EQ(opened.text(9, "TxtPinX"), "7 in.") << "a value of the file is used";
   EXPECT_EQ(opened.text(11, "Width"), "2 in.") << "a rounded number is the same number";
   const auto shape = [&](int id) {
     return opened.store.page(opened.store.document(opened.document)->pages.front())->byShapeId.at(id);

@@ -1,4 +1,4 @@
-// Local and universal names go through both formats, and a saved file shows the time of its own save.
+// Local and universal names are kept in both formats, and a saved file has the time of its own save.
 #include <gtest/gtest.h>
 
 #include "formats/drawing_files.h"
@@ -62,7 +62,7 @@ TEST_F(OpenedByScript, NamesOfBothKindsSurviveBothFormats) {
 TEST_F(OpenedByScript, RowsOfMenusAndControlsHaveNamesInTheFile) {
   const Document drawing = app_.Documents().Add("");
   const Shape shape = drawing.Pages().Item(1).DrawRectangle(1, 1, 2, 2);
-  // As drawings of earlier days hold them: by number alone.
+  // As older drawings have them: by number alone.
   host::Sheet& sheet = *running_.engine().edit().making().sheet(host::SheetId{shape.ref().id});
   for (const char* const name : {"Actions.Menu[1]", "Actions.Menu[2]"})
     sheet.local(*host::parseCellName(name)).value = host::Value::text(name);
@@ -102,7 +102,7 @@ TEST_F(OpenedByScript, AFileShowsTheTimeOfItsOwnSave) {
     EXPECT_GT(page.Shapes().Item(1).Cells("User.Saved").Result(0).or_(0), 45000);
     EXPECT_GT(page.Shapes().Item(2).Cells("User.Year").Result(0).or_(0), 2023);
     EXPECT_EQ(drawing.Saved(), true);
-    EXPECT_FALSE(app_.Undo()) << "a save is no step";
+    EXPECT_FALSE(app_.Undo()) << "a save is not an undo step";
     ASSERT_TRUE(drawing.Close());
   }
 }

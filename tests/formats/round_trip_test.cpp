@@ -1,4 +1,4 @@
-// Open, save, open: drawings of other programs and one with everything in it come back with the same normal form.
+// Open, save, open: drawings of other programs and one with all features keep the same normal form.
 #include <gtest/gtest.h>
 
 #include "formats/drawing_files.h"
@@ -15,7 +15,7 @@ using host::SheetId;
 
 class Samples : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(Samples, ComeBackUnharmed) {
+TEST_P(Samples, AreSavedUnchanged) {
   const std::string source = sampleFile(GetParam());
   TemporaryFolder folder;
   const std::string first = folder.file("first" + source.substr(source.rfind('.')));
@@ -36,7 +36,7 @@ INSTANTIATE_TEST_SUITE_P(Drawings, Samples,
                          ::testing::Values("connectors.vsdx", "roadmap.vstx", "shapes.vssx", "flowchart_shapes.vsdx",
                                            "network.vsdx"));
 
-/// A drawing that uses all of the format that others seldom use together.
+/// A drawing that uses all rare features of the format at once.
 Parts everything() {
   Parts parts = partsWithMaster(
       "<Shapes><Shape ID='5' NameU='Task' Name='Task' Type='Group' LineStyle='0' FillStyle='0' TextStyle='0'>"
@@ -161,7 +161,7 @@ class EverythingTest : public ::testing::Test {
   host::DocumentId document_;
 };
 
-TEST_F(EverythingTest, ComesBackUnharmed) {
+TEST_F(EverythingTest, IsSavedUnchanged) {
   const std::string saved = folder_.file("saved.vsdm");
   ASSERT_EQ(format_.save(store_, document_, saved), "");
   EXPECT_EQ(firstDifference(*normalForm(file_), *normalForm(saved)), "");
@@ -169,7 +169,7 @@ TEST_F(EverythingTest, ComesBackUnharmed) {
   EXPECT_EQ(partOf(saved, "/visio/media/picture one.png"), "\x89PNG not really");
 }
 
-TEST_F(EverythingTest, StandsInTheEnginesData) {
+TEST_F(EverythingTest, IsInTheEnginesData) {
   const host::Document& document = *store_.document(document_);
   EXPECT_EQ(document.name, "everything.vsdm");
   EXPECT_EQ(document.path + document.name, file_);
@@ -183,7 +183,7 @@ TEST_F(EverythingTest, StandsInTheEnginesData) {
   const Sheet& prototype = *store_.sheet(store_.page(master.contents)->shapes.front());
   EXPECT_EQ(task.prototype, prototype.id);
   EXPECT_EQ(shape(13).prototype, prototype.children[0]);
-  EXPECT_EQ(task.children.size(), 1u) << "the deleted member is none";
+  EXPECT_EQ(task.children.size(), 1u) << "the deleted member does not count";
   EXPECT_EQ(task.data1, "Task");
   EXPECT_EQ(host::cellNumber(store_, task.id, key("Width")), 1.5) << "the master's";
   EXPECT_EQ(host::cellText(store_, task.id, key("Hyperlink._Hyper.Address")), "https://example.org/?a=1&b=2");

@@ -1,4 +1,4 @@
-// What packages hold as parts and single files as elements goes from one to the other and back: windows, print setup,
+// What packages have as parts and single files as elements is converted in both directions: windows, print setup,
 // solutions' data, data recordsets, events, headers, comments, guides.
 #include <gtest/gtest.h>
 
@@ -42,7 +42,7 @@ class SharedParts : public ::testing::Test {
   const std::string older_ = folder_.file("older.vdx"), newer_ = folder_.file("newer.vsdx");
 };
 
-TEST_F(SharedParts, OfASingleFileStandInThePackage) {
+TEST_F(SharedParts, OfASingleFileAreInThePackage) {
   writeFile(
       older_,
       "<VisioDocument xmlns=\"http://schemas.microsoft.com/visio/2003/core\" "
@@ -81,7 +81,7 @@ TEST_F(SharedParts, OfASingleFileStandInThePackage) {
                {"<EventItem ID=\"1\"", "<HeaderLeft>&amp;n</HeaderLeft>", "<Section N=\"Reviewer\">"});
   const std::string pages = partOf(newer_, "/visio/pages/pages.xml");
   expectPieces(pages, {"<Section N=\"Annotation\">", "V=\"Check &amp; sign\"", "<Cell N=\"PageLeftMargin\" V=\"0.1\"/>",
-                       // The second page says nothing of its own, so that what was said of the document holds.
+                       // The second page has no values of its own, so that the document's are used.
                        "<Cell N=\"PageLeftMargin\" V=\"0.5\" U=\"MM\"/>", "<Cell N=\"ScaleY\" V=\"0.75\"/>",
                        "<Cell N=\"PrintPageOrientation\" V=\"2\"/>", "<Cell N=\"PaperKind\" V=\"9\"/>"});
   expectPieces(partOf(newer_, "/visio/pages/page1.xml"), {"Type=\"Guide\""});
@@ -93,10 +93,10 @@ TEST_F(SharedParts, OfASingleFileStandInThePackage) {
                                 records, "<vx:" + prefixed(columns, "vx:"), "FileName=\"a.xls\"", "<EventItem ID=\"1\"",
                                 "<HeaderLeft>&amp;n</HeaderLeft>", "<Comment>Check &amp; sign</Comment>",
                                 "Type=\"Guide\"", "<Name>Ann</Name>"});
-  EXPECT_EQ(readFile(back).find("<Part "), std::string::npos) << "the elements say all";
+  EXPECT_EQ(readFile(back).find("<Part "), std::string::npos) << "the elements contain all";
 }
 
-TEST_F(SharedParts, OfAPackageStandInTheSingleFileAndComeBack) {
+TEST_F(SharedParts, OfAPackageAreInTheSingleFileAndBack) {
   Parts parts = plainParts();
   std::string& rels = parts["visio/_rels/document.xml.rels"];
   std::string& types = parts["[Content_Types].xml"];

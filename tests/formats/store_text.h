@@ -13,7 +13,7 @@ namespace quorvel::formats::testing {
 
 class StoreText {
  public:
-  /// `asFilesTell` leaves out what no file tells: what fields showed when they were last looked at, and whether a text
+  /// `asFilesTell` leaves out what no file contains: what fields showed at their last evaluation, and whether a text
   /// that only repeats the master's is the shape's own, and inherited values that single files list in styles.
   explicit StoreText(const host::Store& store, bool asFilesTell = false) : store_(store), asFilesTell_(asFilesTell) {}
 

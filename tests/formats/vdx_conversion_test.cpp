@@ -1,5 +1,5 @@
-// From packages to single files and back: what both can hold comes through, and what only one has stands where the
-// other passes over it.
+// From packages to single files and back: what both have is kept, and what only one has is where the
+// other ignores it.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -19,7 +19,7 @@ host::DocumentId through(host::Store& store, host::DocumentId document, const st
   return opened.document;
 }
 
-/// The lines of `before` that are not in `after`. Geometry by shares of the size is left out: it comes back as
+/// The lines of `before` that are not in `after`. Geometry by shares of the size is left out: it is read as
 /// coordinates.
 std::vector<std::string> lost(const std::vector<std::string>& before, const std::vector<std::string>& after) {
   const auto relativeRow = [](const std::string& line) {
@@ -42,7 +42,7 @@ std::vector<std::string> lost(const std::vector<std::string>& before, const std:
 
 class Conversion : public ::testing::TestWithParam<std::pair<const char*, const char*>> {};
 
-TEST_P(Conversion, LosesNothingThatBothCanHold) {
+TEST_P(Conversion, LosesNothingThatBothHave) {
   TemporaryFolder folder;
   const auto& [source, other] = GetParam();
   host::Store store;
@@ -100,7 +100,7 @@ Parts newerDrawing() {
   return parts;
 }
 
-TEST(NewerDrawing, StandsInTheOlderFormatAsItWouldHaveSaidIt) {
+TEST(NewerDrawing, IsInTheOlderFormatInItsOwnWay) {
   TemporaryFolder folder;
   const std::string source = folder.file("new.vsdx"), file = folder.file("old.vdx"), back = folder.file("back.vsdx");
   writeFile(source, zipOf(newerDrawing()));
@@ -115,10 +115,10 @@ TEST(NewerDrawing, StandsInTheOlderFormatAsItWouldHaveSaidIt) {
            "<E F=\"NURBS(1,3,0,0,0.25,1,0,1,0.75,User.Kind*0,0,1)\">NURBS(1,3,0,0,0.25,1,0,1,0.75,0,0,1)</E>",
            "<E F=\"NURBS(1,2,0,0,0.5,1,0,1)\">NURBS(1,2,0,0,0.5,1,0,1)</E>",
            "<A F=\"Width*0.5\">1</A><B F=\"Height*1\">1</B><C>0</C><D>2</D></EllipticalArcTo>",
-           // The instance is twice as wide, so that what it inherits stands elsewhere.
+           // The instance is twice as wide, so that what it inherits is at another place.
            "<MoveTo IX=\"1\"><X F=\"Inh\">0</X><Y F=\"Height*0.25\">0.25</Y></MoveTo>"
            "<NURBSTo IX=\"2\"><X F=\"Inh\">4</X>",
-           // Its formula is for programs that know the function.
+           // Its formula is for programs that have the function.
            "<LineColor>#102030</LineColor>",
            "<vx:LineColor F=\"THEMEVAL(&quot;LineColor&quot;,0)\">#102030",
            "<v14:DisplayLevel>9</v14:DisplayLevel>",
@@ -132,7 +132,7 @@ TEST(NewerDrawing, StandsInTheOlderFormatAsItWouldHaveSaidIt) {
 
   const std::vector<std::string> missing =
       lost(StoreText(store).of(newer), StoreText(store).of(through(store, older, back)));
-  EXPECT_EQ(missing.size(), 1u) << "a deleted section comes back as deleted rows";
+  EXPECT_EQ(missing.size(), 1u) << "a deleted section becomes deleted rows";
   EXPECT_EQ(partOf(back, "/visio/theme/theme1.xml"), newerDrawing()["visio/theme/theme1.xml"]);
   const std::string page = partOf(back, "/visio/pages/page1.xml");
   for (const char* const expected : {"LocalName=\"Preis\"", "FutureSection", "N=\"Invented\"", "N=\"DataLinked\""})
@@ -170,8 +170,8 @@ TEST(NewerDrawing, NamesWhatASaveLeavesOut) {
   }
 }
 
-/// What only packages say of a drawing goes through the older format: on the way back it is there, with what changed.
-TEST(NewerDrawing, KeepsWhatOnlyPackagesSayOnTheWayThroughTheOlderFormat) {
+/// What only packages have is kept in the older format and is in the package again, with what changed.
+TEST(NewerDrawing, KeepsWhatOnlyPackagesHaveInTheOlderFormat) {
   Parts parts = newerDrawing();
   const auto replace = [&](const char* part, const std::string& from, const std::string& to) {
     const std::size_t at = parts[part].find(from);

@@ -1,4 +1,4 @@
-// Single-file drawings: open, save, open gives the same normal form, and what they hold stands in the engine's data.
+// Single-file drawings: open, save, open gives the same normal form, and what they contain is in the engine's data.
 #include <gtest/gtest.h>
 
 #include "formats/drawing_files.h"
@@ -18,7 +18,7 @@ const host::DocumentFormat& vdx() { return *formatFor("a.vdx"); }
 
 class SingleFileSamples : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(SingleFileSamples, ComeBackUnharmed) {
+TEST_P(SingleFileSamples, AreSavedUnchanged) {
   const std::string source = sampleFile(GetParam());
   TemporaryFolder folder;
   const std::string first = folder.file("first.vdx"), second = folder.file("second.vdx");
@@ -35,7 +35,7 @@ TEST_P(SingleFileSamples, ComeBackUnharmed) {
 
 INSTANTIATE_TEST_SUITE_P(Drawings, SingleFileSamples, ::testing::Values("basic_shapes.vdx", "network_devices.vdx"));
 
-/// A drawing that uses all of the format that others seldom use together.
+/// A drawing that uses all rare features of the format at once.
 const char* const everything =
     "<?xml version='1.0' encoding='utf-8'?>"
     "<VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core' key='A0' start='190' version='11.0'"
@@ -139,12 +139,12 @@ class SingleFile : public ::testing::Test {
   host::DocumentId document_;
 };
 
-TEST_F(SingleFile, ComesBackUnharmed) {
+TEST_F(SingleFile, IsSavedUnchanged) {
   saved("saved.vdx");
   EXPECT_EQ(firstDifference(*normalForm(file_), *normalForm(folder_.file("saved.vdx"))), "");
 }
 
-TEST_F(SingleFile, StandsInTheEnginesData) {
+TEST_F(SingleFile, IsInTheEnginesData) {
   const host::Document& document = *store_.document(document_);
   EXPECT_EQ(document.properties.title, "Orders");
   EXPECT_EQ(document.properties.templateName, "Map.vst");
@@ -158,11 +158,11 @@ TEST_F(SingleFile, StandsInTheEnginesData) {
   const Sheet& prototype = *store_.sheet(store_.page(master.contents)->shapes.front());
   EXPECT_EQ(shape(12).prototype, prototype.id);
   EXPECT_EQ(shape(13).prototype, prototype.children[0]);
-  EXPECT_EQ(shape(12).children.size(), 1u) << "the deleted member is none";
+  EXPECT_EQ(shape(12).children.size(), 1u) << "the deleted member does not count";
 
   EXPECT_EQ(host::cellNumber(store_, shape(12).id, key("Height")), 1) << "the master's";
   EXPECT_EQ(text(12, "PinX"), "50.8 mm");
-  EXPECT_EQ(text(12, "Prop.Row_3"), "12 EUR") << "a row without a name goes by its number";
+  EXPECT_EQ(text(12, "Prop.Row_3"), "12 EUR") << "a row without a name is named by its number";
   EXPECT_EQ(text(12, "Prop.Row_3.Label"), "Cost");
   EXPECT_EQ(host::cellValue(store_, prototype.id, key("Prop.Row_3")), host::Value::text(""));
   EXPECT_EQ(text(12, "Hyperlink.Row_1.Address"), "https://example.org/?a=1&b=2");
@@ -176,12 +176,12 @@ TEST_F(SingleFile, StandsInTheEnginesData) {
   EXPECT_EQ(host::formulaText(*normal.findLocal(key("FillForegnd"))), "THEME(\"FillColor\")");
   EXPECT_EQ(host::shownText(store_, shape(12).id), "Take 12 EUR \n the order");
   ASSERT_TRUE(shape(14).foreign);
-  EXPECT_TRUE(shape(14).foreign->bytes.starts_with("BM")) << "viewers want the header that the file leaves out";
+  EXPECT_TRUE(shape(14).foreign->bytes.starts_with("BM")) << "viewers need the header that the file leaves out";
   EXPECT_FALSE(shape(15).foreign);
   EXPECT_EQ(page().connects[1].fromCell, "EndX");
 }
 
-TEST_F(SingleFile, SaysWhatTheEngineChanged) {
+TEST_F(SingleFile, HasWhatTheEngineChanged) {
   shape(12).local(key("FillForegnd")).value = host::Value::number(5);
   shape(12).local(key("PinX")) = {};
   shape(12).local(key("PinX")).value = host::Value::number(3, host::Unit::Inches);
@@ -211,8 +211,8 @@ TEST_F(SingleFile, SaysWhatTheEngineChanged) {
            "<Prop NameU=\"New\" ID=\"9\"><Label>Label</Label></Prop>",
        })
     EXPECT_NE(xml.find(expected), std::string::npos) << expected;
-  for (const char* const gone : {"<vx:FillForegnd", "Owner", "key=\"A0\"", "start=\"190\""})
-    EXPECT_EQ(xml.find(gone), std::string::npos) << gone;
+  for (const char* const absent : {"<vx:FillForegnd", "Owner", "key=\"A0\"", "start=\"190\""})
+    EXPECT_EQ(xml.find(absent), std::string::npos) << absent;
 }
 
 TEST_F(SingleFile, IsAStencilByItsEnding) {
@@ -226,7 +226,7 @@ TEST_F(SingleFile, IsAStencilByItsEnding) {
   EXPECT_FALSE(std::filesystem::exists(folder_.file("a.vsdx")));
 }
 
-TEST(SingleFileHarm, IsRefusedOrSurvived) {
+TEST(SingleFileHarm, IsRefusedOrOpened) {
   TemporaryFolder folder;
   const std::string file = folder.file("map.vdx");
   const auto errorOf = [&](const std::string& bytes) {
@@ -255,7 +255,7 @@ TEST(SingleFileHarm, IsRefusedOrSurvived) {
                      "<Document xmlns='http://schemas.microsoft.com/office/visio/2012/main'>"
                      "<Part Name='/visio/../../x' ContentType='a'>AAAA</Part></Document></VisioDocument>"),
       "");
-  // Sections of a hundred thousand rows in the worst order are read in step with their size.
+  // Sections of a hundred thousand rows in the worst order take time proportional to their size.
   std::string rows;
   for (int i = 100'000; i > 0; --i)
     rows += "<Char IX='" + std::to_string(i) + "'/><User NameU='a" + std::to_string(i) + "'/>";

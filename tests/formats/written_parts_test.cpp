@@ -22,7 +22,7 @@ void expectPieces(const std::string& text, std::initializer_list<const char*> pi
   for (const char* const piece : pieces) EXPECT_NE(text.find(piece), std::string::npos) << piece << "\n" << text;
 }
 
-/// The text with what its root or an element around would declare put into prefixes of its own.
+/// The text with prefixes of its own in place of what its root or an outer element declares.
 std::string withPrefixes(const std::string& xml) {
   pugi::xml_document document;
   document.load_string(xml.c_str(), pugi::parse_default | pugi::parse_ws_pcdata);
@@ -108,7 +108,7 @@ TEST_P(OwnPrefixes, MeanTheSameInEveryFile) {
   ASSERT_EQ(formatFor("a.vdx")->save(store, second, folder.file("prefixed.vdx")), "");
   const std::string single = readFile(folder.file("prefixed.vdx"));
   EXPECT_EQ(undeclared(single), std::vector<std::string>());
-  // The parts that are carried along as they are differ; everything in front of them is the same.
+  // The parts that are kept unread differ; everything before them is the same.
   const std::string expected = readFile(folder.file("plain.vdx"));
   const auto own = [](const std::string& xml) { return xml.substr(0, xml.find("<Part Name")); };
   EXPECT_EQ(own(single).size(), own(expected).size());
@@ -141,7 +141,7 @@ Parts hidingDrawing() {
   return parts;
 }
 
-TEST(WrittenRows, OfGeometryTellTheirKindAlsoWhenDeleted) {
+TEST(WrittenRows, OfGeometryHaveTheirKindAlsoWhenDeleted) {
   TemporaryFolder folder;
   const std::string source = folder.file("a.vsdx"), saved = folder.file("saved.vsdx"), older = folder.file("a.vdx");
   writeFile(source, zipOf(hidingDrawing()));
@@ -156,7 +156,7 @@ TEST(WrittenRows, OfGeometryTellTheirKindAlsoWhenDeleted) {
 }
 
 TEST(WrittenRelationships, TakeNoIdThatIsStillUsed) {
-  // The page's picture is missing, its data and a table that nobody here knows use ids that lead nowhere.
+  // The page's picture is missing; its data and an unknown table use ids without a target.
   Parts parts = hidingDrawing();
   std::string& page = parts["visio/pages/page1.xml"];
   page.insert(page.find("</Shapes>"),
@@ -173,7 +173,7 @@ TEST(WrittenRelationships, TakeNoIdThatIsStillUsed) {
   writeFile(source, zipOf(parts));
   host::Store store;
   const host::DocumentId read = opened(store, source);
-  // What a page without this file's relationships carries means nothing there.
+  // Ids that a page from another file carries have no meaning there.
   host::Page& other = *store.page(store.addPage(read, "Other"));
   const host::SheetId copy = store.addShape(other.id, {}, host::SheetKind::Foreign);
   const host::Page& first = *store.page(store.document(read)->pages.front());
@@ -194,7 +194,7 @@ TEST(WrittenRelationships, TakeNoIdThatIsStillUsed) {
   EXPECT_EQ(partOf(saved, "/visio/pages/page2.xml").find("r:id"), std::string::npos);
 }
 
-TEST(WrittenSingleFile, SaysAllThatItsReadersLookFor) {
+TEST(WrittenSingleFile, HasAllThatOtherReadersExpect) {
   Parts parts = hidingDrawing();
   std::string& styles = parts["visio/document.xml"];
   styles.replace(
@@ -220,7 +220,7 @@ TEST(WrittenSingleFile, SaysAllThatItsReadersLookFor) {
                      "<LangID F=\"Inh\">1031</LangID>", "<LangID>1033</LangID>", "<LangID>0</LangID>",
                      "<HorzAlign>0</HorzAlign>", "<SpLine Unit=\"IN\" F=\"Inh\">-1.2</SpLine>"});
 
-  // What was only written because the format wants rows whole still follows the style.
+  // What was only written because the format needs complete rows still inherits from the style.
   const host::DocumentId read = opened(store, older);
   const host::Page& again = *store.page(store.document(read)->pages.front());
   const host::Sheet& shape = *store.sheet(again.byShapeId.at(2));
@@ -262,7 +262,7 @@ TEST(WrittenPictures, CarryTheirSizeAndNoNeedlessMark) {
   expectPieces(readFile(older), {"ExtentX=\"100\" ExtentY=\"50\""});
 }
 
-TEST(WrittenTimes, TellTheirTypeOnlyWhereItIsKnown) {
+TEST(WrittenTimes, HaveTheirTypeOnlyWhereItIsKnown) {
   TemporaryFolder folder;
   const std::string older = folder.file("a.vdx"), back = folder.file("back.vsdx");
   host::Store store;
@@ -276,7 +276,7 @@ TEST(WrittenTimes, TellTheirTypeOnlyWhereItIsKnown) {
                {"<dcterms:created xsi:type=\"dcterms:W3CDTF\">", "<dcterms:modified xsi:type=\"dcterms:W3CDTF\">"});
 }
 
-TEST(ShippedDrawings, HaveAllThatAStrictReaderLooksFor) {
+TEST(ShippedDrawings, HaveAllThatAStrictReaderExpects) {
   for (const char* const name : {"Quorvel.vssx", "Quorvel.vstx", "Samples/Order handling.vsdx"}) {
     const std::string file = std::string(QUORVEL_SOURCE_FOLDER) + "/data/" + name;
     EXPECT_EQ(tools::checkPackage(file, tools::Strictness::Complete), std::vector<std::string>()) << name;

@@ -1,4 +1,4 @@
-// What must hold whatever the bytes are; a broken promise stops the target with the bytes that broke it.
+// Checks that must hold for all bytes; a failed check stops the target and keeps its input.
 #pragma once
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-// What a drawing must stand once it was read: saving in both formats, and opening again with as much in it.
+// What must work with every drawing that was read: saving in both formats, and opening again with the same contents.
 #pragma once
 
 #include <string>
@@ -31,13 +31,13 @@ inline Count countOf(const host::Store& store, const host::Document& document) {
 inline bool readPackage(host::Store& store, host::DocumentId document, const std::string& bytes) {
   const MemoryFile file(bytes);
   formats::ZipPackage package;
-  // A target that grows to the limits of real drawings tells nothing of the reader.
+  // With the limits of real drawings a target would only become slow.
   const formats::PackageLimits limits{.partBytes = 4 << 20, .totalBytes = 8 << 20};
   const std::string wrong = package.open(file.name(), limits);
   return wrong.empty() && formats::readDocument(store, document, package).empty();
 }
 
-/// Saves in one of the formats; which of them goes by the size of the input, so that there is time for more inputs.
+/// Saves in one of the formats; the size of the input decides which, so that there is time for more inputs.
 inline void checkDrawing(const host::Store& store, host::DocumentId id, std::size_t inputSize) {
   const host::Document& document = *store.document(id);
   const Count count = countOf(store, document);

@@ -37,8 +37,8 @@ class SmallPage {
     const bool written = bool(host::writeFormula(engine, cell, text, true));
     check(written || !formula, "a formula can be written to a cell");
     host::writeFormula(engine, cell, "0", true);
-    check(engine.store().sheet(cell.sheet)->findLocal(cell.key)->value == host::Value(), "the cell comes back");
-    engine.undo().forget(document_);
+    check(engine.store().sheet(cell.sheet)->findLocal(cell.key)->value == host::Value(), "the cell is restored");
+    engine.undo().discard(document_);
   }
 
  private:
@@ -67,7 +67,7 @@ class SmallPage {
     }
   }
 
-  /// A value shown as a formula is one again.
+  /// A value shown as a formula parses again.
   static void checkValue(const host::Value& value) {
     host::Cell cell;
     cell.value = value;

@@ -1,5 +1,5 @@
 // Takes drawings and lines of formulas apart into seeds: make_seeds FOLDER FILE...
-// Packages, their single parts, the pages of single-file drawings, and every formula that stands in any of them.
+// Packages, their single parts, the pages of single-file drawings, and every formula in any of them.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -73,9 +73,9 @@ class Seeds {
     }
   }
 
-  /// Lines of the formula tests: "given => expected", pictures "value | picture => …".
+  /// Lines of the formula tests: "given => expected", formats "value | format => …".
   void addLines(const fs::path& file, const std::string& text) {
-    const bool arePictures = file.filename() == "pictures.txt";
+    const bool areFormats = file.filename() == "formats.txt";
     for (std::size_t at = 0; at < text.size();) {
       const std::size_t end = std::min(text.find('\n', at), text.size());
       const std::string line = text.substr(at, end - at);
@@ -84,8 +84,8 @@ class Seeds {
       if (arrow == std::string::npos || line[0] == '#') continue;
       std::string given = line.substr(0, arrow);
       const std::size_t bar = given.find(" | ");
-      if (arePictures && bar != std::string::npos) given.replace(bar, 3, "\n");
-      add(arePictures ? "picture" : "formula", given);
+      if (areFormats && bar != std::string::npos) given.replace(bar, 3, "\n");
+      add(areFormats ? "format" : "formula", given);
     }
   }
 

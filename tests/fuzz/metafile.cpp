@@ -8,7 +8,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quorvel::render;
-  // It remembers what it laid out, which random texts would make endless.
+  // It caches layouts, and random texts would fill the cache without end.
   static std::unique_ptr<TextEngine> text;
   if (!text || text->layoutCount() > 10'000) text = std::make_unique<TextEngine>();
   const std::string bytes(reinterpret_cast<const char*>(data), size);

@@ -1,4 +1,4 @@
-// Parts of a package as one text, so that what is changed at random is their XML and not a packed stream.
+// Parts of a package as one text, so that the random changes are in their XML and not in a packed stream.
 //
 //     == visio/pages/page1.xml
 //     <PageContents ...

@@ -1,4 +1,4 @@
-// The services of this machine, and their answers when no callback is set.
+// The services of this machine, and their results when no callback is set.
 #include "headless/headless_platform.h"
 
 #include <gtest/gtest.h>

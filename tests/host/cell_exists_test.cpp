@@ -1,4 +1,5 @@
-// Which cells a sheet has, by its kind, and which of them it holds itself: scripts ask it to tell lines from boxes.
+// Which cells a sheet has, by its kind, and which of them it holds itself: scripts use it to distinguish lines and
+// boxes.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -70,7 +71,7 @@ TEST_F(CellExists, WhereTheKindOfSheetHasTheCell) {
     }
   }
 
-  // Every cell that the table knows is had by some kind, or only where it is held.
+  // Every cell of the table exists for some kind of sheet, or only where a sheet holds it.
   for (const host::CellDefinition& definition : host::cellDefinitions()) {
     if (definition.section != host::SectionNumber::Object || definition.row == 14) continue;
     EXPECT_TRUE(std::ranges::any_of(sheets, [&](const auto& each) {
@@ -99,7 +100,7 @@ TEST_F(CellExists, ItselfWhereTheSheetHoldsIt) {
   EXPECT_TRUE(hasItself(shape, "Width"));
   for (const char* cell : {"User.a", "LineWeight"}) EXPECT_FALSE(hasItself(shape, cell)) << cell;
 
-  // Such a row can be made the shape's own, and keeps following.
+  // Such a row can be made local, and still inherits.
   ASSERT_TRUE(shape.AddNamedRow(visio::sectionUser, "a", 0));
   EXPECT_TRUE(hasItself(shape, "User.a"));
   EXPECT_FALSE(shape.AddNamedRow(visio::sectionUser, "a", 0));

@@ -1,4 +1,4 @@
-// Connectors on a page: glued, walking around their shapes, drawn around what is in the way, and taken back in one
+// Connectors on a page: glued, with ends that move around their shapes, drawn around obstacles, and undone in one
 // step.
 #include <gtest/gtest.h>
 
@@ -55,7 +55,7 @@ class Connectors : public HostTest {
   }
 };
 
-TEST_F(Connectors, AnEndWalksToTheSideThatSuits) {
+TEST_F(Connectors, AnEndMovesToTheBestSide) {
   const Shape from = box(2, 2), to = box(6, 2), connector = glued(from, to);
   EXPECT_EQ(connector.Cells("BeginX").Formula(), "_WALKGLUE(BegTrigger,EndTrigger,WalkPreference)");
   EXPECT_EQ(connector.Cells("EndTrigger").Formula(), "_XFTRIGGER(" + at(to, "EventXFMod") + ")");
@@ -83,7 +83,7 @@ TEST_F(Connectors, AnEndWalksToTheSideThatSuits) {
     EXPECT_NEAR(text.x, middle.x, 1e-9) << "the text stays on the line";
     EXPECT_NEAR(text.y, middle.y, 1e-9);
   }
-  // Turned and resized shapes are met on their sides too.
+  // Ends are on the sides of rotated and resized shapes too.
   ASSERT_TRUE(to.Cells("Angle").SetFormula("90 deg"));
   ASSERT_TRUE(to.Cells("Height").SetFormula("3 in"));
   EXPECT_EQ(drawn(connector), "(2.5,2)(4.5,2)");
@@ -101,9 +101,9 @@ TEST_F(Connectors, AShapeInTheWayIsGoneAround) {
   ASSERT_TRUE(app.Redo());
   EXPECT_EQ(drawn(connector), around);
   move(other, 5, 7);
-  EXPECT_EQ(drawn(connector), "(2.5,2)(7.5,2)") << "the way is free again";
+  EXPECT_EQ(drawn(connector), "(2.5,2)(7.5,2)") << "the direct line is free again";
 
-  // So is one that is drawn anew, dropped, or comes by turning; it is let go of when it is deleted.
+  // So is one that is redrawn, dropped or rotated into the way, until it is deleted.
   const Shape drawnOver = box(4, 2);
   EXPECT_FALSE(runsThrough(connector, drawnOver)) << drawn(connector);
   ASSERT_TRUE(drawnOver.Delete());
@@ -114,10 +114,10 @@ TEST_F(Connectors, AShapeInTheWayIsGoneAround) {
   EXPECT_FALSE(runsThrough(connector, beam)) << drawn(connector);
 }
 
-TEST_F(Connectors, WhatIsNotInTheWayIsLeftAlone) {
+TEST_F(Connectors, OtherShapesAreNoObstacles) {
   const Shape from = box(2, 2), to = box(8, 2), connector = glued(from, to);
   const std::string straight = drawn(connector);
-  // A lane with shapes of its own, a shape that declares to stand aside, and one that lets level lines through.
+  // A lane with shapes of its own, a shape that is marked as no obstacle, and one that lets horizontal lines through.
   box(5, 2, 3, 3);
   for (const double x : {4.2, 5.5}) box(x, 1.2, 0.4, 0.4);
   EXPECT_NE(drawn(connector), straight) << "an empty lane looks like any shape";
@@ -132,7 +132,7 @@ TEST_F(Connectors, WhatIsNotInTheWayIsLeftAlone) {
   EXPECT_EQ(drawn(connector), straight);
 }
 
-TEST_F(Connectors, FixedCodesDecideWhatMayBeDrawnAnew) {
+TEST_F(Connectors, FixedCodesDecideWhatMayBeRedrawn) {
   const Shape from = box(2, 2), to = box(8, 4);
   const Shape never = glued(from, to), asNeeded = glued(from, to);
   ASSERT_TRUE(never.Cells("ConFixedCode").SetFormula("2"));
@@ -149,7 +149,7 @@ TEST_F(Connectors, FixedCodesDecideWhatMayBeDrawnAnew) {
   EXPECT_NEAR(stretched.front().x, inches(never, "BeginX"), 1e-9);
   EXPECT_NEAR(stretched.back().x, inches(never, "EndX"), 1e-9);
   EXPECT_NEAR(stretched.back().y, inches(never, "EndY"), 1e-9);
-  EXPECT_FALSE(runsThrough(asNeeded, block)) << "once its end moves it is drawn anew: " << drawn(asNeeded);
+  EXPECT_FALSE(runsThrough(asNeeded, block)) << "once its end moves it is redrawn: " << drawn(asNeeded);
   ASSERT_TRUE(page.PageSheet().Cells("DynamicsOff").SetFormula("TRUE"));
   const std::string off = drawn(asNeeded);
   move(box(20, 20), 6, 2);
@@ -221,7 +221,7 @@ TEST_F(Connectors, AnEndThatIsWrittenIsFree) {
   for (int i = 0; i < 2; ++i) ASSERT_TRUE(app.Undo());
   EXPECT_EQ(firstDifference(before, dump()), "");
 
-  // A formula that glues is glue, whoever writes it.
+  // A formula that glues is glue, written by a user or by code.
   const Shape line = page.DrawLine(0, 0, 1, 1);
   ASSERT_TRUE(line.Cells("EndX").SetFormula("PAR(PNT(" + at(to, "LocPinX") + "," + at(to, "LocPinY") + "))"));
   ASSERT_EQ(connects().size(), 3u);
@@ -232,10 +232,10 @@ TEST_F(Connectors, AnEndThatIsWrittenIsFree) {
   EXPECT_FALSE(host::endOf(engine().store(), sheetOf(connector), false).glued);
   ASSERT_TRUE(app.Undo());
   move(to, 8, 5);
-  EXPECT_EQ(inches(connector, "EndX"), 8.0) << "glued again, it walks again";
+  EXPECT_EQ(inches(connector, "EndX"), 8.0) << "glued again, it moves again";
 }
 
-TEST_F(Connectors, EndsOfPlainLinesWalkByTheirPreference) {
+TEST_F(Connectors, EndsOfPlainLinesMoveByTheirPreference) {
   const Shape from = box(2, 2), to = box(6, 6), line = page.DrawLine(0, 0, 1, 1);
   ASSERT_TRUE(line.Cells("GlueType").SetFormula("2"));
   ASSERT_TRUE(line.Cells("BeginX").GlueTo(from.Cells("PinX")));
@@ -276,17 +276,17 @@ TEST_F(Connectors, EventsAndStepsAreThoseOfTheCause) {
   int seenWhole = 0;
   recorder.onCellChanged = [&](Cell cell) {
     if (!(cell.Name() == "EndX")) return;
-    // Whoever hears of the end finds the line drawn already.
+    // At the event of the end the line is already redrawn.
     const host::Polyline line = lineOf(connector);
     seenWhole += std::fabs(line.back().x - inches(connector, "EndX")) < 1e-9;
   };
   ASSERT_TRUE(to.Cells("PinY").SetResult(visio::unitsInches, 6.0));
   EXPECT_EQ(engine().undo().undoCount(id), steps + 1);
-  const std::vector<std::string> heard = recorder.take();
+  const std::vector<std::string> recorded = recorder.take();
   const std::string name = connector.NameID().or_("");
   for (const char* cell : {"EndX", "EndY", "Height", "PinX", "Geometry1.X2", "Controls.TextPosition"}) {
     const std::string event = "CellChanged " + name + " " + cell;
-    EXPECT_EQ(std::count(heard.begin(), heard.end(), event), 1) << event;
+    EXPECT_EQ(std::count(recorded.begin(), recorded.end(), event), 1) << event;
   }
   EXPECT_EQ(seenWhole, 1);
   const std::string after = dump();
@@ -295,7 +295,7 @@ TEST_F(Connectors, EventsAndStepsAreThoseOfTheCause) {
   ASSERT_TRUE(app.Redo());
   EXPECT_EQ(firstDifference(after, dump()), "");
 
-  // A handler that moves a shape onto the new line is followed in the same step.
+  // When a handler moves a shape onto the new line, the line is redrawn in the same step.
   const Shape other = box(2, 12);
   recorder.onCellChanged = [&, done = false](Cell cell) mutable {
     if (done || !(cell.Shape().NameID() == to.NameID())) return;
@@ -312,7 +312,7 @@ TEST_F(Connectors, EventsAndStepsAreThoseOfTheCause) {
 TEST_F(Connectors, CopiesAndWholeMovesKeepTheirLines) {
   const Shape from = box(2, 2), to = box(8, 2), connector = glued(from, to);
   ASSERT_TRUE(connector.Cells("ConFixedCode").SetFormula("1"));
-  ASSERT_TRUE(connector.CellsSRC(10, 2, 0).SetResult(visio::unitsInches, 4.5));  // drawn short by hand
+  ASSERT_TRUE(connector.CellsSRC(10, 2, 0).SetResult(visio::unitsInches, 4.5));  // drawn short by a user
   const Shape copy = connector.Duplicate();
   EXPECT_EQ(lineOf(copy).size(), 2u);
   EXPECT_NEAR(host::lengthOf(lineOf(copy)), host::lengthOf(lineOf(connector)), 1e-9);
@@ -324,8 +324,8 @@ TEST_F(Connectors, CopiesAndWholeMovesKeepTheirLines) {
   EXPECT_EQ(lineOf(loose).size(), before.size());
 }
 
-/// Random drawings: after every change no line runs through a shape that one could go around, and all is taken back.
-TEST_F(Connectors, StayTrueThroughRandomWork) {
+/// Random drawings: after every change no line runs through a shape that it can avoid, and all is undone.
+TEST_F(Connectors, StayCorrectAfterRandomEdits) {
   std::srand(11);
   const auto below = [](int limit) { return std::rand() % limit; };
   std::vector<Shape> boxes;
@@ -340,7 +340,7 @@ TEST_F(Connectors, StayTrueThroughRandomWork) {
   const std::size_t steps = engine().undo().undoCount(id);
   for (int step = 0; step < 120; ++step) {
     const Shape shape = boxes[std::size_t(below(12))];
-    // Places at distances that leave ways between the shapes.
+    // Places at distances that leave space between the shapes.
     const double x = 2 + 1.5 * below(10), y = 2 + 1.5 * below(8);
     const bool taken = std::any_of(boxes.begin(), boxes.end(), [&](const Shape& other) {
       return !(other.NameID() == shape.NameID()) && std::fabs(inches(other, "PinX") - x) < 1.4 &&

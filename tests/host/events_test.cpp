@@ -1,4 +1,4 @@
-// What listeners hear, in which order, and that they may do anything while they hear it.
+// Which events listeners get, in which order, and that they may do anything while they handle one.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -9,7 +9,7 @@
 namespace quorvel {
 namespace {
 
-using Heard = std::vector<std::string>;
+using Recorded = std::vector<std::string>;
 
 class Events : public HostTest {};
 
@@ -17,66 +17,66 @@ class Events : public HostTest {};
 class Doing : public ApplicationEvents {
  public:
   std::function<void()> act;
-  int heard = 0;
+  int calls = 0;
   void CellChanged(Cell) override {
-    ++heard;
+    ++calls;
     if (act) act();
   }
 };
 
-TEST_F(Events, AWriteTellsItsFormulaThenItsValueThenItsDependents) {
+TEST_F(Events, AWriteRaisesItsFormulaThenItsValueThenItsDependents) {
   const Shape a = rectangle(), b = rectangle();
   const Cell x = user(a, "x", "1");
   user(a, "y", "User.x+1");
   user(b, "z", at(a, "User.y") + "+1");
   user(b, "calm", at(a, "User.x") + "*0");
   Recorder recorder(running);
-  // Everything stands before anybody hears of it.
+  // Every change is complete before the first event.
   recorder.onCellChanged = [&](const Cell&) { EXPECT_EQ(b.Cells("User.z").Result(0), 7.0); };
   ASSERT_TRUE(x.SetFormula("5"));
-  EXPECT_EQ(recorder.take(), (Heard{"FormulaChanged Sheet.1 User.x", "CellChanged Sheet.1 User.x",
-                                    "CellChanged Sheet.1 User.y", "CellChanged Sheet.2 User.z"}));
+  EXPECT_EQ(recorder.take(), (Recorded{"FormulaChanged Sheet.1 User.x", "CellChanged Sheet.1 User.x",
+                                       "CellChanged Sheet.1 User.y", "CellChanged Sheet.2 User.z"}));
   recorder.onCellChanged = nullptr;
 
-  // A new formula of the same value is no new value; the same formula is nothing at all.
+  // A new formula of the same value is no new value; the same formula is no change.
   ASSERT_TRUE(x.SetFormula("2+3"));
-  EXPECT_EQ(recorder.take(), Heard{"FormulaChanged Sheet.1 User.x"});
+  EXPECT_EQ(recorder.take(), Recorded{"FormulaChanged Sheet.1 User.x"});
   ASSERT_TRUE(x.SetFormula("= 2+3"));
   ASSERT_TRUE(a.Cells("User.y").FormulaForce("User.x+1"));
-  EXPECT_EQ(recorder.take(), Heard{});
+  EXPECT_EQ(recorder.take(), Recorded{});
   ASSERT_TRUE(x.SetResult(0, 5.0));
-  EXPECT_EQ(recorder.take(), Heard{"FormulaChanged Sheet.1 User.x"});
+  EXPECT_EQ(recorder.take(), Recorded{"FormulaChanged Sheet.1 User.x"});
   ASSERT_TRUE(x.SetResult(0, 5.0));
-  EXPECT_EQ(recorder.take(), Heard{});
+  EXPECT_EQ(recorder.take(), Recorded{});
 }
 
 TEST_F(Events, AChangeOfKindOrUnitIsAChangeOfValue) {
   const Shape shape = rectangle();
   const Cell time = user(shape, "time", "\"2 eh.\"");
   Recorder recorder(running);
-  const Heard both{"FormulaChanged Sheet.1 User.time", "CellChanged Sheet.1 User.time"};
+  const Recorded both{"FormulaChanged Sheet.1 User.time", "CellChanged Sheet.1 User.time"};
   for (const char* formula : {"2", "2 eh.", "120 em.", "2 in", "TRUE", "\"TRUE\""}) {
     ASSERT_TRUE(time.SetFormula(formula));
     EXPECT_EQ(recorder.take(), both) << formula;
   }
 }
 
-TEST_F(Events, ANewRowIsToldAndAGoingOneIsNot) {
+TEST_F(Events, ANewRowRaisesAnEventAndADeletedOneDoesNot) {
   const Shape shape = rectangle();
   Recorder recorder(running);
   shape.AddNamedRow(visio::sectionUser, "x", 0);
-  EXPECT_EQ(recorder.take(), Heard{"CellChanged Sheet.1 User.x"});
+  EXPECT_EQ(recorder.take(), Recorded{"CellChanged Sheet.1 User.x"});
   shape.DeleteRow(visio::sectionUser, 0);
-  EXPECT_EQ(recorder.take(), Heard{});
+  EXPECT_EQ(recorder.take(), Recorded{});
 }
 
-TEST_F(Events, ADropSelectsBeforeItTells) {
+TEST_F(Events, ADropSelectsBeforeItsEvent) {
   const host::MasterId master = addMaster("Box", [](host::Sheet&, host::Sheet&) {});
   Recorder recorder(running);
   Shape selected;
   recorder.onShapeAdded = [&](const Shape&) { selected = app.ActiveWindow().Selection().Item(1); };
   const Shape dropped = drop(master);
-  EXPECT_EQ(recorder.take(), (Heard{"SelectionChanged", "ShapeAdded Sheet.1"}));
+  EXPECT_EQ(recorder.take(), (Recorded{"SelectionChanged", "ShapeAdded Sheet.1"}));
   EXPECT_EQ(selected, dropped);
 
   recorder.onShapeAdded = [](const Shape& shape) { shape.Delete(); };
@@ -84,18 +84,18 @@ TEST_F(Events, ADropSelectsBeforeItTells) {
   EXPECT_EQ(page.Shapes().Count(), 1);
 }
 
-TEST_F(Events, ACopyMadeWhileAShapeGoesArrivesWhenItsHandlerIsDone) {
+TEST_F(Events, ACopyMadeDuringADeletionIsAddedAfterItsHandler) {
   const Shape shape = rectangle();
   Recorder recorder(running);
   Shape copy;
   recorder.onBeforeShapeDelete = [&](const Shape& going) { copy = going.Duplicate(); };
   ASSERT_TRUE(shape.Delete());
-  EXPECT_EQ(recorder.take(), (Heard{"BeforeShapeDelete Sheet.1", "(handled)", "ShapeAdded Sheet.2"}));
+  EXPECT_EQ(recorder.take(), (Recorded{"BeforeShapeDelete Sheet.1", "(handled)", "ShapeAdded Sheet.2"}));
   EXPECT_TRUE(copy.Name());
   EXPECT_FALSE(shape.Name());
   EXPECT_EQ(page.Shapes().Count(), 1);
 
-  // A handler that deletes the shape itself takes the command's work away, not its footing.
+  // A handler that deletes the shape itself leaves the command nothing to do, and it ends.
   recorder.onBeforeShapeDelete = [&](const Shape& going) {
     recorder.onBeforeShapeDelete = nullptr;
     going.Delete();
@@ -104,35 +104,35 @@ TEST_F(Events, ACopyMadeWhileAShapeGoesArrivesWhenItsHandlerIsDone) {
   EXPECT_EQ(page.Shapes().Count(), 0);
 }
 
-TEST_F(Events, MembersOfAGroupComeAndGoWithIt) {
+TEST_F(Events, MembersOfAGroupAreAddedAndDeletedWithIt) {
   const host::MasterId master = addMaster("Box", [](host::Sheet&, host::Sheet&) {});
   const Shape group = drop(master);
   ASSERT_TRUE(group.Shapes().Item(1).Cells("LockDelete").SetFormula("1"));
   Recorder recorder(running);
   const Shape copy = group.Duplicate();
-  EXPECT_EQ(recorder.take(), Heard{"ShapeAdded Sheet.3"});
+  EXPECT_EQ(recorder.take(), Recorded{"ShapeAdded Sheet.3"});
   ASSERT_TRUE(copy.Delete());
-  EXPECT_EQ(recorder.take(), (Heard{"BeforeShapeDelete Sheet.3", "(handled)"}));
+  EXPECT_EQ(recorder.take(), (Recorded{"BeforeShapeDelete Sheet.3", "(handled)"}));
 }
 
-TEST_F(Events, PagesTellOfNameAndKindOnly) {
+TEST_F(Events, PagesRaiseEventsForNameAndKindOnly) {
   Recorder recorder(running);
   const Page added = document.Pages().Add();
-  EXPECT_EQ(recorder.take(), Heard{"PageAdded Page-2"});
+  EXPECT_EQ(recorder.take(), Recorded{"PageAdded Page-2"});
   ASSERT_TRUE(added.SetName("Orders"));
   ASSERT_TRUE(added.SetName("Orders"));
   ASSERT_TRUE(added.SetBackground(true));
   ASSERT_TRUE(added.SetBackground(true));
   ASSERT_TRUE(page.SetBackPage(added));
-  EXPECT_EQ(recorder.take(), (Heard{"PageChanged Orders", "PageChanged Orders"}));
+  EXPECT_EQ(recorder.take(), (Recorded{"PageChanged Orders", "PageChanged Orders"}));
   added.DrawRectangle(0, 0, 1, 1);
   recorder.take();
   ASSERT_TRUE(added.Delete());
-  EXPECT_EQ(recorder.take(), Heard{});
+  EXPECT_EQ(recorder.take(), Recorded{});
   EXPECT_FALSE(page.BackPage());
 }
 
-/// Does something at the events at which listeners look after their own marks.
+/// Acts at the events at which listeners update their own marks.
 template <class Base>
 class AtUpkeep : public Base {
  public:
@@ -208,10 +208,10 @@ TEST_F(Events, ADeletedShapeLeavesTheSelectionAndThatIsRaised) {
   for (const Shape& shape : {a, b}) window.Select(shape, visio::select);
   Recorder recorder(running);
   ASSERT_TRUE(c.Delete());
-  EXPECT_EQ(recorder.take(), (Heard{"BeforeShapeDelete Sheet.3", "(handled)"})) << "it was not selected";
+  EXPECT_EQ(recorder.take(), (Recorded{"BeforeShapeDelete Sheet.3", "(handled)"})) << "it was not selected";
   ASSERT_TRUE(window.Selection().Delete());
-  EXPECT_EQ(recorder.take(), (Heard{"BeforeShapeDelete Sheet.1", "(handled)", "BeforeShapeDelete Sheet.2", "(handled)",
-                                    "SelectionChanged"}));
+  EXPECT_EQ(recorder.take(), (Recorded{"BeforeShapeDelete Sheet.1", "(handled)", "BeforeShapeDelete Sheet.2",
+                                       "(handled)", "SelectionChanged"}));
   ASSERT_TRUE(app.Undo());
   const Page second = document.Pages().Add();
   window.SetPage(second);
@@ -219,35 +219,35 @@ TEST_F(Events, ADeletedShapeLeavesTheSelectionAndThatIsRaised) {
   window.Select(there, visio::select);
   recorder.take();
   ASSERT_TRUE(second.Delete());
-  EXPECT_EQ(recorder.take(), Heard{"SelectionChanged"});
+  EXPECT_EQ(recorder.take(), Recorded{"SelectionChanged"});
   ASSERT_TRUE(app.Undo());
-  // A drop selects; taking it back and doing it again leaves nothing selected that is not there.
+  // A drop selects; after undo and redo no deleted shape is selected.
   window.SetPage(page);
   recorder.take();
   drop(addMaster("Box", [](host::Sheet&, host::Sheet&) {}));
   recorder.take();
   ASSERT_TRUE(app.Undo());
-  EXPECT_EQ(recorder.take(), Heard{"SelectionChanged"});
+  EXPECT_EQ(recorder.take(), Recorded{"SelectionChanged"});
   EXPECT_EQ(window.Selection().Count(), 0);
   const int scope = app.BeginUndoScope("try").or_(0);
   window.Select(page.DrawRectangle(0, 0, 1, 1), visio::select);
   recorder.take();
   app.EndUndoScope(scope, false);
-  EXPECT_EQ(recorder.take(), Heard{"SelectionChanged"});
+  EXPECT_EQ(recorder.take(), Recorded{"SelectionChanged"});
 }
 
-TEST_F(Events, NoneIsRaisedAboutACellThatIsGone) {
+TEST_F(Events, NoneIsRaisedAboutADeletedCell) {
   const Shape a = rectangle(), b = rectangle();
   const Cell x = user(a, "x", "0");
   const Cell y = user(b, "y", at(a, "User.x") + "+1");
   Recorder first(running), second(running);
-  // The row of the one goes while the other is announced, and the cell at hand before the second listener hears of it.
+  // One row is deleted during the event of the other, and the event's own cell before the second listener gets it.
   first.onCellChanged = [&](const Cell& cell) {
     if (cell == x) b.DeleteRow(visio::sectionUser, 0), a.DeleteRow(visio::sectionUser, 0);
   };
   ASSERT_TRUE(x.SetFormula("1"));
-  EXPECT_EQ(first.take(), (Heard{"FormulaChanged Sheet.1 User.x", "CellChanged Sheet.1 User.x"}));
-  EXPECT_EQ(second.take(), Heard{"FormulaChanged Sheet.1 User.x"});
+  EXPECT_EQ(first.take(), (Recorded{"FormulaChanged Sheet.1 User.x", "CellChanged Sheet.1 User.x"}));
+  EXPECT_EQ(second.take(), Recorded{"FormulaChanged Sheet.1 User.x"});
   EXPECT_FALSE(y.Result(0));
 }
 
@@ -264,25 +264,25 @@ TEST_F(ListenerHazards, OneRemovesItself) {
   first.act = [&] { running.unadvise(first); };
   change();
   change();
-  EXPECT_EQ(first.heard, 1);
-  EXPECT_EQ(second.heard, 2);
+  EXPECT_EQ(first.calls, 1);
+  EXPECT_EQ(second.calls, 2);
 }
 
 TEST_F(ListenerHazards, OneRemovesAnother) {
   for (Doing* each : {&first, &second, &third}) running.advise(*each);
   first.act = [&] { running.unadvise(second); };
   change();
-  EXPECT_EQ(second.heard, 0);
-  EXPECT_EQ(third.heard, 1);
+  EXPECT_EQ(second.calls, 0);
+  EXPECT_EQ(third.calls, 1);
 }
 
-TEST_F(ListenerHazards, OneIsAddedWhileTheOthersHear) {
+TEST_F(ListenerHazards, OneIsAddedDuringAnEvent) {
   running.advise(first);
   first.act = [&] { running.advise(second); };
   change();
-  EXPECT_EQ(second.heard, 0);
+  EXPECT_EQ(second.calls, 0);
   change();
-  EXPECT_EQ(second.heard, 1);
+  EXPECT_EQ(second.calls, 1);
 }
 
 TEST_F(ListenerHazards, OneWritesWhatItListensTo) {
@@ -292,12 +292,12 @@ TEST_F(ListenerHazards, OneWritesWhatItListensTo) {
     if (x.Result(0) < 3.0) change();
   };
   change();
-  EXPECT_EQ(first.heard, 3);
-  EXPECT_EQ(second.heard, 3);
+  EXPECT_EQ(first.calls, 3);
+  EXPECT_EQ(second.calls, 3);
   EXPECT_EQ(x.Result(0), 3.0);
 }
 
-TEST_F(ListenerHazards, OneDiesWhileItHears) {
+TEST_F(ListenerHazards, OneIsDestroyedDuringItsEvent) {
   auto mortal = std::make_unique<Doing>();
   running.advise(*mortal);
   running.advise(second);
@@ -311,10 +311,10 @@ TEST_F(ListenerHazards, OneDiesWhileItHears) {
   running.advise(*mortal);
   change();
   EXPECT_FALSE(mortal);
-  EXPECT_EQ(second.heard, 1);
+  EXPECT_EQ(second.calls, 1);
 }
 
-TEST_F(Events, AnEndlessExchangeIsRefusedAtItsDepthAndKeepsWhatStands) {
+TEST_F(Events, AnEndlessExchangeIsRefusedAtItsDepthAndKeepsEarlierWrites) {
   const Shape shape = rectangle();
   const Cell count = user(shape, "count", "0");
   const Cell twice = user(shape, "twice", "User.count*2");
@@ -340,14 +340,14 @@ TEST_F(Events, AnEndlessExchangeIsRefusedAtItsDepthAndKeepsWhatStands) {
 }
 
 TEST_F(Events, ShapesThatAddShapesEndToo) {
-  // Each arrival makes another shape: no cell is written, so nothing but the depth can end it.
+  // Each ShapeAdded makes another shape: no cell is written, so only the depth can end it.
   Recorder recorder(running);
   recorder.onShapeAdded = [&](const Shape&) { page.DrawRectangle(0, 0, 1, 1); };
   rectangle();
   EXPECT_LE(page.Shapes().Count(), 2 * host::Engine::deepestWrite);
 }
 
-TEST_F(Events, AHandlerMayDeleteTheShapeWhoseCellItHears) {
+TEST_F(Events, AHandlerMayDeleteTheShapeOfItsCell) {
   const Shape a = rectangle(), b = rectangle();
   const Cell x = user(a, "x", "0");
   user(a, "y", "User.x+1");

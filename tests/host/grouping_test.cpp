@@ -1,4 +1,4 @@
-// Grouping and ungrouping: what is seen stays where it is, grows with its group, stays glued, and is taken back in one
+// Grouping and ungrouping: shapes keep their place, grow with their group, stay glued, and all is undone in one
 // step.
 #include <gtest/gtest.h>
 
@@ -62,7 +62,7 @@ class Grouping : public HostTest {
     return text;
   }
 
-  /// Turned, flipped, guarded, locked, lines, a group: everything that could lose its place.
+  /// Rotated, flipped, guarded, locked, lines, a group: all kinds whose place is difficult to keep.
   std::vector<Shape> allKinds() {
     const Shape plain = box(1, 1, 2, 1), turned = box(4, 1, 2, 1), upright = box(2, 4, 1, 2), flipped = box(5, 4, 2, 1);
     write(turned, {{"Angle", "30 deg"}, {"LocPinX", "0 in"}});
@@ -96,14 +96,14 @@ TEST_F(Grouping, EverythingStaysWhereItIs) {
   ASSERT_TRUE(app.Redo());
   EXPECT_EQ(firstDifference(grouped, dump()), "");
 
-  // In a group that was turned and flipped, they come out turned and flipped.
+  // Ungrouped from a rotated and flipped group, they are rotated and flipped.
   app.ActiveWindow().Select(made, visio::select);
   write(made, {{"PinX", "20 in"}, {"Angle", "75 deg"}, {"FlipX", "TRUE"}});
   const std::string turned = seen(shapes);
   EXPECT_NE(turned, before);
   ASSERT_TRUE(made.Ungroup());
   EXPECT_EQ(seen(shapes), turned);
-  EXPECT_FALSE(made.ID()) << "the group is gone";
+  EXPECT_FALSE(made.ID()) << "the group is deleted";
   EXPECT_EQ(app.ActiveWindow().Selection().Count(), static_cast<int>(shapes.size()));
   for (const Shape& shape : shapes) {
     for (const char* cell : {"PinX", "PinY", "Width", "Height", "LocPinX", "BeginX", "EndY"}) {
@@ -140,7 +140,7 @@ TEST_F(Grouping, MembersGrowWithTheirGroup) {
   EXPECT_EQ(plain.Cells("PinY").Formula(), name + "!Height*0.125");
   EXPECT_EQ(plain.Cells("Height").Formula(), name + "!Height*0.25");
   EXPECT_EQ(plain.Cells("LocPinX").Formula(), "Width*0.5");
-  EXPECT_EQ(upright.Cells("Height").Formula(), name + "!Width*0.4444444444444444") << "it lies across";
+  EXPECT_EQ(upright.Cells("Height").Formula(), name + "!Width*0.4444444444444444") << "it is rotated";
   EXPECT_EQ(line.Cells("BeginX").Formula(), name + "!Width*0");
   EXPECT_EQ(line.Cells("PinX").Formula(), "(BeginX+EndX)/2");
 
@@ -159,7 +159,7 @@ TEST_F(Grouping, MembersGrowWithTheirGroup) {
   EXPECT_NEAR(inches(line, "EndX"), 8, 1e-9);
   EXPECT_NEAR(inches(line, "EndY"), 12, 1e-9);
 
-  // A group that is given up inside another one leaves its members growing with that.
+  // After a group inside another one is ungrouped, its members grow with the outer group.
   const Shape outer = group({made});
   const std::string before = seen({plain, upright, line});
   ASSERT_TRUE(made.Ungroup());
@@ -172,7 +172,7 @@ TEST_F(Grouping, MembersGrowWithTheirGroup) {
 TEST_F(Grouping, TheStackKeepsItsOrder) {
   const Shape a = box(0, 0, 1, 1), b = box(1, 0, 1, 1), c = box(2, 0, 1, 1), d = box(3, 0, 1, 1), e = box(4, 0, 1, 1);
   const Shape made = group({d, b});
-  EXPECT_EQ(stack(page.Shapes()), "1 3 6 5") << "the group stands where the topmost stood";
+  EXPECT_EQ(stack(page.Shapes()), "1 3 6 5") << "the group has the place of the topmost";
   EXPECT_EQ(stack(made.Shapes()), "2 4");
   const Shape pair = group({made, a});
   EXPECT_EQ(stack(page.Shapes()), "3 7 5");
@@ -185,7 +185,7 @@ TEST_F(Grouping, TheStackKeepsItsOrder) {
   EXPECT_EQ(stack(made.Shapes()), "2 4");
   app.ActiveWindow().DeselectAll();
   for (const Shape& each : {pair, c, e}) app.ActiveWindow().Select(each, visio::select);
-  ASSERT_TRUE(app.ActiveWindow().Selection().Ungroup()) << "what is no group is left alone";
+  ASSERT_TRUE(app.ActiveWindow().Selection().Ungroup()) << "what is no group is not changed";
   EXPECT_EQ(stack(page.Shapes()), "3 1 6 5");
   EXPECT_EQ(app.ActiveWindow().Selection().Count(), 4);
 }
@@ -207,9 +207,9 @@ TEST_F(Grouping, WhatMayNotBeGroupedIsRefusedAndChangesNothing) {
     EXPECT_EQ(firstDifference(before, StoreDump::of(running)), "") << why;
   };
   refused("nothing is selected", {});
-  refused("the shapes stand in different groups", {a, c});
-  refused("the shapes stand in different groups", {a, held});
-  refused("the shape stands on a locked layer", {held, made});
+  refused("the shapes are in different groups", {a, c});
+  refused("the shapes are in different groups", {a, held});
+  refused("the shape is on a locked layer", {held, made});
   ASSERT_TRUE(loose.Add(held, 1));
   EXPECT_TRUE(group({held})) << "one of its layers is not locked";
   write(made, {{"LockGroup", "1"}});
@@ -239,34 +239,34 @@ TEST_F(Grouping, GroupsNestOnlyAsDeepAsFilesAllow) {
   EXPECT_EQ(running.refusals().back().reason, "groups are nested too deeply");
 }
 
-TEST_F(Grouping, TellsWhoComesAndWhoGoes) {
+TEST_F(Grouping, RaisesEventsForNewAndDeletedShapes) {
   const Shape a = box(0, 0, 1, 1), b = box(2, 0, 1, 1);
   app.ActiveWindow().Select(a, visio::select);
   app.ActiveWindow().Select(b, visio::select);
   recorder.take();
   const Shape made = app.ActiveWindow().Selection().Group();
   const std::string name = made.NameID().or_("");
-  std::vector<std::string> heard = recorder.take();
-  ASSERT_GT(heard.size(), 4u);
-  EXPECT_EQ((std::vector<std::string>{heard.begin(), heard.begin() + 4}),
+  std::vector<std::string> recorded = recorder.take();
+  ASSERT_GT(recorded.size(), 4u);
+  EXPECT_EQ((std::vector<std::string>{recorded.begin(), recorded.begin() + 4}),
             (std::vector<std::string>{"SelectionChanged", "ShapeAdded " + name, "ShapeParentChanged Sheet.1",
                                       "ShapeParentChanged Sheet.2"}));
-  EXPECT_TRUE(std::ranges::count(heard, "FormulaChanged Sheet.1 PinX"));
-  EXPECT_FALSE(std::ranges::count(heard, "CellChanged Sheet.1 PinX")) << "it stands at the corner of the group";
+  EXPECT_TRUE(std::ranges::count(recorded, "FormulaChanged Sheet.1 PinX"));
+  EXPECT_FALSE(std::ranges::count(recorded, "CellChanged Sheet.1 PinX")) << "it is at the corner of the group";
   write(made, {{"PinX", "9 in"}});
   recorder.take();
-  // A handler that adds a shape while the group's end is announced hears of that afterwards.
+  // A handler that adds a shape during the group's deletion gets that event afterwards.
   recorder.onBeforeShapeDelete = [&](const Shape&) { box(5, 5, 1, 1); };
   ASSERT_TRUE(made.Ungroup());
-  heard = recorder.take();
-  ASSERT_GT(heard.size(), 5u);
-  EXPECT_EQ((std::vector<std::string>{heard.begin(), heard.begin() + 5}),
+  recorded = recorder.take();
+  ASSERT_GT(recorded.size(), 5u);
+  EXPECT_EQ((std::vector<std::string>{recorded.begin(), recorded.begin() + 5}),
             (std::vector<std::string>{"BeforeShapeDelete " + name, "(handled)", "ShapeAdded Sheet.4",
                                       "ShapeParentChanged Sheet.1", "ShapeParentChanged Sheet.2"}));
-  EXPECT_TRUE(std::ranges::count(heard, "CellChanged Sheet.1 PinX"));
-  EXPECT_EQ(heard.back(), "SelectionChanged");
+  EXPECT_TRUE(std::ranges::count(recorded, "CellChanged Sheet.1 PinX"));
+  EXPECT_EQ(recorded.back(), "SelectionChanged");
 
-  // One that deletes the group itself leaves nothing to ungroup; one that deletes the new group gets its members too.
+  // If it deletes the group itself, nothing is ungrouped; if it deletes the new group, its members are deleted too.
   recorder.onBeforeShapeDelete = nullptr;
   recorder.onShapeAdded = [](const Shape& shape) { shape.Delete(); };
   EXPECT_FALSE(group({a, b}));
@@ -325,7 +325,7 @@ TEST_F(Grouping, GlueHoldsThroughGroups) {
   EXPECT_EQ(page.Connects().Count(), 3);
 }
 
-TEST_F(Grouping, MembersOfAnInstanceStandOnTheirOwnCells) {
+TEST_F(Grouping, MembersOfAnInstanceGetTheirOwnCells) {
   const host::MasterId master = addMaster("Box", [this](host::Sheet& top, host::Sheet& member) {
     const std::string name = "Sheet." + std::to_string(top.shapeId) + "!";
     set(member, "Width", name + "Width*0.5", 1);
@@ -353,7 +353,7 @@ TEST_F(Grouping, MembersOfAnInstanceStandOnTheirOwnCells) {
   ASSERT_TRUE(instance.Cells("Width").SetFormula("6 in"));
   EXPECT_EQ(inches(member, "Width"), 3) << "it inherits again";
 
-  // Members that are grouped within their instance go on inheriting.
+  // Members that are grouped within their instance still inherit.
   const Shape made = group({member});
   ASSERT_TRUE(made);
   EXPECT_TRUE(member.Master());
@@ -365,7 +365,7 @@ TEST_F(Grouping, MembersOfAnInstanceStandOnTheirOwnCells) {
   EXPECT_EQ(copy.Shapes().Item(1).Shapes().Item(1).Cells("User.ofGroup").ResultIU(), 6);
 }
 
-TEST_F(Grouping, StepsThatMakeAndGroupAreTakenBackWhole) {
+TEST_F(Grouping, StepsThatMakeAndGroupAreUndoneCompletely) {
   const host::MasterId master = addMaster("Box", [this](host::Sheet& top, host::Sheet&) { set(top, "User.a", "1"); });
   const Shape old = box(0, 0, 1, 1);
   const std::string start = dump();

@@ -1,4 +1,4 @@
-// A host with one empty drawing, short ways to make cells, and a listener that writes down what it hears.
+// A host with one empty drawing, helpers that make cells, and a listener that records events.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ class HostTest : public testing::Test {
     EXPECT_TRUE(shape.Cells(cell).FormulaForce(formula)) << cell << " = " << formula;
     return shape.Cells(cell);
   }
-  /// As a formula that stands on another shape names it.
+  /// Its name in a formula on another shape.
   static std::string at(const Shape& shape, std::string_view cell) {
     return shape.NameID().or_("") + "!" + std::string(cell);
   }
@@ -58,7 +58,7 @@ class HostTest : public testing::Test {
     engine().edit().watchFormulas(member);
     return master;
   }
-  /// A cell as a file gives it: formula and last value. A constant formula brings its own value.
+  /// A cell as in a file: formula and last value. A constant formula has its own value.
   void set(host::Sheet& sheet, std::string_view cellName, std::string_view formula, double value = 0) {
     const Maybe<host::CellKey> key = host::parseCellName(cellName);
     ASSERT_TRUE(key) << cellName;
@@ -76,7 +76,7 @@ class HostTest : public testing::Test {
   }
 };
 
-/// Writes down events as "CellChanged Sheet.1 User.a".
+/// Records events as "CellChanged Sheet.1 User.a".
 class Recorder : public ApplicationEvents {
  public:
   explicit Recorder(Backend& backend) : backend_(backend) { backend_.advise(*this); }
@@ -84,10 +84,10 @@ class Recorder : public ApplicationEvents {
   Recorder(const Recorder&) = delete;
   Recorder& operator=(const Recorder&) = delete;
 
-  std::vector<std::string> heard;
-  std::vector<std::string> take() { return std::exchange(heard, {}); }
+  std::vector<std::string> recorded;
+  std::vector<std::string> take() { return std::exchange(recorded, {}); }
 
-  // What a test does inside an event, after it was written down.
+  // What a test does inside an event, after it was recorded.
   std::function<void(Cell)> onCellChanged;
   std::function<void(Shape)> onShapeAdded, onBeforeShapeDelete;
 
@@ -97,23 +97,23 @@ class Recorder : public ApplicationEvents {
   }
   void FormulaChanged(Cell cell) override { note("FormulaChanged", cell); }
   void ShapeAdded(Shape shape) override {
-    heard.push_back("ShapeAdded " + shape.NameID().or_("?"));
+    recorded.push_back("ShapeAdded " + shape.NameID().or_("?"));
     if (onShapeAdded) onShapeAdded(shape);
   }
   void BeforeShapeDelete(Shape shape) override {
-    heard.push_back("BeforeShapeDelete " + shape.NameID().or_("?"));
+    recorded.push_back("BeforeShapeDelete " + shape.NameID().or_("?"));
     if (onBeforeShapeDelete) onBeforeShapeDelete(shape);
-    heard.push_back("(handled)");
+    recorded.push_back("(handled)");
   }
-  void ShapeParentChanged(Shape shape) override { heard.push_back("ShapeParentChanged " + shape.NameID().or_("?")); }
-  void SelectionChanged(Window) override { heard.push_back("SelectionChanged"); }
-  void TextChanged(Shape shape) override { heard.push_back("TextChanged " + shape.NameID().or_("?")); }
-  void PageAdded(Page page) override { heard.push_back("PageAdded " + page.Name().or_("?")); }
-  void PageChanged(Page page) override { heard.push_back("PageChanged " + page.Name().or_("?")); }
+  void ShapeParentChanged(Shape shape) override { recorded.push_back("ShapeParentChanged " + shape.NameID().or_("?")); }
+  void SelectionChanged(Window) override { recorded.push_back("SelectionChanged"); }
+  void TextChanged(Shape shape) override { recorded.push_back("TextChanged " + shape.NameID().or_("?")); }
+  void PageAdded(Page page) override { recorded.push_back("PageAdded " + page.Name().or_("?")); }
+  void PageChanged(Page page) override { recorded.push_back("PageChanged " + page.Name().or_("?")); }
 
  private:
   void note(const char* event, const Cell& cell) {
-    heard.push_back(std::string(event) + " " + cell.Shape().NameID().or_("?") + " " + cell.Name().or_("?"));
+    recorded.push_back(std::string(event) + " " + cell.Shape().NameID().or_("?") + " " + cell.Name().or_("?"));
   }
   Backend& backend_;
 };

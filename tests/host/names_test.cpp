@@ -1,4 +1,4 @@
-// Local and universal names, references by name, rows found by number, and texts that no file can hold.
+// Local and universal names, references by name, rows found by number, and texts that no file can contain.
 #include <gtest/gtest.h>
 
 #include "host/host_fixture.h"
@@ -21,7 +21,7 @@ class Names : public HostTest {
 TEST_F(Names, OfTwoKindsAreKeptApart) {
   const Page second = document.Pages().Add();
   ASSERT_TRUE(page.SetName("Bestellung"));
-  EXPECT_EQ(page.NameU(), "Bestellung") << "the two follow each other while they are the same";
+  EXPECT_EQ(page.NameU(), "Bestellung") << "a change of one changes the other while they are the same";
   ASSERT_TRUE(page.SetNameU("Order"));
   EXPECT_EQ(page.Name(), "Bestellung");
   ASSERT_TRUE(page.SetName("Auftrag"));
@@ -47,13 +47,13 @@ TEST_F(Names, OfTwoKindsAreKeptApart) {
   EXPECT_EQ(shown(a, "Pages[Order]!End!User.own"), "2");
 }
 
-TEST_F(Names, ComeBackWithUndo) {
+TEST_F(Names, AreRestoredByUndo) {
   const Shape a = rectangle();
   a.AddNamedRow(visio::sectionProp, "Cost", 0);
   const Row row = a.Section(visio::sectionProp).Row(0);
   const std::string before = dump();
   ASSERT_TRUE(row.SetNameU("Price"));
-  EXPECT_EQ(a.Section(visio::sectionProp).Row(0).Name(), "Cost") << "what people read stays";
+  EXPECT_EQ(a.Section(visio::sectionProp).Row(0).Name(), "Cost") << "the local name stays";
   EXPECT_EQ(a.Cells("Prop.Cost").Name(), "Prop.Price") << "and leads to the cell";
   EXPECT_FALSE(a.CellsU("Prop.Cost"));
   ASSERT_TRUE(a.Section(visio::sectionProp).Row(0).SetName("Kosten"));
@@ -74,7 +74,7 @@ TEST_F(Names, ComeBackWithUndo) {
 TEST_F(Names, WithANumberAreWholeNamesFirst) {
   const Shape first = rectangle(), second = rectangle(), third = rectangle(), reader = rectangle();
   for (const Shape& shape : {first, second, third}) user(shape, "number", std::to_string(*shape.ID()));
-  // The third shape has for a name what looks like the second's name and number.
+  // The third shape's name looks like the second's name and number.
   ASSERT_TRUE(first.SetName("Box"));
   ASSERT_TRUE(second.SetName("Box"));
   ASSERT_TRUE(third.SetName("Box.2"));
@@ -88,7 +88,7 @@ TEST_F(Names, WithANumberAreWholeNamesFirst) {
   second.Cells("User.number").FormulaForce("20");
   EXPECT_EQ(cell.ResultStr(0), "30");
 
-  // A copy of both refers to the copy, of the reader alone to the same shape.
+  // A copy of both refers to the copy; a copy of the reader alone refers to the same shape.
   app.ActiveWindow().DeselectAll();
   for (const Shape& shape : {third, reader}) app.ActiveWindow().Select(shape, visio::select);
   ASSERT_TRUE(app.ActiveWindow().Selection().Copy());
@@ -125,7 +125,7 @@ TEST_F(Names, OfRowsAreReachedByNumber) {
   EXPECT_FALSE(shape.Cells("Actions.Menu[3]"));
   ASSERT_TRUE(shape.Cells("Controls.X1").FormulaForce("3 in"));
   EXPECT_EQ(shape.Cells("Controls.Grip").Result(visio::unitsInches), 3);
-  EXPECT_EQ(shape.Cells("User.x").Result(visio::unitsInches), 6) << "a formula that says the number follows too";
+  EXPECT_EQ(shape.Cells("User.x").Result(visio::unitsInches), 6) << "a formula with the number follows too";
 
   ASSERT_TRUE(shape.AddRow(visio::sectionAction, visio::rowLast, 0));
   ASSERT_TRUE(shape.Cells("Actions.Menu[3]").FormulaForce("\"New\""));
@@ -139,8 +139,8 @@ TEST_F(Names, OfRowsAreReachedByNumber) {
   EXPECT_EQ(drawn.Cells("Controls.X1").Name(), "Controls.Row_1");
 }
 
-/// Everything that a user or a script can write a text to.
-TEST_F(Names, AndTextsThatNoFileHoldsAreRefused) {
+/// All places where a user or a script can write a text.
+TEST_F(Names, AndTextsThatNoFileCanContainAreRefused) {
   const Shape shape = rectangle();
   user(shape, "a", "1");
   shape.AddNamedRow(visio::sectionProp, "Note", 0);

@@ -44,7 +44,7 @@ TEST_F(Recalculation, AChainOfAHundredThousandCellsAcrossShapes) {
   EXPECT_EQ(last.Cells("User.c99").Result(0), shapes * cellsOfAShape - 1.0);
 }
 
-TEST_F(Recalculation, ACircleThroughTwoShapesIsAnErrorUntilItIsOpened) {
+TEST_F(Recalculation, ACircleThroughTwoShapesIsAnErrorUntilItIsBroken) {
   const Shape a = rectangle(), b = rectangle();
   const Cell x = user(a, "x", "1");
   const Cell y = user(b, "y", at(a, "User.x") + "+1");
@@ -62,7 +62,7 @@ TEST_F(Recalculation, ACircleThroughTwoShapesIsAnErrorUntilItIsOpened) {
   EXPECT_EQ(y.ResultStr(0), "#CIRCLE!");
 }
 
-TEST_F(Recalculation, ABranchThatIsNotTakenClosesNoCircle) {
+TEST_F(Recalculation, ABranchThatIsNotTakenMakesNoCircle) {
   const Shape a = rectangle(), b = rectangle();
   const Cell flag = user(a, "flag", "0");
   user(b, "y", "1");
@@ -124,7 +124,7 @@ TEST_F(Recalculation, InheritedFormulasFollowInEachInstance) {
   const Shape instances[] = {drop(master, 1, 1), drop(master, 3, 1), drop(master, 5, 1)};
   const auto read = [](const Shape& shape, const char* cell) { return shape.Cells(cell).Result(0).or_(-1); };
 
-  // A write to one instance is that instance's alone, members included, and copies no formula into it.
+  // A write to one instance changes that instance only, members included, and copies no formula into it.
   ASSERT_TRUE(instances[1].Cells("User.base").SetFormula("7"));
   const double expected[] = {3, 7, 3};
   for (int i = 0; i < 3; ++i) {
@@ -147,7 +147,7 @@ TEST_F(Recalculation, InheritedFormulasFollowInEachInstance) {
   EXPECT_EQ(read(there, "User.ofPage"), 53);
   EXPECT_EQ(read(there, "User.ofDocument"), 1003);
 
-  // An edit of the master reaches the instances that hold nothing of their own.
+  // An edit of the master changes the instances without own values.
   const CellKey base{SectionNumber::User, RowKey::named(host::intern("base")), 0};
   ASSERT_TRUE(host::writeFormula(engine(), {definition, base}, "20", false));
   EXPECT_EQ(read(instances[0], "User.own"), 21);

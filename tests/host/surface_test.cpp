@@ -26,12 +26,12 @@ class Surface : public HostTest {
 TEST_F(Surface, NamesOfShapes) {
   const Shape a = rectangle(), b = rectangle();
   ASSERT_TRUE(a.SetName("A01"));
-  EXPECT_TRUE(b.SetName("A01")) << "while tasks are renumbered two bear one name";
+  EXPECT_TRUE(b.SetName("A01")) << "while tasks are renumbered two have the same name";
   EXPECT_EQ(page.Shapes().Item("a01"), a) << "the first in the stack";
   EXPECT_FALSE(a.SetName(""));
   EXPECT_EQ(a.Name(), "A01");
 
-  // A copy never takes its source's name along: links to the source would follow it.
+  // A copy never gets its source's name: links to the source would go to the copy.
   EXPECT_EQ(a.Duplicate().Name(), "Sheet.3");
   const Shape dropped = dropBox(page);
   EXPECT_EQ(dropped.Name(), "Box.4");
@@ -59,7 +59,7 @@ TEST_F(Surface, NamesOfPages) {
   EXPECT_FALSE(page.Delete()) << "the last page";
 }
 
-/// Long sections are searched in other ways than short ones: what is overridden, deleted and added must stand the same.
+/// Long sections are searched in other ways than short ones: what is overridden, deleted and added must be the same.
 TEST_F(Surface, LongSectionsShowTheMastersRowsAndTheirOwn) {
   constexpr int ofMaster = 200;
   const auto name = [](int i) { return "row" + std::to_string(i); };
@@ -112,7 +112,7 @@ TEST_F(Surface, RowsOfTheMasterAreThereButNotLocal) {
   EXPECT_FALSE(shape.AddNamedRow(visio::sectionUser, "no name", 0));
   EXPECT_FALSE(shape.AddNamedRow(visio::sectionUser, "", 0));
 
-  // Deleting one hides the master's too, until it is made again.
+  // Deleting one hides the master's too, until it is added again.
   ASSERT_TRUE(shape.DeleteRow(visio::sectionUser, 0));
   EXPECT_FALSE(shape.Cells("User.inherited"));
   EXPECT_EQ(dropBox(page).Cells("User.inherited").Result(0), 3.0);
@@ -136,7 +136,7 @@ TEST_F(Surface, CollectionsCountFromOneButHyperlinksFromZero) {
 
   const Layer layer = page.Layers().Add("Visible");
   EXPECT_EQ(page.Layers().Add("visible"), layer);
-  EXPECT_EQ(layer.CellsC(visio::columnLayerVisible).Result(0), 1) << "a new layer shows";
+  EXPECT_EQ(layer.CellsC(visio::columnLayerVisible).Result(0), 1) << "a new layer is visible";
   layer.Add(shape, 1);
   for (const int index : {0, 2}) {
     EXPECT_FALSE(page.Shapes().Item(index));
@@ -201,7 +201,7 @@ TEST_F(Surface, ALockAgainstDeletionHoldsForTheShapeAndNotForItsGroup) {
   EXPECT_TRUE(locked.Name() && open.Name());
 }
 
-TEST_F(Surface, FieldsStandInTextOrder) {
+TEST_F(Surface, FieldsAreInTextOrder) {
   const Shape shape = rectangle();
   user(shape, "word", "\"world\"");
   // Where there is neither text nor field the first field can be written, and becomes the text.
@@ -210,7 +210,7 @@ TEST_F(Surface, FieldsStandInTextOrder) {
   EXPECT_EQ(shape.Text(), "world");
   EXPECT_EQ(shape.CellExists("Fields.Value", 1), true);
 
-  // A new field stands first and becomes row 1.
+  // A new field is first and becomes row 1.
   ASSERT_TRUE(shape.Characters().AddCustomField("\"hello \"", 0));
   EXPECT_EQ(shape.Text(), "hello world");
   EXPECT_EQ(shape.Cells("Fields.Value[2]").Formula(), "User.word");
@@ -226,13 +226,13 @@ TEST_F(Surface, FieldsStandInTextOrder) {
     EXPECT_EQ(shape.Text(), std::string("oh, hello ") + text) << number;
   }
 
-  // Text that is put replaces the fields; behind text no field can be written.
+  // Text that is put replaces the fields; after text no field can be written.
   ASSERT_TRUE(shape.SetText("plain"));
   EXPECT_FALSE(shape.Cells("Fields.Value[1]").FormulaForce("User.word"));
   EXPECT_EQ(shape.Text(), "plain");
   EXPECT_EQ(shape.RowCount(8), 0);
 
-  // What was shown and is typed again leaves the field alone.
+  // A put of the text that is shown keeps the field.
   ASSERT_TRUE(shape.SetText(""));
   ASSERT_TRUE(shape.Cells("Fields.Value[1]").FormulaForce("User.word"));
   ASSERT_TRUE(shape.EndTextEdit("world"));
@@ -249,7 +249,7 @@ TEST_F(Surface, ASelectionIsWalkedInItsMode) {
   ASSERT_TRUE(selection.SetIterationMode(visio::selectModeSkipSuper));
   EXPECT_EQ(selection.all(), (std::vector<Shape>{other, member}));
 
-  // What was handed out stays as it was; a shape that went keeps its place.
+  // A selection that was handed out does not change; a deleted shape keeps its place.
   window.Select(other, visio::deselect);
   EXPECT_EQ(selection.Count(), 2);
   EXPECT_EQ(window.Selection().Count(), 1);
@@ -297,12 +297,12 @@ TEST_F(Surface, ReferencesInsideACopyMeanTheCopy) {
   for (int i = 0; i < 5; ++i) there.DrawRectangle(0, 0, 1, 1);
   ASSERT_TRUE(there.Paste());
   reads(there.Shapes().Item(6));
-  EXPECT_EQ(other.Masters().Count(), 1) << "the master came along";
+  EXPECT_EQ(other.Masters().Count(), 1) << "the master was copied too";
   ASSERT_TRUE(there.Paste());
   EXPECT_EQ(other.Masters().Count(), 1) << "once";
 }
 
-TEST_F(Surface, ACopyStandsOnTheLayersOfItsNewPage) {
+TEST_F(Surface, ACopyIsOnTheLayersOfItsNewPage) {
   const Shape shape = rectangle();
   page.Layers().Add("First");
   page.Layers().Add("Details").Add(shape, 1);
@@ -372,7 +372,7 @@ TEST_F(Surface, AGluedEndFollowsItsShape) {
   const Cell width = user(from, "Width", at(to, "Width") + "*2");
   const std::string glued = line.Cells("EndX").Formula().or_({});
   ASSERT_TRUE(to.Delete());
-  EXPECT_EQ(line.Cells("EndX").Formula(), "11 in.") << "a number given out again must not catch the loose end";
+  EXPECT_EQ(line.Cells("EndX").Formula(), "11 in.") << "a number that is used again must not glue the loose end";
   EXPECT_EQ(line.Cells("EndY").Result(visio::unitsInches), 5.0);
   EXPECT_EQ(width.Formula(), "REF()*2");
   EXPECT_EQ(width.ResultStr(0), "#REF!");
@@ -383,7 +383,7 @@ TEST_F(Surface, AGluedEndFollowsItsShape) {
   EXPECT_EQ(line.Cells("EndX").Result(visio::unitsInches), 9.0);
 }
 
-TEST_F(Surface, MembersAnswerTheMasterTheyCameWith) {
+TEST_F(Surface, MembersHaveTheMasterTheyCameWith) {
   const Shape group = dropBox(page);
   EXPECT_EQ(group.Shapes().Item(1).Master().Name(), "Box");
   EXPECT_FALSE(group.DrawRectangle(0, 0, 1, 1).Master());
@@ -393,7 +393,7 @@ TEST_F(Surface, MembersAnswerTheMasterTheyCameWith) {
   EXPECT_FALSE(group.Parent()) << "a page is no shape";
 }
 
-TEST_F(Surface, DropConnectedPlacesBesideAndGluesBothEnds) {
+TEST_F(Surface, DropConnectedPlacesNextToAndGluesBothEnds) {
   const Shape start = page.DrawRectangle(4, 4, 6, 5);
   const struct {
     int direction;
@@ -419,7 +419,7 @@ TEST_F(Surface, DropConnectedPlacesBesideAndGluesBothEnds) {
   EXPECT_FALSE(page.DropConnected(box, document.DocumentSheet(), 4, {}));
   EXPECT_FALSE(page.DropConnected(box, document.Pages().Add().DrawLine(0, 0, 1, 1), 4, {})) << "on another page";
 
-  // Whoever takes the new shape away again leaves no connector behind.
+  // A handler that deletes the new shape leaves no connector.
   Recorder recorder(running);
   recorder.onShapeAdded = [](Shape shape) { shape.Delete(); };
   EXPECT_FALSE(page.DropConnected(box, start, 4, {}));

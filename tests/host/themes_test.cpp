@@ -1,4 +1,4 @@
-// What formulas find of a theme, of none, and of cells that leave their value to it.
+// Values of a theme in formulas, without a theme, and in themed cells.
 #include "host/host_fixture.h"
 #include "host/sheet/theme_index.h"
 
@@ -50,7 +50,7 @@ TEST_F(Themes, WithoutOneTheSecondArgumentCounts) {
        }) {
     EXPECT_EQ(shown(shape, formula), expected) << formula;
   }
-  // What nobody knows leaves the last value.
+  // An unknown name keeps the last value.
   const Cell kept = user(shape, "Kept", "7");
   EXPECT_TRUE(kept.FormulaForce("THEMEVAL(\"SketchAmount\")"));
   EXPECT_EQ(kept.ResultStr(0), "7");
@@ -75,7 +75,7 @@ TEST_F(Themes, TheShapesOwnThenItsGroupsThenItsPages) {
   EXPECT_EQ(host::themeNumber(engine().store(), member), 40);
 }
 
-TEST_F(Themes, ACellThatLeavesItsValueToTheThemeIsReadAsThatValue) {
+TEST_F(Themes, AThemedCellIsReadAsTheThemesValue) {
   host::Sheet& sheet = *engine().edit().making().sheet(sheetOf(shape));
   for (const char* cell : {"FillForegnd", "LineWeight", "SketchAmount"})
     sheet.local(*host::parseCellName(cell)).value = Value::text("Themed");
@@ -86,7 +86,7 @@ TEST_F(Themes, ACellThatLeavesItsValueToTheThemeIsReadAsThatValue) {
   EXPECT_EQ(shown(shape, "LineWeight*4"), "12 pt.");
   const Cell kept = user(shape, "Kept", "7");
   EXPECT_TRUE(kept.FormulaForce("SketchAmount+1"));
-  EXPECT_EQ(kept.ResultStr(0), "7") << "the theme does not say";
+  EXPECT_EQ(kept.ResultStr(0), "7") << "the theme has no value";
 }
 
 }  // namespace

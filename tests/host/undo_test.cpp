@@ -1,4 +1,4 @@
-// Steps that can be taken back: one for each command, with everything that handlers did inside it.
+// Undo steps: one for each command, with everything that handlers did inside it.
 #include <gtest/gtest.h>
 
 #include "host/host_fixture.h"
@@ -42,7 +42,7 @@ TEST_F(Undo, ACommandIsOneStepWithWhatHandlersDid) {
   EXPECT_FALSE(app.Redo());
   EXPECT_EQ(recorder.take(), std::vector<std::string>{"SelectionChanged"}) << "it was selected; else both are silent";
 
-  // Values follow again after coming back.
+  // Values are recalculated again after an undo.
   dropped.AddNamedRow(visio::sectionUser, "twice", 0);
   ASSERT_TRUE(dropped.Cells("User.twice").SetFormula("User.n*2"));
   ASSERT_TRUE(app.Undo());
@@ -70,7 +70,7 @@ TEST_F(Undo, ScopesNestAndTheOutermostIsTheStep) {
   EXPECT_FALSE(app.EndUndoScope(*outer, true)) << "not the innermost";
   EXPECT_FALSE(app.EndUndoScope(*inner + 1000, true));
   EXPECT_FALSE(document.Close()) << "inside a scope";
-  // Leaving the inner scope without keeping it takes back what was done in it, and nothing else.
+  // Rolling back the inner scope undoes what was done in it, and nothing else.
   ASSERT_TRUE(app.EndUndoScope(*inner, false));
   EXPECT_EQ(x.Result(0), 1.0);
   EXPECT_EQ(y.Result(0), 0.0);
@@ -108,7 +108,7 @@ TEST_F(Undo, EachDocumentHasItsOwnSteps) {
   EXPECT_EQ(here.Result(0), 1.0);
 }
 
-TEST_F(Undo, AMasterThatADropBroughtGoesWithIt) {
+TEST_F(Undo, AMasterThatADropAddedIsRemovedWithIt) {
   const Document source = app.Documents().Add("");
   const host::DocumentId sourceId{source.ref().id};
   host::Store& store = engine().edit().making();
@@ -197,13 +197,13 @@ TEST_F(Undo, IsBoundedForEachDocumentByStepsAndBytes) {
   EXPECT_EQ(undo.undoCount(id), 5u);
   EXPECT_EQ(undo.undoCount(host::DocumentId{other.ref().id}), 3u) << "its row, its formula and the write";
   while (undo.undo(id)) continue;
-  EXPECT_EQ(x.Result(0), 15.0) << "the oldest steps went first";
+  EXPECT_EQ(x.Result(0), 15.0) << "the oldest steps were removed first";
   EXPECT_EQ(undo.redoCount(id), 5u);
   while (undo.redo(id)) continue;
   EXPECT_EQ(x.Result(0), 20.0);
 
-  // Steps weigh what they hold: texts that went, and shapes that went, whole.
-  undo.forget(id);
+  // A step's size counts all that it holds: deleted texts, and deleted shapes as a whole.
+  undo.discard(id);
   undo.setLimits({.steps = 1000, .bytes = 100'000});
   const Shape shape = rectangle();
   for (int i = 0; i < 10; ++i) shape.SetText(std::string(30'000, static_cast<char>('a' + i)));
@@ -213,7 +213,7 @@ TEST_F(Undo, IsBoundedForEachDocumentByStepsAndBytes) {
   ASSERT_TRUE(shape.SetText(std::string(500'000, 'x')));
   const std::size_t before = undo.bytes(id);
   ASSERT_TRUE(shape.Delete());
-  EXPECT_GT(undo.bytes(id), 500'000u) << "the newest step is kept whole";
+  EXPECT_GT(undo.bytes(id), 500'000u) << "the newest step is kept complete";
   EXPECT_LT(before, 100'000u);
   EXPECT_EQ(undo.undoCount(id), 1u);
   ASSERT_TRUE(undo.undo(id));
@@ -233,7 +233,7 @@ TEST_F(Undo, WhatAListenerChangesInAnotherDrawingIsChangedThere) {
   recorder.onShapeAdded = nullptr;
   EXPECT_EQ(document.Saved(), false);
   EXPECT_EQ(other.Saved(), false);
-  // The step goes on being one of the drawing that was closed meanwhile, and of the other.
+  // The step remains a step of the drawing that was closed meanwhile, and of the other.
   ASSERT_TRUE(other.Close());
   ASSERT_TRUE(engine().undo().undo(host::DocumentId{document.ref().id}));
   EXPECT_EQ(page.Shapes().Count(), 0);
@@ -275,7 +275,7 @@ TEST_F(Undo, AScopeOfOneDrawingLetsAnotherBeClosed) {
   EXPECT_TRUE(app.EndUndoScope(scope, true));
 }
 
-TEST_F(Undo, RowsThatHidTheMastersComeBackAsNewOnes) {
+TEST_F(Undo, RowsThatHidTheMastersBecomeNewOnes) {
   const host::MasterId master = addMaster("Box", [this](host::Sheet& group, host::Sheet&) {
     set(group, "User.a", "7");
     set(group, "User.b", "8");

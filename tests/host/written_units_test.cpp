@@ -1,4 +1,4 @@
-// The unit that a number without one is taken in when somebody writes it into a cell.
+// The unit that a number without one gets when it is written into a cell.
 #include <cmath>
 
 #include "host/host_fixture.h"
@@ -8,7 +8,7 @@ namespace {
 
 class WrittenUnits : public HostTest {
  protected:
-  /// What the cell shows after the formula was written; its formula behind a bar.
+  /// What the cell shows after the formula was written; then its formula after a bar.
   std::string written(const Cell& cell, const std::string& formula) {
     EXPECT_TRUE(cell.FormulaForce(formula)) << formula;
     return cell.ResultStr(0).or_("nothing") + " | " + cell.Formula().or_("nothing");
@@ -43,7 +43,7 @@ TEST_F(WrittenUnits, AreThoseOfTheCell) {
        }) {
     EXPECT_EQ(written(shape.Cells(c.cell), c.formula), c.shows) << c.cell << " = " << c.formula;
   }
-  EXPECT_EQ(written(user(shape, "Free", "5 mm"), "6"), "6 | 6") << "the cell wants no unit";
+  EXPECT_EQ(written(user(shape, "Free", "5 mm"), "6"), "6 | 6") << "the cell has no unit";
   ASSERT_TRUE(shape.Cells("Width").SetResult(0, 3.0));
   EXPECT_EQ(shape.Cells("Width").Result(visio::unitsInches), 3.0) << "a result is one in inches";
 }

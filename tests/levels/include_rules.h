@@ -1,4 +1,4 @@
-// The order of folders on the page src/README.md, and what a set of sources does against it.
+// The order of folders on the page src/README.md, and the violations in a set of sources.
 #pragma once
 
 #include <map>

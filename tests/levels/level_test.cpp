@@ -1,4 +1,4 @@
-// The includes of src against the list on its own page.
+// Checks the includes of src against the list in src/README.md.
 #include <gtest/gtest.h>
 
 #include <filesystem>

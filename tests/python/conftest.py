@@ -1,4 +1,4 @@
-"""A session with the stencil open, a person who answers its dialogs, and short ways to read a drawing."""
+"""A session with the stencil open, a user who answers its dialogs, and helpers to read a drawing."""
 
 import os
 import subprocess
@@ -15,7 +15,7 @@ SAMPLE = SOURCE / "data" / "Samples" / "Order handling.vsdx"
 
 @pytest.fixture(autouse=True)
 def saved_packages_are_sound(tmp_path):
-    """What a test saved is looked at as a strict reader does."""
+    """What a test saved is checked as a strict reader does."""
     yield
     program = os.environ.get("QUORVEL_CHECK_PACKAGE")
     saved = [str(file) for file in tmp_path.rglob("*.vs[dst][xm]") if zipfile.is_zipfile(file)]
@@ -96,7 +96,7 @@ def marked(page, mark):
 
 
 def normal_form(doc):
-    """All that a script can see of a document, to tell whether anything changed."""
+    """All that a script can see of a document, to check whether anything changed."""
     lines = []
 
     def sheet(name, shape):
@@ -124,5 +124,5 @@ def normal_form(doc):
 
 
 def environment_for_children():
-    """Children need nothing but what this process was given; sanitizers are handed on by it."""
+    """The environment for child processes: the same, which includes the settings of the sanitizers."""
     return dict(os.environ)

@@ -1,4 +1,4 @@
-"""Dialogs and questions: what the script answers, what it does not, and what it kept too long."""
+"""Dialogs and questions: with an answer of the script, without one, and with objects that it kept too long."""
 
 import pytest
 from conftest import text
@@ -6,7 +6,7 @@ from conftest import text
 import quorvel
 
 
-def test_what_nobody_answers_is_closed_and_told(maps):
+def test_what_is_not_answered_is_closed_and_raised(maps):
     page = maps.new_map("AB Order entry")
     maps.app.OnForm = None
     before = len(page.Shapes)
@@ -21,7 +21,7 @@ def test_what_nobody_answers_is_closed_and_told(maps):
         maps.drop_task(page)
     maps.app.OnForm = lambda form: form.Close()
     assert maps.drop_task(page) is None
-    # It is told once: the next call begins afresh.
+    # It is raised once: the next call does not raise it again.
     maps.app.OnForm = maps.person
     assert maps.drop_task(page).Name == "AB01"
 
@@ -31,12 +31,12 @@ OK, YES_NO, YES_NO_CANCEL, OK_CANCEL = range(4)
 
 def test_questions(app):
     for buttons, careful in ((OK, "OK"), (YES_NO, "No"), (YES_NO_CANCEL, "Cancel"), (OK_CANCEL, "Cancel")):
-        with pytest.raises(quorvel.Unanswered, match=rf"Renumber\? \[{careful}, for nobody answered\]"):
+        with pytest.raises(quorvel.Unanswered, match=rf"Renumber\? \[{careful}, because it was not answered\]"):
             app._host.ask("Renumber?", buttons)
-    heard = []
-    app.OnMessage = lambda *box: heard.append(box) or "yes"
+    recorded = []
+    app.OnMessage = lambda *box: recorded.append(box) or "yes"
     assert app._host.ask("Renumber?", YES_NO) == "Yes"
-    assert heard == [("Renumber?", "Quorvel", "YesNo", "")]
+    assert recorded == [("Renumber?", "Quorvel", "YesNo", "")]
     for answer, error in (("Cancel", ValueError), ("Maybe", ValueError), (None, quorvel.Unanswered)):
         app.OnMessage = lambda *box: answer
         with pytest.raises(error):
@@ -53,7 +53,7 @@ def test_files(app, tmp_path):
     assert app._host.choose_file("Pick a list") is None
 
 
-def test_what_is_not_answered_inside_a_call_is_told_at_its_end(maps):
+def test_what_is_not_answered_inside_a_call_is_raised_at_its_end(maps):
     page = maps.new_map("AB Order entry")
     answers = []
 
@@ -81,12 +81,12 @@ def test_defaults_accept_every_form_as_it_opens(tmp_path):
     boxes = (OK, YES_NO, YES_NO_CANCEL, OK_CANCEL)
     assert [app._host.ask("?", buttons) for buttons in boxes] == ["OK", "Yes", "Yes", "OK"]
     with pytest.raises(quorvel.Unanswered):
-        app._host.choose_file("Which?")  # nobody can guess a file
+        app._host.choose_file("Which?")  # a file has no default
     app.OnMessage = lambda *box: "No"
     assert app._host.ask("?", YES_NO) == "No", "a handler comes first"
 
 
-def test_controls_take_what_a_user_does(maps):
+def test_controls_accept_what_a_user_does(maps):
     page = maps.new_map("AB Order entry")
     seen = {}
 
@@ -115,7 +115,7 @@ def test_controls_take_what_a_user_does(maps):
     assert seen["let through"] == (True, False, True, True)
     assert seen["kinds"] == ("TextBox", "Button", [], None)
     assert text(task, "Prop.Task_ID").endswith("42")
-    # What a script keeps of a dialog does not reach past its end.
+    # What a script keeps of a dialog is invalid after its end.
     assert not seen["form"].IsOpen and seen["form"].Name == "frmTaskIdSuggestion"
     for act in (lambda: seen["form"].Caption, lambda: seen["control"].Text, lambda: seen["form"]["BtnOK"]):
         with pytest.raises(quorvel.HostError, match="closed"):
@@ -173,8 +173,8 @@ def test_lists_checks_tabs_and_focus(app):
         form.Close()
 
     app.OnForm = answer
-    heard = app._host.show_form(controls)
+    recorded = app._host.show_form(controls)
     typed = ["got focus txtName", "change txtName", "change txtName"]
-    assert heard[:5] == [*typed, "lost focus txtName", "got focus lstRoles"]
-    assert heard[-3:] == ["got focus lstRoles", "key down lstRoles", "double click lstRoles"]
-    assert heard.count("click chkAll") == 2 and "select cboUnit" in heard and "click tabPages" in heard
+    assert recorded[:5] == [*typed, "lost focus txtName", "got focus lstRoles"]
+    assert recorded[-3:] == ["got focus lstRoles", "key down lstRoles", "double click lstRoles"]
+    assert recorded.count("click chkAll") == 2 and "select cboUnit" in recorded and "click tabPages" in recorded

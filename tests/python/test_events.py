@@ -1,4 +1,4 @@
-"""Events that scripts hear, and exceptions that travel through the host."""
+"""Events for scripts, and exceptions that pass through the host."""
 
 import gc
 import threading
@@ -10,20 +10,20 @@ from conftest import normal_form, number
 import quorvel
 
 
-def test_handlers_hear_what_happens(maps):
+def test_handlers_get_events(maps):
     page = maps.new_map("AB Order entry")
-    app, heard = maps.app, []
-    app.OnShapeAdded = lambda shape: heard.append(("added", shape.Name))
-    app.OnBeforeShapeDelete = lambda shape: heard.append(("going", shape.Name))
-    app.OnMarkerEvent = lambda number, context: heard.append(("marker", context))
-    app.OnMouseDown = lambda *mouse: heard.append(("mouse", *mouse))
-    app.OnAppActivated = lambda who: heard.append(("activated", who is app))
-    app.OnBeforeShapeTextEdit = app.OnShapeExitedTextEdit = lambda shape: heard.append(("text", shape.Text))
-    app.OnTextChanged = lambda shape: heard.append(("changed", shape.Text))
-    app.OnEnterScope = lambda number, name: heard.append(("scope", name))
+    app, recorded = maps.app, []
+    app.OnShapeAdded = lambda shape: recorded.append(("added", shape.Name))
+    app.OnBeforeShapeDelete = lambda shape: recorded.append(("going", shape.Name))
+    app.OnMarkerEvent = lambda number, context: recorded.append(("marker", context))
+    app.OnMouseDown = lambda *mouse: recorded.append(("mouse", *mouse))
+    app.OnAppActivated = lambda who: recorded.append(("activated", who is app))
+    app.OnBeforeShapeTextEdit = app.OnShapeExitedTextEdit = lambda shape: recorded.append(("text", shape.Text))
+    app.OnTextChanged = lambda shape: recorded.append(("changed", shape.Text))
+    app.OnEnterScope = lambda number, name: recorded.append(("scope", name))
     task = maps.drop_task(page)
-    assert ("added", "AB01") in heard, "the add-in hears of it first"
-    heard.clear()
+    assert ("added", "AB01") in recorded, "the add-in gets the event first"
+    recorded.clear()
     task.Delete()
     app.QueueMarkerEvent("/soln=Quorvel.Quorvel /cmd=9")
     app.MouseDown(1, x=2)
@@ -32,7 +32,7 @@ def test_handlers_hear_what_happens(maps):
     title.BeginTextEdit()
     title.EndTextEdit("Orders")
     app.DoCmd(1312)
-    assert heard == [
+    assert recorded == [
         ("going", "AB01"),
         ("marker", "/soln=Quorvel.Quorvel /cmd=9"),
         ("mouse", 1, 0, 2.0, 0.0),
@@ -44,19 +44,19 @@ def test_handlers_hear_what_happens(maps):
     ]
     app.OnMouseDown = None
     app.MouseDown(1)
-    assert len(heard) == 8 and app.OnMouseDown is None
+    assert len(recorded) == 8 and app.OnMouseDown is None
 
 
 def test_windows_and_pages_are_activated(maps):
     first = maps.new_map("AB Order entry")
     other = maps.app.Documents.Add()
-    heard = []
-    maps.app.OnWindowActivated = lambda window: heard.append(window.Page.Name)
+    recorded = []
+    maps.app.OnWindowActivated = lambda window: recorded.append(window.Page.Name)
     first.Activate()
-    assert (maps.app.ActiveDocument, maps.app.ActivePage, heard) == (maps.doc, first, ["AB Order entry"])
+    assert (maps.app.ActiveDocument, maps.app.ActivePage, recorded) == (maps.doc, first, ["AB Order entry"])
     other.Pages(1).Activate()
     maps.drop_task(first)
-    assert maps.app.ActivePage == first and heard == ["AB Order entry", "Page-1", "AB Order entry"]
+    assert maps.app.ActivePage == first and recorded == ["AB Order entry", "Page-1", "AB Order entry"]
     with pytest.raises(quorvel.HostError, match="no window"):
         maps.stencil.Pages(1).Activate()
     assert [window.Document for window in maps.app.Windows] == [maps.doc, other]
@@ -72,7 +72,7 @@ def fail(*_):
 
 
 @pytest.mark.parametrize("handler", ["OnForm", "OnShapeAdded", "OnCellChanged", "OnSelectionChanged", "OnEnterScope"])
-def test_what_a_handler_throws_comes_out_of_the_call_and_the_host_is_sound(maps, handler):
+def test_what_a_handler_throws_is_raised_by_the_call_and_the_host_works_on(maps, handler):
     page = maps.new_map("AB Order entry")
     maps.drop_task(page)
     page = maps.doc.Pages.Add()
@@ -94,7 +94,7 @@ def test_what_a_handler_throws_comes_out_of_the_call_and_the_host_is_sound(maps,
         assert normal_form(maps.doc) == before
 
 
-def test_a_handler_that_catches_what_its_own_call_threw_goes_on(maps):
+def test_a_handler_may_catch_what_its_own_call_threw(maps):
     page = maps.new_map("AB Order entry")
     caught = []
 
@@ -111,16 +111,16 @@ def test_a_handler_that_catches_what_its_own_call_threw_goes_on(maps):
 
 def test_after_a_throw_no_handler_runs_until_the_call_is_over(maps):
     page = maps.new_map("AB Order entry")
-    heard = []
+    recorded = []
 
     def throw_once(shape):
         raise Mistake
 
     maps.app.OnShapeAdded = throw_once
-    maps.app.OnExitScope = lambda *scope: heard.append(scope)
+    maps.app.OnExitScope = lambda *scope: recorded.append(scope)
     with pytest.raises(Mistake):
         page.DrawRectangle(1, 1, 2, 2)
-    assert heard == []
+    assert recorded == []
     maps.app.OnShapeAdded = None
     page.DrawRectangle(1, 1, 2, 2)
 
@@ -143,7 +143,7 @@ def test_an_endless_exchange_ends(maps):
     assert number(shape, "PinX") == 2
 
 
-def test_a_handler_may_delete_the_shape_at_hand_but_not_close_the_document(maps):
+def test_a_handler_may_delete_its_shape_but_not_close_the_document(maps):
     page = maps.new_map("AB Order entry")
     maps.app.OnShapeAdded = lambda shape: shape.Delete()
     assert page.DrawRectangle(1, 1, 2, 2) is None
@@ -174,7 +174,7 @@ def test_another_thread_may_call_between_calls_but_not_inside_one(maps):
     assert found == ["AB Order entry", "another thread is inside a call"]
 
 
-def test_handles_go_in_any_order_and_nothing_stays(tmp_path):
+def test_handles_are_freed_in_any_order_and_nothing_remains(tmp_path):
     def session():
         app = quorvel.Application(profile=tmp_path, answers="defaults")
         doc = app.Documents.Add(quorvel.template_path())
@@ -196,7 +196,7 @@ def test_handles_go_in_any_order_and_nothing_stays(tmp_path):
         del last
         gc.collect()
         assert app() is None
-    # An application that dies inside its own handler's exception, and one in the middle of many.
+    # An application that is freed inside its own handler's exception, and one in the middle of many.
     many = [session() for _ in range(5)]
     for handles in many:
         handles[0].OnShapeAdded = fail

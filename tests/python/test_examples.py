@@ -48,19 +48,19 @@ def test_tasks_by_role(tmp_path):
     assert "Packer\n  SH03  Pack the goods and hand them to the carrier\n  SH01  Pick the goods (supports" in said
 
 
-def test_dead_links(tmp_path):
-    alive = run(example("dead_links.py"), SAMPLE, cwd=tmp_path)
-    assert alive.stdout.endswith("0 dead links\n")
-    # The same map with a page renamed, a Task gone and a file that is not there.
+def test_broken_links(tmp_path):
+    intact = run(example("broken_links.py"), SAMPLE, cwd=tmp_path)
+    assert intact.stdout.endswith("0 broken links\n")
+    # The same map with a page renamed, a Task deleted and a file missing.
     app = quorvel.Application(profile=tmp_path, answers="defaults")
     doc = app.Documents.Open(SAMPLE)
     doc.Pages("SH Shipping").Shapes("SH01").Name = "SH99"
     link = doc.Pages("OH Order handling").Shapes("OH01").AddHyperlink()
     link.Address = "missing.docx"
     doc.SaveAs(tmp_path / "broken.vsdx")
-    dead = run(example("dead_links.py"), "broken.vsdx", cwd=tmp_path, expect=1).stdout
-    assert "there is no 'SH Shipping/SH01' in the drawing" in dead and "there is no file 'missing.docx'" in dead
-    assert dead.endswith("2 dead links\n")
+    broken = run(example("broken_links.py"), "broken.vsdx", cwd=tmp_path, expect=1).stdout
+    assert "there is no 'SH Shipping/SH01' in the drawing" in broken and "there is no file 'missing.docx'" in broken
+    assert broken.endswith("2 broken links\n")
 
 
 def test_upgrade_folder(tmp_path):
@@ -77,7 +77,7 @@ def test_upgrade_folder(tmp_path):
     assert len(quorvel.Map(opened).tasks) == 16
 
 
-def test_run_hands_on_arguments_and_the_exit_code(tmp_path):
+def test_run_passes_arguments_and_the_exit_code(tmp_path):
     script = tmp_path / "script.py"
     script.write_text("import sys, quorvel\nprint(sys.argv[1:], quorvel.__name__)\nsys.exit(7)\n")
     done = run(script, "--help", "two words", cwd=tmp_path, expect=7)

@@ -14,7 +14,7 @@ def test_asks_for_letters_once_and_numbers_on(maps):
     assert (text(first, "Prop.Task_ID"), first.Name, number(sheet, "User.Next_Task_Id")) == ("AB01", "AB01", 2)
     second = maps.drop_task(page, 6)
     assert (second.Name, len(maps.person.letters_seen)) == ("AB02", 1)
-    # Each page has its own letters, and a drop on a page that is not shown shows it.
+    # Each page has its own letters, and a drop on a page that is not shown shows the page.
     following = maps.doc.Pages.Add()
     following.Name = "Shipping"
     page.Activate()
@@ -37,7 +37,7 @@ def test_a_refusal_removes_the_task_and_the_next_drop_asks_again(maps):
     assert len(maps.person.letters_seen) == 2
 
 
-def test_undo_takes_the_task_and_its_number_back_in_one_step(maps):
+def test_undo_removes_the_task_and_its_number_in_one_step(maps):
     page = maps.new_map("AB Order entry")
     maps.drop_task(page)
     before = len(page.Shapes)
@@ -56,7 +56,7 @@ def test_undo_takes_the_task_and_its_number_back_in_one_step(maps):
     assert len(maps.person.letters_seen) == 2
 
 
-def test_a_foreign_drawing_or_a_background_page_is_left_alone(maps):
+def test_other_drawings_and_background_pages_are_not_changed(maps):
     foreign = maps.app.Documents.Add()
     task = maps.drop_task(foreign.Pages(1))
     assert not task.CellExists("User.AlreadyAdded", 1)

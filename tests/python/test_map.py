@@ -1,4 +1,4 @@
-"""A drawing read as a map: `quorvel info --json` and Map say the same of every drawing."""
+"""A drawing read as a map: `quorvel info --json` and Map agree on every drawing."""
 
 import json
 import os
@@ -17,29 +17,29 @@ DRAWINGS = sorted((SOURCE / "tests" / "data" / "drawings").rglob("*.v[sd]*x")) +
 RANDOM_MAPS = int(os.environ.get("QUORVEL_RANDOM_MAPS", "10"))
 
 
-def told_by_the_command(file):
+def read_by_the_command(file):
     said = subprocess.run([os.environ["QUORVEL_PROGRAM"], "info", "--json", file], capture_output=True, check=True).stdout
-    told = {"tasks": [], "links": [], "connectors": [], "hyperlinks": []}
+    found = {"tasks": [], "links": [], "connectors": [], "hyperlinks": []}
     read = json.loads(said)
     for page in read["pages"]:
         name = page["name"]
         for task in page["tasks"]:
             roles = tuple(task["supportingRoles"])
-            told["tasks"].append((name, task["shapeId"], task["id"], task["description"], roles, task["notes"],
+            found["tasks"].append((name, task["shapeId"], task["id"], task["description"], roles, task["notes"],
                                   task["linkedTask"] or "", page["background"]))  # fmt: skip
         for link in page["links"]:
             ends = [(end["kind"], end["label"], end["shapeId"]) if (end := link[which]) else ("loose", "", 0)
                     for which in ("from", "to")]  # fmt: skip
-            told["links"].append((name, link["shapeId"], link["description"], *ends))
+            found["links"].append((name, link["shapeId"], link["description"], *ends))
         for connector in page["connectors"]:
             address = (connector["address"] or "", connector["subAddress"] or "")
-            told["connectors"].append((name, connector["shapeId"], connector["shownId"], *address))
+            found["connectors"].append((name, connector["shapeId"], connector["shownId"], *address))
         for link in page["hyperlinks"]:
-            told["hyperlinks"].append((name, link["shapeId"], link["on"], link["description"], link["subAddress"]))
-    return told | {"roles": read["roles"]}
+            found["hyperlinks"].append((name, link["shapeId"], link["on"], link["description"], link["subAddress"]))
+    return found | {"roles": read["roles"]}
 
 
-def told_by_map(doc):
+def read_by_map(doc):
     read = quorvel.Map(doc)
     return {
         "tasks": [(t.page, t.shape.ID, t.id, t.description, t.supporting_roles, t.notes, t.sub_task, t.on_background)
@@ -53,14 +53,14 @@ def told_by_map(doc):
 
 @pytest.mark.parametrize("file", DRAWINGS, ids=lambda file: file.name)
 def test_the_command_and_a_script_read_the_same_of_a_drawing(file, tmp_path):
-    told = told_by_the_command(file)
-    assert told_by_map(quorvel.Application(profile=tmp_path).Documents.Open(file)) == told
+    found = read_by_the_command(file)
+    assert read_by_map(quorvel.Application(profile=tmp_path).Documents.Open(file)) == found
     if file == SAMPLE:
-        assert len(told["tasks"]) == 16
+        assert len(found["tasks"]) == 16
 
 
 def scatter(maps, chance):
-    """A map of Tasks, links and other shapes, grouped, glued and on background pages as it comes."""
+    """A map of Tasks, links and other shapes, grouped, glued and on background pages at random."""
     pages = [maps.new_map("AB One"), maps.doc.Pages.Add()]
     pages[1].Name = "CD Two"
     for page in pages:
@@ -94,15 +94,15 @@ def scatter(maps, chance):
 @pytest.mark.parametrize("seed", range(RANDOM_MAPS))
 def test_a_random_map_reads_the_same_from_its_file_as_from_memory(seed, maps, tmp_path):
     scatter(maps, random.Random(seed))
-    in_memory = told_by_map(maps.doc)
+    in_memory = read_by_map(maps.doc)
     assert any(in_memory.values())
     for ending in ("vsdx", "vdx"):
         file = tmp_path / f"map.{ending}"
         maps.doc.SaveAs(str(file))
-        assert told_by_the_command(file) == in_memory, f"{ending}, seed {seed}"
+        assert read_by_the_command(file) == in_memory, f"{ending}, seed {seed}"
 
 
-def test_an_end_says_whether_a_task_or_a_connector_shows_the_id(maps):
+def test_an_end_has_the_kind_of_the_shape_that_shows_the_id(maps):
     page = maps.new_map("OH Orders")
     task, connector, box = maps.drop_task(page, 2), maps.drop(page, "Process Connector", 5), page.DrawRectangle(7, 1, 8, 2)
     connector.Cells("Prop.Connecting_TaskID").FormulaForce = '"OH01"'

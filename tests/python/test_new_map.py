@@ -25,7 +25,7 @@ def test_cells_of_the_document(maps):
     with pytest.raises(quorvel.HostError, match="password"):
         maps.doc.Protection = 0
     with pytest.raises(quorvel.HostError):
-        maps.app.Undo()  # the making of a drawing is no step
+        maps.app.Undo()  # making a drawing is not an undo step
 
 
 def test_foreground_pages_have_cells_and_decorations_once(maps):
@@ -46,7 +46,7 @@ def test_foreground_pages_have_cells_and_decorations_once(maps):
         assert legend.Hyperlinks(0).Description == "Double-click for a detailed explanation of the Task shape."
         assert title.Text == "Page Title"
         assert title.Cells("Char.Size[1]").Result("pt") == pytest.approx(18)
-        # Decorations keep to the edges of their page.
+        # Decorations keep their distance to the edges of the page.
         sheet.Cells("PageWidth").Result["in"] = 20
         assert number(legend, "PinX") == 19
 
@@ -74,7 +74,7 @@ def test_copies_of_decorations_are_removed(maps):
     assert len(other.Shapes) == 3
 
 
-def test_saved_and_opened_again_every_cell_stands(maps, tmp_path):
+def test_saved_and_opened_again_every_cell_is_the_same(maps, tmp_path):
     page = maps.new_map("AB Order entry")
     task = maps.drop_task(page)
     maps.drop(page, "Task Link", 4)

@@ -1,4 +1,4 @@
-"""A script that ends with unsaved drawings leaves copies of its unsaved drawings, and the next one takes them back."""
+"""A script that ends with unsaved drawings leaves copies of them, and the next script restores them."""
 
 import os
 import subprocess
@@ -39,7 +39,7 @@ def run_script(text, *arguments):
 
 
 @pytest.mark.parametrize("end", ENDS)
-def test_work_of_a_script_that_died_is_taken_back(tmp_path, end):
+def test_work_of_a_script_that_crashed_is_restored(tmp_path, end):
     saved, copies = str(tmp_path / "map.vsdx"), tmp_path / "copies"
     last_words, status = ENDS[end]
     assert run_script(DYING + last_words, tmp_path, saved) == status
@@ -57,7 +57,7 @@ def test_work_of_a_script_that_died_is_taken_back(tmp_path, end):
     assert os.path.exists(saved)
 
 
-def test_who_saves_or_quits_leaves_nothing(tmp_path):
+def test_no_copies_after_a_save_or_quit(tmp_path):
     for last_words in ("doc.Save()", "app.Quit()"):
         assert run_script(DYING + last_words, tmp_path, tmp_path / "map.vsdx") == 0
         assert os.listdir(tmp_path / "copies") == []

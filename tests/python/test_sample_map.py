@@ -11,7 +11,7 @@ def sample(tmp_path):
     return quorvel.Application(profile=tmp_path).Documents.Open(SAMPLE)
 
 
-def test_shows_on_the_drawing_what_its_cells_say(sample):
+def test_the_drawing_shows_the_values_of_its_cells(sample):
     shapes = sample.Pages("OH Order handling").Shapes
     task = shapes("OH02")
     assert [task.Shapes(member).Text for member in (1, 3, 4)] == ["OH02", "CR01", "Check the customer's credit"]

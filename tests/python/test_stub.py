@@ -38,7 +38,7 @@ def test_everything_that_scripts_see_has_a_description_and_a_type():
     assert (PACKAGE / "py.typed").exists()
 
 
-def test_the_native_stub_names_what_is_there():
+def test_the_native_stub_lists_every_member():
     tree = ast.parse((PACKAGE / "_quorvel.pyi").read_text())
     for node in tree.body:
         if isinstance(node, ast.ClassDef):

@@ -1,4 +1,4 @@
-"""The surface that scripts work on: names, collections, values, and what a refusal says."""
+"""The surface that scripts work on: names, collections, values, and messages of refusals."""
 
 import subprocess
 import sys
@@ -30,14 +30,14 @@ doc.SaveAs("map.vsdx")
 '''
 
 
-def test_a_script_of_its_own_runs_as_it_stands(tmp_path):
+def test_a_script_runs_with_plain_python(tmp_path):
     script = tmp_path / "script.py"
     script.write_text(SCRIPT)
     subprocess.run([sys.executable, script], cwd=tmp_path, env=environment_for_children(), check=True)
     assert (tmp_path / "map.vsdx").stat().st_size > 0
 
 
-def test_a_refusal_says_what_was_called_on_what_and_why(maps, tmp_path):
+def test_a_refusal_names_the_call_the_object_and_the_reason(maps, tmp_path):
     page = maps.new_map("AB Order entry")
     task = maps.drop_task(page)
     with pytest.raises(quorvel.HostError) as refused:
@@ -62,7 +62,7 @@ def test_a_refusal_says_what_was_called_on_what_and_why(maps, tmp_path):
         assert refused.value.call == call and refused.value.reason
 
 
-def test_mistakes_of_python_are_told_as_python_tells_them(maps):
+def test_wrong_python_calls_raise_pythons_own_errors(maps):
     page = maps.new_map()
     shape = page.DrawRectangle(1, 1, 2, 2)
     for mistake, act in (
@@ -83,7 +83,7 @@ def test_mistakes_of_python_are_told_as_python_tells_them(maps):
             act()
 
 
-def test_a_handle_to_what_is_gone_raises(maps):
+def test_a_handle_to_a_deleted_object_raises(maps):
     page = maps.new_map("AB Order entry")
     task = maps.drop_task(page)
     kept = [task, task.Shapes(1), task.Cells("PinX"), task.Characters, task.Shapes]
@@ -118,12 +118,12 @@ def test_collections(maps):
     assert shapes(len(shapes)) == second and shapes.Count == len(shapes)
     assert "AB01" in shapes and first in shapes and "AB03" not in shapes and first.Shapes(1) not in shapes
     assert len({first, shapes("AB01"), second}) == 2
-    # A walk is over what stood there when it began.
+    # A loop visits what existed when it began.
     for shape in shapes:
         if shape.Name.startswith("AB"):
             shape.Delete()
     assert len(shapes) == 3
-    # Hyperlinks alone count from 0.
+    # Only hyperlinks count from 0.
     for description in ("one", "two"):
         page.DrawRectangle(1, 1, 2, 2)
     box = page.Shapes(len(page.Shapes))

@@ -1,4 +1,4 @@
-"""The wheel: built without a network, it brings all that a script needs."""
+"""The wheel: built without a network, it contains all that a script needs."""
 
 import os
 import shutil
@@ -11,7 +11,7 @@ from test_surface import SCRIPT
 
 
 def test_the_wheel_is_complete(tmp_path):
-    sources = tmp_path / "python"  # a copy, for building leaves files behind
+    sources = tmp_path / "python"  # a copy, because building writes files
     shutil.copytree(SOURCE / "bindings" / "python", sources)
     environment = environment_for_children() | {"PIP_NO_INDEX": "1", "QUORVEL_SOURCE_FOLDER": str(SOURCE)}
     built = subprocess.run(

@@ -1,4 +1,4 @@
-// Scenes as PNG and PDF: that what is painted lands where the scene says, and what a PDF holds beside its picture.
+// Scenes as PNG and PDF: everything is painted at the scene's place, and the links and titles of a PDF.
 #include <cairo.h>
 #include <gtest/gtest.h>
 
@@ -66,7 +66,7 @@ TEST(Png, PaintsWhereTheSceneSays) {
   scene.items.push_back(ring);
   Gradient gradient{false, {60, 0}, {80, 0}, 0, {{0, {0x000000}}, {1, {0x0000FF}}}};
   scene.items.push_back(box(60, 10, 80, 30, gradient));
-  // A solid hatch ground shows between the lines; a stroke of no dashes and a broken picture end nothing.
+  // A solid hatch ground shows between the lines; a stroke of no dashes and a broken picture stop nothing.
   scene.items.push_back(box(84, 10, 96, 30, Pattern{2, {0x000000}, {0xFFFF00}}));
   PathItem line = box(10, 40, 90, 45, {});
   line.stroke = {true, {0x800080}, 2, LineCap::Butt, {0, 0}};
@@ -129,7 +129,7 @@ TEST(Png, SoftShadowsLineGradientsAndClips) {
   EXPECT_EQ(pixels.at(73, 2), 0x000000u) << "the clip has ended";
 }
 
-TEST(Png, PicturesStandInTheirBoxAndTextInItsColour) {
+TEST(Png, PicturesAreInTheirBoxAndTextInItsColour) {
   Scene source = sceneOf("", 2, 1);
   source.items = {box(0, 0, 1, 1, Colour{0xFF0000}), box(1, 0, 2, 1, Colour{0x0000FF})};
   const auto picture = std::make_shared<const std::string>(writePng(source, 72));
@@ -148,7 +148,7 @@ TEST(Png, PicturesStandInTheirBoxAndTextInItsColour) {
   EXPECT_EQ(pixels.at(14, 25), 0xFFFFFFu) << "clipped away";
   EXPECT_EQ(pixels.at(5, 14), 0xFFFFFFu);
   EXPECT_EQ(pixels.at(61, 7), 0xFFFF00u) << "the paper behind the line";
-  EXPECT_EQ(pixels.at(64, 25), 0x008000u) << "the letter's left stem stands on the baseline";
+  EXPECT_EQ(pixels.at(64, 25), 0x008000u) << "the letter's left stem ends at the baseline";
 }
 
 std::size_t count(const std::string& text, std::string_view part) {
@@ -182,7 +182,7 @@ TEST(Pdf, PagesLinksAndPlacesInTheDocument) {
   EXPECT_EQ(count(pdf, "/Subtype /Link"), 4u) << "neither the script's nor the lost one";
   EXPECT_EQ(count(pdf, "javascript"), 0u);
   EXPECT_EQ(count(pdf, "/Type /Outlines"), 1u);
-  EXPECT_EQ(writePdf({}, "").substr(0, 5), "%PDF-") << "no pages is an odd document and no crash";
+  EXPECT_EQ(writePdf({}, "").substr(0, 5), "%PDF-") << "no pages: an empty document and no crash";
 }
 
 TEST(Pdf, SoftShadowsLineGradientsAndClipsAsInSvg) {

@@ -1,4 +1,4 @@
-// Pictures that shapes carry.
+// Images in shapes.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -69,7 +69,7 @@ const std::string& olderSample() {
       {0x012D, 0},
       {0x012D, 1},
       {0x01F0, 0},           // the first place is free,
-      {0x02FC, 1, 0, 0, 0},  // so this one, which paints nothing, takes it
+      {0x02FC, 1, 0, 0, 0},  // so this one, which paints nothing, gets it
       {0x0324, 3, 0, 0, 100, 0, 0, 50},
       {0x012D, 0},
       {0x0418, 50, 100, 0, 0},
@@ -106,7 +106,7 @@ TEST_F(Metafiles, BecomePaths) {
   EXPECT_EQ(textOf(rectangle.path), "M0 0L0.5 0L0.5 0.5L0 0.5Z");
   EXPECT_TRUE(std::holds_alternative<std::monostate>(rectangle.fill));
   const auto& ellipse = std::get<PathItem>(found[2]);
-  EXPECT_TRUE(std::holds_alternative<Colour>(ellipse.fill)) << "the state came back";
+  EXPECT_TRUE(std::holds_alternative<Colour>(ellipse.fill)) << "the state is restored";
   EXPECT_NEAR(boundsOf(ellipse.path).width(), 1, 1e-9);
 }
 
@@ -134,8 +134,8 @@ TEST_F(Metafiles, ShowTextsAndBitmaps) {
   for (const SceneItem* each : {&found[0], &found[2]}) {
     const Box place = placeOf(std::get<TextItem>(*each));
     EXPECT_NEAR(place.left, 0.1, 1e-9);
-    EXPECT_NEAR(place.width(), 0.2, 1e-9) << "as wide as its maker's font had it";
-    EXPECT_NEAR(place.bottom, 0.5, 1e-9) << "stands on its base line";
+    EXPECT_NEAR(place.width(), 0.2, 1e-9) << "as wide as in the font of its program";
+    EXPECT_NEAR(place.bottom, 0.5, 1e-9) << "is on its base line";
     EXPECT_GT(place.height(), 0.15);
   }
   const auto& image = std::get<ImageItem>(found[1]);
@@ -145,7 +145,7 @@ TEST_F(Metafiles, ShowTextsAndBitmaps) {
   EXPECT_EQ(boundsOf(image.clip).right, 1);
 }
 
-TEST_F(Metafiles, AreCutWhereTheirCallsSaySo) {
+TEST_F(Metafiles, AreClippedByTheirCalls) {
   const std::initializer_list<std::uint32_t> box = {43, 0, 0, 100, 50};
   const std::vector<SceneItem> found = items(metafile({
       {30, 0, 0, 100, 50},  // the picture's frame cuts nothing
@@ -201,10 +201,10 @@ TEST_F(Metafiles, OfSixteenBitsAreReadToo) {
   const Box place = placeOf(std::get<TextItem>(found[2]));
   EXPECT_NEAR(place.left, 0.1, 1e-9);
   EXPECT_NEAR(place.width(), 0.2, 1e-9);
-  EXPECT_NEAR(place.top, 0.5, 1e-9) << "hangs from its place";
+  EXPECT_NEAR(place.top, 0.5, 1e-9) << "is below its place";
 }
 
-/// A letter as high as a continent has an extent that the outlines of a face cannot hold.
+/// The extent of a letter of several hundred kilometres is beyond the range of a font's outlines.
 TEST_F(Metafiles, LeaveOutTextThatCannotBeDrawn) {
   for (const std::uint32_t height : {0x80000001u, 0x7FFFFFFFu, 0xFFF00000u, 0x00010000u, 0xFFFFFFF6u}) {
     Drawing drawing;
@@ -248,7 +248,7 @@ TEST_F(Metafiles, OfAnotherMakerShowTheSame) {
   }
 }
 
-TEST_F(Metafiles, EndQuietlyWhereTheyAreDamaged) {
+TEST_F(Metafiles, EndWithoutAnErrorWhereTheyAreDamaged) {
   for (const std::string* whole : {&sample(), &olderSample()}) {
     for (std::size_t size = 0; size < whole->size(); ++size) items(whole->substr(0, size));
     for (std::size_t at = 0; at < whole->size(); ++at) {
@@ -259,7 +259,7 @@ TEST_F(Metafiles, EndQuietlyWhereTheyAreDamaged) {
   }
 }
 
-TEST(Picture, ContentTellsTheFormat) {
+TEST(Picture, ContentDecidesTheFormat) {
   TextEngine text;
   const auto typeOf = [&](std::string bytes, const char* type = "Bitmap") {
     return imageOf({type, "", "", std::move(bytes), {}}, text).mediaType;
@@ -296,9 +296,9 @@ TEST(Picture, FillsItsPlaceOrIsCut) {
   EXPECT_EQ(itemsOf<ImageItem>(cut).at(0)->transform({0, 0}).x, 0);
   EXPECT_EQ(boundsOf(itemsOf<ImageItem>(cut).at(0)->clip).width(), 144);
   const Scene framed = show("unknown"), drawn = show(sample());
-  EXPECT_EQ(itemsOf<PathItem>(framed).size(), 1u) << "a frame stands for what cannot be drawn";
+  EXPECT_EQ(itemsOf<PathItem>(framed).size(), 1u) << "a frame replaces what cannot be drawn";
   EXPECT_EQ(itemsOf<PathItem>(drawn).size(), 3u);
-  ASSERT_EQ(itemsOf<ClipBegin>(drawn).size(), 1u) << "what reaches over its frame is cut, of metafiles too";
+  ASSERT_EQ(itemsOf<ClipBegin>(drawn).size(), 1u) << "what is outside the frame is cut, of metafiles too";
   EXPECT_EQ(boundsOf(itemsOf<ClipBegin>(drawn)[0]->path).width(), 144);
   EXPECT_EQ(itemsOf<ClipEnd>(drawn).size(), 1u);
 }

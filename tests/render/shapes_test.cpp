@@ -15,7 +15,7 @@ std::string firstPath(const Scene& scene) {
   return paths.empty() ? "" : textOf(paths.front()->path);
 }
 
-TEST(Shapes, StandWhereNestedTransformsPutThem) {
+TEST(Shapes, AreWhereNestedTransformsPutThem) {
   struct Case {
     const char* what;
     double groupAngle, memberAngle;
@@ -87,7 +87,7 @@ TEST(Shapes, SectionsShareOneFillWithHoles) {
   drawing.set(shape, "Geometry1.NoLine", 0.0);
   scene = drawing.scene();
   paths = itemsOf<PathItem>(scene);
-  ASSERT_EQ(paths.size(), 1u) << "one outline is filled and stroked in one go";
+  ASSERT_EQ(paths.size(), 1u) << "one outline is filled and stroked as one path";
   EXPECT_TRUE(paths[0]->stroke.visible);
   drawing.set(shape, "FillPattern", 0.0);
   drawing.set(shape, "LinePattern", 0.0);
@@ -111,7 +111,7 @@ TEST(Shapes, AreHiddenByLayersAndGroupsByTheirDisplayMode) {
   EXPECT_EQ(count("1", "", 2), 0u) << "a member without a layer goes with its group";
   EXPECT_EQ(count("1", "0", 2), 1u);
   EXPECT_EQ(count("0;1", "1", 2), 1u) << "one visible layer is enough";
-  EXPECT_EQ(count("7", "", 2), 2u) << "a layer that is not there hides nothing";
+  EXPECT_EQ(count("7", "", 2), 2u) << "a missing layer hides nothing";
   EXPECT_EQ(count("", "", 0), 1u) << "the group's own outline is not shown";
   drawing.set(group, "LineWeight", 5.0 / 72);
   const auto lastWidth = [&](int mode) {
@@ -165,7 +165,7 @@ TEST(Shapes, BackgroundPagesComeFirstAndCirclesEnd) {
   EXPECT_TRUE(buildScene(drawing.store, {}).items.empty());
 }
 
-TEST(Shapes, FieldsOfABackgroundTellOfThePageInFront) {
+TEST(Shapes, FieldsOfABackgroundReadTheForegroundPage) {
   Drawing drawing;
   const auto back = drawing.store.addPage(drawing.document, "Back", 0);
   const auto other = drawing.store.addPage(drawing.document, "Other", 1), front = drawing.page;
@@ -202,7 +202,7 @@ TEST(Shapes, FieldsOfABackgroundTellOfThePageInFront) {
   }
 }
 
-TEST(Shapes, ThatLeaveOnePlaceHaveOneStem) {
+TEST(Shapes, FromOnePlaceHaveOneStem) {
   Drawing drawing;
   const auto line = [&](const std::vector<Point>& vertices, double end) {
     const auto shape = drawing.addShape(0, 0, 0, 0);
@@ -228,7 +228,7 @@ TEST(Shapes, ThatLeaveOnePlaceHaveOneStem) {
   EXPECT_NE(written().find("M72 144L216 144L216 72"), std::string::npos) << "a wider line covers the other";
 }
 
-TEST(Arrowheads, StandAtOpenEndsAndShortenTheLine) {
+TEST(Arrowheads, AreAtOpenEndsAndShortenTheLine) {
   Path line;
   line.moveTo({0, 0});
   line.lineTo({100, 0});

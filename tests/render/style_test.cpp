@@ -69,7 +69,7 @@ TEST(Style, FillsArePlainHatchedOrGraduated) {
   const Gradient own = std::get<Gradient>(drawing.item().fill);
   ASSERT_EQ(own.stops.size(), 3u);
   EXPECT_EQ(own.stops[0].colour.rgb, 0x0000FFu) << "in the order of their positions";
-  EXPECT_NEAR(own.from.y, 72, 1e-6) << "from the top, though the shape stands on its head";
+  EXPECT_NEAR(own.from.y, 72, 1e-6) << "from the top, though the shape is upside down";
   EXPECT_NEAR(own.to.y, 144, 1e-6);
   drawing.set(drawing.shape, "FillGradientDir", 3);
   EXPECT_TRUE(std::get<Gradient>(drawing.item().fill).radial);
@@ -97,7 +97,7 @@ TEST(Style, LinesHaveWeightDashesAndCaps) {
   EXPECT_TRUE(dashesOf(24, 1).empty());
 }
 
-TEST(Style, ShadowsStandBehindAtThePagesOffset) {
+TEST(Style, ShadowsAreBehindAtThePagesOffset) {
   StyledDrawing drawing;
   drawing.set(drawing.shape, "ShdwPattern", 1);
   drawing.set(drawing.shape, "ShdwForegnd", 2);
@@ -171,7 +171,7 @@ constexpr std::string_view themePart = R"(<?xml version="1.0"?>
   <vt:variationStyleSchemeLst><vt:variationStyleScheme><vt:varStyle fillIdx="2" lineIdx="1" fontIdx="1"/>
     </vt:variationStyleScheme></vt:variationStyleSchemeLst></a:extLst></a:theme>)";
 
-TEST(Style, ThemedCellsTakeWhatTheThemeGives) {
+TEST(Style, ThemedCellsHaveTheThemesValues) {
   StyledDrawing drawing;
   const Maybe<Theme> theme = readTheme(themePart);
   ASSERT_TRUE(theme);
@@ -184,7 +184,8 @@ TEST(Style, ThemedCellsTakeWhatTheThemeGives) {
     drawing.set(drawing.shape, cell, "Themed");
   drawing.setText(drawing.shape, "Task");
   drawing.set(drawing.shape, "QuickStyleFillColor", 101);
-  EXPECT_EQ(drawing.fillColour(), 0x4F88BBu) << "one-coloured: the variation's first colour, three quarters as light";
+  EXPECT_EQ(drawing.fillColour(), 0x4F88BBu)
+      << "one-coloured: the variation's first colour, with three quarters of its lightness";
   EXPECT_EQ(drawing.item().stroke.colour.rgb, 0x41719Cu);
   EXPECT_DOUBLE_EQ(drawing.item().stroke.width, 2);
   EXPECT_EQ(drawing.item().stroke.dashes, dashesOf(2, 2));
@@ -207,9 +208,9 @@ TEST(Style, ThemedCellsTakeWhatTheThemeGives) {
   EXPECT_EQ(textStyle().colour.rgb, 0xFFFFFFu);
   EXPECT_TRUE(textStyle().bold);
   drawing.set(drawing.shape, "QuickStyleVariation", 2);
-  EXPECT_EQ(textStyle().colour.rgb, 0xA5A5A5u) << "white text that stands on the page would not be seen";
+  EXPECT_EQ(textStyle().colour.rgb, 0xA5A5A5u) << "white text on the page would be invisible";
 
-  // A page without a theme is plain whatever themes the file brings; a shape, or a group, may bring its own.
+  // A page without a theme is plain even if the file has themes; a shape, or a group, may have its own.
   for (const double none : {0.0, 65534.0}) {
     drawing.set(sheet, "ColorSchemeIndex", none);
     EXPECT_EQ(drawing.fillColour(), 0xFFFFFFu) << none;

@@ -12,7 +12,7 @@
 namespace quorvel::render {
 namespace {
 
-/// Takes what stands between `from` and `to` out of every element that begins with `element`.
+/// Removes the text between `from` and `to` from every element that begins with `element`.
 void leaveOut(std::string& svg, std::string_view element, std::string_view from, std::string_view to) {
   for (std::size_t at = 0; (at = svg.find(element, at)) != std::string::npos; at += element.size()) {
     const std::size_t end = svg.find('>', at), begin = svg.find(from, at);
@@ -22,7 +22,7 @@ void leaveOut(std::string& svg, std::string_view element, std::string_view from,
   }
 }
 
-/// What fonts decide, and pictures, are left out, so that the text is the same on every machine.
+/// Results of fonts, and pictures, are left out, so that the text is the same on every machine.
 std::string normalForm(std::string svg) {
   leaveOut(svg, "<text", " transform=\"", "\"");
   leaveOut(svg, "<text", " font-family=\"", "\"");
@@ -84,7 +84,7 @@ TEST(Svg, LinksThatRunScriptsAreNotWritten) {
   EXPECT_EQ(safeLink("#Page-2"), "#Page-2");
 }
 
-TEST(Svg, NumbersAndTextSurvive) {
+TEST(Svg, NumbersAndTextAreKept) {
   const auto number = [](double value, int digits) {
     std::string text;
     svg::appendNumber(text, value, digits);

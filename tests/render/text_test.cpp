@@ -1,4 +1,4 @@
-// How text is laid out and placed. Facts that hold for any font; exact positions belong to the fonts of one machine.
+// How text is laid out and placed. Only what is true for any font: exact positions depend on the fonts of one machine.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -140,10 +140,10 @@ TEST(Text, RunsDownward) {
     last = y;
   }
   EXPECT_TRUE(upright.starts_with("\u7530\u4E2D")) << upright;
-  EXPECT_EQ(upright.find("\uFF08"), std::string::npos) << "brackets turn with the line";
+  EXPECT_EQ(upright.find("\uFF08"), std::string::npos) << "brackets are rotated with the line";
 }
 
-TEST(Text, IsLeftOutWhereNoPageReaches) {
+TEST(Text, IsLeftOutFarFromThePage) {
   for (const double far : {1e5, 1e30, 1e200, -1e200}) {
     TextDrawing drawing("Task");
     drawing.addGeometry(drawing.shape, 1, {{0, 0}, {far, 0}, {far, 1}, {0, 0}});
@@ -221,7 +221,7 @@ TEST(Text, RunsTakeTheirFormat) {
   EXPECT_EQ(layout.lines[1].left, 0);
 }
 
-/// Many runs in one paragraph, all of one face: only the colours tell them apart.
+/// Many runs in one paragraph, all of one font: only the colours differ.
 TEST(Text, RunsOfOneFaceKeepTheirColours) {
   constexpr int runCount = 300;
   TextDrawing drawing;
@@ -245,7 +245,7 @@ TEST(Text, RunsOfOneFaceKeepTheirColours) {
   EXPECT_EQ(seen, runCount);
 }
 
-TEST(Text, HangsBehindBulletsAndFillsJustifiedLines) {
+TEST(Text, IsIndentedAfterBulletsAndFillsJustifiedLines) {
   TextDrawing drawing("Check the order against the customer's credit");
   drawing.set(drawing.shape, "Para.HorzAlign", 0.0);
   drawing.set(drawing.shape, "Para.IndLeft", 0.25);
@@ -267,7 +267,7 @@ TEST(Text, HangsBehindBulletsAndFillsJustifiedLines) {
   EXPECT_FALSE(justified.layout->lines.back().runs[0].stretched);
 }
 
-TEST(Text, BackgroundStandsBehindTheLinesOnly) {
+TEST(Text, BackgroundIsBehindTheLinesOnly) {
   TextDrawing drawing("Yes");
   EXPECT_EQ(drawing.item().background.opacity, 0);
   drawing.set(drawing.shape, "TextBkgnd", 3);

@@ -1,4 +1,4 @@
-// A page with one Task, and questions about what the Task shows around itself.
+// A page with one Task, and helpers that read what the Task shows around itself.
 #pragma once
 
 #include <map>
@@ -67,7 +67,7 @@ class DetailsTest : public MapTest {
     }
     return text;
   }
-  /// The names of the layers on which a shape stands.
+  /// The names of a shape's layers.
   static std::string layers(const Shape& shape) {
     std::string names;
     for (int i = 1; i <= shape.LayerCount().or_(0); ++i) names += shape.Layer(i).Name().or_("?");

@@ -1,4 +1,5 @@
-// The three display commands with their dialogs: what is asked, for which shapes it counts, and what shows afterwards.
+// The three display commands with their dialogs: the questions, the shapes that they change, and what is visible
+// afterwards.
 #include <gtest/gtest.h>
 
 #include "commands/task_display.h"
@@ -34,7 +35,7 @@ class DisplayCommands : public DetailsTest {
     app.ActiveWindow().DeselectAll();
     for (const Shape& shape : shapes) app.ActiveWindow().Select(shape, visio::select);
   }
-  /// The next dialog is handed to `fill`; what it leaves open is closed by its close box.
+  /// The next dialog is passed to `fill`; if it leaves it open, the close box closes it.
   void answerWith(std::function<void(Form&)> fill) {
     forms = 0;
     session.platform().onForm = [this, fill = std::move(fill)](Form& form) {
@@ -68,7 +69,7 @@ TEST_F(DisplayCommands, ResourcesAreHiddenForASelectionAPageAndTheDrawing) {
   hideResources("OptionSelected");
   EXPECT_EQ(shows(task), both);
   EXPECT_EQ(shows(second), guidelinesOnly);
-  EXPECT_EQ(number(page.PageSheet(), "User.Resources"), 1) << "a selection never touches the page";
+  EXPECT_EQ(number(page.PageSheet(), "User.Resources"), 1) << "a selection never changes the page";
 
   // The two differ now: their box is grey, and OK on a grey box turns it on for both.
   select({task, second});
@@ -98,7 +99,7 @@ TEST_F(DisplayCommands, ResourcesAreHiddenForASelectionAPageAndTheDrawing) {
   EXPECT_EQ(shows(elsewhere), both) << "a command is one step";
 }
 
-TEST_F(DisplayCommands, OptionsAreLeftWithoutChange) {
+TEST_F(DisplayCommands, OptionsCanBeCancelled) {
   // Without a selection there is no "Selected"; an untouched dialog is cancelled without a question.
   select({});
   answerWith([](Form& form) {
@@ -165,7 +166,7 @@ TEST_F(DisplayCommands, DetailsAreTurnedOffAndOnByTheirLayer) {
   EXPECT_EQ(shows(task), "controls1 controls2 Resources1 ");
   EXPECT_EQ(layers(line("controls2")), "InvisibleLayer");
 
-  // The Task selected last decides, and its new state is that of all.
+  // The state of the Task selected last is switched, and all get it.
   select({second, task});
   turn("Task Display ON", "Turn display of detailed Task data ON for ", "OptionSelected");
   EXPECT_EQ(layers(line("controls2")), "VisibleLayer");
@@ -212,7 +213,7 @@ TEST_F(DisplayCommands, LinksShowTheirTimeAndDescriptionAsChosen) {
   EXPECT_EQ(other.Text().or_({}).find('('), std::string::npos);
   EXPECT_EQ(addin::commonTaskLinkSwitch(addin::shownNow(session.addin()), "User.TaskLink_Visible"), 1);
 
-  // The time comes and goes with its number.
+  // The time is shown only while it has a number.
   ASSERT_TRUE(link.Cells("Prop.Time_Between_Tasks").SetFormula("0"));
   EXPECT_EQ(link.Text().or_({}).find('('), std::string::npos);
   ASSERT_TRUE(link.Cells("Prop.Time_Between_Tasks").SetFormula("2"));
@@ -221,7 +222,7 @@ TEST_F(DisplayCommands, LinksShowTheirTimeAndDescriptionAsChosen) {
   select({link, other});
   EXPECT_EQ(addin::commonTaskLinkSwitch(addin::shownNow(session.addin()), "User.TaskLink_Visible"), 2);
   addin::applyTaskLinkDisplayOptions(session.addin(), addin::shownNow(session.addin()), {1, 0, 0}, "Drawing");
-  EXPECT_EQ(other.Text(), " (2m)") << "the comma that stands for a point is a thousands separator";
+  EXPECT_EQ(other.Text(), " (2m)") << "the comma in place of a decimal point is a thousands separator";
   EXPECT_EQ(number(page.PageSheet(), "User.TaskLink_txt_Visible"), 0);
 
   // Kept, but shown by no command.

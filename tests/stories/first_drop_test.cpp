@@ -54,7 +54,7 @@ TEST_F(FirstDrop, ARefusalRemovesTheTaskAndTheNextDropAsksAgain) {
   EXPECT_EQ(task.Name(), "Q\"12");
 }
 
-TEST_F(FirstDrop, UndoTakesTheTaskAndItsNumberBackInOneStep) {
+TEST_F(FirstDrop, UndoRemovesTheTaskAndItsNumberInOneStep) {
   const Page page = newMap("AB Order entry");
   dropTask(page);
   const int before = page.Shapes().Count().or_(-1);
@@ -74,7 +74,7 @@ TEST_F(FirstDrop, UndoTakesTheTaskAndItsNumberBackInOneStep) {
   EXPECT_EQ(lettersAsked.size(), 2u);
 }
 
-TEST_F(FirstDrop, AForeignDrawingOrABackgroundPageIsLeftAlone) {
+TEST_F(FirstDrop, OtherDrawingsAndBackgroundPagesAreNotChanged) {
   const Document foreign = app.Documents().Add("");
   const Page page = foreign.Pages().Item(1);
   const Shape task = dropTask(page);
@@ -90,7 +90,7 @@ TEST_F(FirstDrop, AForeignDrawingOrABackgroundPageIsLeftAlone) {
   ASSERT_TRUE(there);
   EXPECT_EQ(there.CellExists("User.AlreadyAdded", 1), false);
 
-  // Ours by its template but never initialized.
+  // Based on our template but never initialized.
   const Page plain = newMap("AB Order entry");
   map.DocumentSheet().DeleteRow(visio::sectionUser, *map.DocumentSheet().Cells("User.Based_On_ZNB").Row());
   EXPECT_EQ(dropTask(plain).CellExists("User.AlreadyAdded", 1), false);
@@ -216,7 +216,7 @@ TEST_F(FirstDrop, NoIdIsGivenTwice) {
     return text(task, "Prop.Task_ID");
   };
   dropTask(page);
-  // The page does not tell its number, or does not let it be counted.
+  // The page's counter cannot be read, or cannot be written.
   for (const char* formula : {"\"many\"", "2147483647", "1E20", "GUARD(2)"}) {
     ASSERT_TRUE(next.FormulaForce(formula));
     EXPECT_EQ(dropAndRead(), "") << formula;
@@ -243,7 +243,7 @@ TEST_F(FirstDrop, NoIdIsGivenTwice) {
   EXPECT_EQ(text(dropTask(other), "Prop.Task_ID"), "Z12");
 }
 
-// A refused call is a rule that did not take effect, or one that comes before the row that it needs.
+// A refused call means that a rule had no effect, or that it ran before the row that it needs.
 TEST_F(FirstDrop, MakesNoCallThatTheHostRefuses) {
   const Page page = newMap("AB Order entry");
   for (const char* master : {"Task", "Task", "Task Link", "Process Connector"}) {

@@ -1,4 +1,4 @@
-// Tasks that are grouped with other shapes and ungrouped again stay the Tasks that they were.
+// Tasks that are grouped with other shapes and ungrouped again stay the same Tasks.
 #include <cmath>
 #include <filesystem>
 
@@ -51,7 +51,7 @@ TEST_F(GroupedTasks, KeepTheirIdNameDetailsAndLinks) {
 
   const Shape made = group({task, plain});
   ASSERT_TRUE(made) << lastRefusal();
-  EXPECT_FALSE(made.CellExists("User.AlreadyAdded", 1) == true) << "it is no Task";
+  EXPECT_FALSE(made.CellExists("User.AlreadyAdded", 1) == true) << "it is not a Task";
   EXPECT_FALSE(made.CellExists("Prop.Task_ID", 0) == true);
   EXPECT_EQ(lettersAsked.size(), asked);
   EXPECT_EQ(cellsOf(task), cells);
@@ -59,16 +59,16 @@ TEST_F(GroupedTasks, KeepTheirIdNameDetailsAndLinks) {
   EXPECT_EQ(task.Master().Name(), "Task");
   EXPECT_NEAR(boxOf(task).left, place.left, 1e-9);
   EXPECT_NEAR(boxOf(task).top, place.top, 1e-9);
-  EXPECT_TRUE(lineOf(link) == line) << "nothing moved, so nothing is drawn anew";
+  EXPECT_TRUE(lineOf(link) == line) << "nothing moved, so nothing is redrawn";
   EXPECT_EQ(page.Connects().Count(), 2);
 
-  // The group moves with what it holds, and the link with the Task.
+  // The group moves with its members, and the link with the Task.
   ASSERT_TRUE(made.Cells("PinY").SetResult(visio::unitsInches, 11.0));
   EXPECT_NEAR(boxOf(task).left, place.left, 1e-9);
   EXPECT_GT(boxOf(task).bottom, place.top);
   EXPECT_TRUE(meets(link, true, task));
   EXPECT_TRUE(meets(link, false, next));
-  // What the Task shows is drawn anew in the group as outside.
+  // The Task's details are redrawn in the group as outside.
   write("Prop.Guidelines", "Sign");
   EXPECT_EQ(column(), (std::vector<std::string>{"controls1: Sign"}));
   write("Prop.Guidelines", "Ask first; Write down");
@@ -87,7 +87,7 @@ TEST_F(GroupedTasks, KeepTheirIdNameDetailsAndLinks) {
   EXPECT_EQ(firstDifference(end, dump()), "");
 }
 
-TEST_F(GroupedTasks, ALinkInTheGroupStillReachesTheTaskOutside) {
+TEST_F(GroupedTasks, ALinkInTheGroupStaysGluedToTheTaskOutside) {
   const Shape next = dropTask(page, 8), link = drop(page, "Task Link", 5, 2);
   ASSERT_TRUE(link.Cells("BeginX").GlueTo(task.Cells("Connections.X2"))) << lastRefusal();
   ASSERT_TRUE(link.Cells("EndX").GlueTo(next.Cells("Connections.X1"))) << lastRefusal();
@@ -108,7 +108,7 @@ TEST_F(GroupedTasks, ALinkInTheGroupStillReachesTheTaskOutside) {
   EXPECT_EQ(firstDifference(before, dump()), "");
 }
 
-TEST_F(GroupedTasks, ComeBackFromFilesInTheirGroups) {
+TEST_F(GroupedTasks, AreReadFromFilesInTheirGroups) {
   const Shape next = dropTask(page, 8), link = drop(page, "Task Link", 5, 2), label = page.DrawRectangle(1, 8, 2, 9);
   ASSERT_TRUE(link.Cells("BeginX").GlueTo(task.Cells("PinX"))) << lastRefusal();
   ASSERT_TRUE(link.Cells("EndX").GlueTo(next.Cells("PinX"))) << lastRefusal();

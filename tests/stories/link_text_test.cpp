@@ -44,7 +44,7 @@ class LinkText : public MapTest {
 
 TEST_F(LinkText, WhatEachUnitShowsUnderEachSwitch) {
   // 1.236 of the unit and none of it; with description and time, and with the time alone. "0,##" has a thousands
-  // separator where a decimal point is expected, so minutes, hours and days come out whole there.
+  // separator where a decimal point is expected, so minutes, hours and days have no decimals there.
   const struct {
     const char *units, *letters, *abbreviation, *both, *timeOnly, *timeOnlyAboveZero;
   } units[] = {
@@ -105,12 +105,12 @@ TEST_F(LinkText, ADescriptionShowsAsItIs) {
   }
 }
 
-TEST_F(LinkText, UnitsAndAbbreviationsFollowWithoutANewPicture) {
+TEST_F(LinkText, UnitsAndAbbreviationsChangeWithoutANewFormat) {
   setSwitches(1, 1, 0);
   setTime("90em.", "Minutes");
   EXPECT_EQ(shown(), "Send form (90m)");
   link.Cells("Prop.Time_Units").FormulaForce("\"Hours\"");
-  EXPECT_EQ(link.Text(), "Send form (1.5h)") << "the picture holds all units";
+  EXPECT_EQ(link.Text(), "Send form (1.5h)") << "the format has all units";
   map.DocumentSheet().Cells("User.Time_Unit_Disply").FormulaForce("\"sec;min;hrs;d;w\"");
   EXPECT_EQ(shown(), "Send form (1.5hrs)");
 }

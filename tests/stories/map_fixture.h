@@ -1,4 +1,4 @@
-// A session with the add-in connected and the stencil open, and a person who answers its dialogs.
+// A session with the add-in connected and the stencil open, and a user who answers its dialogs.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ class MapTest : public testing::Test {
   Document stencil = app.Documents().Open(session.stencilPath());
   Document map;
 
-  /// What the person types in the dialog of the first Task; `accept` false closes it.
+  /// What the user types in the dialog of the first Task; `accept` false closes it.
   struct Answer {
     bool accept = true;
     std::string letters;  ///< empty: as suggested

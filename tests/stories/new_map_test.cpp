@@ -36,10 +36,10 @@ TEST_F(NewMap, CellsOfTheDocument) {
   EXPECT_EQ(map.Protection(), visio::protectShapes);
   EXPECT_FALSE(map.SetProtection("guess", 0));
   EXPECT_TRUE(map.SetProtection("Velmora1998", visio::protectShapes));
-  EXPECT_FALSE(app.Undo()) << "the making of a drawing is no step";
+  EXPECT_FALSE(app.Undo()) << "making a drawing is not an undo step";
 }
 
-TEST_F(NewMap, AListThatStandsIsKeptButFrequenciesStartAfresh) {
+TEST_F(NewMap, AnExistingListIsKeptButFrequenciesAreReset) {
   newMap();
   const Shape sheet = map.DocumentSheet();
   sheet.Cells("User.RoleNames").FormulaForce("\";Clerk\"");
@@ -55,7 +55,7 @@ TEST_F(NewMap, ForegroundPagesHaveCellsAndDecorationsOnce) {
   const Page first = newMap("AB Order entry");
   const Page second = map.Pages().Add();
   const Page background = map.Pages().Add();
-  // A page is born in front; as a background it was never one of ours.
+  // A page is made as a foreground page; as a background page it never had the add-in's cells.
   for (const Shape& shape : background.Shapes().all()) {
     shape.Cells("LockDelete").FormulaForce("0");
     shape.Delete();
@@ -97,7 +97,7 @@ TEST_F(NewMap, ForegroundPagesHaveCellsAndDecorationsOnce) {
     EXPECT_EQ(number(title, "PinX"), 2.75 + 0.492125);
     EXPECT_NEAR(title.Cells("Char.Size[1]").Result(visio::unitsPoints).or_(0), 18, 1e-9);
 
-    // Decorations keep to the edges of their page.
+    // Decorations keep their distance to the edges of the page.
     ASSERT_TRUE(sheet.Cells("PageWidth").SetResult(visio::unitsInches, 20.0));
     EXPECT_EQ(number(legend, "PinX"), 19);
   }
@@ -123,7 +123,7 @@ TEST_F(NewMap, ALogoStaysOnItsPage) {
     ASSERT_TRUE(logo.Cells(c.cell).SetResult(visio::unitsInches, c.moved));
     EXPECT_DOUBLE_EQ(number(logo, c.cell), c.stays) << c.cell << " moved to " << c.moved;
   }
-  // The way back is part of the move.
+  // The correction is part of the move.
   ASSERT_TRUE(app.Undo());
   EXPECT_DOUBLE_EQ(number(logo, "PinY"), 0.55);
   const Shape legend = marked(page, "Legend");
@@ -143,7 +143,7 @@ TEST_F(NewMap, CopiesOfDecorationsAreRemoved) {
   EXPECT_EQ(next.Shapes().Count(), 3);
 }
 
-TEST_F(NewMap, SavedAndOpenedAgainEveryCellStands) {
+TEST_F(NewMap, SavedAndOpenedAgainEveryCellIsTheSame) {
   const Page page = newMap("AB Order entry");
   const Shape task = dropTask(page);
   drop(page, "Task Link", 4);

@@ -1,4 +1,4 @@
-// A map that was made with an earlier stencil opens, and goes on as a map.
+// A map that was made with an earlier stencil opens and works.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -21,7 +21,7 @@ class OlderMap : public MapTest {
   }
 };
 
-TEST_F(OlderMap, OpensAndGoesOn) {
+TEST_F(OlderMap, OpensAndWorks) {
   map = app.Documents().Open(QUORVEL_SOURCE_FOLDER "/tests/data/maps/two_tasks.vsdx");
   ASSERT_TRUE(map) << lastRefusal();
   const Page page = map.Pages().Item(1);
@@ -39,7 +39,7 @@ TEST_F(OlderMap, OpensAndGoesOn) {
   EXPECT_EQ(number(first, "Height"), height);
   EXPECT_GT(number(first.Shapes().Item(4), "Height"), 0.5);
 
-  // Details, roles, links and numbers follow as on a map of today.
+  // Details, roles, links and numbers work as on a new map.
   ASSERT_TRUE(first.Cells("Prop.Guidelines").FormulaForce("\"Write down;Sign;Ask first\""));
   EXPECT_EQ(links(first, "controls1"), "controls2.doc");
   EXPECT_EQ(links(first, "controls2"), "");

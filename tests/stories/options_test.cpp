@@ -1,4 +1,4 @@
-// Time units and frequencies edited in the options dialog, and the drawing that follows.
+// Time units and frequencies edited in the options dialog, and the changes in the drawing.
 #include <gtest/gtest.h>
 
 #include "commands/quorvel_options.h"
@@ -61,7 +61,7 @@ class Options : public MapTest {
   std::string documentText(const char* cell) { return text(map.DocumentSheet(), cell); }
 };
 
-TEST_F(Options, AnotherAbbreviationOfMinutesReachesEveryTaskAndLink) {
+TEST_F(Options, ANewAbbreviationOfMinutesIsShownByEveryTaskAndLink) {
   const Shape hours = dropTask(page, 6), link = drop(page, "Task Link", 4, 3);
   const Page next = map.Pages().Add();
   const Shape elsewhere = dropTask(next), linkElsewhere = drop(next, "Task Link", 4, 3);
@@ -102,8 +102,8 @@ TEST_F(Options, AnotherAbbreviationOfMinutesReachesEveryTaskAndLink) {
   EXPECT_EQ(documentText("User.Time_Unit.Prompt"), "Minutes");
 }
 
-// The boxes end up in lists that are joined by ";": one inside a text would shift all entries behind it.
-TEST_F(Options, ASemicolonIsTakenByNoBox) {
+// The boxes are joined to lists by ";": one inside a text would shift all later entries.
+TEST_F(Options, NoBoxAcceptsASemicolon) {
   const std::string descriptions = documentText("User.FreqSuggestions");
   options([&](Form& form) {
     const struct {
@@ -145,7 +145,7 @@ TEST_F(Options, MarksInAnAbbreviationShowAsTheyAre) {
   }
 }
 
-TEST_F(Options, AFrequencyOfOnesOwnComesIsUsedAndGoes) {
+TEST_F(Options, AUsersFrequencyIsAddedUsedAndDeleted) {
   const Shape other = dropTask(page, 6);
   setTime(task, "2", "Hours");
   const std::string system = documentText("User.FreqSuggestions"),
@@ -158,13 +158,13 @@ TEST_F(Options, AFrequencyOfOnesOwnComesIsUsedAndGoes) {
     type(form, "Text3(1)", "Twice a day");
     click(form, "btnApply");
     EXPECT_EQ(messages, Texts{"Enter the frequency abbreviation for Twice a day"});
-    EXPECT_EQ(documentText("User.FreqSuggestions"), system) << "nothing is stored before all is there";
+    EXPECT_EQ(documentText("User.FreqSuggestions"), system) << "nothing is stored before all boxes are filled";
     type(form, "Text2(14)", "TD");
     type(form, "Text2(25)", "XX");  // an abbreviation alone is no frequency
     click(form, "btnApply");
     EXPECT_TRUE(form.isOpen());
     click(form, "btnCancel");
-    EXPECT_FALSE(form.isOpen()) << "what was applied is no change to ask about";
+    EXPECT_FALSE(form.isOpen()) << "after Apply there is no change to ask about";
   });
   EXPECT_EQ(messages.size(), 1u);
   EXPECT_EQ(documentText("User.FreqSuggestions"), system + ";Every \"full\" moon;Twice a day");
@@ -177,7 +177,7 @@ TEST_F(Options, AFrequencyOfOnesOwnComesIsUsedAndGoes) {
   set(other, "Prop.Frequency_Of_Occurrence", "Twice a day");
   EXPECT_EQ(band(other), "TD");
 
-  // A confirmed abbreviation reaches its Tasks.
+  // A confirmed abbreviation changes its Tasks.
   answers = {MessageAnswer::Yes};
   options([&](Form& form) {
     type(form, "Text2(14)", "2D");
@@ -205,7 +205,7 @@ TEST_F(Options, AFrequencyOfOnesOwnComesIsUsedAndGoes) {
   });
 }
 
-TEST_F(Options, DuplicatesAreTurnedAwayWhenTheBoxIsLeft) {
+TEST_F(Options, DuplicatesAreRefusedWhenTheBoxIsLeft) {
   const struct {
     const char *name, *typed, *message;
     bool empties;
@@ -229,7 +229,7 @@ TEST_F(Options, DuplicatesAreTurnedAwayWhenTheBoxIsLeft) {
     });
     EXPECT_EQ(messages, c.message ? Texts{c.message} : Texts{}) << c.name << " " << c.typed;
   }
-  // Two boxes with one text do not send the focus to and fro for ever.
+  // Two boxes with one text do not move the focus back and forth without end.
   options([&](Form& form) {
     type(form, "Text3(0)", "Fortnightly");
     type(form, "Text3(1)", "Fortnightly");
@@ -239,7 +239,7 @@ TEST_F(Options, DuplicatesAreTurnedAwayWhenTheBoxIsLeft) {
   EXPECT_EQ(messages.size(), 1u);
 }
 
-TEST_F(Options, ApplyRefusesWhatIsMissingAndTheTwoButtonsSaySoInTheirOwnWords) {
+TEST_F(Options, ApplyAndOkRefuseMissingTextsWithTheirOwnMessages) {
   set(task, "Prop.Frequency_Of_Occurrence", "Weekly");
   const struct {
     const char *button, *emptied, *message;
@@ -258,7 +258,7 @@ TEST_F(Options, ApplyRefusesWhatIsMissingAndTheTwoButtonsSaySoInTheirOwnWords) {
     EXPECT_EQ(messages, Texts{c.message});
     EXPECT_EQ(documentText("User.FreqSuggestions.Prompt"), ";AD;IN;RE;HR;DY;WK;BW;MO;SM;QR;SA;YR;BI");
   }
-  // A duplicate empties its box, which is then missing. Units are stored before a frequency is found wanting.
+  // A duplicate empties its box, which is then missing. Units are stored before a missing frequency is found.
   options([&](Form& form) {
     type(form, "Text1(4)", "m");
     click(form, "btnApply");
@@ -271,7 +271,7 @@ TEST_F(Options, ApplyRefusesWhatIsMissingAndTheTwoButtonsSaySoInTheirOwnWords) {
   EXPECT_EQ(band(task), "WK");
 }
 
-TEST_F(Options, AnswersOfNoPutTheOldTextBack) {
+TEST_F(Options, AnswersOfNoRestoreTheOldText) {
   set(task, "Prop.Frequency_Of_Occurrence", "Weekly");
   options([&](Form& form) {
     type(form, "Text3(0)", "Fortnightly");
@@ -296,7 +296,7 @@ TEST_F(Options, AnswersOfNoPutTheOldTextBack) {
     EXPECT_EQ(band(task), "WK");
     EXPECT_EQ(band(other), "FN");
   }
-  // The question looks at two characters: an abbreviation of one with a joint behind it is not found.
+  // The question looks at two characters: an abbreviation of one character with a joint after it is not found.
   answers.clear();
   options([&](Form& form) {
     type(form, "Text2(5)", "W");

@@ -1,5 +1,5 @@
-// Work on a map while another drawing is shown: each rule goes by the document and page of what changed, a command by
-// what was shown when its dialog opened.
+// Work on a map while another drawing is shown: each rule uses the document and page of what changed, a command
+// the ones shown when its dialog opened.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -47,7 +47,7 @@ class OtherDocuments : public MapTest {
 
   void SetUp() override {
     MapTest::SetUp();
-    // Drops show their page; what listens after the add-in can show another one at once.
+    // Drops show their page; a listener after the add-in can show another one at once.
     session.host().advise(listener);
   }
   void TearDown() override {
@@ -94,7 +94,7 @@ class OtherDocuments : public MapTest {
     listener.onSelectionChanged = [this, document] { show(document); };
   }
 
-  /// What a document says: names, texts, marks and formulas of all its pages and shapes.
+  /// The contents of a document: names, texts, marks and formulas of all its pages and shapes.
   static std::string contents(const Document& document) {
     std::string out;
     const auto sheet = [&](const Shape& shape) {
@@ -166,7 +166,7 @@ class OtherDocuments : public MapTest {
   }
 };
 
-TEST_F(OtherDocuments, AMapIsTheSameWhateverIsShownMeanwhile) {
+TEST_F(OtherDocuments, AMapIsTheSameWhileOthersAreShown) {
   openMap();
   openOther();
   openForeign();
@@ -219,7 +219,7 @@ TEST_F(OtherDocuments, AMapIsTheSameWhateverIsShownMeanwhile) {
   expectEqual(untouchedForeign, contents(foreign), "the foreign drawing");
 }
 
-TEST_F(OtherDocuments, AForeignDrawingIsLeftAloneWhileAMapIsShown) {
+TEST_F(OtherDocuments, AnotherDrawingIsNotChangedWhileAMapIsShown) {
   openForeign();
   const Page there = foreign.Pages().Item(1);
   const Shape task = dropTask(there), link = drop(there, "Task Link", 4, 3);
@@ -236,7 +236,7 @@ TEST_F(OtherDocuments, AForeignDrawingIsLeftAloneWhileAMapIsShown) {
   const Shape copy = task.Duplicate();
   ASSERT_TRUE(copy);
   EXPECT_EQ(copy.CellExists("User.AlreadyAdded", 1), false);
-  EXPECT_TRUE(box.Duplicate()) << "a foreign drawing may show what it likes twice";
+  EXPECT_TRUE(box.Duplicate()) << "another drawing may have a decoration twice";
   EXPECT_TRUE(box.Duplicate());
   ASSERT_TRUE(box.Cells("PinX").SetResult(visio::unitsInches, 100.0));
   EXPECT_EQ(number(box, "PinX"), 100);
@@ -248,7 +248,7 @@ TEST_F(OtherDocuments, AForeignDrawingIsLeftAloneWhileAMapIsShown) {
   expectEqual(before, contents(map), "the map");
 }
 
-TEST_F(OtherDocuments, ALinkThatWentToAForeignDrawingKeepsItsText) {
+TEST_F(OtherDocuments, ALinkCopiedToAnotherDrawingKeepsItsText) {
   openMap();
   const Shape link = drop(page, "Task Link");
   link.Cells("User.TaskLink_Visible").SetResult(0, 1.0);
@@ -271,9 +271,9 @@ TEST_F(OtherDocuments, ALinkThatWentToAForeignDrawingKeepsItsText) {
   }
 }
 
-TEST_F(OtherDocuments, ANewMapThatIsNotShownIsPreparedAllTheSame) {
+TEST_F(OtherDocuments, ANewMapThatIsNotShownIsPreparedToo) {
   openForeign();
-  // What listens before the add-in shows another drawing while the map is made.
+  // A listener before the add-in shows another drawing while the map is made.
   addin::dsrVisioConnect& connect = session.addin();
   connect.AddinInstance_OnDisconnection();
   connect.AddinInstance_OnConnection(app);
@@ -288,7 +288,7 @@ TEST_F(OtherDocuments, ANewMapThatIsNotShownIsPreparedAllTheSame) {
   EXPECT_EQ(countMarked(map.Pages().Item(1), "Logo"), 1);
 }
 
-TEST_F(OtherDocuments, OnlyTheSelectionOfTheSameDrawingIsTouched) {
+TEST_F(OtherDocuments, OnlyTheSelectionOfTheSameDrawingIsChanged) {
   openMap();
   const Shape task = dropTask(page);
   openForeign();
@@ -309,7 +309,7 @@ TEST_F(OtherDocuments, OnlyTheSelectionOfTheSameDrawingIsTouched) {
   EXPECT_EQ(text(task2, "Prop.Task_Description"), placeholder);
   listener.onSelectionChanged = {};
 
-  // A batch of pasted shapes ends with the selection of a map, not with that of a foreign drawing.
+  // A batch of pasted shapes ends with the selection of a map, not with that of another drawing.
   addin::dsrVisioConnect& connect = session.addin();
   show(map);
   app.ActiveWindow().SetPage(page);
@@ -324,7 +324,7 @@ TEST_F(OtherDocuments, OnlyTheSelectionOfTheSameDrawingIsTouched) {
   EXPECT_FALSE(connect.flagTimeUnitAbbr);
 }
 
-TEST_F(OtherDocuments, AnAnswerAboutOneMapIsNoAnswerAboutAnother) {
+TEST_F(OtherDocuments, AnAnswerForOneMapIsNotUsedForAnother) {
   openMap();
   openOther();
   const Shape task = dropTask(page), there = dropTask(other.Pages().Item(1), 6);
@@ -352,12 +352,13 @@ TEST_F(OtherDocuments, AnAnswerAboutOneMapIsNoAnswerAboutAnother) {
     show(foreign = newDocument(""));
     addin::CheckTimeUnitDisplay(session.addin(), selection, false, false);
   }
-  EXPECT_EQ(asked, (std::vector<Page>{page, other.Pages().Item(1)})) << "each is asked about where it is seen";
+  EXPECT_EQ(asked, (std::vector<Page>{page, other.Pages().Item(1)}))
+      << "each question is asked on the page of its shape";
   EXPECT_EQ(text(map.DocumentSheet(), "User.Time_Unit_Disply"), "s;mi;h;d;w;");
   EXPECT_EQ(text(other.DocumentSheet(), "User.Time_Unit_Disply"), "S;MN;H;D;W;");
 }
 
-TEST_F(OtherDocuments, ThePointerLeavesShapesWithoutIndicatorsAlone) {
+TEST_F(OtherDocuments, ThePointerDoesNotChangeShapesWithoutIndicators) {
   openMap();
   const Shape task = dropTask(page), ours = page.DrawRectangle(1, 1, 2, 2);
   openForeign();
@@ -410,7 +411,8 @@ class HeldByADialog : public OtherDocuments {
     openForeign();
   }
   /// Shows the first page with `selected`, runs the command, answers its dialog with `act`, and meanwhile shows another
-  /// page of the map and then each other drawing. Gives what the map is afterwards, back where it was.
+  /// page of the map and then each other drawing. Returns the map's contents afterwards, with the first page shown
+  /// again.
   std::string run(const Document& shown, const std::vector<Shape>& selected,
                   const std::function<void(addin::dsrVisioConnect&)>& command, const std::function<void(Form&)>& act) {
     show(map);
@@ -517,7 +519,7 @@ TEST_F(HeldByADialog, EachCommandWorksOnWhatWasShownWhenItsDialogOpened) {
 
 class PageKinds : public OtherDocuments {};
 
-TEST_F(PageKinds, ABackgroundPageKeepsNothingOfOursWhenNothingElseIsOnIt) {
+TEST_F(PageKinds, ABackgroundPageKeepsNothingOfTheAddinWhenNothingElseIsOnIt) {
   openMap();
   const Page background = map.Pages().Add();
   ASSERT_TRUE(background.SetBackground(true));
@@ -530,12 +532,12 @@ TEST_F(PageKinds, ABackgroundPageKeepsNothingOfOursWhenNothingElseIsOnIt) {
   ASSERT_TRUE(app.Redo());
   EXPECT_EQ(background.Shapes().Count(), 0);
 
-  // A page that comes to the front is one of the map's again.
+  // A page that becomes a foreground page is part of the map again.
   ASSERT_TRUE(background.SetBackground(false));
   EXPECT_EQ(background.Shapes().Count(), 3);
   EXPECT_EQ(text(dropTask(background), "Prop.Task_ID"), "Z01");
 
-  // Anything of the user's keeps all that is there.
+  // With any shape or cell of the user's, nothing is deleted.
   ASSERT_TRUE(background.SetBackground(true));
   EXPECT_EQ(background.Shapes().Count(), 4);
   EXPECT_EQ(number(background.PageSheet(), "User.Next_Task_Id"), 2);
@@ -554,7 +556,7 @@ TEST_F(PageKinds, ABackgroundPageKeepsNothingOfOursWhenNothingElseIsOnIt) {
     EXPECT_EQ(touched.PageSheet().CellExists("User.Task_Visible", 1), true);
   }
 
-  // In a drawing that is not ours nothing is taken for a decoration.
+  // In a drawing that is no map, no shape counts as a decoration.
   openForeign();
   const Page there = foreign.Pages().Add();
   there.DrawRectangle(1, 1, 2, 2).SetData1(std::string("Logo"));
@@ -565,7 +567,7 @@ TEST_F(PageKinds, ABackgroundPageKeepsNothingOfOursWhenNothingElseIsOnIt) {
   EXPECT_EQ(there.Shapes().Count(), 1);
 }
 
-TEST_F(PageKinds, DecorationsWhoseAddEventComesLateStay) {
+TEST_F(PageKinds, DecorationsWithALateAddEventStay) {
   openMap();
   const Shape box = page.DrawRectangle(1, 1, 2, 2);
   Page added;

@@ -1,5 +1,5 @@
-// Random work on one drawing, as a user and a careless script would do it: much of it is refused, and all of it may
-// meet all of the rest.
+// Random edits of one drawing, as by a user and a careless script: much of it is refused, and every kind of edit may
+// follow any other.
 #pragma once
 
 #include <random>
@@ -18,7 +18,7 @@ class RandomEdits {
   void step() {
     const Page page = pick(document_.Pages().all());
     const Shape shape = pickShape(page);
-    // Pages stay of a size at which shapes still meet each other.
+    // Pages stay small enough that shapes still overlap.
     const bool isFull = page.Shapes().Count().or_(0) > 25;
     switch (below(33)) {
       case 0:
@@ -137,7 +137,7 @@ class RandomEdits {
     return shape;
   }
 
-  /// Some shapes of one page, most often of one level; now and then all that is done to them is one step.
+  /// Some shapes of one page, most often of one level; sometimes all that is done to them is one step.
   void group(const Page& page) {
     const int scope = below(4) ? 0 : app_.BeginUndoScope("regroup").or_(0);
     app_.ActiveWindow().SetPage(page);

@@ -1,5 +1,5 @@
-// Ten thousand random steps on one drawing: they can all be taken back and done again, and every state of it comes back
-// from a file. QUORVEL_SEED=n tells another story; a failure names the seed of its own.
+// Ten thousand random steps on one drawing: they can all be undone and redone, and every state of it is read back
+// from a file. QUORVEL_SEED=n runs another story; a failure prints its seed.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -45,7 +45,7 @@ class RandomStory : public testing::Test {
   const std::string file = testing::TempDir() + "quorvel-random-story-" + std::to_string(getpid()) + ".vsdx";
   const std::string again = testing::TempDir() + "quorvel-random-again-" + std::to_string(getpid()) + ".vsdx";
 
-  /// The drawing comes from a file, so that it has what files bring.
+  /// The drawing is read from a file, so that it has data that only files have.
   void SetUp() override {
     const Document fresh = app.Documents().Add("");
     ASSERT_TRUE(fresh.SaveAs(file));
@@ -58,7 +58,7 @@ class RandomStory : public testing::Test {
     std::filesystem::remove(again);
   }
 
-  /// A group whose member's cells follow it and the page, as masters with logic have them.
+  /// A group whose member's cells follow it and the page, as in masters with formulas.
   Master box() {
     host::Store& store = session.engine().edit().making();
     const host::MasterId master = store.addMaster(host::DocumentId{parts.ref().id}, "Box");
@@ -94,7 +94,7 @@ class RandomStory : public testing::Test {
   host::DocumentId id() const { return host::DocumentId{drawing.ref().id}; }
   std::string dump() { return StoreDump::of(session.engine().store(), id()); }
 
-  /// What does not come back from a file, or comes back otherwise; empty when all is there.
+  /// What a file loses or changes; empty when all is the same.
   std::string lostInAFile() {
     const host::DocumentFormat& format = *formats::formatFor(file);
     if (const std::string wrong = format.save(session.engine().store(), id(), file); !wrong.empty()) return wrong;
@@ -112,7 +112,7 @@ class RandomStory : public testing::Test {
   }
 };
 
-TEST_F(RandomStory, IsTakenBackToItsStartDoneAgainToItsEndAndSurvivesFiles) {
+TEST_F(RandomStory, IsUndoneToItsStartRedoneToItsEndAndKeptByFiles) {
   const unsigned seed = seedOfStory();
   SCOPED_TRACE("QUORVEL_SEED=" + std::to_string(seed));
   std::vector<Master> masters{box(), box()};

@@ -1,4 +1,4 @@
-// Unsaved work survives the process: the copies that are written aside, and what finds them later.
+// Copies of unsaved work: how they are written, and found after the process has ended.
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -33,7 +33,7 @@ class Recovery : public MapTest {
     fs::remove_all(folder);
     fs::remove_all(mapFile);
   }
-  /// All copies in the folder, whoever holds them, in the order of their names.
+  /// All copies in the folder, of all processes, in the order of their names.
   std::vector<fs::path> copies() const {
     std::set<fs::path> found;
     if (!fs::exists(folder)) return {};
@@ -47,7 +47,7 @@ class Recovery : public MapTest {
   const std::string mapFile = testing::TempDir() + "guarded-" + std::to_string(::getpid()) + ".vsdx";
 };
 
-TEST_F(Recovery, ACopyFollowsUnsavedWorkAndGoesWithTheSave) {
+TEST_F(Recovery, ACopyIsUpdatedWithUnsavedWorkAndRemovedByTheSave) {
   RecoveryCopies guard(session.engine(), folder, std::chrono::seconds(0));
   const Page page = newMap();
   ASSERT_TRUE(map.SaveAs(mapFile)) << lastRefusal();
@@ -78,13 +78,13 @@ TEST_F(Recovery, ACopyFollowsUnsavedWorkAndGoesWithTheSave) {
   EXPECT_TRUE(copiesLeftBehind(folder).empty()) << "its owner runs still";
 
   ASSERT_TRUE(map.Save()) << lastRefusal();
-  EXPECT_TRUE(copies().empty()) << "at once: a copy that outlives the save would be older than the file";
+  EXPECT_TRUE(copies().empty()) << "at once: a copy that remains after the save would be older than the file";
   ASSERT_TRUE(app.Undo()) << lastRefusal();
   EXPECT_TRUE(map.Saved() == false);
   guard.update();
   EXPECT_EQ(copies().size(), 1u);
   ASSERT_TRUE(map.Close());
-  EXPECT_TRUE(fs::is_empty(folder)) << "who closes it without saving does not want it";
+  EXPECT_TRUE(fs::is_empty(folder)) << "closed without saving, it is not needed";
 }
 
 TEST_F(Recovery, WhatIsUnsavedAtTheEndIsFoundWithItsOrigin) {
@@ -114,16 +114,16 @@ TEST_F(Recovery, WhatIsUnsavedAtTheEndIsFoundWithItsOrigin) {
   EXPECT_EQ(found[0].name, fs::path(mapFile).filename());
   fs::remove(found[0].copy + ".recovery");
   found = copiesLeftBehind(folder);
-  ASSERT_EQ(found.size(), 1u) << "also without what was written beside it";
+  ASSERT_EQ(found.size(), 1u) << "also without its companion";
   EXPECT_EQ(found[0].original, "");
   EXPECT_EQ(found[0].name, fs::path(mapFile).filename());
   EXPECT_EQ(discardCopy(found[0].copy), "");
-  EXPECT_EQ(discardCopy(found[0].copy), "") << "it is gone already";
+  EXPECT_EQ(discardCopy(found[0].copy), "") << "it is removed already";
   EXPECT_TRUE(fs::is_empty(folder));
 }
 
 /// Two that have the same document, number and folder, one after the other and at the same time.
-TEST_F(Recovery, NobodyTakesTheCopiesOfAnother) {
+TEST_F(Recovery, NoProcessTakesTheCopiesOfAnother) {
   const Page page = newMap();
   dropTask(page);
   Session other(options());
@@ -148,7 +148,7 @@ TEST_F(Recovery, NobodyTakesTheCopiesOfAnother) {
   EXPECT_EQ(leftBehind(), 2u) << "the old one, and what the other application did not save";
 }
 
-/// Runs in a child of this process and ends it without a word, as a crash does.
+/// Runs in a child of this process and ends it at once, as a crash does.
 pid_t inChild(const std::function<void()>& act) {
   const pid_t child = ::fork();
   if (child == 0) {
@@ -158,7 +158,7 @@ pid_t inChild(const std::function<void()>& act) {
   return child;
 }
 
-TEST_F(Recovery, AForkLeavesItsParentsCopiesAlone) {
+TEST_F(Recovery, AForkDoesNotChangeItsParentsCopies) {
   const Page page = newMap();
   const Shape task = dropTask(page);
   auto guard = std::make_unique<RecoveryCopies>(session.engine(), folder, std::chrono::seconds(0));
@@ -167,10 +167,10 @@ TEST_F(Recovery, AForkLeavesItsParentsCopiesAlone) {
   const std::string ours = copies().front().string();
   ::waitpid(inChild([&] { guard.reset(); }), nullptr, 0);
   ::waitpid(inChild([&] { map.Close(); }), nullptr, 0);
-  EXPECT_EQ(copies().size(), 1u) << "a child that ends in order";
+  EXPECT_EQ(copies().size(), 1u) << "a child that ends normally";
   EXPECT_EQ(leftBehind(), 0u) << "the parent still holds it";
 
-  // A child that works on keeps copies of its own; they are its own as long as it runs.
+  // A child that continues writes copies of its own; they belong to it as long as it runs.
   int ready[2], done[2];
   ASSERT_EQ(::pipe(ready) + ::pipe(done), 0);
   char byte = 0;
@@ -184,7 +184,7 @@ TEST_F(Recovery, AForkLeavesItsParentsCopiesAlone) {
   EXPECT_EQ(copies().size(), 2u);
   EXPECT_EQ(leftBehind(), 0u);
   guard.reset();
-  ASSERT_EQ(leftBehind(), 1u) << "the parent is gone, whatever its child holds";
+  ASSERT_EQ(leftBehind(), 1u) << "the parent has ended, though its child runs";
   EXPECT_EQ(copiesLeftBehind(folder)[0].copy, ours);
   ASSERT_EQ(::write(done[1], "x", 1), 1);
   ::waitpid(child, nullptr, 0);
@@ -208,7 +208,7 @@ TEST_F(Recovery, LongNamesOfAnyLettersHaveCopies) {
   EXPECT_EQ(copy.find_first_not_of("ä"), copy.find(" recovery-")) << "cut between two letters: " << copy;
 }
 
-/// Other files are not removed and not taken for copies, whatever is beside them.
+/// Other files are not removed and not listed as copies, even with a companion.
 TEST_F(Recovery, OnlyCopiesAreDiscarded) {
   {
     RecoveryCopies guard(session.engine(), folder, std::chrono::seconds(0));
@@ -239,8 +239,8 @@ TEST_F(Recovery, OnlyCopiesAreDiscarded) {
   EXPECT_FALSE(fs::exists(copy));
 }
 
-TEST_F(Recovery, AFolderThatCannotBeWrittenStopsNoWork) {
-  std::ofstream(folder) << "a file stands where the folder should";
+TEST_F(Recovery, AFolderThatCannotBeWrittenDoesNotStopTheWork) {
+  std::ofstream(folder) << "a file has the folder's name";
   RecoveryCopies guard(session.engine(), folder, std::chrono::seconds(0));
   const Page page = newMap();
   EXPECT_TRUE(dropTask(page));

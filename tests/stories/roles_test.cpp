@@ -1,4 +1,4 @@
-// The organisation's roles: renamed, deleted and imported, with all Tasks following.
+// The organisation's roles: renamed, deleted and imported, with the changes in all Tasks.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -54,7 +54,7 @@ class Roles : public MapTest {
     inRoles = std::move(act);
     addin::cbrBtnCustomizeRoleName_Click(session.addin());
   }
-  /// What is typed into the small dialog, and whether it then let itself be closed by OK.
+  /// What is typed into the small dialog, and whether OK then closed it.
   void enterName(const std::string& name, bool* accepted = nullptr) {
     inName = [=](Form& form) {
       form.find("txtNewRoleName")->type(name);
@@ -76,7 +76,7 @@ class Roles : public MapTest {
   std::string documentRoles() { return text(map.DocumentSheet(), "User.RoleNames"); }
 };
 
-TEST_F(Roles, ARenamedRoleIsFollowedByEveryTaskThatUsesIt) {
+TEST_F(Roles, ARenamedRoleIsRenamedInEveryTaskThatUsesIt) {
   use(first, "Responsible_Role", "Clerk");
   use(first, "SupportingRole_2", "Clerk");
   use(second, "Responsible_Role", "clerk");
@@ -89,8 +89,8 @@ TEST_F(Roles, ARenamedRoleIsFollowedByEveryTaskThatUsesIt) {
     EXPECT_FALSE(form.find("btnDelete")->enabled());
     select(form, "Clerk");
     ASSERT_TRUE(form.find("btnEdit")->click());
-    EXPECT_EQ(placeOf(form, "Clerk"), list(form).rows().size()) << "the old name is gone";
-    EXPECT_EQ(placeOf(form, "Bookkeeper"), 2u) << "and the new one stands at its sorted place";
+    EXPECT_EQ(placeOf(form, "Clerk"), list(form).rows().size()) << "the old name is deleted";
+    EXPECT_EQ(placeOf(form, "Bookkeeper"), 2u) << "and the new one is at its sorted place";
     EXPECT_FALSE(form.find("btnEdit")->enabled()) << "nothing is selected any more";
     EXPECT_EQ(roleOf(first, "Responsible_Role"), "Bookkeeper") << "Tasks follow at once";
     EXPECT_EQ(documentRoles(), defaultRoles) << "the list does when the dialog closes";
@@ -99,7 +99,7 @@ TEST_F(Roles, ARenamedRoleIsFollowedByEveryTaskThatUsesIt) {
   EXPECT_EQ(roleOf(first, "SupportingRole_2"), "Bookkeeper");
   EXPECT_EQ(roleOf(third, "SupportingRole_4"), "Bookkeeper");
   EXPECT_EQ(roleOf(second, "Responsible_Role"), "clerk") << "letter case counts";
-  EXPECT_EQ(roleOf(behind, "Responsible_Role"), "Clerk") << "background pages are not reached";
+  EXPECT_EQ(roleOf(behind, "Responsible_Role"), "Clerk") << "background pages are not changed";
   const std::string roles = documentRoles();
   EXPECT_EQ(roles.find("Clerk"), std::string::npos);
   EXPECT_NE(roles.find(";Administrator;Bookkeeper;Chief Executive Officer;"), std::string::npos) << roles;
@@ -155,7 +155,7 @@ TEST_F(Roles, ARenamedRoleKeepsItsHyperlinks) {
   addin::redrawAllTaskFields(session.addin(), second);
   EXPECT_EQ(address(second, "SupportingRole_4"), "SupportingRole_4.doc");
 
-  // Another role is somebody else, and a deleted one is nobody.
+  // Another role is a change, and a deleted one is none.
   use(first, "SupportingRole_1", "Director");
   EXPECT_EQ(address(first, "SupportingRole_1"), "(none)");
   answers = {MessageAnswer::Yes, MessageAnswer::Yes};
@@ -166,7 +166,7 @@ TEST_F(Roles, ARenamedRoleKeepsItsHyperlinks) {
   EXPECT_EQ(text(second, "User.SupportingRole_4_Hyper"), "");
 }
 
-TEST_F(Roles, ANameThatCannotStandInTheListIsTurnedAway) {
+TEST_F(Roles, ANameThatTheListCannotHoldIsRefused) {
   const struct {
     const char* edited;  ///< null for a new role
     const char *typed, *message;
@@ -194,7 +194,7 @@ TEST_F(Roles, ANameThatCannotStandInTheListIsTurnedAway) {
   }
 }
 
-TEST_F(Roles, AQuotationMarkReachesTheDocumentButNotTheListsOfTheTasks) {
+TEST_F(Roles, AQuotationMarkIsStoredInTheDocumentButNotInTheListsOfTheTasks) {
   enterName("the \"boss\"");
   customize([](Form& form) { form.find("btnNew")->click(); });
   EXPECT_NE(documentRoles().find(";the \"boss\";"), std::string::npos) << documentRoles();
@@ -241,7 +241,7 @@ TEST_F(Roles, DeletingAsksOnceForEachRoleInUse) {
             "Officer;Chief Operating Officer;Clerk;General Manager;Managing Director;Sales Representative;Vice "
             "President");
 
-  // The list may become empty, and then says so everywhere.
+  // The list may become empty, in the document and in all Tasks.
   answers.assign(3, MessageAnswer::Yes);
   customize([&](Form& form) {
     for (std::size_t i = 0; i < list(form).rows().size(); ++i) list(form).selectRow(i);
@@ -311,7 +311,7 @@ TEST_F(RoleImport, TakesTheMissingRolesOfAnotherDrawing) {
             "drawing file (*.vsd;*.vsdx;*.vdx)|*.vsd;*.vsdx;*.vdx|template file (*.vst;*.vstx;*.vtx)|"
             "*.vst;*.vstx;*.vtx");
 
-  // A drawing that is open is read where it stands, with what was not saved, and stays.
+  // A drawing that is open is read from memory, with unsaved changes, and stays open.
   const Window ours = app.ActiveWindow();
   const std::string file = fileWithRoles("open.vsdx", ";Zookeeper");
   const Document other = app.Documents().Open(file);
@@ -345,7 +345,7 @@ TEST_F(RoleImport, ClosesItsFileAndIsOneStepWithTheRestOfTheDialog) {
   EXPECT_EQ(roleOf(first, "Responsible_Role"), "Clerk");
 }
 
-TEST_F(RoleImport, EndsWithoutHarmWhereThereIsNothingToRead) {
+TEST_F(RoleImport, EndsWithoutChangesWhereThereIsNothingToRead) {
   const int open = *app.Documents().Count();
   const std::vector<std::string> nothing, invalid{"Invalid Path"};
   EXPECT_EQ(import({}), nothing);
@@ -358,7 +358,7 @@ TEST_F(RoleImport, EndsWithoutHarmWhereThereIsNothingToRead) {
     const std::size_t refusals = session.host().refusalCount();
     EXPECT_EQ(import((folder / name).string()), nothing) << name;
     EXPECT_TRUE(messages.empty()) << name;
-    EXPECT_GT(session.host().refusalCount(), refusals) << "the reason stands in the host's log: " << name;
+    EXPECT_GT(session.host().refusalCount(), refusals) << "the reason is in the host's log: " << name;
   }
   EXPECT_EQ(import(fileWithRoles("empty.vsdx", "")), nothing);
   const Document plain = app.Documents().Add("");

@@ -1,4 +1,4 @@
-// Task Links on a map: they go around Tasks that stand between, follow what is moved, and come back from a file as
+// Task Links on a map: they go around Tasks that are between, are redrawn after moves, and are read from a file as
 // drawn.
 #include <cmath>
 
@@ -25,7 +25,7 @@ class RoutedLinks : public MapTest {
   }
 };
 
-TEST_F(RoutedLinks, GoAroundTasksAndComeBackAsDrawn) {
+TEST_F(RoutedLinks, GoAroundTasksAndAreReadAsDrawn) {
   const Page page = newMap("AB Order entry");
   const Shape from = dropTask(page, 2), to = dropTask(page, 9), link = drop(page, "Task Link", 5, 2);
   ASSERT_TRUE(link.Cells("BeginX").GlueTo(from.Cells("PinX"))) << lastRefusal();
@@ -57,10 +57,10 @@ TEST_F(RoutedLinks, GoAroundTasksAndComeBackAsDrawn) {
       theTask = shape;  // the last: the one between
   }
   ASSERT_TRUE(theLink);
-  EXPECT_TRUE(isSame(lineOf(theLink), around)) << "opening draws nothing anew";
+  EXPECT_TRUE(isSame(lineOf(theLink), around)) << "opening redraws nothing";
   EXPECT_EQ(again.Connects().Count(), 2);
   ASSERT_TRUE(theTask.Cells("PinY").SetResult(visio::unitsInches, 1.5));
-  EXPECT_TRUE(isSame(lineOf(theLink), straight)) << "the way is free again";
+  EXPECT_TRUE(isSame(lineOf(theLink), straight)) << "the direct line is free again";
 }
 
 }  // namespace

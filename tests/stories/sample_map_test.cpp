@@ -1,4 +1,4 @@
-// The sample map from its making to its file and back: every cell that was written is found again.
+// The sample map, saved and read: every cell that was written is read again.
 #include "cli/sample_map.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ SessionOptions optionsForTests() {
   return options;
 }
 
-/// A cell as text. A number is shown to nine digits: that much a file must keep.
+/// A cell as text. A number is shown to nine digits, the precision that a file must keep.
 std::string shown(const host::Cell& cell) {
   const host::Value& value = cell.value;
   std::string text = host::formulaText(cell) + " = ";
@@ -65,7 +65,7 @@ std::map<std::string, std::string> localCells(const host::Store& store, const ho
   return cells;
 }
 
-TEST(SampleMap, GivesBackEveryCellThatWasWritten) {
+TEST(SampleMap, HasEveryCellThatWasWritten) {
   const std::string file = (std::filesystem::temp_directory_path() / "quorvel sample map.vsdx").string();
   std::map<std::string, std::string> written;
   {
@@ -95,7 +95,7 @@ TEST(SampleMap, GivesBackEveryCellThatWasWritten) {
   std::filesystem::remove(file);
 }
 
-TEST(SampleMap, ShowsOnTheDrawingWhatItsCellsSay) {
+TEST(SampleMap, ShowsTheValuesOfItsCells) {
   Session session(optionsForTests());
   std::string error;
   const Document map = cli::makeSampleMap(session, error);
@@ -106,7 +106,7 @@ TEST(SampleMap, ShowsOnTheDrawingWhatItsCellsSay) {
   EXPECT_EQ(task.Shapes().Item(3).Text(), "CR01");
   EXPECT_EQ(task.Shapes().Item(4).Text(), "Check the customer's credit");
   EXPECT_EQ(shapes.Item("Connector.SH01").Text(), "SH01");
-  // The two links out of the credit check: one goes straight on, one branches off, and each text lies on its line.
+  // The two links out of the credit check: one is straight, one branches off, and each text is on its line.
   int links = 0;
   for (const Shape& shape : shapes.all()) {
     const std::string text = shape.Text().or_({});

@@ -1,4 +1,4 @@
-// What a Task shows around itself: drawn from its cells, drawn anew at each change, and gone without leftovers.
+// What a Task shows around itself: drawn from its cells, redrawn at each change, and deleted completely.
 #include "display/task_details.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace {
 
 class TaskDetails : public DetailsTest {};
 
-TEST_F(TaskDetails, HangBelowTheTaskInOrder) {
+TEST_F(TaskDetails, AreBelowTheTaskInOrder) {
   write("Prop.SupportingRole_2", "Manager");
   write("Prop.Resources", "Order form");
   write("Prop.Guidelines", "Ask first; Write down ;Sign");
@@ -33,7 +33,7 @@ TEST_F(TaskDetails, HangBelowTheTaskInOrder) {
   EXPECT_EQ(line("controls1").Cells("BeginY").Formula(), "guard(-0.48)");
   EXPECT_NEAR(number(tagged("Vertical"), "EndY"), -1.18, 1e-9);
 
-  // What goes leaves neither line nor icon, and the column closes up.
+  // A deleted detail leaves neither line nor icon, and the column has no gap.
   write("Prop.Guidelines", "Sign");
   EXPECT_EQ(column(),
             (std::vector<std::string>{"controls1: Sign", "Resources1: Order form", "SupportingRole_2: Manager"}));
@@ -47,7 +47,7 @@ TEST_F(TaskDetails, HangBelowTheTaskInOrder) {
   EXPECT_EQ(task.Shapes().Count(), 6) << "four of the master, the cover and the vertical";
 }
 
-TEST_F(TaskDetails, RoleFrequencyAndTimeStandAtTheTaskItself) {
+TEST_F(TaskDetails, RoleFrequencyAndTimeAreAtTheTaskItself) {
   write("Prop.Responsible_Role", "Sales Representative");
   Shape role = tagged("Responsible_Role");
   EXPECT_EQ(textOf(role), "Sales Representative");
@@ -57,7 +57,7 @@ TEST_F(TaskDetails, RoleFrequencyAndTimeStandAtTheTaskItself) {
   EXPECT_NEAR(number(role, "Char.Size[1]"), 7.0 / 72, 1e-9) << "21 characters";
   EXPECT_EQ(role.RowType(visio::sectionFirstComponent, 2), visio::tagEllipticalArcTo);
 
-  // The role stays on the upper edge and bears the Task's look.
+  // The role stays on the upper edge and has the Task's format.
   task.Cells("Width").SetFormula("2 in");
   write("Prop.Task_Description", std::string(200, 'm') + std::string(100, ' ') + std::string(200, 'm'));
   const double height = number(task, "Height");
@@ -80,14 +80,14 @@ TEST_F(TaskDetails, RoleFrequencyAndTimeStandAtTheTaskItself) {
   EXPECT_EQ(textOf(tagged("Frequency_Of_Occurrence")), "WK");
   write("Prop.Responsible_Role", "");
   write("Prop.Frequency_Of_Occurrence", "");
-  EXPECT_EQ(task.Shapes().Count(), 6) << "resizing brought the vertical";
+  EXPECT_EQ(task.Shapes().Count(), 6) << "resizing added the vertical line";
 }
 
 TEST_F(TaskDetails, AListIsSpreadOverFiveRows) {
   write("Prop.Resources", "a");
   write("Prop.Resources", "b;; c ;d;e;f;g");
   EXPECT_EQ(text(task, "Prop.Resources5"), "f");
-  EXPECT_EQ(text(task, "Prop.Resources"), "b;; c ;d;e;f;g") << "what the user entered stays whole";
+  EXPECT_EQ(text(task, "Prop.Resources"), "b;; c ;d;e;f;g") << "what the user entered is kept completely";
   EXPECT_EQ(text(task, "Prop.Resources1.Prompt"), "b");
   EXPECT_EQ(text(task, "Prop.Resources1.Invisible"), "TRUE");
   EXPECT_EQ(column().size(), 5u);
@@ -96,7 +96,7 @@ TEST_F(TaskDetails, AListIsSpreadOverFiveRows) {
   EXPECT_EQ(textOf(line("controls2")), "5") << "a text that reads as a number shows as it is";
 }
 
-TEST_F(TaskDetails, HyperlinksGoWithTheText) {
+TEST_F(TaskDetails, HyperlinksMoveWithTheText) {
   write("Prop.Guidelines", "One;Two;Three");
   write("Prop.Resources", "Two");
   addLink(line("controls2"), "two.doc", "second");
@@ -120,7 +120,7 @@ TEST_F(TaskDetails, HyperlinksGoWithTheText) {
   EXPECT_FALSE(line("Piccontrols3")) << "one icon for a line";
   EXPECT_TRUE(line("Piccontrols2"));
 
-  // They outlast a time in which the line is not drawn, and a change of size.
+  // They are kept while the line is not drawn, and after a change of size.
   task.Cells("User.controls").SetResult(0, 0.0);
   addin::redrawAllTaskFields(session.addin(), task);
   EXPECT_EQ(column(), (std::vector<std::string>{"Resources1: Two"}));
@@ -129,7 +129,7 @@ TEST_F(TaskDetails, HyperlinksGoWithTheText) {
   addin::redrawAllTaskFields(session.addin(), task);
   EXPECT_EQ(links(line("controls3")), "second=two.doc other=2.doc");
 
-  // A link that the user takes away does not come back.
+  // A link that the user deletes stays deleted.
   ASSERT_TRUE(line("controls1").Hyperlinks().Item(0).Delete());
   write("Prop.Resources", "");
   EXPECT_EQ(links(line("controls1")), "");
@@ -143,7 +143,7 @@ TEST_F(TaskDetails, HyperlinksGoWithTheText) {
   EXPECT_EQ(links(line("controls1")), "b=later.doc");
 }
 
-TEST_F(TaskDetails, ARolesHyperlinksGoWhenTheRoleChanges) {
+TEST_F(TaskDetails, ARolesHyperlinksAreDeletedWhenTheRoleChanges) {
   write("Prop.SupportingRole_1", "Clerk");
   write("Prop.SupportingRole_2", "Manager");
   write("Prop.Responsible_Role", "Director");
@@ -168,7 +168,7 @@ TEST_F(TaskDetails, LongTextsPushTheNextRowsDown) {
   write("Prop.Guidelines", list);
   write("Prop.SupportingRole_4", "Clerk");
   ASSERT_EQ(column().size(), 6u);
-  // Neighbours keep apart by what their texts take; the margins of their blocks may lie over each other.
+  // The texts of neighbours do not overlap; the margins of their blocks may.
   const char* rows[] = {"controls1", "controls2", "controls3", "controls4", "controls5", "SupportingRole_4"};
   constexpr double margins = 8.0 / 72;
   for (int i = 0; i + 1 < 6; ++i) {
@@ -178,12 +178,12 @@ TEST_F(TaskDetails, LongTextsPushTheNextRowsDown) {
   }
   EXPECT_GT(number(line("controls4"), "TxtHeight"), 1) << "it does wrap";
 
-  // The first one goes down by half of what it has beyond a line, so that it does not rise over the Task.
+  // The first one moves down by half of its height beyond one line, so that it does not overlap the Task.
   const double firstHeight = number(line("controls1"), "TxtHeight");
   EXPECT_GT(firstHeight, 0.3);
   EXPECT_NEAR(number(line("controls1"), "PinY"), -0.48 - (firstHeight - 0.25) / 2, 1e-6);
 
-  // The measuring leaves nothing behind. An empty row is passed over; the last one stands for itself.
+  // The measuring leaves no shapes. An empty row is skipped; the last one has its own height.
   const Maybe<int> members = task.Shapes().Count();
   const double last = number(line("SupportingRole_4"), "TxtHeight"), fifth = number(line("controls5"), "TxtHeight");
   EXPECT_NEAR(addin::calcTxtdown(task, 14), last / 2, 1e-6);
@@ -236,7 +236,7 @@ TEST_F(TaskDetails, ATaskGrowsWithItsDescription) {
   }
   EXPECT_NEAR(number(lower, "Height"), 0.18, 1e-9);
 
-  // Nobody sets the height by hand. A copy whose height is the sum of its own boxes grows as well.
+  // The user cannot set the height. A copy whose height is the sum of its own boxes grows as well.
   EXPECT_EQ(number(task, "LockHeight"), 1);
   EXPECT_FALSE(task.Cells("Height").SetFormula("2 in"));
   const Shape copy = task.Duplicate();
@@ -252,7 +252,7 @@ TEST_F(TaskDetails, ATaskGrowsWithItsDescription) {
 }
 
 // The mark of a hyperlink is put beside the text of the sub-task box, or at its left edge where the text is long.
-TEST_F(TaskDetails, TheSubTaskBoxHasRoomForAHyperlinkMark) {
+TEST_F(TaskDetails, TheSubTaskBoxHasSpaceForAHyperlinkMark) {
   const Shape box = task.Shapes().Item(3);
   const double markWidth = 0.18, markHeight = 0.08;
   int longTexts = 0;
@@ -279,7 +279,7 @@ TEST_F(TaskDetails, TheSubTaskBoxHasRoomForAHyperlinkMark) {
   EXPECT_GT(longTexts, 2);
 }
 
-TEST_F(TaskDetails, OneUndoTakesBackAllThatFollowedFromOneEntry) {
+TEST_F(TaskDetails, OneUndoUndoesAllConsequencesOfOneEntry) {
   write("Prop.Guidelines", "One;Two");
   addLink(line("controls2"), "two.doc", "second");
   const auto dump = [&] { return StoreDump::of(session.engine().store(), host::DocumentId{map.ref().id}); };
@@ -299,7 +299,7 @@ TEST_F(TaskDetails, OneUndoTakesBackAllThatFollowedFromOneEntry) {
   }
 }
 
-TEST_F(TaskDetails, StayWholeThroughAnySequenceOfChanges) {
+TEST_F(TaskDetails, StayCompleteAfterAnySequenceOfChanges) {
   const unsigned seed = std::random_device()();
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
@@ -333,7 +333,7 @@ TEST_F(TaskDetails, StayWholeThroughAnySequenceOfChanges) {
   for (int round = 0; round < 150 && !HasFailure(); ++round) {
     acts[pick(acts.size())]();
     if (!task.ID()) {
-      ASSERT_TRUE(app.Redo()) << "the drop itself was taken back";
+      ASSERT_TRUE(app.Redo()) << "the drop itself was undone";
     }
     for (int place = 1; place <= 4; ++place) {
       EXPECT_EQ(task.Shapes().Item(place).ID(), firstFour[static_cast<std::size_t>(place) - 1]) << place;

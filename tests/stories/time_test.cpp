@@ -54,7 +54,7 @@ TEST_F(Times, ATypedCompletionTimeIsKeptInItsUnitAndConverted) {
   }
   ASSERT_TRUE(choose(task, "Prop.Time_Units", "Seconds"));
   EXPECT_EQ(label(task, "Task_Completion_Time"), "1s");
-  // What reads as no number in no unit is not captured.
+  // A text that is no number with a unit is not captured.
   ASSERT_TRUE(choose(task, "Prop.Time_Units", "Years"));
   type(task, "Prop.Task_Completion_Time", "7");
   EXPECT_EQ(task.Cells("User.TimeValue").Formula(), "1es");
@@ -80,7 +80,7 @@ TEST_F(Times, FrequencyAndTimeAreJoined) {
     ASSERT_TRUE(type(task, step.cell, step.typed)) << lastRefusal();
     EXPECT_EQ(band(), step.band) << step.cell << " " << step.typed;
   }
-  // A description that stands twice: the last one decides, without a joint.
+  // A description in the list twice: the last one is used, without a joint.
   map.DocumentSheet().Cells("User.FreqSuggestions").FormulaForce("\";Now;Then;Now\"");
   map.DocumentSheet().Cells("User.FreqSuggestions.Prompt").FormulaForce("\";N1;TH;N2\"");
   ASSERT_TRUE(choose(task, "Prop.Frequency_Of_Occurrence", "Now"));
@@ -103,7 +103,7 @@ TEST(TimesOnAnOlderHost, AChosenEntryIsLeftAsTheHostStoresIt) {
   }
 }
 
-/// Shapes that come from a drawing with other abbreviations still show those when they arrive.
+/// Shapes that come from a drawing with other abbreviations still show those after the paste.
 class ForeignUnits : public Times {
  protected:
   Shape task, link;
@@ -136,14 +136,14 @@ class ForeignUnits : public Times {
   }
 };
 
-TEST_F(ForeignUnits, AreTakenOverWhenTheUserAgrees) {
+TEST_F(ForeignUnits, AreUsedWhenTheUserAgrees) {
   setAbbreviations("s;M;h;dy;w");
   setTime(task, "Prop.Task_Completion_Time", "Days", "5");
   setTime(link, "Prop.Time_Between_Tasks", "Minutes", "3");
   const Shape second = dropTask(page, 6);
   setTime(second, "Prop.Task_Completion_Time", "Minutes", "7");
   setAbbreviations("s;m;h;d;w");
-  EXPECT_EQ(label(task, "Task_Completion_Time"), "5dy") << "nothing has been drawn anew yet";
+  EXPECT_EQ(label(task, "Task_Completion_Time"), "5dy") << "nothing has been redrawn yet";
 
   reply = MessageAnswer::No;
   check({task, link, second});
@@ -217,7 +217,7 @@ TEST_F(Times, ATypedLinkTimeIsKeptInItsUnitAndConverted) {
       {"Seconds", "45", "45es.", "45 es.", "Minutes", "0.75 em."},
       {"Days", "1.125", "1.125ed.", "1.125 ed.", "Hours", "27 eh."},
       {"Weeks", "0.5", "0.5ew.", "0.5 ew.", "Days", "3.5 ed."},
-      {"Minutes", "2 eh.", "2em.", "2 em.", "Seconds", "120 es."},  // the number stands, the unit is the shape's
+      {"Minutes", "2 eh.", "2em.", "2 em.", "Seconds", "120 es."},  // the number is kept, the unit is the shape's
   };
   for (const auto& c : cases) {
     ASSERT_TRUE(choose(link, "Prop.Time_Units", c.unit));
@@ -229,7 +229,7 @@ TEST_F(Times, ATypedLinkTimeIsKeptInItsUnitAndConverted) {
     EXPECT_EQ(link.Cells("User.TimeValue").Formula(), c.stored) << "a conversion is not captured back: " << c.unit;
   }
   EXPECT_EQ(link.Text(), "Task Link (120s)");
-  // No time: the number alone is refused as a duration, the text is made anew.
+  // No time: the number alone is refused as a duration, the text is rebuilt.
   link.Cells("User.TimegreaterThanzero").SetResult(0, 1.0);
   ASSERT_TRUE(type(link, "Prop.Time_Between_Tasks", "0"));
   EXPECT_EQ(link.Cells("Prop.Time_Between_Tasks").Formula(), "0");
@@ -238,7 +238,7 @@ TEST_F(Times, ATypedLinkTimeIsKeptInItsUnitAndConverted) {
   EXPECT_EQ(link.Text().or_("").find('('), std::string::npos);
 }
 
-TEST_F(Times, AChosenEntryIsPlainTextWhateverTheHostMakesOfIt) {
+TEST_F(Times, AChosenEntryIsPlainText) {
   const Shape task = dropTask(page);
   const struct {
     const char *cell, *formula, *text;

@@ -5,7 +5,7 @@ from package_writer import cell, element, numbered_row, part, point_cell, sectio
 FONT = "Arial"
 
 # The house colours. A Task's outline and its header are INK, so the plain rectangles and lines that the add-in draws
-# around a Task (style Normal) go with it unseen.
+# around a Task (style Normal) have the same look.
 INK = "#2B5876"
 TEXT = "#1F2D3A"
 TASK_FILL = "#EAF2F8"
@@ -18,7 +18,7 @@ PALETTE = [
     "#CDCDCD", "#B3B3B3", "#9A9A9A", "#808080", "#666666", "#4D4D4D", "#333333", "#1A1A1A",
 ]  # fmt: skip
 
-# The root style holds a value for every cell that a sheet may inherit, by group.
+# The root style has a value for every cell that a sheet may inherit, by group.
 ROOT_NUMBERS = {
     "line": "LineWeight=0.01 LineColor=0 LinePattern=1 Rounding=0 EndArrowSize=2 BeginArrow=0 EndArrow=0 LineCap=0 "
     "BeginArrowSize=2 LineColorTrans=0 CompoundType=0",
@@ -133,7 +133,7 @@ def _style_sheets():
 
 
 def document_part(*user_rows):
-    """The whole part; `user_rows` stand in the document sheet's User section."""
+    """The whole part; `user_rows` are in the document sheet's User section."""
     settings = element(
         "DocumentSettings",
         {

@@ -12,7 +12,7 @@ from masters import UNLINKED_INK
 
 DATA_FOLDER = pathlib.Path(__file__).resolve().parents[2] / "data"
 
-# What a toolbar takes as "no picture here"; in the order of a colour number, blue first, it is DCDCD4.
+# The colour that toolbars treat as transparent; in the order of a colour number, blue first, it is DCDCD4.
 TOOLBAR_BACKGROUND = "#D4DCDC"
 
 GUIDELINE_COLOR, RESOURCE_COLOR, ROLE_COLOR, LINK_COLOR = "#2F6DB5", "#C26A00", "#2C8557", "#1358B8"
@@ -48,7 +48,7 @@ CHAIN = f"""
 
 LINK_MARK = f'<rect width="24" height="10.7" rx="3" fill="#fff"/>{CHAIN}'
 
-# The mark sits in the upper right corner of a Task's dark header.
+# The mark is in the upper right corner of a Task's dark header.
 NOTES_MARK = f"""
   <path d="M1 1 h22 v22 h-14 l-8 -8 z" fill="#FFE27A" stroke="#8A6400" stroke-width="2" stroke-linejoin="round"/>
   <path d="M1 15 h8 v8 z" fill="#C99A1E" stroke="#8A6400" stroke-width="2" stroke-linejoin="round"/>
@@ -145,7 +145,7 @@ def text(value, x, y, size, *, color=TEXT, weight="normal", anchor="start"):
 
 
 def logo():
-    """A step whose way leads on: a ring that opens into an arrow, and the name. 600 by 210."""
+    """A ring that opens into an arrow, and the name. 600 by 210."""
     return f"""
   <rect width="600" height="210" fill="#fff"/>
   <path d="M 143 146 A 62 62 0 1 1 160 105" fill="none" stroke="{INK}" stroke-width="25"/>
@@ -156,7 +156,7 @@ def logo():
 
 
 def legend():
-    """A Task with each part bearing its own name. 600 by 852, shown one inch wide, so no letter is below 40."""
+    """A Task with the name of each part on it. 600 by 852, shown one inch wide, so no letter is below 40."""
     frame = f'stroke="{INK}" stroke-width="5" stroke-linejoin="round"'
     details = [("Guideline", GUIDELINES), ("Resource", RESOURCES), ("Supporting role", SUPPORTING_ROLE)]
     rows = "".join(
@@ -204,7 +204,7 @@ def main(folder):
     for name in ("Icons/Toolbar", "Images"):
         (folder / name).mkdir(parents=True, exist_ok=True)
     for name, drawing, units, pixels in ICONS:
-        # A GIF knows no half transparency: what is drawn at least half stands.
+        # A GIF has no half transparency: pixels that are at least half covered are opaque.
         png = rasterize(drawing, units, pixels)
         convert(png, folder / "Icons" / name, "-channel", "A", "-threshold", "50%", "+channel", "-colors", "64")
     for name, drawing in TOOLBAR.items():

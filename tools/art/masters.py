@@ -28,12 +28,12 @@ LOWER_BOX_HEIGHT = 0.18
 PIN_BELOW_TOP = 0.07
 SUB_TASK_HEIGHT = 0.22
 # The mark of a hyperlink, 0.18 in wide, is put 0.1 in left of the sub-task's text, or at the box's pin less half its
-# width where the text stands on more than one line. The pin, the margin and the text's place keep it inside the box.
+# width where the text has more than one line. The pin, the margin and the text's place keep it inside the box.
 SUB_TASK_PIN_RIGHT, SUB_TASK_MARGIN, SUB_TASK_INDENT = 0.09, 9, 0.1
 
 TASK_ID, FRAME_ID, LOWER_BOX_ID, SUB_TASK_ID, DESCRIPTION_ID = 5, 6, 7, 8, 9
 
-# What a master shows until its first drop; the add-in knows these texts and replaces them then.
+# What a master shows until its first drop; the add-in has the same texts and replaces them then.
 TASK_PLACE_HOLDER, LINK_PLACE_HOLDER = "(Task Description)", "(Task Link)"
 
 TIME_UNITS = "Seconds;Minutes;Hours;Days;Weeks"
@@ -44,7 +44,7 @@ UNLINKED_INK = "#B4C3CF"
 
 
 def _identity(text):
-    """An id that stays the same from build to build."""
+    """An id that is the same in every build."""
     return "{" + str(uuid.uuid5(uuid.NAMESPACE_URL, "quorvel:master:" + text)).upper() + "}"
 
 
@@ -61,7 +61,7 @@ def _master(number, name, prompt, width, height, shape, version=1):
     }
 
 
-def _property(name, label, prompt="", sort_key="", kind=TEXT_KIND, value="", list_or_picture="", invisible=False):
+def _property(name, label, prompt="", sort_key="", kind=TEXT_KIND, value="", list_or_format="", invisible=False):
     """One row of shape data. A duration starts as zero minutes."""
     zero_minutes = cell("Value", 0, "0 em.", unit="EM")
     return named_row(
@@ -69,7 +69,7 @@ def _property(name, label, prompt="", sort_key="", kind=TEXT_KIND, value="", lis
         zero_minutes if kind == DURATION_KIND else text_cell("Value", value),
         cell("Prompt", prompt),
         cell("Label", label),
-        cell("Format", list_or_picture),
+        cell("Format", list_or_format),
         cell("SortKey", sort_key),
         cell("Type", kind),
         cell("Invisible", invisible),
@@ -86,7 +86,7 @@ def _field(formula, shown):
 
 
 def _placed(pin_x, pin_y, width, height, loc_pin_x=None, loc_pin_y=None):
-    """The placing cells. Each argument is a value or a (value, formula) pair; a local pin not told is half the size."""
+    """The placing cells. Each argument is a value or a (value, formula) pair; a missing local pin is half the size."""
 
     def placing_cell(name, given):
         return cell(name, *given) if isinstance(given, tuple) else cell(name, given)
@@ -194,7 +194,7 @@ def _member(identity, name, *content):
 
 
 def _frame():
-    """The whole Task's outline. Its dark fill shows only in the header, which bears the Task ID."""
+    """The whole Task's outline. Its dark fill shows only in the header, which shows the Task ID."""
     return _member(
         FRAME_ID,
         "Frame",
@@ -227,7 +227,7 @@ def _frame():
 
 
 def _lower_box():
-    """The band at the foot in which frequency and completion time are shown."""
+    """The band at the bottom in which frequency and completion time are shown."""
     return _member(
         LOWER_BOX_ID,
         "Lower box",
@@ -247,7 +247,7 @@ def _lower_box():
 
 
 def _sub_task_box():
-    """A tab that hangs under the Task. It is pale until the Task is linked to a lower-level one, whose ID it shows."""
+    """A tab under the Task. It is pale until the Task is linked to a lower-level one, whose ID it shows."""
     width, height, corner = TASK_WIDTH / 2, SUB_TASK_HEIGHT, 0.05
     text_width = width - SUB_TASK_INDENT
     unlinked = f'STRSAME(Sheet.{TASK_ID}!Prop.Linked,"")'
@@ -280,7 +280,7 @@ def _sub_task_box():
             pin_x=(width - text_width / 2, "Width-TxtWidth*0.5"),
             pin_y=(height / 2, "Height*0.5"),
             width=(text_width, f"Width-{SUB_TASK_INDENT}"),
-            # The add-in tells by this height whether the text stands on one line.
+            # The add-in reads from this height whether the text has one line.
             height=(0.1333333333, "GUARD(TEXTHEIGHT(TheText,TxtWidth))"),
         ),
         MEMBER_LOCKS,
@@ -296,7 +296,7 @@ def _sub_task_box():
         ),
         section("Paragraph", numbered_row(0, cell("HorzAlign", 2))),
         _outline(tab),
-        # Where the text is long, its hyperlink's mark takes the chevron's place.
+        # Where the text is long, its hyperlink's mark replaces the chevron.
         _outline(chevron, index=1, filled=False, closed=False, hidden_if="TEXTWIDTH(TheText)>Width-0.3"),
         field_text(""),
     )
@@ -375,7 +375,7 @@ def _task_properties(description):
             "Time from start to completion, in the Time Units immediately below.",
             "31",
             DURATION_KIND,
-            list_or_picture="#,###.####",
+            list_or_format="#,###.####",
         ),
         _property(
             "Time_Units",
@@ -384,7 +384,7 @@ def _task_properties(description):
             "32",
             LIST_KIND,
             value="Minutes",
-            list_or_picture=TIME_UNITS,
+            list_or_format=TIME_UNITS,
         ),
         _property("Notes", "Notes", "Notes on this Task.", "40"),
         _property("Linked", "Linked Task ID", "ID of the lower-level Task that this Task opens into.", "41"),
@@ -406,7 +406,7 @@ def task():
     shape = element(
         "Shape",
         attributes,
-        # As high as its two boxes, so its height is not dragged.
+        # As high as its two boxes, so a user cannot drag its height.
         _placed(
             1.25,
             1.25,
@@ -448,7 +448,7 @@ def task_link():
     attributes = {"ID": 5, "NameU": "Task Link", "Name": "Task Link", "Type": "Shape"}
     attributes.update(LineStyle=CONNECTOR, FillStyle=CONNECTOR, TextStyle=CONNECTOR)
     text_width = 0.56
-    # Two bends half way. A link that runs nearly straight up or down leaves upright, any other leaves sideways.
+    # Two bends half way. A link that is nearly vertical leaves at the top or bottom, any other at the side.
     bends = [
         ((0, "0"), (0, "0")),
         ((length / 2, "IF(User.Upright,0,Width*0.5)"), (0, "IF(User.Upright,Height*0.5,0)")),
@@ -506,7 +506,7 @@ def task_link():
                 "Time that passes between the two Tasks, in the Time Units immediately below.",
                 "31",
                 DURATION_KIND,
-                list_or_picture="#,##0.####",
+                list_or_format="#,##0.####",
             ),
             _property(
                 "Time_Units",
@@ -515,7 +515,7 @@ def task_link():
                 "32",
                 LIST_KIND,
                 value="Minutes",
-                list_or_picture=TIME_UNITS,
+                list_or_format=TIME_UNITS,
             ),
         ),
         section("User", user_row("Upright", 0, "AND(ABS(Width)<0.3,ABS(Height)>ABS(Width))")),
@@ -568,7 +568,7 @@ def process_connector():
             _property(
                 "Connecting_TaskID",
                 "Connecting Task ID",
-                "ID of the Task where the process goes on. It follows the connector's first hyperlink unless you type "
+                "ID of the Task where the process continues. It follows the connector's first hyperlink unless you type "
                 "another; Z99 means that there is no target yet.",
                 "10",
                 value="Z99",

@@ -9,7 +9,7 @@ VISIO_RELATION = "http://schemas.microsoft.com/visio/2010/relationships/"
 OFFICE_RELATION = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
 PACKAGE_RELATION = "http://schemas.openxmlformats.org/package/2006/relationships"
 
-# A fixed date in every zip entry: the same sources give the same bytes, so a rebuild shows in version control only
+# A fixed date in every zip entry: the same sources give the same bytes, so a rebuild is a change in version control only
 # when the drawing itself changed.
 ENTRY_DATE = (2024, 1, 1, 0, 0, 0)
 
@@ -68,7 +68,7 @@ def user_row(name, value, formula=None):
 
 
 def field_text(shown):
-    """The text of a shape that is nothing but its first field."""
+    """The text of a shape that has only its first field."""
     return f"<Text><fld IX='0'>{escape(shown)}</fld></Text>"
 
 
@@ -210,7 +210,7 @@ def add_masters(package, masters):
             "Prompt": master["Prompt"],
             "IconSize": 1,
             "AlignName": 2,
-            # A drop from the stencil into a drawing that already holds the master takes the drawing's own.
+            # A drop from the stencil into a drawing that already has the master uses the drawing's own.
             "MatchByName": 1,
             "IconUpdate": 1,
             "UniqueID": master["UniqueID"],

@@ -112,7 +112,7 @@ class PackageCheck {
     }
   }
 
-  /// Prefixes that nobody declares: a reader that knows namespaces refuses the whole part.
+  /// Undeclared prefixes: a reader with namespaces refuses the whole part.
   void checkPrefixes(const std::string& name, pugi::xml_node root) {
     struct Walker : pugi::xml_tree_walker {
       std::set<std::string> unknown;

@@ -1,4 +1,4 @@
-// Looks at a drawing package as a strict reader does: what the format demands, and what packages of the program that
+// Checks a drawing package as a strict reader does: what the format demands, and what packages of the program that
 // made the format always have.
 #pragma once
 

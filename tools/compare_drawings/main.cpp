@@ -1,4 +1,4 @@
-// Tells whether two drawings of one format hold the same: compare_drawings BEFORE AFTER [LINES]
+// Compares two drawings of one format: compare_drawings BEFORE AFTER [LINES]
 // prints where their normal forms differ, at most LINES lines (40 without it). Exit codes: 0 equal, 1 different, 2 when
 // a file cannot be read or the two are of different formats.
 #include <algorithm>
@@ -30,7 +30,7 @@ class Report {
   int printed_ = 0;
 };
 
-/// Walks both texts; where they differ it looks a bounded way ahead for the next line that both have.
+/// Reads both texts; where they differ it searches a limited number of lines for the next one that both have.
 void compare(const Lines& before, const Lines& after, Report& report) {
   constexpr std::size_t reach = 400;
   std::size_t i = 0, j = 0;

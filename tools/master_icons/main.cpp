@@ -42,7 +42,7 @@ void paint(Surface& surface, const render::Scene& scene, double scale, double le
   cairo_destroy(target);
 }
 
-/// The drawing in the middle, as large as it gets with a pixel around it.
+/// The drawing in the middle, as large as possible with a margin of one pixel.
 std::unique_ptr<Surface> drawn(const render::Scene& scene) {
   constexpr int large = 512;
   const double scale = large / std::max(scene.width, scene.height);
@@ -80,7 +80,7 @@ Colour colourOf(std::uint32_t pixel) {
 
 bool isShown(std::uint32_t pixel) { return pixel >> 24 >= 128; }
 
-/// The colours that are met most often, near ones taken together.
+/// The most frequent colours; similar ones count as one.
 std::vector<Colour> paletteOf(Surface& icon) {
   struct Sum {
     int count = 0;

@@ -1,4 +1,4 @@
-"""Quorvel for scripts: draws process maps, keeps them true, and reads them, without a window.
+"""Quorvel for scripts: draws process maps, keeps them up to date, and reads them, without a window.
 
     import quorvel
     app = quorvel.Application(answers="defaults")

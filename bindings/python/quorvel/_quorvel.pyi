@@ -9,7 +9,7 @@ def event_names() -> tuple[str, ...]:
     """The events in the order of their numbers."""
 
 def copies_left_behind(folder: str) -> list[tuple[str, str, str]]:
-    """Copy, original and name of each copy whose process is gone."""
+    """Copy, original and name of each copy whose process has ended."""
 
 def discard_copy(copy: str) -> None:
     """Removes a copy and what belongs to it."""
@@ -27,7 +27,7 @@ class Host:
     application_reference: ClassVar[Reference]
     """The application object."""
     def __init__(self, application: object, version: str, install_folder: str, profile_folder: str, answers_defaults: bool, recovery_folder: str) -> None:
-        """`application` is held weakly; its _answer_... and _tell are called."""
+        """`application` is held weakly; its _answer_... and _notify are called."""
     def get(self, object: Reference, member: int, arguments: tuple[object, ...]) -> object:
         """Reads; raises HostError."""
     def put(self, object: Reference, member: int, indices: tuple[object, ...], value: object) -> None:
@@ -49,11 +49,11 @@ class Host:
     def undo_limits(self) -> tuple[int, int]:
         """Steps and bytes that undo keeps of each document."""
     def set_undo_limits(self, steps: int, bytes: int) -> None:
-        """Changes them; what is beyond is forgotten at once."""
+        """Changes them; steps beyond them are removed at once."""
     def write_recovery_copies(self) -> None:
-        """Brings the copies up to date."""
+        """Updates the copies."""
     def listen(self, event: int, on: bool) -> None:
-        """Whether _tell is called for the event."""
+        """Whether _notify is called for the event."""
     def asked(self) -> list[tuple[str, str]]:
         """Kind and text of what was asked."""
     def ask(self, text: str, buttons: int) -> str:
@@ -61,7 +61,7 @@ class Host:
     def choose_file(self, title: str) -> str | None:
         """Asks for a file as the add-in does."""
     def show_form(self, controls: list[tuple[int, str, list[str], bool, bool]]) -> list[str]:
-        """Shows a form of those controls (kind, name, items, enabled, multiple selection) and tells what it heard."""
+        """Shows a form of those controls (kind, name, items, enabled, multiple selection); returns its events."""
 
 class FormAccess:
     """An open form."""
@@ -74,7 +74,7 @@ class FormAccess:
         """Its title."""
     @property
     def is_open(self) -> bool:
-        """Whether it still is."""
+        """Whether it is still open."""
     @property
     def control_names(self) -> list[str]:
         """Names of its controls."""
@@ -105,13 +105,13 @@ class ControlAccess:
         """Its state."""
     @property
     def enabled(self) -> bool:
-        """Whether it takes anything."""
+        """Whether it accepts input."""
     @property
     def visible(self) -> bool:
-        """Whether it shows."""
+        """Whether it is visible."""
     @property
     def read_only(self) -> bool:
-        """Whether its text stands fast."""
+        """Whether its text cannot be changed."""
     @property
     def multiple_selection(self) -> bool:
         """Whether several rows can be selected."""
@@ -129,7 +129,7 @@ class ControlAccess:
         """Captions of its tabs."""
     @property
     def current_tab(self) -> int:
-        """The tab that shows."""
+        """The current tab."""
     def click(self) -> bool:
         """Whether it was clicked."""
     def double_click(self) -> bool:
@@ -143,8 +143,8 @@ class ControlAccess:
     def select_row(self, row: int, selected: bool) -> bool:
         """Whether the row was selected."""
     def show_tab(self, tab: int) -> bool:
-        """Whether the tab shows."""
+        """Whether the tab is now current."""
     def press_key(self, key: int) -> bool:
-        """Whether the key was let through."""
+        """Whether the key was accepted."""
     def key_down(self, key: int) -> bool:
         """Whether the key was taken."""

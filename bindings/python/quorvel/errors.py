@@ -2,7 +2,7 @@
 
 
 class HostError(Exception):
-    """The host refused a call, and is as it was before.
+    """The host refused a call, and nothing changed.
 
     call: what was called, such as "Shape.Cells".
     object: what it was called on, as a user would name it.
@@ -20,7 +20,7 @@ class HostError(Exception):
 
 
 class Unanswered(Exception):
-    """Something was asked that no handler answered: forms were closed, questions got their most careful answer.
+    """No handler answered a question or form: forms were closed, questions got the answer that changes least.
 
     texts: all that was asked during the outermost call, in order.
     """

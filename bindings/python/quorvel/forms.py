@@ -1,4 +1,4 @@
-"""Dialogs as a script drives them: the very forms that a user sees, by control name."""
+"""Dialogs for scripts: the same forms that a user sees, with controls by name."""
 
 from __future__ import annotations
 
@@ -38,17 +38,17 @@ class Control:
 
     @property
     def Tag(self) -> str:
-        """What the form keeps with it."""
+        """A text that the form keeps with it."""
         return self._native.tag
 
     @property
     def Enabled(self) -> bool:
-        """Whether it takes anything."""
+        """Whether it accepts input."""
         return self._native.enabled
 
     @property
     def Visible(self) -> bool:
-        """Whether it shows."""
+        """Whether it is visible."""
         return self._native.visible
 
     @property
@@ -66,7 +66,7 @@ class Control:
 
     @property
     def Value(self) -> bool | None:
-        """Whether a check box or option button is on; None for grey. A put is a click."""
+        """Whether a check box or option button is on; None for a grey one. A put is a click."""
         return self._native.is_on
 
     @Value.setter
@@ -113,7 +113,7 @@ class Control:
 
     @property
     def CurrentTab(self) -> str | None:
-        """The tab that shows."""
+        """The current tab."""
         tabs = self.Tabs
         return tabs[self._native.current_tab] if tabs else None
 
@@ -134,11 +134,11 @@ class Control:
         self._need("Focus", self._native.focus())
 
     def Click(self) -> None:
-        """Clicks, having taken the focus."""
+        """Takes the focus and clicks."""
         self._need("Click", self._native.click())
 
     def DoubleClick(self) -> None:
-        """Clicks twice, having taken the focus."""
+        """Takes the focus and double-clicks."""
         self._need("DoubleClick", self._native.double_click())
 
     def PressKey(self, keys: str | int) -> bool:
@@ -150,7 +150,7 @@ class Control:
         return all([self._native.press_key(code) for code in codes])
 
     def KeyDown(self, code: int) -> None:
-        """Presses a key that enters nothing, such as 46, Delete, in a list."""
+        """Presses a key that enters no text, such as 46, Delete, in a list."""
         self._need("KeyDown", self._native.key_down(code))
 
     def _refused(self, member: str, reason: str) -> HostError:

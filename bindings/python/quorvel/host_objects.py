@@ -1,7 +1,7 @@
 """The classes of the host's objects.
 
-They are built from the list of published members, which the native half brings, and from the stub beside this file,
-which says how each member is called and what it does. So the names, parameters and descriptions stand in one place, and
+They are built from the list of published members, which the native half has, and from the stub next to this file,
+which says how each member is called and what it does. So the names, parameters and descriptions are in one place, and
 a member without a description there is none.
 """
 
@@ -152,7 +152,7 @@ class IndexedNumbers:
 
 
 class _Application:
-    """What the application has besides the published members that need no code of their own."""
+    """The application's members that need code of their own."""
 
     def __init__(
         self,
@@ -217,7 +217,7 @@ class _Application:
         handle._ref = value
         return handle
 
-    def _tell(self, event: int, *values: object) -> None:
+    def _notify(self, event: int, *values: object) -> None:
         handler = self._handlers.get("On" + _event_names[event])
         if handler:
             handler(*map(self._wrap, values))
@@ -311,7 +311,7 @@ def _function(name: str, parameters: ast.arguments, forward: str) -> Any:
     bare = ast.arguments([], [ast.arg(p.arg) for p in parameters.args], None, [], [], None, parameters.defaults)
     space: dict[str, Any] = {"_units": _units, "_fspath": os.fspath}
     if forward.startswith("self._put"):
-        names.insert(0, names.pop())  # the value stands first, its places behind it
+        names.insert(0, names.pop())  # the value comes first, then its places
     exec(f"def {name}({ast.unparse(bare)}): return {', '.join([forward, *names])})", space)
     return space[name]
 
@@ -342,7 +342,7 @@ def _handler_property(name: str) -> property:
 
 
 def _member(name: str, stub: _Described, members: dict[str, tuple[int, str]]) -> Any:
-    """What stands behind a member of the stub; None when nothing does."""
+    """The host's member for a member of the stub; None when it has none."""
     if name not in members and name.endswith("U"):
         name = name[:-1]
     if name in members:
@@ -395,7 +395,7 @@ def _build() -> None:
         for name, described in stub.items():
             value = space.get(name) or _member(name, described, own)
             if value is None:
-                raise ImportError(f"{node.name}.{name} stands in the stub, and the host has no such member")
+                raise ImportError(f"{node.name}.{name} is in the stub, and the host has no such member")
             space[name] = _with_doc(value, described.doc)
         if is_collection:
             swapped = "ItemByIndex" in own  # Layers' own Item takes names

@@ -18,7 +18,7 @@ Units = int | str
 Item_ = TypeVar("Item_")
 
 class Asked(NamedTuple):
-    """One thing that a person at a screen would have been shown."""
+    """One dialog, message or document that a user at a screen would have seen."""
 
     kind: str
     """"form", "message", "file" or "open"."""
@@ -63,9 +63,9 @@ class Collection(Handle, Generic[Item_]):
     def __len__(self) -> int:
         """The same as Count."""
     def __iter__(self) -> Iterator[Item_]:
-        """The objects as they stand when the walk begins; one that goes on the way is a handle that raises."""
+        """The objects that exist when the loop begins; a handle of one that is deleted meanwhile raises."""
     def __contains__(self, wanted: object) -> bool:
-        """Whether the object, or one of that name, is there."""
+        """Whether the object, or one of that name, exists."""
 
 class Application(Handle):
     """A host in memory with the add-in connected.
@@ -74,7 +74,7 @@ class Application(Handle):
     install_folder: the folder of stencil, template, icons and help; None for the one that came with the module.
     profile: the folder of Quorvel.ini, or that file; None for the user's own.
     answers: "defaults" accepts every form as it opens and says Yes; None leaves what no handler answers unanswered.
-    recovery: a folder for copies of unsaved drawings, written aside about every minute while there are changes and
+    recovery: a folder for copies of unsaved drawings, written about every minute while there are changes and
         removed when they are saved or closed; None writes none. Those of drawings that are unsaved when the script
         ends stay, so a script that is done without saving calls Quit. See quorvel.copies_left_behind.
     """
@@ -107,9 +107,9 @@ class Application(Handle):
     OnShapeAdded: Callable[[Shape], object] | None
     """A shape was dropped, pasted or drawn."""
     OnShapeParentChanged: Callable[[Shape], object] | None
-    """A shape was grouped, or its group was given up."""
+    """A shape was grouped or ungrouped."""
     OnBeforeShapeDelete: Callable[[Shape], object] | None
-    """A shape is about to go."""
+    """A shape is about to be deleted."""
     OnBeforeShapeTextEdit: Callable[[Shape], object] | None
     """A user begins to edit a shape's text."""
     OnShapeExitedTextEdit: Callable[[Shape], object] | None
@@ -117,9 +117,9 @@ class Application(Handle):
     OnTextChanged: Callable[[Shape], object] | None
     """A user's edit changed a shape's text."""
     OnCellChanged: Callable[[Cell], object] | None
-    """A cell's value changed, whoever changed it."""
+    """A cell's value changed, by the user, the add-in or a script."""
     OnFormulaChanged: Callable[[Cell], object] | None
-    """A cell's formula changed, whoever changed it."""
+    """A cell's formula changed, by the user, the add-in or a script."""
     OnSelectionChanged: Callable[[Window], object] | None
     """The selection of a window changed."""
     OnWindowActivated: Callable[[Window], object] | None
@@ -139,7 +139,7 @@ class Application(Handle):
     OnMarkerEvent: Callable[[int, str], object] | None
     """A queued marker arrives: its number and text."""
     OnMouseDown: Callable[[int, int, float, float], object] | None
-    """A button went down in a drawing window: button, shift state, x and y."""
+    """A mouse button was pressed in a drawing window: button, shift state, x and y."""
     OnMouseMove: Callable[[int, int, float, float], object] | None
     """The pointer moved in a drawing window: button, shift state, x and y."""
 
@@ -186,19 +186,19 @@ class Application(Handle):
     def UndoScope(self, name: str) -> AbstractContextManager[int]:
         """A scope for `with`: committed at its end, rolled back by an exception."""
     def Undo(self) -> None:
-        """Takes back the last step of the active document."""
+        """Undoes the last step of the active document."""
     def Redo(self) -> None:
-        """Does again what was undone."""
+        """Redoes the last undone step."""
     UndoLimits: tuple[int, int]
-    """How much of each document can be taken back: steps and bytes. Beyond that the oldest steps are forgotten."""
+    """How much of each document can be undone: steps and bytes. Beyond that the oldest steps are removed."""
     def DoCmd(self, command: int) -> None:
         """Runs a command of the host by its number, such as 1312, the shape data window."""
     def QueueMarkerEvent(self, context: str) -> int:
         """Raises MarkerEvent with the text, and gives its number."""
     def Activate(self) -> None:
-        """Gives the host the focus, as a user does who comes back to it."""
+        """Activates the host, as when a user returns to it."""
     def WriteRecoveryCopies(self) -> None:
-        """Brings the recovery copies up to date now, without waiting for their minute."""
+        """Updates the recovery copies now, without waiting for the minute."""
     def MouseDown(self, button: int, shift: int = 0, x: float = 0, y: float = 0) -> None:
         """Presses a mouse button in the drawing window: 1 left, 2 right."""
     def Quit(self) -> None:
@@ -210,7 +210,7 @@ class Documents(Collection[Document]):
     def Add(self, template: FileName = "") -> Document:
         """A new drawing from the template file; without one, an empty drawing."""
     def Open(self, file: FileName) -> Document:
-        """Opens a file; gives the document at hand when it is open already."""
+        """Opens a file; gives the existing document when it is open already."""
     def OpenEx(self, file: FileName, flags: int) -> Document:
         """Opens a file; flags: 1 as a copy, 2 for reading only, 8 not listed, 64 hidden."""
 
@@ -218,9 +218,9 @@ class Document(Handle):
     """A drawing, template or stencil that is open."""
 
     Saved: bool
-    """False when there are changes that no file holds."""
+    """False when there are unsaved changes."""
     Protection: int
-    """The bits of protection; 2: shapes. A password is given with SetProtection."""
+    """The bits of protection; 2: shapes. A password is set with SetProtection."""
     @property
     def Pages(self) -> _h.Pages:
         """The pages, background pages among them."""
@@ -246,9 +246,9 @@ class Document(Handle):
     def DocumentSheet(self) -> Shape:
         """The sheet with the document's own cells."""
     def SetProtection(self, password: str, bits: int) -> None:
-        """Sets Protection with a password, which is asked for from then on."""
+        """Sets Protection with a password, which later changes need."""
     def Save(self) -> None:
-        """Saves under the present name."""
+        """Saves under the current name."""
     def SaveAs(self, file: FileName) -> None:
         """Saves under another name, whose ending decides the format."""
     def Close(self) -> None:
@@ -287,7 +287,7 @@ class Page(Handle):
         """The document that holds it."""
     @property
     def Shapes(self) -> _h.Shapes:
-        """The shapes on it, the lowest first; members of groups stand in their groups."""
+        """The shapes on it, the lowest first; members of groups are in their groups."""
     @property
     def PageSheet(self) -> Shape:
         """The sheet with the page's own cells."""
@@ -307,7 +307,7 @@ class Page(Handle):
         """Places an instance of the master with its pin at x, y, on this page, which is made the active one. One undo
         step with all that follows from it. None when a handler removed the shape, as a refused first Task is."""
     def DropConnected(self, master: Master, target: Shape, direction: int, connector: Master | None = None) -> Shape | None:
-        """Drops beside the target and connects the two with an instance of `connector`, else with a line. direction:
+        """Drops next to the target and connects the two with an instance of `connector`, else with a line. direction:
         1 above, 2 below, 3 left, 4 right."""
     def Paste(self) -> None:
         """Pastes what Selection.Copy took."""
@@ -341,7 +341,7 @@ class Shape(Handle):
     """A shape, or the sheet of a page or document."""
 
     Name: str
-    """Any text but the empty one; two shapes may bear one name. A Task's name is its Task ID."""
+    """Any text but the empty one; two shapes may have the same name. A Task's name is its Task ID."""
     NameU: str
     """The universal name, which formulas use in every language. A put of Name changes it too as long as they are one."""
     Text: str
@@ -365,10 +365,10 @@ class Shape(Handle):
         """The master that it is an instance of; None for a drawn shape."""
     @property
     def Parent(self) -> Shape | Page | None:
-        """The group that holds it, else the page on which it stands; None for the sheet of a page or document."""
+        """The group that holds it, else its page; None for the sheet of a page or document."""
     @property
     def ContainingPage(self) -> Page:
-        """The page that it stands on."""
+        """The page that it is on."""
     @property
     def ContainingShape(self) -> Shape:
         """The group that holds it, else the page's sheet."""
@@ -442,7 +442,7 @@ class Shape(Handle):
     def Group(self) -> None:
         """Makes a drawn shape a group that has no members yet."""
     def Ungroup(self) -> None:
-        """Gives the group up; its members stay where they are. Refused while LockGroup is 1."""
+        """Ungroups; the members stay where they are. Refused while LockGroup is 1."""
     def BringForward(self) -> None:
         """One step up in the stack."""
     def BringToFront(self) -> None:
@@ -452,7 +452,7 @@ class Shape(Handle):
     def ReverseEnds(self) -> None:
         """Swaps begin and end."""
     def UniqueID(self, request: int = 0) -> str:
-        """Its unique ID, "{...}", the same for the life of the shape; empty when it has none. With request 1 it is made
+        """Its unique ID, "{...}", which never changes; empty when it has none. With request 1 it is made
         when it has none, with 2 it is deleted."""
     def UpdateAlignmentBox(self) -> None:
         """Accepted, and changes nothing: a group keeps the box that its formulas give it."""
@@ -504,7 +504,7 @@ class Cell(Handle):
     def SetResultForce(self, units: Units, value: float) -> None:
         """The same, also on a guarded cell."""
     def ResultInt(self, units: Units, round: int = 0) -> int:
-        """The value as a whole number, rounded when `round` is not 0, else cut."""
+        """The value as a whole number, rounded when `round` is not 0, else truncated."""
     def ResultStr(self, units: Units = 0) -> str:
         """The value as text."""
     @property
@@ -538,7 +538,7 @@ class Selection(Collection[Shape]):
     """Shapes that were selected when the window was asked; in order of selecting."""
 
     IterationMode: int
-    """256: a selected member of a group is listed, and its group is not."""
+    """256: lists a selected member of a group, and not its group."""
     def Delete(self) -> None:
         """Deletes the shapes."""
     def Copy(self) -> None:
@@ -546,7 +546,7 @@ class Selection(Collection[Shape]):
     def Group(self) -> Shape | None:
         """The new group of the shapes; None when a handler removed it. Members are grouped without their group."""
     def Ungroup(self) -> None:
-        """Gives up every selected group; its members stay where they are."""
+        """Ungroups every selected group; the members stay where they are."""
 
 class Windows(Collection[Window]):
     """The windows of the documents that have one, in order of opening."""
@@ -646,7 +646,7 @@ class Connect(Handle):
         """The connection point's cell, or PinX."""
     @property
     def ToPart(self) -> int:
-        """3 the whole shape; 100 and the number of a connection point, counted from 0."""
+        """3 the whole shape; 100 plus the number of a connection point, counted from 0."""
 
 class CommandBars(Collection[CommandBar]):
     """Toolbars by number or name."""
@@ -660,7 +660,7 @@ class CommandBar(Handle):
     """A toolbar."""
 
     Context: str
-    """Where it shows."""
+    """Whether it is visible and where."""
     Height: int
     """Screen pixels."""
     Left: int
@@ -674,9 +674,9 @@ class CommandBar(Handle):
     Width: int
     """Screen pixels."""
     Protection: int
-    """What a user may not do to it."""
+    """The changes that a user may not make."""
     Visible: bool
-    """Whether it shows."""
+    """Whether it is visible."""
     @property
     def Controls(self) -> CommandBarControls:
         """Buttons and menus on it."""
@@ -702,17 +702,17 @@ class CommandBarControl(Handle):
     """A button or a menu; what only buttons have is refused by a menu."""
 
     BeginGroup: bool
-    """Whether a line stands before it."""
+    """Whether a separator line is before it."""
     Caption: str
     """The text, with "&" before its access key."""
     OnAction: str
     """What a click runs."""
     Parameter: str
-    """What is handed to it."""
+    """The parameter of that macro."""
     Tag: str
     """A free text."""
     TooltipText: str
-    """What shows under the pointer."""
+    """The text under the pointer."""
     State: int
     """-1 down, 0 up."""
     @property
@@ -724,8 +724,8 @@ class CommandBarControl(Handle):
     def Delete(self) -> None:
         """Removes it; the host's own items stay."""
     def Execute(self) -> None:
-        """Does what a click does."""
+        """Has the effect of a click."""
     def Reset(self) -> None:
-        """Gives the host's item back its own action."""
+        """Restores the action of the host's item."""
     def PasteFace(self) -> None:
         """Takes the picture from the clipboard."""

@@ -9,7 +9,7 @@ _TEMPLATE, _STENCIL = "Quorvel.vstx", "Quorvel.vssx"
 
 
 def find_install_folder() -> str | None:
-    """QUORVEL_HOME where it is set, else the folder that came with the module, else "data" or "share/quorvel" above."""
+    """QUORVEL_HOME where it is set, else the folder in the installed module, else "data" or "share/quorvel" above."""
     home = os.environ.get("QUORVEL_HOME")
     if home:
         return home

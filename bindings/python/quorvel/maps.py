@@ -20,7 +20,7 @@ class LinkEnd(NamedTuple):
     label: str
     """The Task's ID, the ID that the connector shows, or the shape's name; empty for a loose end."""
     shape_id: int
-    """On the link's page; 0 for a loose end. A member of a group counts as its outermost group."""
+    """On the link's page; 0 for a loose end. For a member of a group, its outermost group."""
 
     def __str__(self) -> str:
         return self.label
@@ -44,14 +44,14 @@ class Task:
     sub_task: str
     """The ID of the lower-level Task that it opens; empty for none."""
     unique_id: str
-    """The same for the life of the Task; empty when it has none."""
+    """Never changes; empty when it has none."""
     on_background: bool
     shape: Shape = field(repr=False, compare=False)
 
 
 @dataclass(frozen=True)
 class Link:
-    """A way from one Task to the next."""
+    """A link from one Task to the next."""
 
     page: str
     description: str
@@ -65,7 +65,7 @@ class Link:
 
 @dataclass(frozen=True)
 class Connector:
-    """A way on to another page or drawing."""
+    """A connector to another page or drawing."""
 
     page: str
     shown_id: str
@@ -97,7 +97,7 @@ class MapHyperlink:
 
 @dataclass(frozen=True)
 class Role:
-    """Somebody who does something, or could."""
+    """A role that does a Task, or may do one."""
 
     name: str
     responsible_for: tuple[Task, ...]
@@ -113,7 +113,7 @@ class Map:
         read = document.Application._host.read_map(document._ref)
         self.title: str = read["title"]
         self.is_process_map: bool = read["is_process_map"]
-        """Is it based on our template?"""
+        """Whether it is based on Quorvel's template."""
         self.role_names: list[str] = read["roles"]
         """The document's list; see roles for who does what."""
         self.time_units: list[str] = read["time_units"]

@@ -14,7 +14,7 @@ class LeftBehind(NamedTuple):
     copy: str
     """Its full name."""
     original: str
-    """Where the drawing was saved last; empty when it never was, or when that is not known any more."""
+    """Where the drawing was saved last; empty when it never was, or when that is unknown."""
     name: str
     """The name of the drawing."""
 
@@ -25,7 +25,7 @@ def copies_left_behind(folder: str | os.PathLike[str]) -> list[LeftBehind]:
 
 
 def discard_copy(copy: str | os.PathLike[str]) -> None:
-    """Removes a copy and what belongs to it, once it was taken back or is not wanted.
+    """Removes a copy and what belongs to it, after it was restored or when it is not needed.
 
     Raises HostError for a file that is no such copy, and for a copy that belongs to a drawing that is still open.
     """

@@ -1,4 +1,4 @@
-// What lines of text cannot tell of formulas: their references, traits, sharing, and what hostile text does to them.
+// What lines of text cannot test of formulas: their references, traits, sharing, and hostile text.
 #include "host/formula/formula.h"
 
 #include <gtest/gtest.h>
@@ -80,7 +80,7 @@ TEST(Formula, WatchesWhatItReadsButNotWhatItWritesTo) {
   EXPECT_EQ(watched("SETATREF(User.Delta,SETATREFEVAL(SETATREFEXPR()-Star!PinX))+Height"), "User.Delta Height ");
 }
 
-TEST(Formula, TellsWhatItHangsOn) {
+TEST(Formula, ListsItsTraits) {
   EXPECT_TRUE(parsed("guard(1+PinX)")->isGuarded());
   EXPECT_TRUE(parsed("IF(Width>1,GUARD(2),3)")->isGuarded());
   EXPECT_FALSE(parsed("\"GUARD(1)\"")->isGuarded());
@@ -94,7 +94,7 @@ TEST(Formula, TellsWhatItHangsOn) {
   EXPECT_TRUE(parsed("IF(1,2,3)")->isKnown());
 }
 
-TEST(Formula, IsAConstantWhenItAsksNothing) {
+TEST(Formula, IsAConstantWhenItReadsNothing) {
   const std::pair<std::string_view, std::string_view> constants[] = {
       {"5 mm", "5 mm"}, {"-0.48", "-0.48"}, {"GUARD(2*3)", "6"}, {"\"text\"", "text"}, {"1/0", "#DIV/0!"}};
   for (const auto& [text, value] : constants) {
@@ -113,14 +113,14 @@ TEST(Formula, ReadsOnlyTheBranchThatItTakes) {
   EXPECT_EQ(context.reads, 2);
 }
 
-TEST(Formula, PoolSharesByTextAndForgets) {
+TEST(Formula, PoolSharesByTextAndFreesUnused) {
   FormulaPool pool;
   const FormulaPtr first = pool.get("Width*0.5");
   EXPECT_EQ(pool.get("= Width*0.5"), first);
-  EXPECT_NE(pool.get("width*0.5"), first) << "what was written is what is kept";
+  EXPECT_NE(pool.get("width*0.5"), first) << "the text is kept as written";
   EXPECT_FALSE(pool.get("1+"));
   for (int i = 0; i < 5000; ++i) pool.get("Width*" + std::to_string(i));
-  EXPECT_LT(pool.size(), 2000u) << "formulas that nobody holds must not pile up";
+  EXPECT_LT(pool.size(), 2000u) << "unused formulas must be freed";
   EXPECT_EQ(pool.get("Width*0.5"), first);
 }
 
@@ -154,7 +154,7 @@ TEST(Formula, HostileTextEndsInNoFormulaOrAValue) {
   }
 }
 
-TEST(Value, ReadsAsNumberInWantedUnits) {
+TEST(Value, ReadsAsNumberInGivenUnits) {
   struct Case {
     Value value;
     int units;

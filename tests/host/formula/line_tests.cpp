@@ -49,7 +49,7 @@ int forEachLine(const std::filesystem::path& path, Run run, Define define) {
   return count;
 }
 
-/// "~0.7071" is met by any number that differs by less than a unit of its last digit.
+/// "~0.7071" allows any number that differs by less than a unit of its last digit.
 bool meets(const std::string& actual, const std::string& expected) {
   if (!expected.starts_with("~")) return actual == expected;
   const auto point = expected.find('.');
@@ -85,10 +85,10 @@ TEST(FormulaLines, EveryFormulaGivesItsText) {
   EXPECT_GT(count, 300);
 }
 
-TEST(FormulaLines, EveryPictureShowsItsText) {
+TEST(FormulaLines, EveryFormatShowsItsText) {
   TestContext context;
   forEachLine(
-      dataFolder() / "pictures.txt",
+      dataFolder() / "formats.txt",
       [&](const Line& line) {
         const auto bar = line.given.find(" | ");
         const FormulaPtr formula = parseFormula(line.given.substr(0, bar));

@@ -1,4 +1,4 @@
-// A handful of cells for formula tests: what formulas ask of the world, from a table.
+// A few cells for formula tests, from a table.
 #pragma once
 
 #include <map>
@@ -13,7 +13,7 @@ namespace quorvel::host {
 class TestContext : public EvaluationContext {
  public:
   void set(std::string_view name, std::string_view formula) { cells_[foldCase(name)] = parseFormula(formula); }
-  void forget() { cells_.clear(); }
+  void discard() { cells_.clear(); }
 
   Value valueOf(const Reference& reference) override {
     ++reads;
@@ -29,7 +29,7 @@ class TestContext : public EvaluationContext {
   std::string shapeText(const Reference& reference) override {
     return reference.scope == ReferenceScope::ThisSheet ? "Check\tthe  order" : "Other text";
   }
-  /// Every other shape lies 10 in right of and 20 in above this one, which stands at (1, 2) in its parent.
+  /// Every other shape is 10 in right of and 20 in above this one, which is at (1, 2) in its parent.
   Maybe<Value> convertPoint(const Value& point, const Reference* from, const Reference* to) override {
     const double sign = (from && isOther(*from) ? 1 : 0) - (to && isOther(*to) ? 1 : 0);
     return Value::point(point.internal() + sign * 10, point.y() + sign * 20);

@@ -1,5 +1,5 @@
-// Ways between shapes: a table of layouts with what a person would draw, and random ones in which nothing is crossed
-// that can be gone around.
+// Routes between shapes: a table of layouts with the expected lines, and random ones in which nothing is crossed
+// that can be avoided.
 #include "host/routing/router.h"
 
 #include <gtest/gtest.h>
@@ -84,7 +84,7 @@ struct Case {
   double length;
 };
 
-TEST(Router, DrawsWhatAPersonWould) {
+TEST(Router, DrawsTheExpectedLines) {
   using S = Side;
   const Case cases[] = {
       {"side by side", {0, 0, 2, 1}, {4, 0, 6, 1}, {}, {}, {}, 0, 2},
@@ -164,11 +164,11 @@ TEST(Router, RunsBesideOtherLinesAndCrossesThemAtRightAngles) {
             "(1,0.5)(2.625,0.5)(2.625,2.5)(4,2.5)");
   EXPECT_EQ(written(findRoute(request, WithLine(boxes, {{-3, 1.5}, {9, 1.5}})).line),
             "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
-  // One that leaves by the same port may keep to the stem, and does not bend to get off it.
+  // One that leaves by the same port may use the stem, and does not bend to leave it.
   const Polyline stem{{1, 0.5}, {2.5, 0.5}, {2.5, -3}};
   EXPECT_EQ(written(findRoute(request, WithLine(boxes, stem, true)).line), "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
   EXPECT_NE(written(findRoute(request, WithLine(boxes, stem)).line), "(1,0.5)(2.5,0.5)(2.5,2.5)(4,2.5)");
-  // Nor does it bend to run close beside it.
+  // It also does not bend to run close to it.
   const Box level{4, 0.05, 5, 1.05};
   request.end = {sideOf(level, Side::Left)};
   EXPECT_EQ(written(findRoute(request, WithLine({{0, from}, {0, level}}, stem, true)).line),
@@ -238,7 +238,7 @@ bool isJoined(const std::vector<Obstacle>& boxes, const std::vector<Port>& begin
   return false;
 }
 
-TEST(Router, NeverCrossesWhereAFreeWayIs) {
+TEST(Router, NeverCrossesWhereAFreeRouteExists) {
   int free = 0, caught = 0;
   for (unsigned seed = 1; seed <= 400; ++seed) {
     std::mt19937 random(seed);
@@ -280,10 +280,10 @@ TEST(Router, NeverCrossesWhereAFreeWayIs) {
     }
   }
   EXPECT_GT(free, 100);
-  EXPECT_GT(caught, 0) << "the layouts are too easy";
+  EXPECT_GT(caught, 0) << "too few layouts have obstacles";
 }
 
-TEST(BoxIndex, FindsWhatALookAtEachBoxFinds) {
+TEST(BoxIndex, FindsTheSameAsATestOfEachBox) {
   std::mt19937 random(7);
   const auto number = [&](double limit) { return std::uniform_real_distribution<double>(-limit, limit)(random); };
   BoxIndex index(1.5);

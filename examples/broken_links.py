@@ -1,8 +1,8 @@
-"""Finds hyperlinks of drawings that lead nowhere: to a page, a shape or a file that is not there.
+"""Finds hyperlinks of drawings whose target is missing: a page, a shape or a file.
 
-    quorvel run examples/dead_links.py DRAWING...
+    quorvel run examples/broken_links.py DRAWING...
 
-Web and mail addresses are not followed. Ends with 1 when a dead link was found.
+Web and mail addresses are not followed. Ends with 1 when a broken link was found.
 """
 
 import os
@@ -30,7 +30,7 @@ def has_place(doc, sub_address):
 
 
 def fault(app, doc, link):
-    """Why the link leads nowhere; None when it leads somewhere or can't be told."""
+    """Why the link is broken; None when its target exists or can't be checked."""
     address = link.Address
     if address.lower().startswith("file:///"):
         address = unquote(address[len("file://") :])
@@ -62,7 +62,7 @@ def main(*drawings):
                     if wrong:
                         found += 1
                         print(f"{drawing}: {page.Name}, {shape.Name}: {wrong}")
-    print(f"{found} dead links")
+    print(f"{found} broken links")
     return 1 if found else 0
 
 
