@@ -22,7 +22,12 @@ class NamedRow {
   /// A row of shape data, "Prop."; else one of user-defined cells.
   constexpr bool isShapeData() const { return cell_.front() == 'P'; }
   /// Another cell of the row: `column("Format")` is "Prop.Task_ID.Format".
-  std::string column(std::string_view name) const { return std::string(cell_) + "." + std::string(name); }
+  std::string column(std::string_view name) const {
+    std::string cell(cell_);
+    cell += '.';
+    cell += name;
+    return cell;
+  }
 
  private:
   std::string_view cell_;
