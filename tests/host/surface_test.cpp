@@ -2,6 +2,9 @@
 // copies.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "host/host_fixture.h"
 #include "host/sheet/inheritance.h"
 
@@ -435,6 +438,21 @@ TEST_F(Surface, CollectionsByName) {
   const CommandBarControl button = bar.Controls().Add(1);
   ASSERT_TRUE(button.SetCaption("&Roles..."));
   EXPECT_EQ(bar.Controls().Item("roles..."), button);
+}
+
+TEST_F(Surface, AnImageFileThatChangedIsReadAgain) {
+  const std::string file = testing::TempDir() + "quorvel-surface.bmp";
+  const auto widthOf = [&](char pixels, std::size_t size) {
+    std::string bytes(size, '\0');
+    bytes.replace(0, 2, "BM");
+    bytes[18] = bytes[22] = pixels;
+    std::ofstream(file, std::ios::binary) << bytes;
+    return page.Import(file).Cells("Width").Result(visio::unitsInches);
+  };
+  EXPECT_EQ(widthOf(96, 64), 1.0);
+  EXPECT_EQ(widthOf(48, 65), 0.5);
+  std::filesystem::remove(file);
+  EXPECT_FALSE(page.Import(file)) << "nor is one that is no longer there";
 }
 
 TEST_F(Surface, FormulasAreWrittenInTheSyntaxOfTheCountry) {

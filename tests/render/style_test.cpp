@@ -47,6 +47,15 @@ TEST(Style, FillsArePlainHatchedOrGraduated) {
   EXPECT_EQ(std::get<Colour>(drawing.item().fill), (Colour{0xFF0000, 0.75}));
   drawing.set(drawing.shape, "FillPattern", 6);
   EXPECT_EQ(std::get<Pattern>(drawing.item().fill), (Pattern{6, {0xFF0000, 0.75}, {0x0000FF, 1}}));
+  const auto direction = [&](int pattern) {
+    drawing.set(drawing.shape, "FillPattern", pattern);
+    const Gradient gradient = std::get<Gradient>(drawing.item().fill);
+    return std::pair(std::round(gradient.to.x - gradient.from.x), std::round(gradient.to.y - gradient.from.y));
+  };
+  EXPECT_EQ(direction(25), std::pair(144.0, 0.0)) << "to the right";
+  EXPECT_EQ(direction(27), std::pair(-144.0, 0.0));
+  EXPECT_EQ(direction(28), std::pair(0.0, 72.0)) << "downward";
+  EXPECT_EQ(direction(30), std::pair(0.0, -72.0));
   drawing.set(drawing.shape, "FillPattern", 25);
   drawing.set(drawing.shape, "Angle", 3.141592653589793);
   const Gradient turned = std::get<Gradient>(drawing.item().fill);
