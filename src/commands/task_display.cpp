@@ -11,8 +11,6 @@
 namespace quorvel::addin {
 namespace {
 
-constexpr std::string_view taskVisible = schema::switches::taskDetails;
-
 void moveDetails(const Shape& task, std::string_view from, std::string_view to) {
   const Page page = task.ContainingPage();
   const Layer before = detailLayer(page, from), after = detailLayer(page, to);
@@ -32,13 +30,14 @@ bool getCurrentDisplayState(const DisplayTarget& target, std::string_view master
 }
 
 void applyTaskDisplay(const dsrVisioConnect& connect, const DisplayTarget& target, std::string_view scope) {
-  const bool shown = getCurrentDisplayState(target, masters::task, taskVisible);
+  const bool shown = getCurrentDisplayState(target, masters::task, schema::switches::taskDetails);
   const std::string_view from = shown ? detailLayers::visible : detailLayers::invisible;
   const std::string_view to = shown ? detailLayers::invisible : detailLayers::visible;
   const UndoStep step(connect.gvsoApp, "Task Display");
-  for (const Page& page : pagesInScope(target, scope)) writeSwitch(page.PageSheet(), taskVisible, shown ? 0 : 1);
+  for (const Page& page : pagesInScope(target, scope))
+    writeSwitch(page.PageSheet(), schema::switches::taskDetails, shown ? 0 : 1);
   for (const Shape& task : shapesInScope(target, scope, isWholeTask)) {
-    writeSwitch(task, taskVisible, shown ? 0 : 1);
+    writeSwitch(task, schema::switches::taskDetails, shown ? 0 : 1);
     moveDetails(task, from, to);
   }
 }
@@ -46,7 +45,7 @@ void applyTaskDisplay(const dsrVisioConnect& connect, const DisplayTarget& targe
 void cbrBtnTaskdisplay_Click(dsrVisioConnect& connect) {
   const DisplayTarget target = shownNow(connect);
   if (!isForeground(target.page)) return;
-  frmTaskDisplay dialog(!getCurrentDisplayState(target, masters::task, taskVisible));
+  frmTaskDisplay dialog(!getCurrentDisplayState(target, masters::task, schema::switches::taskDetails));
   dialog.offerSelection(!target.selected.empty());
   connect.platform.showModal(dialog);
   if (!dialog.cancelled()) applyTaskDisplay(connect, target, dialog.scope());

@@ -32,10 +32,8 @@ void copied(const Shape& shape, const Page& page) {
 
 void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape, const Page& page) {
   const Document document = page.Document();
-  if (!hasQuorvelTemplate(document)) return;
-  const Shape documentSheet = document.DocumentSheet();
-  if (!(documentSheet.CellExists(schema::documentCells::isInitialized, 1) == true)) return;
-  if (!(documentSheet.Cells(schema::documentCells::isInitialized).Result(visio::unitsNone) != 0)) return;
+  if (!isMap(document)) return;
+  if (!(document.DocumentSheet().Cells(schema::documentCells::isInitialized).Result(visio::unitsNone) != 0)) return;
   // The copy that undoes the deletion of a Task must keep its ID and cells.
   if (std::exchange(connect.flagRestoringTask, false)) return;
 

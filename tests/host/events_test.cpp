@@ -61,7 +61,7 @@ TEST_F(Events, AChangeOfKindOrUnitIsAChangeOfValue) {
   }
 }
 
-TEST_F(Events, ANewRowRaisesAnEventAndADeletedOneDoesNot) {
+TEST_F(Events, AddedRowsRaiseAnEventAndDeletedOnesDoNot) {
   const Shape shape = rectangle();
   Recorder recorder(running);
   shape.AddNamedRow(visio::sectionUser, "x", 0);

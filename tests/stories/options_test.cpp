@@ -61,7 +61,7 @@ class Options : public MapTest {
   std::string documentText(const char* cell) { return text(map.DocumentSheet(), cell); }
 };
 
-TEST_F(Options, ANewAbbreviationOfMinutesIsShownByEveryTaskAndLink) {
+TEST_F(Options, AnotherAbbreviationOfMinutesIsShownByEveryTaskAndLink) {
   const Shape hours = dropTask(page, 6), link = drop(page, "Task Link", 4, 3);
   const Page next = map.Pages().Add();
   const Shape elsewhere = dropTask(next), linkElsewhere = drop(next, "Task Link", 4, 3);

@@ -271,7 +271,7 @@ TEST_F(OtherDocuments, ALinkCopiedToAnotherDrawingKeepsItsText) {
   }
 }
 
-TEST_F(OtherDocuments, ANewMapThatIsNotShownIsPreparedToo) {
+TEST_F(OtherDocuments, AMapThatIsNotShownIsPreparedToo) {
   openForeign();
   // A listener before the add-in shows another drawing while the map is made.
   addin::dsrVisioConnect& connect = session.addin();

@@ -231,4 +231,17 @@ void linkToMasters(ReadState& state) {
   state.pending.clear();
 }
 
+void readForeignAttributes(pugi::xml_node node, host::ForeignData& image, CarriedForeign& carried) {
+  for (const pugi::xml_attribute attribute : node.attributes()) {
+    const std::string_view name = attribute.name();
+    if (name == "ForeignType") {
+      image.type = attribute.value();
+    } else if (name == "CompressionType") {
+      image.compression = attribute.value();
+    } else {
+      keepAttribute(node, attribute, carried.attributes);
+    }
+  }
+}
+
 }  // namespace quorvel::formats

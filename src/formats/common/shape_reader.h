@@ -11,6 +11,9 @@ namespace quorvel::formats {
 void readShapes(ReadState& state, ShapeSource& source, host::SheetId parent, pugi::xml_node shapes, int instanceMaster);
 void readConnects(ReadState& state, host::PageId page, CarriedPage& carried, pugi::xml_node connects);
 
+/// The type and the compression of an image; what else the element says is carried.
+void readForeignAttributes(pugi::xml_node node, host::ForeignData& image, CarriedForeign& carried);
+
 /// Ties the shapes read so far to their masters. What names no shape of a master stays an attribute that is carried.
 void linkToMasters(ReadState& state);
 

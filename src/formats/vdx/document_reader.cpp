@@ -30,16 +30,7 @@ bool readPicture(ReadState&, const ShapeSource&, host::Sheet& sheet, pugi::xml_n
   if (!bytes || bytes->empty()) return false;
   auto picture = std::make_shared<host::ForeignData>();
   auto carry = std::make_shared<CarriedForeign>();
-  for (const pugi::xml_attribute attribute : node.attributes()) {
-    const std::string_view name = attribute.name();
-    if (name == "ForeignType") {
-      picture->type = attribute.value();
-    } else if (name == "CompressionType") {
-      picture->compression = attribute.value();
-    } else {
-      carry->attributes.emplace_back(name, attribute.value());
-    }
-  }
+  readForeignAttributes(node, *picture, *carry);
   picture->extension = extensionOf(picture->type, picture->compression);
   std::string bitmap = picture->extension == "bmp" ? host::bitmapFile(*bytes) : std::string();
   carry->olderLacksHeader = !bitmap.empty();

@@ -23,16 +23,7 @@ bool readPicture(ReadState& state, const ShapeSource& source, host::Sheet& sheet
     auto picture = std::make_shared<host::ForeignData>();
     auto carry = std::make_shared<CarriedForeign>();
     if (!state.package.read(relationship->part, picture->bytes)) return false;
-    for (const pugi::xml_attribute attribute : node.attributes()) {
-      const std::string_view name = attribute.name();
-      if (name == "ForeignType") {
-        picture->type = attribute.value();
-      } else if (name == "CompressionType") {
-        picture->compression = attribute.value();
-      } else {
-        keepAttribute(node, attribute, carry->attributes);
-      }
-    }
+    readForeignAttributes(node, *picture, *carry);
     for (const pugi::xml_node child : node) {
       if (child.type() == pugi::node_element && localName(child) != "Rel") carry->contents += rawXml(child);
     }
