@@ -102,7 +102,7 @@ Header readHeader(const Bytes& bytes) {
 
 /// Icons are imported again and again. Kept are those read last, as long as their files have not changed; shapes share
 /// their bytes.
-class SmallFiles {
+class RecentImages {
  public:
   static constexpr std::uintmax_t largest = 64 * 1024;
 
@@ -115,21 +115,21 @@ class SmallFiles {
   Maybe<ImageFile> find(const std::string& fileName, const Stamp& stamp) {
     const std::lock_guard lock(mutex_);
     const auto found = std::ranges::find(files_, fileName, &Entry::fileName);
-    return found != files_.end() && found->stamp == stamp ? Maybe<ImageFile>(found->picture) : Maybe<ImageFile>();
+    return found != files_.end() && found->stamp == stamp ? Maybe<ImageFile>(found->image) : Maybe<ImageFile>();
   }
-  void keep(const std::string& fileName, const Stamp& stamp, const ImageFile& picture) {
+  void keep(const std::string& fileName, const Stamp& stamp, const ImageFile& image) {
     constexpr std::size_t most = 32;
     const std::lock_guard lock(mutex_);
     std::erase_if(files_, [&](const Entry& entry) { return entry.fileName == fileName; });
     if (files_.size() == most) files_.pop_front();
-    files_.push_back({fileName, stamp, picture});
+    files_.push_back({fileName, stamp, image});
   }
 
  private:
   struct Entry {
     std::string fileName;
     Stamp stamp;
-    ImageFile picture;
+    ImageFile image;
   };
   std::mutex mutex_;
   std::deque<Entry> files_;
@@ -153,17 +153,17 @@ ImageFile read(const std::string& fileName) {
 }  // namespace
 
 ImageFile readImageFile(const std::string& name) {
-  static SmallFiles smallFiles;
+  static RecentImages recentImages;
   std::error_code failed;
   const std::string fileName = std::filesystem::absolute(name, failed).string();
   if (failed) return read(name);
-  SmallFiles::Stamp stamp{std::filesystem::file_size(fileName, failed), {}};
+  RecentImages::Stamp stamp{std::filesystem::file_size(fileName, failed), {}};
   if (!failed) stamp.time = std::filesystem::last_write_time(fileName, failed);
-  if (failed || stamp.size > SmallFiles::largest) return read(fileName);
-  if (const Maybe<ImageFile> kept = smallFiles.find(fileName, stamp)) return *kept;
-  const ImageFile picture = read(fileName);
-  if (picture.data) smallFiles.keep(fileName, stamp, picture);
-  return picture;
+  if (failed || stamp.size > RecentImages::largest) return read(fileName);
+  if (const Maybe<ImageFile> kept = recentImages.find(fileName, stamp)) return *kept;
+  const ImageFile image = read(fileName);
+  if (image.data) recentImages.keep(fileName, stamp, image);
+  return image;
 }
 
 }  // namespace quorvel::host
