@@ -66,6 +66,14 @@ class dsrVisioConnect : public UpkeepListener {
 
   Cell renamedRole;  ///< a role is being renamed in this cell; it keeps its hyperlinks
 
+  /// This Task gets an ID from a routine that keeps all hyperlinks right by itself: a first drop or a paste, to which
+  /// nothing links yet, or the renumbering of many Tasks. The change of its ID rewrites no hyperlink.
+  Shape numberedTask;
+
+  /// Shapes are being deleted that the user refused while they were added. Their IDs are still those of the originals,
+  /// and no question is asked about hyperlinks to them.
+  bool deletesRefusedShapes = false;
+
   bool flagRestoringTask = false;  ///< a Task is being duplicated to undo its deletion; the copy is no first drop
 
   /// The rows of a Task's details by position, from 1; empty until a map is initialized.

@@ -34,6 +34,12 @@ namespace shapeCells {
 inline constexpr NamedRow alreadyAdded = "User.AlreadyAdded";
 }  // namespace shapeCells
 
+/// Of what may link to a Task and shows its ID: Process Connectors and sub-task boxes.
+namespace linkedCells {
+/// The ID that the link had when it was last followed. Another ID that is shown was typed by the user.
+inline constexpr NamedRow storedTaskId = "User.StoredTaskID";
+}  // namespace linkedCells
+
 /// Of Tasks and Task Links.
 namespace timeCells {
 /// The duration with its unit, and the unit in which it is shown and typed.
@@ -52,10 +58,13 @@ inline constexpr std::array<NamedRow, 5> roles{"Prop.Responsible_Role", "Prop.Su
                                                "Prop.SupportingRole_2", "Prop.SupportingRole_3",
                                                "Prop.SupportingRole_4"};
 inline constexpr NamedRow responsibleRole = roles.front();
+/// Each is 1 while the Task has the mark: of its own hyperlinks, of its notes, of its sub-task box's hyperlink.
+inline constexpr NamedRow hyperlinkMark = "User.flag_pic", notesMark = "User.flag_pic_2",
+                          subTaskMark = "User.flag_pic_3";
 }  // namespace taskCells
 
 namespace subTaskBoxCells {
-inline constexpr NamedRow textWidth = "User.TxtWidth", storedTaskId = "User.StoredTaskID";
+inline constexpr NamedRow textWidth = "User.TxtWidth";
 }  // namespace subTaskBoxCells
 
 namespace taskLinkCells {
@@ -66,6 +75,10 @@ inline constexpr NamedRow quotedDescription = "User.Single_TaskLink";
 
 namespace connectorCells {
 inline constexpr NamedRow shownId = "Prop.Connecting_TaskID";
+/// Shown while there is no target. It is not reserved: a page may have a Task of this ID.
+inline constexpr std::string_view noTarget = "Z99";
+/// Stands before the ID in the shape's text and in its name.
+inline constexpr std::string_view textStart = "Connector.";
 }  // namespace connectorCells
 
 }  // namespace quorvel::schema

@@ -18,7 +18,7 @@ void firstDropOfProcessConnector(const Shape& connector, const Page& page) {
   setAction(connector, 2, shapeDataAction, menuWithAddin("Modify Connector Text...", separator));
   connector.Cells("Actions.D1").FormulaForce(disabledFormula(separator));
   connector.Cells("LockTextEdit").FormulaForce("1");
-  connector.SetName("Connector." +
+  connector.SetName(std::string(schema::connectorCells::textStart) +
                     connector.Cells(schema::connectorCells::shownId).ResultStr(visio::unitsNone).or_({}));
 }
 

@@ -32,8 +32,8 @@ void prepareSubTaskBox(const Shape& box, const std::string& separator) {
   setAction(box, 1, hyperlinkAction(separator), quoted("Add/Edit Hyperlink"));
   addRow(box, schema::subTaskBoxCells::textWidth);
   box.Cells(schema::subTaskBoxCells::textWidth).FormulaForce("GUARD(TEXTWIDTH(TheText))");
-  addRow(box, schema::subTaskBoxCells::storedTaskId);
-  box.Cells(schema::subTaskBoxCells::storedTaskId).FormulaForce(quoted(""));
+  addRow(box, schema::linkedCells::storedTaskId);
+  box.Cells(schema::linkedCells::storedTaskId).FormulaForce(quoted(""));
 }
 
 void prepareRoles(const Shape& task, const Document& document) {
