@@ -33,20 +33,26 @@ bool isHeld(const Store& store, SheetId id, SectionNumber number, Fits fits) {
 
 RowOutcome refusedRow(std::string reason) { return {Outcome::refused(std::move(reason)), -1, {}}; }
 
-/// A new row raises the events of a write to its own cell.
-void notifyRowAdded(Engine& engine, SheetId sheet, SectionNumber section, RowKey row) {
-  const CellAddress cell{sheet, {section, row, 0}};
-  engine.recalculateAndNotify({}, {cell});
-  engine.raise(&ApplicationEvents::CellChanged, cell);
-}
-
-/// All cells of a row that is about to be deleted: their readers must be evaluated.
+/// All cells of a row, by column.
 std::vector<CellAddress> cellsOf(SheetId sheet, SectionNumber section, RowKey row) {
   std::vector<CellAddress> cells;
   for (const CellDefinition& definition : cellDefinitions()) {
     if (definition.section == section) cells.push_back({sheet, {section, row, definition.column}});
   }
   return cells;
+}
+
+/// A new row raises the event of a write to its first cell, and a new hyperlink those of all its cells: what marks
+/// links may look at any of them.
+void notifyRowAdded(Engine& engine, SheetId sheet, SectionNumber section, RowKey row) {
+  std::vector<CellAddress> cells;
+  if (section == SectionNumber::Hyperlink) {
+    cells = cellsOf(sheet, section, row);
+  } else {
+    cells.push_back({sheet, {section, row, 0}});
+  }
+  engine.recalculateAndNotify({}, cells);
+  for (const CellAddress& cell : cells) engine.raise(&ApplicationEvents::CellChanged, cell);
 }
 
 std::size_t localPlace(const Sheet& sheet, SectionNumber section, RowKey row) {
