@@ -1,17 +1,19 @@
 #include "host/edits/copy_shapes.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <cmath>
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/connectors/connector_ends.h"
 #include "host/edits/layers.h"
 #include "host/sheet/inheritance.h"
+#include "host/sheet/own_content.h"
+#include "host/sheet/references.h"
+#include "host/sheet/transform.h"
 
 namespace quorvel::host {
 namespace {
-
-using SheetMap = std::unordered_map<SheetId, SheetId>;
 
 const CellKey& pinX() {
   static const CellKey key = objectCell("PinX");
@@ -57,11 +59,66 @@ void copyContent(Engine& engine, SheetId from, SheetId to) {
   target.text = source.text;
   target.foreign = source.foreign;
   target.sections = source.sections;
+  target.holdsComputed = source.holdsComputed;
   target.extras = source.extras;
   const DocumentId document = target.document;
   for (SheetId Sheet::*member : {&Sheet::lineStyle, &Sheet::fillStyle, &Sheet::textStyle}) {
     const SheetId style = localStyle(engine, document, store.sheet(from)->*member);
     store.sheet(to)->*member = style;
+  }
+}
+
+/// What the original inherits becomes the copy's own.
+void copyInheritedContent(Engine& engine, SheetId from, SheetId to) {
+  Store& store = engine.edit().making();
+  OwnContent content = ownContentOf(store, from);
+  Sheet& target = *store.sheet(to);
+  target.sections = std::move(content.sections);
+  target.text = std::move(content.text);
+  target.foreign = std::move(content.foreign);
+  const DocumentId document = target.document;
+  const auto style = [&](SheetId Sheet::*member, SheetId source) {
+    const SheetId local = localStyle(engine, document, source);
+    store.sheet(to)->*member = local;
+  };
+  style(&Sheet::lineStyle, content.lineStyle);
+  style(&Sheet::fillStyle, content.fillStyle);
+  style(&Sheet::textStyle, content.textStyle);
+}
+
+/// The numbers of shapes on another page are those of unrelated shapes here: a cell whose formula names a shape that is
+/// not copied keeps its value alone.
+void leaveOutOtherShapes(Store& store, const SheetMap& copies) {
+  for (const auto& [from, to] : copies) {
+    const auto isOther = [&, original = from](const Reference& reference) {
+      if (reference.scope != ReferenceScope::Shape && reference.scope != ReferenceScope::NamedShape) return false;
+      const SheetId target = resolveReference(store, original, original, reference);
+      return target && store.sheet(target)->isShape() && !copies.contains(target);
+    };
+    Sheet& copy = *store.sheet(to);
+    bool freed[2] = {false, false};
+    for (Section& section : copy.sections) {
+      for (Row& row : section.rows) {
+        for (auto& [column, cell] : row.cells) {
+          if (!cell.formula || !std::ranges::any_of(cell.formula->references(), isOther)) continue;
+          const bool isGuarded = cell.formula->isGuarded();
+          cell.formula = nullptr;
+          if (isGuarded) cell.formula = store.formulas().get("GUARD(" + formulaText(cell) + ")");
+          const CellKey key{section.number, row.key, column};
+          for (const bool begin : {false, true}) {
+            if (key != triggerCell(begin)) continue;
+            freed[begin] = cell.noFormula = true;
+          }
+        }
+      }
+    }
+    // An end that walked around such a shape stays where it is.
+    for (const bool begin : {false, true}) {
+      for (const bool vertical : {false, true}) {
+        Cell* end = freed[begin] ? copy.findLocal(endCell(begin, vertical)) : nullptr;
+        if (end && end->formula && isWalkingFormula(end->formula->text())) end->formula = nullptr;
+      }
+    }
   }
 }
 
@@ -124,6 +181,7 @@ MasterId copyMaster(Engine& engine, DocumentId document, MasterId source) {
   target.extras = from.extras;
   const Page& contents = *store.page(from.contents);
   const PageId targetPage = target.contents;
+  store.page(targetPage)->connects = contents.connects;
   copyContent(engine, contents.sheet, store.page(targetPage)->sheet);
   SheetMap copies;
   for (const SheetId shape : contents.shapes) {
@@ -164,6 +222,40 @@ void setNumber(Engine& engine, SheetId sheet, const CellKey& key, double inches)
   Cell cell;
   cell.value = Value::number(inches, Unit::Inches);
   engine.edit().setCell({sheet, key}, std::move(cell));
+}
+
+/// A member of a group that is copied to a page by itself lies there where it lay in the group.
+void placeOnPage(Engine& engine, SheetId from, SheetId copy, std::vector<CellAddress>& changed) {
+  const Store& store = engine.store();
+  const Matrix matrix = toPageMatrix(store, store.sheet(from)->parent);
+  const auto place = [&](const CellKey& x, const CellKey& y) {
+    const Point at = matrix({cellNumber(store, copy, x), cellNumber(store, copy, y)});
+    setNumber(engine, copy, x, at.x);
+    setNumber(engine, copy, y, at.y);
+    changed.insert(changed.end(), {{copy, x}, {copy, y}});
+  };
+  if (findCell(store, copy, endCell(true, false)).value) {
+    for (const bool begin : {false, true}) {
+      const FormulaPtr formula = formulaOf(store, copy, endCell(begin, false));
+      // An end that is glued stays where its formula puts it.
+      if (!formula || formula->constant()) place(endCell(begin, false), endCell(begin, true));
+    }
+    return;
+  }
+  place(pinX(), pinY());
+  static const CellKey angle = objectCell("Angle"), flipX = objectCell("FlipX");
+  const bool isMirrored = matrix.determinant() < 0;
+  const double turn = isMirrored ? std::atan2(-matrix.b, -matrix.a) : std::atan2(matrix.b, matrix.a);
+  const double own = cellNumber(store, copy, angle);
+  Cell turned;
+  turned.value = Value::number(turn + (isMirrored ? -own : own), Unit::Degrees);
+  engine.edit().setCell({copy, angle}, std::move(turned));
+  changed.push_back({copy, angle});
+  if (!isMirrored) return;
+  Cell flipped;
+  flipped.value = Value::boolean(cellNumber(store, copy, flipX) == 0);
+  engine.edit().setCell({copy, flipX}, std::move(flipped));
+  changed.push_back({copy, flipX});
 }
 
 /// Moves a shape: its ends for a 1-D shape whose ends hold no formula, else its pin.
@@ -250,7 +342,7 @@ SheetId instantiate(Engine& engine, MasterId masterId, PageId page, double x, do
 }
 
 std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shapes, PageId page, SheetId parent,
-                                double dx, double dy) {
+                                double dx, double dy, SheetMap* copied) {
   Store& store = engine.edit().making();
   const DocumentId document = store.page(page)->document;
   SheetMap copies;
@@ -268,7 +360,10 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
     const auto copiedRoot = copies.find(root);
     const MasterId original = store.sheet(root)->master;
     // A member that is copied without its instance inherits nothing.
-    if (copiedRoot == copies.end() || !original) continue;
+    if (copiedRoot == copies.end() || !original) {
+      copyInheritedContent(engine, from, to);
+      continue;
+    }
     const MasterId local = store.sheet(copiedRoot->second)->master;
     if (local == original) {
       store.sheet(to)->prototype = prototype;
@@ -276,8 +371,14 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
     }
     const auto& byId = store.page(store.master(local)->contents)->byShapeId;
     const auto found = byId.find(store.sheet(prototype)->shapeId);
-    if (found != byId.end()) store.sheet(to)->prototype = found->second;
+    if (found != byId.end()) {
+      store.sheet(to)->prototype = found->second;
+    } else {
+      copyInheritedContent(engine, from, to);
+    }
   }
+  const bool isElsewhere = !shapes.empty() && store.sheet(shapes.front())->page != page;
+  if (isElsewhere) leaveOutOtherShapes(store, copies);
   renumberReferences(store, copies);
   // Glued ends of copied links stay connected to copies of what they are glued to.
   if (const Page* source = shapes.empty() ? nullptr : store.page(store.sheet(shapes.front())->page)) {
@@ -302,10 +403,12 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
     takeLayersOfPage(engine, root, store.sheet(shapes.front())->page);
   }
   std::vector<CellAddress> changed;
-  if (dx != 0 || dy != 0) {
-    for (const SheetId root : roots) shift(engine, root, dx, dy, changed);
+  for (std::size_t i = 0; i < roots.size(); ++i) {
+    if (isElsewhere && store.sheet(shapes[i])->parent) placeOnPage(engine, shapes[i], roots[i], changed);
+    if (dx != 0 || dy != 0) shift(engine, roots[i], dx, dy, changed);
   }
   engine.recalculate({}, changed);
+  if (copied) *copied = std::move(copies);
   return roots;
 }
 

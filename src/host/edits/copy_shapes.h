@@ -16,8 +16,11 @@ MasterId localMaster(Engine& engine, DocumentId document, MasterId master);
 SheetId instantiate(Engine& engine, MasterId master, PageId page, double x, double y);
 
 /// Copies of the shapes with their members on `page`, in `parent` (null: the page itself), in their order. Formulas
-/// that name shapes of the copied set name the copies; each copy has a new default name. No event is raised.
+/// that name shapes of the copied set name the copies; each copy has a new default name. On another page, formulas that
+/// name any other shape are left out and their values kept, and members of groups keep their place on the page. What a
+/// shape inherits, but cannot inherit there, becomes its own. No event is raised. `copied` gets all shapes with their
+/// copies.
 std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shapes, PageId page, SheetId parent,
-                                double dx, double dy);
+                                double dx, double dy, SheetMap* copied = nullptr);
 
 }  // namespace quorvel::host
