@@ -339,8 +339,9 @@ class Shape : public Handle {
   Shape DrawLine(double x1, double y1, double x2, double y2) const;
   Shape DrawRectangle(double x1, double y1, double x2, double y2) const;
   Shape Import(const Maybe<std::string>& fileName) const;
+  /// Selected where its page is shown, unless shapes are being deleted. Null when a handler deleted it.
   Shape Duplicate() const;
-  /// Fails while LockDelete is 1.
+  /// Fails while LockDelete is 1, and for a member of a group whose LockGroup is 1.
   bool Delete() const { return call(Member::Shape_Delete); }
   /// Makes a drawn shape a group that has no members yet.
   bool Group() const { return call(Member::Shape_Group); }

@@ -324,6 +324,49 @@ TEST_F(Connectors, CopiesAndWholeMovesKeepTheirLines) {
   EXPECT_EQ(lineOf(loose).size(), before.size());
 }
 
+TEST_F(Connectors, ACopyMadeInADeletionTakesOverTheGlue) {
+  const Shape from = box(2, 2), to = box(8, 2), plain = page.DrawLine(0, 0, 1, 1);
+  const Shape group = app.ActiveWindow().Select(from, visio::select) ? app.ActiveWindow().Selection().Group() : Shape();
+  const Shape walking = glued(group, to), toMember = glued(from, to);
+  ASSERT_TRUE(plain.Cells("EndX").GlueTo(group.Cells("PinX")));
+  const Cell reader = [&] {
+    plain.AddNamedRow(visio::sectionUser, "reads", 0);
+    plain.Cells("User.reads").SetFormula(group.NameID().or_("") + "!Width");
+    return plain.Cells("User.reads");
+  }();
+  const std::string before = dump();
+  Recorder recorder(running);
+  Shape copies[2];
+  recorder.onBeforeShapeDelete = [&](const Shape& going) {
+    for (Shape& copy : copies) copy = going.Duplicate();
+  };
+  ASSERT_TRUE(group.Delete());
+  const Shape copy = copies[1], member = copy.Shapes().Item(1);
+  EXPECT_EQ(walking.Cells("BegTrigger").Formula(), "_XFTRIGGER(" + *copy.NameID() + "!EventXFMod)");
+  EXPECT_EQ(walking.Connects().Item(1).ToSheet(), copy);
+  EXPECT_EQ(toMember.Cells("BegTrigger").Formula(), "_XFTRIGGER(" + *member.NameID() + "!EventXFMod)");
+  EXPECT_EQ(copy.FromConnects().Count(), 2);
+  EXPECT_EQ(member.FromConnects().Count(), 1);
+  EXPECT_EQ(inches(plain, "EndX"), inches(copy, "PinX"));
+  EXPECT_EQ(reader.Formula(), "REF()") << "only glue moves";
+  recorder.onBeforeShapeDelete = nullptr;
+  move(copy, 2, 6);
+  EXPECT_EQ(inches(plain, "EndY"), 6);
+  EXPECT_NEAR(inches(walking, "BeginY"), 6, 0.6);
+  EXPECT_NEAR(inches(toMember, "BeginY"), 6, 0.6);
+  for (int i = 0; i < 3; ++i) ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(firstDifference(before, dump()), "");
+
+  // A copy that is gone again takes nothing over.
+  recorder.onBeforeShapeDelete = [&](const Shape& going) {
+    if (!(going == group)) return;
+    copies[0] = going.Duplicate();
+    going.Duplicate().Delete();
+  };
+  ASSERT_TRUE(group.Delete());
+  EXPECT_EQ(walking.Connects().Item(1).ToSheet(), copies[0]);
+}
+
 /// Random drawings: after every change no line runs through a shape that it can avoid, and all is undone.
 TEST_F(Connectors, StayCorrectAfterRandomEdits) {
   std::srand(11);

@@ -68,6 +68,17 @@ TEST_F(Events, AddedRowsRaiseAnEventAndDeletedOnesDoNot) {
   EXPECT_EQ(recorder.take(), Recorded{"CellChanged Sheet.1 User.x"});
   shape.DeleteRow(visio::sectionUser, 0);
   EXPECT_EQ(recorder.take(), Recorded{});
+  const std::function<void()> additions[] = {[&] { shape.AddHyperlink(); }, [&] { shape.Hyperlinks().Add(); },
+                                             [&] { shape.AddRow(244, visio::rowLast, 0); }};
+  for (int n = 1; const auto& add : additions) {
+    add();
+    const std::string row = "CellChanged Sheet.1 Hyperlink.Row_" + std::to_string(n++);
+    Recorded expected;
+    for (const char* column :
+         {"Description", "Address", "SubAddress", "ExtraInfo", "Frame", "NewWindow", "Default", "SortKey", "Invisible"})
+      expected.push_back(row + "." + column);
+    EXPECT_EQ(recorder.take(), expected);
+  }
 }
 
 TEST_F(Events, ADropSelectsBeforeItsEvent) {
@@ -84,13 +95,39 @@ TEST_F(Events, ADropSelectsBeforeItsEvent) {
   EXPECT_EQ(page.Shapes().Count(), 1);
 }
 
-TEST_F(Events, ACopyMadeDuringADeletionIsAddedAfterItsHandler) {
-  const Shape shape = rectangle();
+TEST_F(Events, ADuplicateIsSelectedButNotDuringADeletion) {
+  const Shape shape = rectangle(), second = rectangle();
   Recorder recorder(running);
   Shape copy;
+  Maybe<int> selected;
+  recorder.onShapeAdded = [&](const Shape&) { selected = app.ActiveWindow().Selection().Count(); };
+  ASSERT_TRUE(second.Duplicate());
+  EXPECT_EQ(recorder.take(), (Recorded{"SelectionChanged", "ShapeAdded Sheet.3"}));
+  EXPECT_EQ(selected, 1);
+  app.ActiveWindow().SetPage(document.Pages().Add());
+  ASSERT_TRUE(second.Duplicate().Delete());
+  EXPECT_EQ(app.ActiveWindow().Selection().Count(), 0) << "another page is shown";
+
+  app.ActiveWindow().SetPage(page);
+  for (const Shape& each : {shape, second}) app.ActiveWindow().Select(each, visio::select);
+  recorder.take();
+  recorder.onBeforeShapeDelete = [&](const Shape& going) {
+    if (going == shape) copy = going.Duplicate();
+    // A deletion inside is part of this one.
+    if (going == second) page.Shapes().Item(3).Delete();
+  };
+  ASSERT_TRUE(app.ActiveWindow().Selection().Delete());
+  EXPECT_EQ(recorder.take(),
+            (Recorded{"BeforeShapeDelete Sheet.1", "ShapeAdded Sheet.5", "(handled)", "BeforeShapeDelete Sheet.2",
+                      "BeforeShapeDelete Sheet.5", "(handled)", "(handled)", "SelectionChanged"}));
+  EXPECT_EQ(selected, 2);
+  ASSERT_TRUE(app.Undo());
+  ASSERT_TRUE(page.Shapes().Item(3).Delete());
   recorder.onBeforeShapeDelete = [&](const Shape& going) { copy = going.Duplicate(); };
+  ASSERT_TRUE(second.Delete());
   ASSERT_TRUE(shape.Delete());
-  EXPECT_EQ(recorder.take(), (Recorded{"BeforeShapeDelete Sheet.1", "(handled)", "ShapeAdded Sheet.2"}));
+  recorder.onBeforeShapeDelete = nullptr;
+  ASSERT_TRUE(page.Shapes().Item(1).Delete());
   EXPECT_TRUE(copy.Name());
   EXPECT_FALSE(shape.Name());
   EXPECT_EQ(page.Shapes().Count(), 1);
@@ -110,9 +147,9 @@ TEST_F(Events, MembersOfAGroupAreAddedAndDeletedWithIt) {
   ASSERT_TRUE(group.Shapes().Item(1).Cells("LockDelete").SetFormula("1"));
   Recorder recorder(running);
   const Shape copy = group.Duplicate();
-  EXPECT_EQ(recorder.take(), Recorded{"ShapeAdded Sheet.3"});
+  EXPECT_EQ(recorder.take(), (Recorded{"SelectionChanged", "ShapeAdded Sheet.3"}));
   ASSERT_TRUE(copy.Delete());
-  EXPECT_EQ(recorder.take(), (Recorded{"BeforeShapeDelete Sheet.3", "(handled)"}));
+  EXPECT_EQ(recorder.take(), (Recorded{"BeforeShapeDelete Sheet.3", "(handled)", "SelectionChanged"}));
 }
 
 TEST_F(Events, PagesRaiseEventsForNameAndKindOnly) {

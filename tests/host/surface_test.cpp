@@ -7,6 +7,7 @@
 
 #include "host/host_fixture.h"
 #include "host/sheet/inheritance.h"
+#include "host/sheet/transform.h"
 
 namespace quorvel {
 namespace {
@@ -186,6 +187,14 @@ TEST_F(Surface, ALockAgainstDeletionHoldsForTheShapeAndNotForItsGroup) {
   EXPECT_TRUE(member.Name());
   EXPECT_TRUE(group.Delete());
   EXPECT_FALSE(member.Name());
+  ASSERT_TRUE(app.Undo());
+  // LockGroup holds for the members, and not for the group either.
+  ASSERT_TRUE(member.Cells("LockDelete").SetFormula("0"));
+  ASSERT_TRUE(group.Cells("LockGroup").SetFormula("1"));
+  const Shape inner = member.DrawRectangle(0, 0, 1, 1);
+  EXPECT_FALSE(member.Delete());
+  EXPECT_FALSE(inner.Delete());
+  EXPECT_TRUE(group.Delete());
 
   const Shape locked = rectangle(), open = rectangle();
   locked.Cells("LockDelete").SetFormula("1");
@@ -293,6 +302,8 @@ TEST_F(Surface, ReferencesInsideACopyMeanTheCopy) {
   second.DrawRectangle(0, 0, 1, 1);
   ASSERT_TRUE(second.Paste());
   reads(second.Shapes().Item(2));
+  EXPECT_EQ(second.Shapes().Item(2).Shapes().Item(1).Cells("User.beyond").Formula(), "1 in.")
+      << "the shape of that number is another one here";
   EXPECT_EQ(second.Shapes().Item(2).Master().Name(), "Box");
 
   const Document other = app.Documents().Add("");
@@ -303,6 +314,45 @@ TEST_F(Surface, ReferencesInsideACopyMeanTheCopy) {
   EXPECT_EQ(other.Masters().Count(), 1) << "the master was copied too";
   ASSERT_TRUE(there.Paste());
   EXPECT_EQ(other.Masters().Count(), 1) << "once";
+}
+
+TEST_F(Surface, APasteKeepsTheStackAndNeedsNothingOfItsSource) {
+  const Document source = app.Documents().Add(""), target = app.Documents().Add("");
+  const Page from = source.Pages().Item(1), to = target.Pages().Item(1);
+  const Shape outer = from.Drop(box, 3, 3);
+  ASSERT_TRUE(outer.Cells("Angle").SetFormula("90 deg"));
+  const Shape line = from.DrawLine(1, 1, 2, 2);
+  const Shape image = from.Import(QUORVEL_SOURCE_FOLDER "/data/Images/Quorvel Logo.jpg");
+  image.SetName("source's");
+  ASSERT_TRUE(line.Cells("EndX").GlueTo(image.Cells("PinX")));
+  const Window window = app.Windows().Item(2);
+  ASSERT_TRUE(window.Activate());
+  window.DeselectAll();
+  for (const Shape& shape : {image, outer.Shapes().Item(1), line}) ASSERT_TRUE(window.Select(shape, visio::select));
+  const Selection chosen = window.Selection();
+  chosen.SetIterationMode(256);
+  ASSERT_TRUE(chosen.Copy());
+  // A member by itself has what it inherited, and lies where it lay.
+  const host::Matrix placed = host::toPageMatrix(engine().store(), sheetOf(outer.Shapes().Item(1)));
+  const Maybe<double> inherited = outer.Shapes().Item(1).Cells("User.ofGroup").Result(0);
+  ASSERT_TRUE(source.Close());
+  Recorder recorder(running);
+  recorder.onShapeAdded = [](const Shape& shape) {
+    if (shape.OneD() == true) shape.Delete();
+  };
+  ASSERT_TRUE(to.Paste());
+  EXPECT_EQ(recorder.take(), (std::vector<std::string>{"SelectionChanged", "ShapeAdded Sheet.1", "ShapeAdded Sheet.2",
+                                                       "BeforeShapeDelete Sheet.2", "(handled)", "SelectionChanged",
+                                                       "ShapeAdded Sheet.3"}));
+  ASSERT_EQ(to.Shapes().Count(), 2);
+  const Shape member = to.Shapes().Item(1);
+  EXPECT_EQ(member.Cells("User.ofGroup").Result(0), inherited);
+  const host::Matrix now = host::toPageMatrix(engine().store(), sheetOf(member));
+  EXPECT_NEAR(now.e, placed.e, 1e-9);
+  EXPECT_NEAR(now.f, placed.f, 1e-9);
+  EXPECT_NEAR(now.b, placed.b, 1e-9);
+  EXPECT_EQ(to.Shapes().Item(2).Name(), "Sheet.3") << "never the source's";
+  EXPECT_TRUE(host::foreignOf(engine().store(), sheetOf(to.Shapes().Item(2))));
 }
 
 TEST_F(Surface, ACopyIsOnTheLayersOfItsNewPage) {

@@ -436,9 +436,9 @@ class Shape(Handle):
     def Import(self, file: FileName) -> Shape | None:
         """Puts a picture into the group."""
     def Duplicate(self) -> Shape | None:
-        """A copy on the same page, with a name of its own; None when a handler removed it."""
+        """A selected copy on the same page, with a name of its own; None when a handler removed it."""
     def Delete(self) -> None:
-        """Deletes the shape; refused while LockDelete is 1."""
+        """Deletes the shape; refused while LockDelete is 1, and while LockGroup of a group that holds it is 1."""
     def Group(self) -> None:
         """Makes a drawn shape a group that has no members yet."""
     def Ungroup(self) -> None:

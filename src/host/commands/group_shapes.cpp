@@ -6,6 +6,7 @@
 
 #include "host/cells/cell_table.h"
 #include "host/connectors/connector_ends.h"
+#include "host/edits/glue_to_copy.h"
 #include "host/edits/layers.h"
 #include "host/edits/loosen_references.h"
 #include "host/edits/regrouping.h"
@@ -195,11 +196,8 @@ Outcome checkUngrouping(const Store& store, const std::vector<SheetId>& groups) 
 /// Gives the members that were taken out; none when a handler prevented it.
 std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
   const Store& store = engine.store();
-  {
-    const EventDispatcher::DelayedShapeAdded holding(engine.events());
-    engine.raise(&ApplicationEvents::BeforeShapeDelete, id);
-  }
-  // The end of the holding raises events too.
+  Deletions::Leaving leaving(engine.deletions(), id);
+  engine.raise(&ApplicationEvents::BeforeShapeDelete, id);
   const Sheet* group = store.sheet(id);
   if (!group || group->kind != SheetKind::Group) return {};
   const std::vector<SheetId> members = group->children;
@@ -212,9 +210,11 @@ std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
   Regrouping regrouping(engine, members, transformOutOf(store, id));
   for (std::size_t i = 0; i < members.size(); ++i) engine.edit().moveToGroup(members[i], parent, place + i);
   regrouping.settle();
+  std::vector<CellAddress> loosened = glueToCopy(engine, {id}, leaving.takeCopies());
   engine.edit().removeConnects(
       group->page, [&](const Connect& connect) { return connect.fromShape == shapeId || connect.toShape == shapeId; });
-  const std::vector<CellAddress> loosened = loosenReferencesTo(engine, {id});
+  const std::vector<CellAddress> lost = loosenReferencesTo(engine, {id});
+  loosened.insert(loosened.end(), lost.begin(), lost.end());
   engine.edit().removeShape(id);
   regrouped.end();
 
@@ -248,7 +248,7 @@ ShapeOutcome groupShapes(Engine& engine, std::vector<SheetId> shapes) {
   regrouped.end();
 
   selectInstead(engine, page, shapes, {group});
-  raiseShapeAdded(engine, group);
+  engine.raise(&ApplicationEvents::ShapeAdded, group);
   raiseParentsChanged(engine, shapes);
   regrouping.tell();
   engine.leaveOutDeleted();
@@ -280,10 +280,13 @@ Outcome ungroupShapes(Engine& engine, const std::vector<SheetId>& shapes) {
   const PageId page = store.sheet(groups.front())->page;
   CommandScope scope(engine, store.page(page)->document, "Ungroup");
   std::vector<SheetId> members;
-  for (const SheetId group : groups) {
-    if (!store.sheet(group)) continue;
-    const std::vector<SheetId> out = ungroup(engine, group);
-    members.insert(members.end(), out.begin(), out.end());
+  {
+    const Deletions::Command deleting(engine.deletions());
+    for (const SheetId group : groups) {
+      if (!store.sheet(group)) continue;
+      const std::vector<SheetId> out = ungroup(engine, group);
+      members.insert(members.end(), out.begin(), out.end());
+    }
   }
   // What listeners deleted or grouped again is not selected.
   std::erase_if(members, [&](SheetId member) { return !store.sheet(member) || store.sheet(member)->page != page; });

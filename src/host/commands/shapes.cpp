@@ -8,6 +8,7 @@
 #include "host/cells/cell_table.h"
 #include "host/commands/image_file.h"
 #include "host/edits/copy_shapes.h"
+#include "host/edits/glue_to_copy.h"
 #include "host/edits/loosen_references.h"
 #include "host/edits/shape_maker.h"
 #include "host/edits/write_cell.h"
@@ -21,7 +22,7 @@ ShapeOutcome refusedShape(std::string reason) { return {Outcome::refused(std::mo
 /// Registers a finished drawn shape, raises its event, and returns it if it still exists.
 ShapeOutcome finish(Engine& engine, SheetId shape, CommandScope& scope) {
   engine.edit().shapeAdded(shape);
-  raiseShapeAdded(engine, shape);
+  engine.raise(&ApplicationEvents::ShapeAdded, shape);
   scope.commit();
   return {Outcome::done(), engine.store().sheet(shape) ? shape : SheetId{}};
 }
@@ -64,12 +65,14 @@ void bringPageToFront(Engine& engine, PageId page) {
   showPage(engine, id, page);
 }
 
-/// Selects what was made, then raises ShapeAdded of each. False when listeners deleted all of it and changed nothing
-/// else: the making is then taken back, with the masters, styles and layers that were added for it.
-bool announce(Engine& engine, DocumentId document, const std::vector<SheetId>& made) {
+/// Selects what was made where its page is shown, then raises ShapeAdded of each. While shapes are being deleted the
+/// selection is left as it is. False when listeners deleted all that was made and changed nothing else: the making is
+/// then taken back, with the masters, styles and layers that were added for it.
+bool announce(Engine& engine, PageId page, const std::vector<SheetId>& made) {
   const std::size_t before = engine.undo().openEntries();
-  if (const WindowState* window = engine.windowOf(document)) setSelection(engine, window->id, made);
-  for (const SheetId shape : made) raiseShapeAdded(engine, shape);
+  const WindowState* window = engine.windowOf(engine.store().page(page)->document);
+  if (window && window->page == page && !engine.deletions().areGoingOn()) setSelection(engine, window->id, made);
+  for (const SheetId shape : made) engine.raise(&ApplicationEvents::ShapeAdded, shape);
   engine.leaveOutDeleted();
   const auto exists = [&](SheetId shape) { return engine.exists(shape); };
   return std::ranges::any_of(made, exists) || engine.undo().hasLastingChangeFrom(before);
@@ -102,7 +105,7 @@ ShapeOutcome dropMaster(Engine& engine, MasterId master, PageId page, double x, 
   if (engine.store().page(engine.store().master(master)->contents)->shapes.empty()) return {};
   CommandScope making(engine, document, "Drop");
   const SheetId shape = instantiate(engine, localMaster(engine, document, master), page, x, y);
-  if (announce(engine, document, {shape})) making.commit();
+  if (announce(engine, page, {shape})) making.commit();
   return {Outcome::done(), engine.exists(shape) ? shape : SheetId{}};
 }
 
@@ -188,10 +191,11 @@ ShapeOutcome duplicateShape(Engine& engine, SheetId shape) {
   if (!source || !source->isShape()) return refusedShape("only shapes can be duplicated");
   constexpr double offset = 0.25;  // inches; the host sets a duplicate a little aside
   CommandScope scope(engine, source->document, "Duplicate");
-  const SheetId copy = copyShapes(engine, {shape}, source->page, source->parent, offset, -offset).front();
-  raiseShapeAdded(engine, copy);
-  scope.commit();
-  return {Outcome::done(), engine.store().sheet(copy) ? copy : SheetId{}};
+  SheetMap copies;
+  const SheetId copy = copyShapes(engine, {shape}, source->page, source->parent, offset, -offset, &copies).front();
+  engine.deletions().noteCopy(shape, std::move(copies));
+  if (announce(engine, source->page, {copy})) scope.commit();
+  return {Outcome::done(), engine.exists(copy) ? copy : SheetId{}};
 }
 
 namespace {
@@ -201,7 +205,44 @@ Outcome checkDeletion(const Engine& engine, SheetId id) {
   if (!shape || !shape->isShape()) return Outcome::refused("only shapes can be deleted");
   static const CellKey lock = objectCell("LockDelete");
   if (cellNumber(engine.store(), id, lock) != 0) return Outcome::refused("the shape is locked against deletion");
+  static const CellKey lockGroup = objectCell("LockGroup");
+  for (SheetId group = shape->parent; group; group = engine.store().sheet(group)->parent) {
+    if (cellNumber(engine.store(), group, lockGroup) != 0)
+      return Outcome::refused("the shape is a member of a locked group");
+  }
   return Outcome::done();
+}
+
+void deleteOne(Engine& engine, SheetId shape) {
+  Deletions::Leaving kept(engine.deletions(), shape);
+  if (!engine.raise(&ApplicationEvents::BeforeShapeDelete, shape)) return;
+  const std::vector<SheetId> leaving = engine.store().subtree(shape);
+  std::vector<CellAddress> seeds = glueToCopy(engine, leaving, kept.takeCopies());
+  std::unordered_set<int> numbers;
+  for (const SheetId each : leaving) numbers.insert(engine.store().sheet(each)->shapeId);
+  engine.edit().removeConnects(engine.store().sheet(shape)->page, [&](const Connect& connect) {
+    return numbers.contains(connect.fromShape) || numbers.contains(connect.toShape);
+  });
+  const std::vector<CellAddress> loosened = loosenReferencesTo(engine, leaving);
+  seeds.insert(seeds.end(), loosened.begin(), loosened.end());
+  engine.edit().removeShape(shape);
+  engine.recalculateAndNotify(seeds, {});
+}
+
+/// As they lie on the page; the members of a group where the group lies.
+void sortByStack(const Store& store, std::vector<SheetId>& shapes) {
+  std::vector<std::pair<std::vector<std::size_t>, SheetId>> placed;
+  for (const SheetId shape : shapes) {
+    std::vector<std::size_t> path;
+    for (const Sheet* each = store.sheet(shape); each; each = store.sheet(each->parent)) {
+      const std::vector<SheetId>& order = store.siblings(*each);
+      path.insert(path.begin(),
+                  static_cast<std::size_t>(std::find(order.begin(), order.end(), each->id) - order.begin()));
+    }
+    placed.emplace_back(std::move(path), shape);
+  }
+  std::stable_sort(placed.begin(), placed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::transform(placed.begin(), placed.end(), shapes.begin(), [](const auto& each) { return each.second; });
 }
 
 }  // namespace
@@ -212,24 +253,14 @@ Outcome deleteShapes(Engine& engine, const std::vector<SheetId>& shapes) {
     if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
   }
   CommandScope scope(engine, engine.store().sheet(shapes.front())->document, "Delete");
-  for (const SheetId shape : shapes) {
-    if (!engine.exists(shape)) continue;
-    // A listener may have locked it.
-    if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
-    {
-      const EventDispatcher::DelayedShapeAdded holding(engine.events());
-      engine.raise(&ApplicationEvents::BeforeShapeDelete, shape);
+  {
+    const Deletions::Command deleting(engine.deletions());
+    for (const SheetId shape : shapes) {
+      if (!engine.exists(shape)) continue;
+      // A listener may have locked it.
+      if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
+      deleteOne(engine, shape);
     }
-    if (!engine.exists(shape)) continue;
-    const std::vector<SheetId> leaving = engine.store().subtree(shape);
-    std::unordered_set<int> numbers;
-    for (const SheetId each : leaving) numbers.insert(engine.store().sheet(each)->shapeId);
-    engine.edit().removeConnects(engine.store().sheet(shape)->page, [&](const Connect& connect) {
-      return numbers.contains(connect.fromShape) || numbers.contains(connect.toShape);
-    });
-    const std::vector<CellAddress> loosened = loosenReferencesTo(engine, leaving);
-    engine.edit().removeShape(shape);
-    engine.recalculateAndNotify(loosened, {});
   }
   engine.leaveOutDeleted();
   scope.commit();
@@ -308,8 +339,9 @@ Outcome updateAlignmentBox(Engine& engine, SheetId id) {
   return Outcome::done();
 }
 
-Outcome copyToClipboard(Engine& engine, const std::vector<SheetId>& shapes) {
+Outcome copyToClipboard(Engine& engine, std::vector<SheetId> shapes) {
   if (shapes.empty()) return Outcome::refused("nothing is selected");
+  sortByStack(engine.store(), shapes);
   const UndoLog::Attribution upkeep(engine.undo(), true);
   copyShapes(engine, shapes, engine.emptyClipboard(), {}, 0, 0);
   return Outcome::done();
@@ -328,7 +360,7 @@ Outcome paste(Engine& engine, PageId page) {
   scope.commit();
   if (!engine.exists(page)) return Outcome::done();
   CommandScope making(engine, document, "Paste");
-  if (announce(engine, document, copyShapes(engine, copied(), page, {}, 0, 0))) making.commit();
+  if (announce(engine, page, copyShapes(engine, copied(), page, {}, 0, 0))) making.commit();
   return Outcome::done();
 }
 

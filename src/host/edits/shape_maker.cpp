@@ -16,10 +16,6 @@ SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind) {
   return id;
 }
 
-void raiseShapeAdded(Engine& engine, SheetId shape) {
-  engine.events().raiseShapeAddedLater([&engine, shape] { engine.raise(&ApplicationEvents::ShapeAdded, shape); });
-}
-
 void ShapeMaker::length(std::string_view name, double inches, std::string_view formula) {
   set(objectCell(name), Value::number(inches, Unit::Inches), formula);
 }

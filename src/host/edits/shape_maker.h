@@ -1,4 +1,4 @@
-// Making a shape: its cells before the first event, and the event when it is complete.
+// Making a shape: its cells before the first event.
 #pragma once
 
 #include <string_view>
@@ -11,9 +11,6 @@ namespace quorvel::host {
 /// A drawn shape at the top of the page's or the group's stack, in the document's default styles. A shape that gets its
 /// first member becomes a group. Nothing is in the undo log yet: register it with the graph and Editor::shapeAdded.
 SheetId newShape(Engine& engine, PageId page, SheetId parent, SheetKind kind);
-
-/// Raises ShapeAdded, once no BeforeShapeDelete is being raised any more.
-void raiseShapeAdded(Engine& engine, SheetId shape);
 
 /// Cells of a shape in the making: no event was raised and nothing is in the undo log yet.
 class ShapeMaker {

@@ -52,7 +52,8 @@ void Engine::leaveOutDeleted() {
   std::vector<WindowId> changed;
   for (WindowState& window : windows_) {
     std::vector<SheetId> selection = window.selection();
-    const bool lostShapes = std::erase_if(selection, [&](SheetId id) { return !exists(id); }) > 0;
+    const bool lostShapes =
+        !deletions_.areGoingOn() && std::erase_if(selection, [&](SheetId id) { return !exists(id); }) > 0;
     const bool lostPage = window.page && !exists(window.page);
     if (lostPage) {
       const auto& pages = store_.document(window.document)->pages;

@@ -13,6 +13,7 @@
 
 #include "host/document_format.h"
 #include "host/engine/command_bar_set.h"
+#include "host/engine/deletions.h"
 #include "host/engine/windows.h"
 #include "host/events/event_dispatcher.h"
 #include "host/recalc/recalculator.h"
@@ -81,6 +82,7 @@ class Engine {
   EventDispatcher& events() { return events_; }
   CommandBarSet& bars() { return bars_; }
   SelectionSnapshots& selections() { return selections_; }
+  Deletions& deletions() { return deletions_; }
 
   void setThemes(const ThemeValues* themes) { store_.setThemes(themes); }
   void setLocale(const FormulaLocale& locale) { store_.setLocale(locale); }
@@ -107,7 +109,7 @@ class Engine {
   void bringToFront(WindowId id);
   DocumentId activeDocument();
   /// Takes deleted shapes out of selections, and shows other pages instead of deleted ones. SelectionChanged is raised
-  /// for each window where this changed something.
+  /// for each window where this changed something. While shapes are being deleted, selections keep them.
   void leaveOutDeleted();
 
   // What a command still needs after an event.
@@ -205,6 +207,7 @@ class Engine {
   EventDispatcher events_{undo_};
   CommandBarSet bars_;
   SelectionSnapshots selections_;
+  Deletions deletions_;
   std::unique_ptr<CommandObserver> commandObserver_;  ///< null: commands have none
   Backend* backend_ = nullptr;
   int commandDepth_ = 0;  ///< commands inside commands, through handlers

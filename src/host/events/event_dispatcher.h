@@ -3,7 +3,6 @@
 #pragma once
 
 #include <algorithm>
-#include <functional>
 #include <vector>
 
 #include "host/undo/undo_log.h"
@@ -44,32 +43,6 @@ class EventDispatcher {
     }
   }
 
-  /// While it lives, BeforeShapeDelete of a shape is raised, and ShapeAdded of other shapes is delayed.
-  class DelayedShapeAdded {
-   public:
-    explicit DelayedShapeAdded(EventDispatcher& dispatcher) : dispatcher_(dispatcher) { ++dispatcher_.holding_; }
-    ~DelayedShapeAdded() {
-      if (--dispatcher_.holding_ > 0) return;
-      while (!dispatcher_.held_.empty()) {
-        const auto next = std::move(dispatcher_.held_.front());
-        dispatcher_.held_.erase(dispatcher_.held_.begin());
-        next();
-      }
-    }
-    DelayedShapeAdded(const DelayedShapeAdded&) = delete;
-    DelayedShapeAdded& operator=(const DelayedShapeAdded&) = delete;
-
-   private:
-    EventDispatcher& dispatcher_;
-  };
-  void raiseShapeAddedLater(std::function<void()> tell) {
-    if (holding_) {
-      held_.push_back(std::move(tell));
-    } else {
-      tell();
-    }
-  }
-
  private:
   struct Listener {
     ApplicationEvents* listener;
@@ -85,8 +58,6 @@ class EventDispatcher {
 
   UndoLog& undo_;
   std::vector<Listener> listeners_;
-  std::vector<std::function<void()>> held_;
-  int holding_ = 0;
 };
 
 }  // namespace quorvel::host

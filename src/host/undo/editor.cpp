@@ -150,6 +150,11 @@ void Editor::addConnect(PageId page, Connect connect) {
   commit(ConnectExchange{page, last, std::move(connect)});
 }
 
+void Editor::replaceConnect(PageId page, std::size_t place, Connect connect) {
+  commit(ConnectExchange{page, place, std::nullopt});
+  commit(ConnectExchange{page, place, std::move(connect)});
+}
+
 void Editor::shapeAdded(SheetId root) {
   for (const SheetId member : store_.subtree(root)) watchFormulas(member);
   placements_.noteArrival(*store_.sheet(root));

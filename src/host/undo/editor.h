@@ -38,6 +38,8 @@ class Editor {
     commit(PageFieldsExchange{page, std::move(fields)});
   }
   void addConnect(PageId page, Connect connect);
+  /// Another one in its place.
+  void replaceConnect(PageId page, std::size_t place, Connect connect);
   /// Those for which `isRemoved` is true.
   template <class Test>
   void removeConnects(PageId page, Test isRemoved) {
