@@ -67,22 +67,13 @@ class SampleMaker {
     write(shape, "Prop.Guidelines", task.guidelines);
     write(shape, "Prop.Resources", task.resources);
     write(shape, "Prop.Notes", task.notes);
-    if (!task.opensTask.empty()) {
-      const Shape box = shape.Shapes().Item(subTaskBox);
-      addTaskHyperlink(box, task.opensPage, task.opensTask);
-      write(shape, "Prop.Linked", task.opensTask);
-      write(box, "User.StoredTaskID", task.opensTask);
-    }
+    if (!task.opensTask.empty()) addTaskHyperlink(shape.Shapes().Item(subTaskBox), task.opensPage, task.opensTask);
     return shape;
   }
 
   Shape dropConnector(const Page& page, const SampleConnector& connector) {
     const Shape shape = drop(page, "Process Connector", connector.place);
     addTaskHyperlink(shape, connector.page, connector.task);
-    write(shape, "Prop.Connecting_TaskID", connector.task);
-    need(bool(shape.AddNamedRow(visio::sectionUser, "StoredTaskID", 0)), "add a row");
-    write(shape, "User.StoredTaskID", connector.task);
-    need(shape.SetName("Connector." + connector.task), "name a connector");
     return shape;
   }
 

@@ -4,7 +4,7 @@
 
 namespace quorvel::addin {
 
-dsrVisioConnect::dsrVisioConnect(Platform& platform) : platform(platform), askTaskIds(askTaskIdSuggestion) {}
+dsrVisioConnect::dsrVisioConnect(Platform& platform) : platform(platform), askTaskIds(askTaskIdSuggestion), askCopiedTaskIds(askCopiedTaskIdSuggestion) {}
 
 void dsrVisioConnect::AddinInstance_OnConnection(Application application) {
   AddinInstance_OnDisconnection();

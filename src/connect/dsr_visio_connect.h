@@ -15,10 +15,29 @@ namespace quorvel::addin {
 class frmCopiedTaskIdSuggestion;
 class frmTaskIdSuggestion;
 
+/// One paste: all shapes that are added between two selection changes. Each question is asked once for it. It belongs
+/// to the drawing that is pasted into; see shapes/paste_batch.h.
+struct PasteBatch {
+  Document batchDocument;
+  std::vector<Shape> batchShapes;      ///< what is pasted; empty until the first copy of a Task or Task Link is handled
+  int batchTasks = 0;                  ///< the Tasks among them, as many as there were at first
+  bool timeUnitsChecked = false;       ///< their time units were compared with those of the document
+  bool flagShapeAdded = false;         ///< the questions about the IDs are still to be asked
+  bool flagTimeUnitAbbr = false;       ///< the question about time unit abbreviations was asked
+  bool flagFeqAbbr_1 = false;          ///< "different description" was asked
+  bool flagFeqAbbr_2 = false;          ///< "different abbreviation" was asked
+  bool flagFeqAbbrNew = false;         ///< "new frequency" was asked
+  bool flagContinueFreqCopy = false;   ///< the answer to either of the first two frequency questions
+  bool flagAddNewFreq = false;         ///< the answer to the third
+  bool flagKeepTaskIdNumbers = false;  ///< the copied Tasks keep their numbers
+  std::string strTaskIdLetters;        ///< the letters of the batch
+  long iTaskIdNumber = 0;              ///< the number that the batch's next Task gets
+};
+
 /// Everything that must be kept is in the drawing; the state here may be lost when the host ends. The routines that do
 /// the work are free functions in the other folders; they take this object and run on the host's one thread. Their own
 /// writes may raise events that call them again.
-class dsrVisioConnect : public UpkeepListener {
+class dsrVisioConnect : public UpkeepListener, public PasteBatch {
  public:
   explicit dsrVisioConnect(Platform& platform);
   dsrVisioConnect(const dsrVisioConnect&) = delete;
@@ -35,6 +54,8 @@ class dsrVisioConnect : public UpkeepListener {
   /// Asks the user for the letters and the first number of the page's Task IDs; see dialogs/ask_task_id_suggestion.h.
   /// A member, because the drop of a Task calls it and may not include dialogs.
   bool (*const askTaskIds)(dsrVisioConnect& connect, const Page& page);
+  /// Asks how the Tasks of a paste get their IDs; the answers go into the batch. False when the user refused.
+  bool (*const askCopiedTaskIds)(dsrVisioConnect& connect, const Page& page);
 
   // The host, and what one event handler keeps for the next.
   Application gvsoApp;           ///< null while not connected
@@ -43,21 +64,6 @@ class dsrVisioConnect : public UpkeepListener {
   bool DeleteShape = false;      ///< a deletion is pending; cleared by the next selection change
   Selection globalSelectionObj;  ///< what the last deletion or selection change worked on
   bool toolbarBuilt = false;     ///< the toolbar exists while a map is open
-
-  // One paste: all shapes that are added between two selection changes. Each question is asked once for it. The
-  // members below belong to the drawing that is pasted into; shapes added to another one are a batch of their own, see
-  // joinPasteBatch.
-  Document batchDocument;
-  bool flagShapeAdded = false;         ///< a new selection has begun, so the next added shape opens a new batch
-  bool flagTimeUnitAbbr = false;       ///< the question about time unit abbreviations was asked
-  bool flagFeqAbbr_1 = false;          ///< "different description" was asked
-  bool flagFeqAbbr_2 = false;          ///< "different abbreviation" was asked
-  bool flagFeqAbbrNew = false;         ///< "new frequency" was asked
-  bool flagContinueFreqCopy = false;   ///< the answer to either of the first two frequency questions
-  bool flagAddNewFreq = false;         ///< the answer to the third
-  bool flagKeepTaskIdNumbers = false;  ///< the copied Tasks keep their numbers
-  std::string strTaskIdLetters;        ///< the letters of the batch
-  long iTaskIdNumber = 0;              ///< the number that the batch's next Task gets
 
   // The host's Replace command, when the add-in runs it.
   bool flagFindReplaceActive = false;
@@ -69,6 +75,12 @@ class dsrVisioConnect : public UpkeepListener {
   /// This Task gets an ID from a routine that keeps all hyperlinks right by itself: a first drop or a paste, to which
   /// nothing links yet, or the renumbering of many Tasks. The change of its ID rewrites no hyperlink.
   Shape numberedTask;
+
+  /// Shapes that were added are being handled. Meanwhile the add-in does not clear the selection, and a change of it
+  /// begins no new paste.
+  int shapesBeingAdded = 0;
+  /// Those of them that are copies, which ask questions.
+  int copiesBeingHandled = 0;
 
   /// Shapes are being deleted that the user refused while they were added. Their IDs are still those of the originals,
   /// and no question is asked about hyperlinks to them.

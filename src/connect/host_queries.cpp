@@ -58,7 +58,8 @@ void showPage(const dsrVisioConnect& connect, const Page& page) {
 }
 
 void deselectOn(const dsrVisioConnect& connect, const Page& page) {
-  if (!page) return;
+  // What is selected while shapes are added is what the user just pasted.
+  if (!page || connect.shapesBeingAdded > 0) return;
   const Window active = connect.gvsoApp.ActiveWindow();
   if (active.Page() == page) {
     active.DeselectAll();

@@ -34,7 +34,8 @@ Shape selectedShapeOfMaster(std::span<const Shape> selected, std::string_view ma
 Window windowOf(const dsrVisioConnect& connect, const Document& document);
 /// Shows the page and activates its window. Does nothing for a document without a window.
 void showPage(const dsrVisioConnect& connect, const Page& page);
-/// Clears the selection of the window that shows the page. Other pages and drawings keep their selections.
+/// Clears the selection of the window that shows the page. Other pages and drawings keep their selections. Does nothing
+/// while shapes are being added.
 void deselectOn(const dsrVisioConnect& connect, const Page& page);
 
 }  // namespace quorvel::addin

@@ -11,6 +11,8 @@ namespace quorvel::addin {
 namespace installed {
 inline constexpr std::string_view logo = "Images/Quorvel Logo.jpg";
 inline constexpr std::string_view legend = "Images/Quorvel Legend.gif";
+inline constexpr std::string_view hyperlinkMark = "Icons/hyperlink.gif";
+inline constexpr std::string_view notesMark = "Icons/notes indicator.gif";
 }  // namespace installed
 
 /// The full path of a file below the add-in's own folder. `relative` may be written with either kind of slash; a

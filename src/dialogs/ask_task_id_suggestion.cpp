@@ -2,6 +2,7 @@
 
 #include "base/basic_text.h"
 #include "connect/host_queries.h"
+#include "dialogs/frm_copied_task_id_suggestion.h"
 #include "dialogs/frm_task_id_suggestion.h"
 #include "schema/cells.h"
 #include "vocab/task_id.h"
@@ -23,6 +24,17 @@ bool askTaskIdSuggestion(dsrVisioConnect& connect, const Page& page) {
   sheet.Cells(schema::pageCells::nextTaskId).SetResult(visio::unitsNone, dialog->number().or_(0));
   sheet.Cells(schema::pageCells::taskIdLetters).FormulaForce(quoted(dialog->letters()));
   return true;
+}
+
+bool askCopiedTaskIdSuggestion(dsrVisioConnect& connect, const Page& page) {
+  showPage(connect, page);
+  if (!connect.copiedTaskIdSuggestion || connect.copiedTaskIdSuggestion->isOpen()) {
+    connect.copiedTaskIdSuggestion = std::make_shared<frmCopiedTaskIdSuggestion>(connect);
+  }
+  const auto dialog = connect.copiedTaskIdSuggestion;
+  dialog->askFor(page);
+  connect.platform.showModal(*dialog);
+  return !dialog->refused();
 }
 
 }  // namespace quorvel::addin

@@ -67,6 +67,12 @@ namespace subTaskBoxCells {
 inline constexpr NamedRow textWidth = "User.TxtWidth";
 }  // namespace subTaskBoxCells
 
+/// Of the mark for a Task's notes: what other programs show as its title, and a row that keeps their shape data windows
+/// from offering an empty one.
+namespace notesMarkCells {
+inline constexpr NamedRow title = "User.visEquivTitle", hiddenRow = "Prop.Row1";
+}  // namespace notesMarkCells
+
 namespace taskLinkCells {
 inline constexpr NamedRow description = "Prop.Task_Link", time = "Prop.Time_Between_Tasks", timeText = "Prop.Time_Str";
 /// The description as it is quoted in the link's text.

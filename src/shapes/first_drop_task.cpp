@@ -4,6 +4,7 @@
 #include "base/basic_text.h"
 #include "schema/details.h"
 #include "shapes/first_drop.h"
+#include "shapes/give_task_id.h"
 #include "shapes/initialize_znb_shapes.h"
 #include "shapes/task_count.h"
 #include "sheets/document_cells.h"
@@ -11,7 +12,6 @@
 #include "sheets/rows.h"
 #include "sheets/shape_actions.h"
 #include "sheets/shape_classes.h"
-#include "vocab/task_id.h"
 
 namespace quorvel::addin {
 namespace {
@@ -106,23 +106,6 @@ void drawCover(const Shape& task) {
   Protection(cover);
 }
 
-/// The page's counter is increased before the number is used, so that no ID is used twice: when letters or number can't
-/// be read, or the counter can't be written, the Task gets no ID.
-void giveTaskId(const Shape& task, const Page& page) {
-  const Cell id = task.Cells(taskCells::id);
-  const Maybe<long> number = nextTaskIdOf(page);
-  const Maybe<std::string> letters = taskIdLettersOf(page);
-  const bool counted = number && letters &&
-                       page.PageSheet().Cells(schema::pageCells::nextTaskId).SetResult(visio::unitsNone, *number + 1);
-  if (!counted) {
-    id.FormulaForce(quoted(""));
-    return;
-  }
-  id.FormulaForce(quoted(taskIdText(*letters, *number)));
-  // A later change of the ID reads the old one from the name.
-  task.SetName(id.ResultStr(visio::unitsNone));
-}
-
 }  // namespace
 
 void firstDropOfTask(dsrVisioConnect& connect, const Shape& task, const Page& page) {
@@ -145,7 +128,7 @@ void firstDropOfTask(dsrVisioConnect& connect, const Shape& task, const Page& pa
     task.Delete();
     return;
   }
-  giveTaskId(task, page);
+  giveNextTaskId(connect, task, page);
 }
 
 }  // namespace quorvel::addin

@@ -1,32 +1,26 @@
 #include "shapes/shape_added.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "connect/host_queries.h"
 #include "schema/cells.h"
+#include "shapes/copied_shapes.h"
 #include "shapes/first_drop.h"
 #include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {
 
-bool holdsAnother(const Shapes& shapes, const Shape& one, std::string_view mark) {
-  return std::ranges::any_of(shapes.all(), [&](const Shape& shape) {
-    return (!(shape == one) && shape.Data1() == mark) || holdsAnother(shape.Shapes(), one, mark);
-  });
-}
+class BeingAdded {
+ public:
+  explicit BeingAdded(dsrVisioConnect& connect) : connect_(connect) { ++connect_.shapesBeingAdded; }
+  ~BeingAdded() { --connect_.shapesBeingAdded; }
+  BeingAdded(const BeingAdded&) = delete;
+  BeingAdded& operator=(const BeingAdded&) = delete;
 
-/// A page has one logo and one legend. The page is searched for the other one, because the events of those that the
-/// add-in itself imports may come after they got their marks: the host delays such events during a deletion. A
-/// copied Task, Task Link or Process Connector is not changed: it is not renumbered, and its roles and frequencies
-/// are not merged.
-void copied(const Shape& shape, const Page& page) {
-  const std::string mark = shape.Data1().or_({});
-  if (!(mark == marks::logo || mark == marks::legend) || !holdsAnother(page.Shapes(), shape, mark)) return;
-  shape.Cells("LockDelete").FormulaForce("0");
-  shape.Delete();
-}
+ private:
+  dsrVisioConnect& connect_;
+};
 
 }  // namespace
 
@@ -37,8 +31,9 @@ void gvsoApp_ShapeAdded(dsrVisioConnect& connect, const Shape& shape, const Page
   // The copy that undoes the deletion of a Task must keep its ID and cells.
   if (std::exchange(connect.flagRestoringTask, false)) return;
 
+  const BeingAdded adding(connect);
   const Maybe<bool> wasHereBefore = shape.CellExists(schema::shapeCells::alreadyAdded, 1);
-  if (wasHereBefore == true) copied(shape, page);
+  if (wasHereBefore == true) copied(connect, shape, page);
   if (wasHereBefore == false) firstDrop(connect, shape, page);
   // It does not change when the shape is renumbered or renamed, so a later reader can find the shape; a copy gets its
   // own.

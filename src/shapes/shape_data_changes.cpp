@@ -1,6 +1,7 @@
 #include "shapes/shape_data_changes.h"
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "base/basic_text.h"
@@ -8,10 +9,14 @@
 #include "connect/host_queries.h"
 #include "display/detail_shapes.h"
 #include "display/task_details.h"
+#include "links/link_target.h"
+#include "links/process_connector.h"
 #include "links/task_link_description.h"
 #include "schema/details.h"
 #include "shapes/list_change.h"
 #include "shapes/logo_bounds.h"
+#include "shapes/task_id_change.h"
+#include "shapes/task_marks.h"
 #include "sheets/rows.h"
 #include "sheets/shape_classes.h"
 #include "vocab/task_times.h"
@@ -19,15 +24,20 @@
 namespace quorvel::addin {
 namespace {
 
+namespace linkedCells = schema::linkedCells;
 namespace tags = schema::tags;
 namespace taskCells = schema::taskCells;
 
 using Test = bool (*)(const Shape& shape);
 
-/// A dropped Task itself: the members of a Task have its master too.
+/// The members of a Task have its master too.
+bool isTaskItself(const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }
+
 bool isDroppedTask(const Shape& shape) {
-  return IsTask(shape) && isTopLevel(shape) && shape.CellExists(schema::shapeCells::alreadyAdded, 1) == true;
+  return isTaskItself(shape) && shape.CellExists(schema::shapeCells::alreadyAdded, 1) == true;
 }
+
+bool isBoxOfTask(const Shape& shape) { return isSubTaskBox(shape) && IsTask(shape.Parent()); }
 
 bool isLogo(const Shape& shape) { return shape.Data1() == marks::logo; }
 
@@ -37,6 +47,80 @@ using Connect = const dsrVisioConnect&;
 
 void logoMovedAcross(Connect, const Shape& logo, std::string_view) { keepLogoInsidePageX(logo); }
 void logoMovedUp(Connect, const Shape& logo, std::string_view) { keepLogoInsidePageY(logo); }
+
+void descriptionChanged(Connect, const Shape& task, std::string_view cell) {
+  const Shape box = task.Shapes().Item(taskMember::descriptionBox);
+  const Maybe<std::string> description = task.Cells(cell).ResultStr(visio::unitsNone);
+  // A field shows it already; a text would replace the field.
+  if (!description || box.Text() == *description) return;
+  box.SetText("");
+  const bool isField = box.Cells("Fields.Value[1]").FormulaForce(cellOfTask(task, cell)) && box.Text() == *description;
+  if (!isField) box.SetText(*description);
+}
+
+void boxTextChanged(Connect, const Shape& box, std::string_view) { placeSubTaskMark(box.Parent(), box); }
+
+/// The box shows the Task that its hyperlink names, unless the user typed another.
+void boxHyperlinkChanged(Connect connect, const Shape& box, std::string_view) {
+  const Shape task = box.Parent();
+  markSubTaskHyperlink(connect, task, box);
+  const Hyperlinks links = box.Hyperlinks();
+  if (!(links.Count() > 0)) return;
+  const Maybe<std::string> address = links.Item(0).SubAddress();
+  const Maybe<std::string> shown = task.Cells(taskCells::linked).ResultStr(visio::unitsNone);
+  if (!address || !shown) return;
+  const std::string target = linkTarget(*address).taskId;
+  if (lacksRow(box, linkedCells::storedTaskId)) addRow(box, linkedCells::storedTaskId);
+  const Cell stored = box.Cells(linkedCells::storedTaskId);
+  const bool follows = stored.ResultStr(visio::unitsNone) == *shown || target == *shown;
+  // While a hyperlink is being written it has no address for a moment.
+  if (follows && address->empty()) return;
+  if (follows) task.Cells(taskCells::linked).FormulaForce(quoted(target));
+  stored.FormulaForce(quoted(target));
+}
+
+void connectorHyperlinkChanged(Connect, const Shape& connector, std::string_view) {
+  addStoredTaskId(connector);
+  changeProcessConnectorText(connector, connectorCallers::cellChange, {});
+}
+
+void connectorIdChanged(Connect, const Shape& connector, std::string_view cell) {
+  changeProcessConnectorTxtFont(connector);
+  if (connector.Cells(cell).ResultStr(visio::unitsNone) == "")
+    changeProcessConnectorText(connector, connectorCallers::cellChange, {});
+}
+
+// A Task is always filled. The colour is written so that its change restores the pattern.
+void fillColourChanged(Connect, const Shape& task, std::string_view) {
+  const Cell pattern = task.Cells("FillPattern");
+  if (pattern.Result(visio::unitsNone) == 0) pattern.FormulaForce("1");
+}
+void fillPatternChanged(Connect, const Shape& task, std::string_view cell) {
+  const Cell pattern = task.Cells(cell);
+  if (!(pattern.Result(visio::unitsNone) == 0)) return;
+  task.Cells("FillForegnd").FormulaForce("1");
+  // A Task that had the colour already raises no event for it.
+  if (pattern.Result(visio::unitsNone) == 0) pattern.FormulaForce("1");
+}
+
+void notesChanged(Connect connect, const Shape& task, std::string_view) { markNotes(connect, task); }
+
+void ownHyperlinkChanged(Connect connect, const Shape& task, std::string_view) { markOwnHyperlink(connect, task); }
+
+void idChanged(Connect connect, const Shape& task, std::string_view) { taskIdChanged(connect, task); }
+
+/// The user emptied the ID of the sub-task: its hyperlink and mark go with it.
+void linkedChanged(Connect, const Shape& task, std::string_view cell) {
+  const Maybe<std::string> shown = task.Cells(cell).ResultStr(visio::unitsNone);
+  if (!shown || !trimmed(*shown).empty()) return;
+  const Shape box = task.Shapes().Item(taskMember::subTaskBox);
+  box.Cells(linkedCells::storedTaskId).FormulaForce(quoted(""));
+  const bool hasMark = task.CellExists(taskCells::subTaskMark, 0) == true &&
+                       task.Cells(taskCells::subTaskMark).Result(visio::unitsNone) == 1;
+  if (!hasMark) return;
+  box.DeleteSection(visio::sectionHyperlink);
+  removeSubTaskMark(task);
+}
 
 void taskWidthChanged(Connect connect, const Shape& task, std::string_view) {
   redrawTaskLowerFields(connect, task, tags::guidelines, snapshotOfListRows(task));
@@ -93,19 +177,38 @@ void lineAddressChanged(Connect connect, const Shape& line, std::string_view) {
   drawLineIcon(connect, task, line, detailLayerOf(task), *position, true);
 }
 
-/// The consequence of a change of a cell, on shapes for which the test is true.
+/// The consequence of a change of a cell, on shapes for which the test is true. `column` narrows a section's cells
+/// down to one.
 struct Consequence {
   std::string_view cell;
   Test fits;
   void (*follow)(Connect connect, const Shape& shape, std::string_view cell);
+  int column = -1;
 };
 
+constexpr int columnHyperlinkAddress = 1;
+constexpr std::string_view anyHyperlink = "Hyperlink.";
+
+/// In the order in which they happen.
 std::vector<Consequence> allConsequences() {
   std::vector<Consequence> all{
+      {schema::subTaskBoxCells::textWidth, isBoxOfTask, boxTextChanged},
+      {taskCells::description, isTaskItself, descriptionChanged},
+      {anyHyperlink, isBoxOfTask, boxHyperlinkChanged},
+      {anyHyperlink, IsProcessConnector, connectorHyperlinkChanged},
+      {"FillForegnd", isTaskItself, fillColourChanged},
+      {"FillPattern", isTaskItself, fillPatternChanged},
+      {taskCells::notes, isTaskItself, notesChanged},
+      {anyHyperlink, isMemberOfTask, lineAddressChanged, columnHyperlinkAddress},
+      {anyHyperlink, isTaskItself, ownHyperlinkChanged, columnHyperlinkAddress},
+      {taskCells::id, isTaskItself, idChanged},
+      {schema::connectorCells::shownId, IsProcessConnector, connectorIdChanged},
+      {taskCells::linked, isTaskItself, linkedChanged},
+      {"Width", isDroppedTask, taskWidthChanged},
+      {"Width", isBoxOfTask, boxTextChanged},
+      {schema::taskLinkCells::description, IsTaskLink, linkDescriptionChanged},
       {"PinX", isLogo, logoMovedAcross},
       {"PinY", isLogo, logoMovedUp},
-      {"Width", isDroppedTask, taskWidthChanged},
-      {schema::taskLinkCells::description, IsTaskLink, linkDescriptionChanged},
       {taskCells::responsibleRole, IsTask, responsibleRoleChanged},
       {taskCells::completionTime, IsTask, timeOfTaskChanged},
       {taskCells::frequency, IsTask, frequencyOfTaskChanged},
@@ -117,30 +220,50 @@ std::vector<Consequence> allConsequences() {
   return all;
 }
 
-constexpr Consequence hyperlinkAddress{"Hyperlink.", isMemberOfTask, lineAddressChanged};
+/// The consequences of one cell, or of all cells of a hyperlink.
+struct OfOneCell {
+  std::string_view cell;
+  std::vector<Consequence> consequences;
+};
 
-constexpr int columnHyperlinkAddress = 1;
+std::vector<OfOneCell> byCell() {
+  std::vector<OfOneCell> sorted;
+  for (const Consequence& each : allConsequences()) {
+    auto place = std::ranges::find(sorted, each.cell, &OfOneCell::cell);
+    if (place == sorted.end()) place = sorted.insert(place, {each.cell, {}});
+    place->consequences.push_back(each);
+  }
+  return sorted;
+}
 
 /// Null for a cell without consequence.
-const Consequence* consequenceOf(const Cell& cell, std::string_view name) {
-  if (name.starts_with(hyperlinkAddress.cell)) {
-    return cell.Column() == columnHyperlinkAddress ? &hyperlinkAddress : nullptr;
-  }
-  static const std::vector<Consequence> consequences = allConsequences();
-  const auto found = std::ranges::find_if(consequences, [&](const Consequence& consequence) {
-    return consequence.cell.size() == name.size() && equalIgnoringCase(consequence.cell, name);
+const std::vector<Consequence>* consequencesOf(std::string_view name) {
+  static const std::vector<OfOneCell> sorted = byCell();
+  if (name.starts_with(anyHyperlink)) name = anyHyperlink;
+  const auto found = std::ranges::find_if(sorted, [&](const OfOneCell& each) {
+    return each.cell.size() == name.size() && equalIgnoringCase(each.cell, name);
   });
-  return found == consequences.end() ? nullptr : &*found;
+  return found == sorted.end() ? nullptr : &found->consequences;
+}
+
+/// The stamp alone must not make a drawing ask to be saved.
+void versionChanged(const Shape& sheet) {
+  const Document document = sheet.Document();
+  if (isMap(document) && sheet == document.DocumentSheet()) document.SetSaved(true);
 }
 
 }  // namespace
 
 void gvsoApp_CellChanged(dsrVisioConnect& connect, const Cell& cell, std::string_view name) {
   // The name is tested first and the shape's class second: nearly all changes fail one of these tests.
-  const Consequence* consequence = consequenceOf(cell, name);
-  if (!consequence) return;
+  if (equalIgnoringCase(name, schema::documentCells::version)) versionChanged(cell.Shape());
+  const std::vector<Consequence>* const consequences = consequencesOf(name);
+  if (!consequences) return;
   const Shape shape = cell.Shape();
-  if (consequence->fits(shape) && isOnMapPage(shape)) consequence->follow(connect, shape, consequence->cell);
+  for (const Consequence& each : *consequences) {
+    if (each.column >= 0 && !(cell.Column() == each.column)) continue;
+    if (each.fits(shape) && isOnMapPage(shape)) each.follow(connect, shape, each.cell);
+  }
 }
 
 }  // namespace quorvel::addin

@@ -59,15 +59,22 @@ Maybe<std::string> abbreviationOnLink(const Shape& link, std::string_view unit) 
 
 }  // namespace
 
-void redrawTimeUnits(const Document& document) {
-  forEachShape(document, [&](const Shape& shape) {
-    if (IsTask(shape)) RedrawTaskUpperExtraFields(shape, schema::tags::completionTime);
-    if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(shape);
-  });
+namespace {
+
+void redrawTimeUnit(const Shape& shape) {
+  if (IsTask(shape)) RedrawTaskUpperExtraFields(shape, schema::tags::completionTime);
+  if (IsTaskLink(shape)) GetAddedTaskLinkDescription2(shape);
 }
 
+}  // namespace
+
+void redrawTimeUnits(const Document& document) { forEachShape(document, redrawTimeUnit); }
+
 void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, bool, bool) {
-  const std::vector<Shape> arrived = selection.all();
+  reconcileTimeUnits(connect, selection.all());
+}
+
+void reconcileTimeUnits(dsrVisioConnect& connect, const std::vector<Shape>& arrived) {
   if (arrived.empty()) return;
   const Document document = arrived.front().Document();
   joinPasteBatch(connect, document);
@@ -99,7 +106,12 @@ void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, 
     }
   }
   UpdateDocumentTimeUnitDisplay(document, abbreviations);
-  redrawTimeUnits(document);
+  if (takesOver) {
+    redrawTimeUnits(document);
+  } else {
+    // All others show the document's abbreviations already.
+    for (const Shape& shape : arrived) redrawTimeUnit(shape);
+  }
 }
 
 }  // namespace quorvel::addin

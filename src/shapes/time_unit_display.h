@@ -2,6 +2,8 @@
 // another drawing.
 #pragma once
 
+#include <vector>
+
 #include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
@@ -10,9 +12,11 @@ namespace quorvel::addin {
 /// other part of a shape holds the abbreviations.
 void redrawTimeUnits(const Document& document);
 
-/// To be called for shapes that were just added. When one of them shows another abbreviation for its unit than the
-/// document has, the user is asked, once until the next selection change, whether to store it in the document. The two
-/// flags, more than one shape and shapes of several classes, have no effect.
+/// For shapes that were just added to one document. When one of them shows another abbreviation for its unit than the
+/// document has, the user is asked, once until the next selection change, whether to store it in the document.
+void reconcileTimeUnits(dsrVisioConnect& connect, const std::vector<Shape>& arrived);
+
+/// The same for selected shapes. The two flags, more than one shape and shapes of several classes, have no effect.
 void CheckTimeUnitDisplay(dsrVisioConnect& connect, const Selection& selection, bool MoreThanOne, bool DiffrentShape);
 
 }  // namespace quorvel::addin
