@@ -4,7 +4,8 @@
 
 namespace quorvel::addin {
 
-dsrVisioConnect::dsrVisioConnect(Platform& platform) : platform(platform), askTaskIds(askTaskIdSuggestion), askCopiedTaskIds(askCopiedTaskIdSuggestion) {}
+dsrVisioConnect::dsrVisioConnect(Platform& platform)
+    : platform(platform), askTaskIds(askTaskIdSuggestion), askCopiedTaskIds(askCopiedTaskIdSuggestion) {}
 
 void dsrVisioConnect::AddinInstance_OnConnection(Application application) {
   AddinInstance_OnDisconnection();
