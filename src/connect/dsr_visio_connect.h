@@ -81,6 +81,8 @@ class dsrVisioConnect : public UpkeepListener, public PasteBatch {
   int shapesBeingAdded = 0;
   /// Those of them that are copies, which ask questions.
   int copiesBeingHandled = 0;
+  /// A paste that a script made while another one was handled.
+  PasteBatch nestedBatch;
 
   /// Shapes are being deleted that the user refused while they were added. Their IDs are still those of the originals,
   /// and no question is asked about hyperlinks to them.

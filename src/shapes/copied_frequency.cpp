@@ -50,6 +50,7 @@ class FrequencyMerge {
 
   /// As `mergeFrequency`.
   bool run() {
+    giveList();
     if (!read() || partial_.empty() || description_.empty()) return true;
     bool found = false;
     for (std::size_t i = 0; i + 1 < abbreviations_.size(); ++i) {
@@ -58,7 +59,6 @@ class FrequencyMerge {
       if (!description) break;
       if (equalIgnoringCase(abbreviation_, abbreviations_[i])) {
         found = true;
-        giveList();
         if (!mergeDescription(*description)) return refuse();
       } else if (description_ == *description) {
         found = true;
@@ -108,7 +108,6 @@ class FrequencyMerge {
     }
     // The answer holds for the rest of the paste, also for a copy that differs in nothing.
     if (!connect_.flagContinueFreqCopy) return false;
-    giveList();
     task_.Cells(taskCells::frequency).FormulaForce(quoted(description));
     return true;
   }
@@ -145,7 +144,6 @@ class FrequencyMerge {
     if (!connect_.flagAddNewFreq) {
       partial.FormulaForce(quoted(""));
       task_.Cells(taskCells::frequency).FormulaForce(quoted(""));
-      giveList();
       return true;
     }
     constexpr std::size_t mostFrequencies = systemFrequencies + userFrequencies;
@@ -155,7 +153,6 @@ class FrequencyMerge {
             {.text = "The frequency will be deleted from the task because no more new frequencies could be defined."});
       }
       partial.FormulaForce(quoted(isFirst ? " " : ""));
-      giveList();
       return false;
     }
     append(abbreviations_, abbreviation_);

@@ -41,9 +41,13 @@ void joinPasteBatch(dsrVisioConnect& connect, const Document& document) {
 
 void joinPasteBatch(dsrVisioConnect& connect, const Shape& copy, const Page& page) {
   const Document document = page.Document();
-  joinPasteBatch(connect, document);
   if (holds(connect.batchShapes, copy)) return;
+  if (holds(connect.nestedBatch.batchShapes, copy)) {
+    static_cast<PasteBatch&>(connect) = connect.nestedBatch;
+    return;
+  }
   if (!connect.batchShapes.empty()) discardAnswers(connect, document);
+  joinPasteBatch(connect, document);
   const Window window = windowOf(connect, document);
   if (window.Page() == page) connect.batchShapes = window.Selection().all();
   if (!holds(connect.batchShapes, copy)) connect.batchShapes = {copy};

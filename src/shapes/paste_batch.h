@@ -29,8 +29,8 @@ void deleteRefusedShape(dsrVisioConnect& connect, const Shape& shape);
 /// True when the page has no Tasks but those of the batch.
 bool areAllTasksOfPage(const dsrVisioConnect& connect, const Page& page);
 
-/// While it lives, a copied shape is handled. A handler of one of the questions may paste other shapes meanwhile; when
-/// their handling ends, the batch that was interrupted goes on.
+/// While it lives, a copied shape is handled. A script may paste other shapes meanwhile, in the middle of a question:
+/// after each of these the batch that was interrupted goes on.
 class HandledCopy {
  public:
   explicit HandledCopy(dsrVisioConnect& connect) : connect_(connect) {
@@ -38,7 +38,8 @@ class HandledCopy {
   }
   ~HandledCopy() {
     --connect_.copiesBeingHandled;
-    if (interrupted_) static_cast<PasteBatch&>(connect_) = std::move(*interrupted_);
+    PasteBatch& current = connect_;
+    if (interrupted_) connect_.nestedBatch = std::exchange(current, std::move(*interrupted_));
   }
   HandledCopy(const HandledCopy&) = delete;
   HandledCopy& operator=(const HandledCopy&) = delete;
