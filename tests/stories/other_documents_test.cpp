@@ -8,6 +8,7 @@
 
 #include "commands/customize_role_names.h"
 #include "commands/quorvel_options.h"
+#include "commands/renumber_tasks.h"
 #include "commands/task_display.h"
 #include "commands/task_display_options.h"
 #include "commands/task_link_display_options.h"
@@ -467,6 +468,13 @@ TEST_F(HeldByADialog, EachCommandWorksOnWhatWasShownWhenItsDialogOpened) {
     form.find("Text2(5)")->type("WY");
     form.find("btnApplyAndClose")->click();
   };
+  const auto renumbered = [](const char* scope) {
+    return [=](Form& form) {
+      EXPECT_TRUE(form.find(scope)->click());
+      form.find("txtTaskNumber")->type("40");
+      form.find("Command2")->click();
+    };
+  };
   const struct {
     const char* name;
     std::function<void(addin::dsrVisioConnect&)> command;
@@ -489,6 +497,8 @@ TEST_F(HeldByADialog, EachCommandWorksOnWhatWasShownWhenItsDialogOpened) {
        {}},
       {"roles", addin::cbrBtnCustomizeRoleName_Click, roles, {}},
       {"units and frequencies", addin::cbrQuorvelOption_Click, options, {}},
+      {"renumbering, selection", addin::cbrBtnRenumberTasks_Click, renumbered("Option1"), {task}},
+      {"renumbering, page", addin::cbrBtnRenumberTasks_Click, renumbered("Option2"), {}},
   };
   for (const auto& c : cases) {
     const std::string expected = run(map, c.selected, c.command, c.act);

@@ -1,0 +1,120 @@
+#include "links/follow_id_changes.h"
+
+#include <string>
+#include <vector>
+
+#include "base/basic_text.h"
+#include "links/link_target.h"
+#include "links/process_connector.h"
+#include "schema/cells.h"
+#include "sheets/rows.h"
+#include "sheets/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+namespace connectorCells = schema::connectorCells;
+namespace linkedCells = schema::linkedCells;
+namespace taskCells = schema::taskCells;
+
+LinkText textOf(const Hyperlink& link, std::string address) { return {std::move(address), link.Description().or_({})}; }
+
+void put(const Hyperlink& link, const LinkTarget& target, const std::string& end,
+         const Maybe<std::string>& description) {
+  link.SetSubAddress(subAddressOf(target.page, end));
+  if (description) link.SetDescription(description);
+}
+
+/// A hyperlink whose own description tells whether it is the address.
+void rewrite(const Hyperlink& link, const IdChanges& changes) {
+  const std::string address = link.SubAddress().or_({});
+  const LinkTarget target = linkTarget(address);
+  const Maybe<std::string> end = changes.endOf(target.taskId);
+  if (end) put(link, target, *end, changes.descriptionOf(textOf(link, address)));
+}
+
+/// A Task's own hyperlinks: the description of the first one decides for all.
+void rewriteOwn(const std::vector<Hyperlink>& links, const IdChanges& changes) {
+  if (links.empty()) return;
+  const LinkText first = textOf(links.front(), links.front().SubAddress().or_({}));
+  rewrite(links.front(), changes);
+  for (auto link = links.begin() + 1; link != links.end(); ++link) {
+    const std::string address = link->SubAddress().or_({});
+    const LinkTarget target = linkTarget(address);
+    const Maybe<std::string> end = changes.endOf(target.taskId);
+    if (end) put(*link, target, *end, changes.descriptionOf({address, {}}, first));
+  }
+}
+
+Maybe<std::string> valueOf(const Shape& shape, std::string_view cell) {
+  return shape.Cells(cell).ResultStr(visio::unitsNone);
+}
+
+void put(const Shape& shape, std::string_view cell, const std::string& text) {
+  shape.Cells(cell).FormulaForce(quoted(text));
+}
+
+/// The first hyperlink of the shape, and the ID that it names; null without one.
+struct FirstLink {
+  explicit FirstLink(const Shape& shape) {
+    const Hyperlinks links = shape.Hyperlinks();
+    if (!(links.Count() > 0)) return;
+    link = links.Item(0);
+    id = linkTargetOf(link).taskId;
+  }
+  Hyperlink link;
+  std::string id;
+};
+
+void followWithConnector(const Shape& connector, const IdChanges& changes) {
+  const FirstLink first(connector);
+  if (!changes.concern(first.id)) return;
+  addStoredTaskId(connector);
+  const std::string typed = valueOf(connector, connectorCells::shownId).or_({});
+  // An ID that the user typed counts as followed from the moment when the link has the same.
+  const bool meets = changes.pass(first.id, typed, false);
+  const Maybe<std::string> end = changes.endOf(first.id);
+  if (!end) {
+    if (meets) put(connector, linkedCells::storedTaskId, typed);
+    return;
+  }
+  rewrite(first.link, changes);
+  const Maybe<std::string> shown = valueOf(connector, connectorCells::shownId);
+  const bool follows = meets || shown == connectorCells::noTarget || shown == "" ||
+                       shown == valueOf(connector, linkedCells::storedTaskId);
+  if (follows) put(connector, connectorCells::shownId, *end);
+  put(connector, linkedCells::storedTaskId, *end);
+  changeProcessConnectorTxtFont(connector);
+}
+
+void followWithSubTaskBox(const Shape& task, const Shape& box, const IdChanges& changes) {
+  const FirstLink first(box);
+  const Maybe<std::string> end = changes.endOf(first.id);
+  if (!end) return;
+  const bool meets = changes.pass(first.id, valueOf(task, taskCells::linked).or_({}), true);
+  rewrite(first.link, changes);
+  if (lacksRow(box, linkedCells::storedTaskId)) addRow(box, linkedCells::storedTaskId);
+  if (meets || valueOf(task, taskCells::linked) == valueOf(box, linkedCells::storedTaskId))
+    put(task, taskCells::linked, *end);
+  put(box, linkedCells::storedTaskId, *end);
+}
+
+void followWithTask(const Shape& task, const IdChanges& changes) {
+  rewriteOwn(task.Hyperlinks().all(), changes);
+  const std::vector<Shape> members = task.Shapes().all();
+  for (const Shape& member : members) {
+    if (!(member.Data1() == marks::detail)) continue;
+    for (const Hyperlink& link : member.Hyperlinks().all()) rewrite(link, changes);
+  }
+  if (members.size() >= taskMember::subTaskBox)
+    followWithSubTaskBox(task, members[taskMember::subTaskBox - 1], changes);
+}
+
+}  // namespace
+
+void followIdChanges(const Shape& shape, const IdChanges& changes) {
+  if (IsProcessConnector(shape)) followWithConnector(shape, changes);
+  if (IsTask(shape)) followWithTask(shape, changes);
+}
+
+}  // namespace quorvel::addin
