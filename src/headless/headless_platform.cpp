@@ -182,6 +182,11 @@ Maybe<std::string> HeadlessPlatform::readTextFile(std::string_view path) {
   return content;
 }
 
+bool HeadlessPlatform::createTextFile(std::string_view path) {
+  if (path.size() >= 2 && path[1] == ':') return false;
+  return bool(std::ofstream(pathOf(path), std::ios::binary | std::ios::trunc));
+}
+
 Maybe<std::string> HeadlessPlatform::relativePath(std::string_view from, std::string_view target) {
   const fs::path way = pathOf(target).lexically_normal().lexically_relative(pathOf(from).lexically_normal());
   if (way.empty()) return {};

@@ -59,6 +59,8 @@ class HeadlessPlatform : public Platform {
   bool folderExists(std::string_view path) override;
   Maybe<std::vector<std::string>> filesIn(std::string_view folder) override;
   Maybe<std::string> readTextFile(std::string_view path) override;
+  /// Fails for a path with a drive letter: here it would be a file in the current folder with "c:\\" in its name.
+  bool createTextFile(std::string_view path) override;
   /// Fails for every file: this folder has no XML reader. A platform that can load report definitions overrides it.
   Maybe<std::string> readXmlFile(std::string_view) override { return {}; }
   Maybe<std::string> relativePath(std::string_view from, std::string_view target) override;

@@ -68,6 +68,8 @@ class Platform {
   /// Names of the files of a folder, sorted, without the folder.
   virtual Maybe<std::vector<std::string>> filesIn(std::string_view folder) = 0;
   virtual Maybe<std::string> readTextFile(std::string_view path) = 0;
+  /// Creates an empty file; one that exists loses its content.
+  virtual bool createTextFile(std::string_view path) = 0;
   /// Fails for a file that is no well-formed XML; gives its text in UTF-8.
   virtual Maybe<std::string> readXmlFile(std::string_view path) = 0;
   /// `target` as seen from the folder `from`; fails when there is no way from one to the other.

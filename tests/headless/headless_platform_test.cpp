@@ -90,6 +90,10 @@ TEST_F(HeadlessPlatformTest, TheProcessKeepsItsCurrentFolder) {
   EXPECT_EQ(platform.readTextFile((folder / "maps" / "b.txt").string()).or_({}), "text");
   EXPECT_EQ(platform.readTextFile((folder / "maps" / "a.txt").string()).or_("failed"), "");
   EXPECT_FALSE(platform.readTextFile((folder / "maps").string()).has());
+  EXPECT_TRUE(platform.createTextFile((folder / "maps" / "b.txt").string()));
+  EXPECT_EQ(platform.readTextFile((folder / "maps" / "b.txt").string()).or_("failed"), "");
+  EXPECT_FALSE(platform.createTextFile("c:\\b.txt"));
+  EXPECT_FALSE(fs::exists("c:\\b.txt"));
   EXPECT_EQ(platform.relativePath("/maps/a", "/maps/b/c.vsdx").or_({}), "../b/c.vsdx");
   EXPECT_FALSE(platform.relativePath("maps", "/maps/b").has());
 }
