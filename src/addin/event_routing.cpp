@@ -10,10 +10,14 @@
 #include "document/hover_upkeep.h"
 #include "document/initialize_page.h"
 #include "schema/cells.h"
+#include "shapes/emptied_notes.h"
+#include "shapes/find_and_replace.h"
 #include "shapes/formula_changes.h"
 #include "shapes/paste_batch.h"
+#include "shapes/selection_marks.h"
 #include "shapes/shape_added.h"
 #include "shapes/shape_data_changes.h"
+#include "shapes/text_guards.h"
 
 namespace quorvel::addin {
 namespace {
@@ -32,6 +36,9 @@ bool showsDrawing(const Window& window) {
 }
 
 constexpr int rightButton = 2;
+
+/// The host's shape data dialog, and its Replace.
+constexpr int shapeDataScope = 1312, replaceScope = 1179;
 
 }  // namespace
 
@@ -67,6 +74,7 @@ void dsrVisioConnect::DocumentSavedAs(Document document) {
 }
 
 void dsrVisioConnect::BeforeDocumentClose(Document document) {
+  forgetSelection(*this, document);
   if (!hasQuorvelTemplate(document)) return;
   // Nothing reacts yet: there is no toolbar to remove with the last map.
 }
@@ -114,40 +122,34 @@ void dsrVisioConnect::FormulaChanged(Cell cell) { gvsoApp_FormulaChanged(*this, 
 void dsrVisioConnect::SelectionChanged(Window window) {
   if (!(window.SubType() == visio::windowPage)) return;
   const Page page = window.Page();
-  if (isForeground(page)) beginPasteBatch(*this, window, page.Document());
+  if (!isForeground(page)) return;
+  beginPasteBatch(*this, window, page.Document());
+  markSelection(*this, window, page.Document());
 }
 
 // Text.
 
-void dsrVisioConnect::BeforeShapeTextEdit(Shape) {
-  // Guarded by the shape's class. Nothing reacts yet: the locks of the shapes alone decide what may be typed.
+void dsrVisioConnect::BeforeShapeTextEdit(Shape shape) { gvsoApp_BeforeShapeTextEdit(shape); }
+
+void dsrVisioConnect::ShapeExitedTextEdit(Shape shape) { gvsoApp_ShapeExitedTextEdit(*this, shape); }
+
+void dsrVisioConnect::TextChanged(Shape shape) {
+  if (flagFindReplaceActive && flagFindScopeEntered) gvsoApp_TextChanged(*this, shape);
 }
 
-void dsrVisioConnect::ShapeExitedTextEdit(Shape) {
-  // Guarded by the shape's class. Nothing reacts yet: a field that was typed over is not restored.
+void dsrVisioConnect::BeforeModal(Application) { gvsoApp_BeforeModal(*this); }
+
+void dsrVisioConnect::AfterModal(Application) { gvsoApp_AfterModal(*this); }
+
+void dsrVisioConnect::EnterScope(int scope, std::string_view) {
+  if (scope == shapeDataScope) removeMarksOfEmptyNotes(*this);
+  if (scope == replaceScope) enterReplaceScope(*this);
 }
 
-void dsrVisioConnect::TextChanged(Shape) {
-  if (!flagFindReplaceActive || !flagFindScopeEntered) return;
-  // Nothing reacts yet: no command runs the host's Replace.
-}
-
-void dsrVisioConnect::BeforeModal(Application) {
-  if (!flagFindReplaceActive) return;
-  // Nothing reacts yet, as for the text changes of Replace.
-}
-
-void dsrVisioConnect::AfterModal(Application) {
-  if (!flagFindReplaceActive) return;
-  // Nothing reacts yet, as for the text changes of Replace.
-}
-
-void dsrVisioConnect::EnterScope(int, std::string_view) {
-  // Guarded by the scope's number: 1312 the shape data dialog, 1179 Replace. Nothing reacts yet to either.
-}
-
-void dsrVisioConnect::ExitScope(int, std::string_view) {
-  // Guarded by the scope's number, 1179. Nothing reacts yet.
+void dsrVisioConnect::ExitScope(int scope, std::string_view) {
+  // The notes were emptied in the dialog that now closes.
+  if (scope == shapeDataScope) removeMarksOfEmptyNotes(*this);
+  if (scope == replaceScope) exitReplaceScope(*this);
 }
 
 // Commands and the mouse.

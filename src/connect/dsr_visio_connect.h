@@ -14,6 +14,8 @@ namespace quorvel::addin {
 
 class frmCopiedTaskIdSuggestion;
 class frmTaskIdSuggestion;
+struct ReplacedTexts;
+struct SelectionMarks;
 
 /// One paste: all shapes that are added between two selection changes. Each question is asked once for it. It belongs
 /// to the drawing that is pasted into; see shapes/paste_batch.h.
@@ -58,17 +60,20 @@ class dsrVisioConnect : public UpkeepListener, public PasteBatch {
   bool (*const askCopiedTaskIds)(dsrVisioConnect& connect, const Page& page);
 
   // The host, and what one event handler keeps for the next.
-  Application gvsoApp;           ///< null while not connected
-  bool bFlagSaveAs = false;      ///< a Save As was begun, and the document's cells must still be restored
-  bool flag_right = false;       ///< the last mouse press was the right button
-  bool DeleteShape = false;      ///< a deletion is pending; cleared by the next selection change
-  Selection globalSelectionObj;  ///< what the last deletion or selection change worked on
-  bool toolbarBuilt = false;     ///< the toolbar exists while a map is open
+  Application gvsoApp;        ///< null while not connected
+  bool bFlagSaveAs = false;   ///< a Save As was begun, and the document's cells must still be restored
+  bool flag_right = false;    ///< the last mouse press was the right button
+  bool DeleteShape = false;   ///< a deletion is pending; cleared by the next selection change
+  bool toolbarBuilt = false;  ///< the toolbar exists while a map is open
+  /// What is marked as selected in each window; see shapes/selection_marks.cpp.
+  std::shared_ptr<SelectionMarks> globalSelectionObj;
 
   // The host's Replace command, when the add-in runs it.
   bool flagFindReplaceActive = false;
   bool flagFindScopeEntered = false;
   std::vector<Shape> changedShapes;  ///< shapes whose text Replace changed
+  /// Null while no Replace runs; see shapes/find_and_replace.cpp.
+  std::shared_ptr<ReplacedTexts> replacedTexts;
 
   Cell renamedRole;  ///< a role is being renamed in this cell; it keeps its hyperlinks
 

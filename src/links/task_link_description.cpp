@@ -6,6 +6,7 @@
 #include "schema/display_switches.h"
 #include "sheets/document_cells.h"
 #include "sheets/rows.h"
+#include "sheets/text_fields.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {
@@ -34,8 +35,8 @@ void GetAddedTaskLinkDescription2(const Shape& link) {
                           parse(documentText(document, schema::documentCells::timeUnitAbbreviations), ";"),
                           listSeparator(document)};
   replaceSingleQoutes(link);
-  // A link that was copied into a drawing that is no map.
-  if (parts.separator.empty()) return;
+  // A link that was copied into a drawing that is no map, and one whose text is plain while Replace runs.
+  if (parts.separator.empty() || !hasTextField(link)) return;
   for (const LinkFormatRule& rule : linkFormatRules()) {
     // Read again for each rule: a handler of the previous write may have changed the switches.
     if (!rule.fits(switchOf(link, switches::linkDescription), switchOf(link, switches::linkTime),

@@ -1,0 +1,16 @@
+// The mark on what is selected: the background of the text that it is known by.
+#pragma once
+
+#include "connect/dsr_visio_connect.h"
+
+namespace quorvel::addin {
+
+/// To be called when the selection of a window has changed that shows a foreground page of the document. What the
+/// window has marked before loses its mark. Each selected Task is marked on its description, detail lines and sub-task
+/// boxes on their own text; a Task that was selected with the right button has no mark. Does nothing outside of maps.
+void markSelection(dsrVisioConnect& connect, const Window& window, const Document& document);
+
+/// To be called before the document closes.
+void forgetSelection(dsrVisioConnect& connect, const Document& document);
+
+}  // namespace quorvel::addin
