@@ -232,6 +232,8 @@ Maybe<int> Cell::ResultInt(int units, int round) const {
 Shape Cell::Shape() const { return object<class Shape>(Member::Cell_Shape); }
 bool Cell::GlueTo(const Cell& target) const { return call(Member::Cell_GlueTo, {target.ref()}); }
 
+bool Characters::SetBegin(Maybe<int> place) const { return place && put(Member::Characters_Begin, whole(*place)); }
+bool Characters::SetEnd(Maybe<int> place) const { return place && put(Member::Characters_End, whole(*place)); }
 bool Characters::AddCustomField(const Maybe<std::string>& formula, int format) const {
   return formula && call(Member::Characters_AddCustomField, {std::string_view(*formula), whole(format)});
 }

@@ -426,8 +426,15 @@ class Characters : public Handle {
   using Handle::Handle;
   static constexpr ObjectKind kind = ObjectKind::Characters;
 
-  /// Inserts a field at the start of the text, so that it becomes row 1 of the Fields section.
+  /// 0-based places between the characters of the text, fields expanded; at first all of it. A put outside of the text
+  /// fails; one that passes the other place moves that along.
+  Maybe<int> Begin() const { return integer(Member::Characters_Begin); }
+  bool SetBegin(Maybe<int> place) const;
+  Maybe<int> End() const { return integer(Member::Characters_End); }
+  bool SetEnd(Maybe<int> place) const;
+  /// Inserts a field at Begin. Rows of the Fields section are in text order: at the start of the text it becomes row 1.
   bool AddCustomField(const Maybe<std::string>& formula, int format) const;
+  /// What lies between Begin and End.
   Maybe<std::string> Text() const { return text(Member::Characters_Text); }
 };
 

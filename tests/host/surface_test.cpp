@@ -251,6 +251,38 @@ TEST_F(Surface, FieldsAreInTextOrder) {
   EXPECT_EQ(shape.CellExists("Fields.Value[1]", 1), true);
 }
 
+TEST_F(Surface, AFieldIsInsertedWhereTheCharactersBegin) {
+  const Shape shape = rectangle();
+  ASSERT_TRUE(
+      shape.SetText("gr\xC3\xBC\xC3\x9F"
+                    "e!"));
+  const Characters range = shape.Characters();
+  EXPECT_EQ(range.Begin(), 0);
+  EXPECT_EQ(range.End(), 6);
+  ASSERT_TRUE(range.SetBegin(4));
+  EXPECT_EQ(range.Text(), "e!");
+  EXPECT_EQ(shape.Characters().Begin(), 0) << "another range";
+  for (const char* formula : {"\"[b]\"", "\"[a]\""}) ASSERT_TRUE(range.AddCustomField(formula, 0));
+  EXPECT_EQ(shape.Text(), "gr\xC3\xBC\xC3\x9F[a][b]e!");
+  EXPECT_EQ(shape.Cells("Fields.Value[2]").Formula(), "\"[b]\"") << "rows are in text order";
+  // Inside a field is its start, and the rows before it stay.
+  ASSERT_TRUE(range.SetBegin(8));
+  ASSERT_TRUE(range.AddCustomField("\"[-]\"", 0));
+  ASSERT_TRUE(range.SetBegin(15));
+  EXPECT_EQ(range.End(), 15);
+  ASSERT_TRUE(range.AddCustomField("\"[z]\"", 0));
+  EXPECT_EQ(shape.Text(), "gr\xC3\xBC\xC3\x9F[a][-][b]e![z]");
+  for (const auto& [cell, formula] : {std::pair("Fields.Value[1]", "\"[a]\""), std::pair("Fields.Value[2]", "\"[-]\""),
+                                      std::pair("Fields.Value[4]", "\"[z]\"")})
+    EXPECT_EQ(shape.Cells(cell).Formula(), formula);
+  ASSERT_TRUE(range.SetEnd(2));
+  EXPECT_EQ(range.Begin(), 2);
+  EXPECT_FALSE(range.SetEnd(19));
+  EXPECT_FALSE(range.SetBegin(-1));
+  ASSERT_TRUE(shape.SetText(""));
+  EXPECT_EQ(range.End(), 0);
+}
+
 TEST_F(Surface, ASelectionIsWalkedInItsMode) {
   const Shape group = dropBox(page), member = group.Shapes().Item(1), other = rectangle();
   const Window window = app.ActiveWindow();

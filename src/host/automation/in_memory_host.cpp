@@ -188,7 +188,7 @@ Maybe<Variant> InMemoryHost::get(const ObjectRef& given, Member member, Argument
     case ObjectKind::Shape:
       return getShape(SheetId{object.id}, member, arguments);
     case ObjectKind::Characters:
-      return getShape(SheetId{object.id}, Member::Shape_Text, arguments);
+      return getCharacters(object, member);
     case ObjectKind::Section:
     case ObjectKind::Row:
       return getSectionOrRow(object, member, arguments);
@@ -230,6 +230,8 @@ bool InMemoryHost::put(const ObjectRef& given, Member member, Arguments indices,
       return putPage(PageId{object.id}, member, value);
     case ObjectKind::Shape:
       return putShape(SheetId{object.id}, member, indices, value);
+    case ObjectKind::Characters:
+      return putCharacters(object, member, value);
     case ObjectKind::Row:
       return putRow(object, member, value);
     case ObjectKind::Cell:

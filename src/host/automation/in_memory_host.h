@@ -54,6 +54,8 @@ class InMemoryHost : public Backend {
   Maybe<Variant> getShape(SheetId id, Member member, Arguments arguments);
   bool putShape(SheetId id, Member member, Arguments indices, const Argument& value);
   Maybe<Variant> callShape(SheetId id, Member member, Arguments arguments);
+  Maybe<Variant> getCharacters(const ObjectRef& object, Member member);
+  bool putCharacters(const ObjectRef& object, Member member, const Argument& value);
   Maybe<Variant> getSectionOrRow(const ObjectRef& object, Member member, Arguments arguments);
   bool putRow(const ObjectRef& object, Member member, const Argument& value);
   Maybe<Variant> getCell(const CellAddress& cell, Member member, Arguments arguments);

@@ -16,6 +16,17 @@
 #include "host/text/text.h"
 
 namespace quorvel::host {
+namespace {
+
+constexpr const char* lostRange = "too many characters were asked for since; ask the shape again";
+
+/// The range as it lies in a text of that length.
+std::pair<int, int> within(const CharacterRange& range, int length) {
+  const int end = std::clamp(range.end.or_(length), 0, length);
+  return {std::clamp(range.begin, 0, end), end};
+}
+
+}  // namespace
 
 Maybe<Variant> InMemoryHost::getShapes(const ObjectRef& object, Member member, Arguments arguments) {
   const Store& store = engine_.store();
@@ -46,6 +57,39 @@ Maybe<Variant> InMemoryHost::getShapes(const ObjectRef& object, Member member, A
     default:
       return refuse("not a property");
   }
+}
+
+Maybe<Variant> InMemoryHost::getCharacters(const ObjectRef& object, Member member) {
+  const CharacterRange* range = engine_.characterRanges().find(object.part);
+  if (!range) return refuse(lostRange);
+  const std::string text = shownText(engine_.store(), SheetId{object.id});
+  const auto [begin, end] = within(*range, static_cast<int>(quorvel::lengthOf(text)));
+  if (member == Member::Characters_Begin) return Variant(std::int64_t{begin});
+  if (member == Member::Characters_End) return Variant(std::int64_t{end});
+  std::size_t at = 0, from = 0;
+  for (int place = 0; place < end; ++place) {
+    if (place == begin) from = at;
+    decodeNext(text, at);
+  }
+  return Variant(begin < end ? text.substr(from, at - from) : std::string());
+}
+
+bool InMemoryHost::putCharacters(const ObjectRef& object, Member member, const Argument& value) {
+  CharacterRange* range = engine_.characterRanges().find(object.part);
+  const Maybe<int> place = integerOf(value);
+  const int length = static_cast<int>(quorvel::lengthOf(shownText(engine_.store(), SheetId{object.id})));
+  if (!range || !place || *place < 0 || *place > length) {
+    refuse(range ? "the place is no number from 0 to the length of the text" : lostRange);
+    return false;
+  }
+  auto [begin, end] = within(*range, length);
+  (member == Member::Characters_Begin ? begin : end) = *place;
+  // The place that was put counts.
+  if (begin > end) (member == Member::Characters_Begin ? end : begin) = *place;
+  const bool isOpen = end == length && !range->end;
+  range->begin = begin;
+  range->end = isOpen ? Maybe<int>() : Maybe<int>(end);
+  return true;
 }
 
 Maybe<Variant> InMemoryHost::cellNamed(SheetId sheet, std::string_view name, Member member) {
@@ -148,7 +192,7 @@ Maybe<Variant> InMemoryHost::getShape(SheetId id, Member member, Arguments argum
       return Variant(refTo(ObjectKind::Connects, id.value, member == Member::Shape_Connects ? 1 : 2));
     case Member::Shape_Characters:
       if (!sheet.isShape()) return refuse("only shapes have text");
-      return Variant(refTo(ObjectKind::Characters, id.value));
+      return Variant(refTo(ObjectKind::Characters, id.value, engine_.characterRanges().add({})));
     case Member::Shape_LayerCount:
       return Variant(static_cast<std::int64_t>(layersOf(store, id).size()));
     case Member::Shape_Layer: {
@@ -267,10 +311,13 @@ Maybe<Variant> InMemoryHost::callShape(SheetId id, Member member, Arguments argu
       return settled(beginTextEdit(engine_, id));
     case Member::Shape_EndTextEdit:
       return settled(endTextEdit(engine_, id, textAt(arguments, 0).or_("")));
-    case Member::Characters_AddCustomField:
+    case Member::Characters_AddCustomField: {
+      const CharacterRange* range = engine_.characterRanges().find(current_.part);
+      if (!range) return refuse(lostRange);
       return settled(addCustomField(engine_, id,
                                     toUniversalSyntax(textAt(arguments, 0).or_(""), engine_.store().locale()),
-                                    integerAt(arguments, 1).or_(0)));
+                                    integerAt(arguments, 1).or_(0), range->begin));
+    }
     case Member::Cell_GlueTo: {
       const Maybe<ObjectRef> target = referenceAt(arguments, 0, ObjectKind::Cell);
       if (!target) return refuse("a cell to glue to is needed");

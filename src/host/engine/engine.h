@@ -14,6 +14,7 @@
 #include "host/document_format.h"
 #include "host/engine/command_bar_set.h"
 #include "host/engine/deletions.h"
+#include "host/engine/snapshots.h"
 #include "host/engine/windows.h"
 #include "host/events/event_dispatcher.h"
 #include "host/recalc/recalculator.h"
@@ -81,7 +82,8 @@ class Engine {
   PlacementJournal& placements() { return placements_; }
   EventDispatcher& events() { return events_; }
   CommandBarSet& bars() { return bars_; }
-  SelectionSnapshots& selections() { return selections_; }
+  Snapshots<SelectionSnapshot>& selections() { return selections_; }
+  Snapshots<CharacterRange>& characterRanges() { return characterRanges_; }
   Deletions& deletions() { return deletions_; }
 
   void setThemes(const ThemeValues* themes) { store_.setThemes(themes); }
@@ -138,6 +140,7 @@ class Engine {
 
   // Handles for events; `backend` is what they call.
   void setBackend(Backend& backend) { backend_ = &backend; }
+  Application application() const { return {backend_, backend_->application()}; }
   Shape handle(SheetId id) const { return {backend_, {ObjectKind::Shape, id.value, 0}}; }
   quorvel::Cell handle(const CellAddress& cell) const { return {backend_, refTo(cell)}; }
   quorvel::Document handle(DocumentId id) const { return {backend_, {ObjectKind::Document, id.value, 0}}; }
@@ -206,7 +209,8 @@ class Engine {
   Editor edit_{Exchanged{store_, graph_, placements_, renames_}, undo_};
   EventDispatcher events_{undo_};
   CommandBarSet bars_;
-  SelectionSnapshots selections_;
+  Snapshots<SelectionSnapshot> selections_;
+  Snapshots<CharacterRange> characterRanges_;
   Deletions deletions_;
   std::unique_ptr<CommandObserver> commandObserver_;  ///< null: commands have none
   Backend* backend_ = nullptr;

@@ -81,21 +81,20 @@ std::string fieldText(const Store& store, SheetId sheet, int index, const Value&
   return standard.empty() ? value.asText() : formatValue(value, standard);
 }
 
+std::string shownText(const Store& store, SheetId sheet, const TextPiece& piece) {
+  if (piece.kind == TextPiece::Characters) return piece.text;
+  if (piece.kind != TextPiece::Field) return {};
+  // A field whose row was deleted keeps the text that it last showed.
+  const RowKey row = RowKey::index(static_cast<std::uint32_t>(piece.index));
+  return rowExists(store, sheet, SectionNumber::TextField, row, false) ? fieldText(store, sheet, piece.index)
+                                                                       : piece.text;
+}
+
 std::string shownText(const Store& store, SheetId sheet) {
   const TextBody* body = textOf(store, sheet);
   std::string text;
   if (!body) return text;
-  for (const TextPiece& piece : *body) {
-    if (piece.kind == TextPiece::Characters) {
-      text += piece.text;
-    } else if (piece.kind == TextPiece::Field) {
-      // A field whose row was deleted keeps the text that it last showed.
-      text += rowExists(store, sheet, SectionNumber::TextField, RowKey::index(static_cast<std::uint32_t>(piece.index)),
-                        false)
-                  ? fieldText(store, sheet, piece.index)
-                  : piece.text;
-    }
-  }
+  for (const TextPiece& piece : *body) text += shownText(store, sheet, piece);
   if (!text.empty() && text.back() == '\n') text.pop_back();
   return text;
 }

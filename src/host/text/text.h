@@ -10,6 +10,8 @@ namespace quorvel::host {
 
 /// The text with each field's value shown through its format. Lines end in "\n"; a last line end is left out.
 std::string shownText(const Store& store, SheetId sheet);
+/// What one piece of it shows; a last line end is kept.
+std::string shownText(const Store& store, SheetId sheet, const TextPiece& piece);
 /// What field row `index` of the sheet shows now.
 std::string fieldText(const Store& store, SheetId sheet, int index);
 /// The same with another value in the row's own format.
