@@ -96,6 +96,8 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("activate_page", &ScriptHost::activatePage)
       .def("activate_application", &ScriptHost::activateApplication)
       .def("mouse_down", &ScriptHost::mouseDown)
+      .def("edit_shape_data", &ScriptHost::editShapeData)
+      .def("replace_text", &ScriptHost::replaceText)
       .def("export_pages", &ScriptHost::exportPages)
       .def("read_map", &ScriptHost::readMap)
       .def("unknown_names", &ScriptHost::unknownNames)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/basic_text.h"
 #include "base/text.h"
 #include "form_access.h"
 #include "formats/package/atomic_file.h"
@@ -160,6 +161,38 @@ void ScriptHost::activateApplication() {
 
 void ScriptHost::mouseDown(int button, int shift, double x, double y) {
   enter([&] { session_->host().mouseDown(button, shift, x, y); });
+}
+
+void ScriptHost::editShapeData(const ObjectRef& shape, const std::vector<std::pair<std::string, py::object>>& values) {
+  std::vector<host::TypedCell> typed;
+  for (const auto& [cell, value] : values) {
+    std::string formula;
+    if (py::isinstance<py::str>(value)) {
+      formula = quoted(value.cast<std::string>());
+    } else if (py::isinstance<py::bool_>(value)) {
+      formula = value.cast<bool>() ? "TRUE" : "FALSE";
+    } else {
+      formula = shortestNumber(value.cast<double>());
+    }
+    typed.push_back({cell, std::move(formula)});
+  }
+  enter([&] {
+    host::InMemoryHost& running = session_->host();
+    const Shape handle(&running, shape);
+    const std::string name = handle.NameID().or_("a shape that is deleted");
+    if (const host::Outcome done = running.editShapeData(handle, typed); !done)
+      throw Refused{"Shape.EditShapeData", name, done.reason()};
+  });
+}
+
+int ScriptHost::replaceText(const std::string& find, const std::string& replacement, bool matchCase, bool wholeWords,
+                            bool allPages) {
+  return enter([&] {
+    const host::ReplaceOutcome done =
+        session_->host().replaceText(find, replacement, {matchCase, wholeWords}, allPages);
+    if (!done.outcome) throw Refused{"Application.ReplaceText", "the application", done.outcome.reason()};
+    return done.count;
+  });
 }
 
 std::pair<std::size_t, std::size_t> ScriptHost::undoLimits() const {

@@ -56,6 +56,11 @@ class ScriptHost {
   void activatePage(const ObjectRef& page);
   void activateApplication();
   void mouseDown(int button, int shift, double x, double y);
+  /// Types into cells in the dialog of shape data: texts are quoted, numbers are not.
+  void editShapeData(const ObjectRef& shape, const std::vector<std::pair<std::string, py::object>>& values);
+  /// Find and Replace in the active document; how many times.
+  int replaceText(const std::string& find, const std::string& replacement, bool matchCase, bool wholeWords,
+                  bool allPages);
   /// Draws pages into one file, whose ending says the format.
   void exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller);
   /// The document read as a process map; see mapToPython.

@@ -236,6 +236,15 @@ const std::vector<Command>& commands() {
       {"Text", [](Stage& s) { s.plain.SetText("new"); }},
       {"Text field", [](Stage& s) { s.plain.Characters().AddCustomField("User.x", 0); }},
       {"First field", [](Stage& s) { s.box.Cells("Fields.Value[1]").FormulaForce("User.x"); }},
+      {"Shape data",
+       [](Stage& s) {
+         s.running.editShapeData(s.plain, {{"User.x", "9"}, {"User.follows", "\"typed\""}});
+       }},
+      {"Find and Replace",
+       [](Stage& s) {
+         s.group.Shapes().Item(1).SetText("a text");
+         s.running.replaceText("text", "word");
+       }},
       {"Text edit", [](Stage& s) { s.plain.BeginTextEdit(), s.plain.EndTextEdit("typed"); }},
       {"Order", [](Stage& s) { s.box.BringForward(), s.box.BringToFront(); }},
       {"Flip", [](Stage& s) { s.box.FlipHorizontal(), s.line.ReverseEnds(), s.group.UpdateAlignmentBox(); }},

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "host/host_fixture.h"
+#include "host/store_dump.h"
 #include "model/upkeep_listener.h"
 
 namespace quorvel {
@@ -150,6 +151,66 @@ TEST_F(Events, MembersOfAGroupAreAddedAndDeletedWithIt) {
   EXPECT_EQ(recorder.take(), (Recorded{"SelectionChanged", "ShapeAdded Sheet.3"}));
   ASSERT_TRUE(copy.Delete());
   EXPECT_EQ(recorder.take(), (Recorded{"BeforeShapeDelete Sheet.3", "(handled)", "SelectionChanged"}));
+}
+
+TEST_F(Events, AListenerMayUnlockATextThatIsAboutToBeEdited) {
+  const Shape shape = rectangle();
+  ASSERT_TRUE(shape.Cells("LockTextEdit").SetFormula("1"));
+  Recorder recorder(running);
+  EXPECT_FALSE(shape.BeginTextEdit());
+  EXPECT_EQ(recorder.take(), Recorded{"BeforeShapeTextEdit Sheet.1"});
+  recorder.onBeforeShapeTextEdit = [](const Shape& edited) { edited.Cells("LockTextEdit").FormulaForce("0"); };
+  EXPECT_TRUE(shape.BeginTextEdit());
+  recorder.take();
+  ASSERT_TRUE(shape.EndTextEdit("typed"));
+  EXPECT_EQ(recorder.take(), (Recorded{"TextChanged Sheet.1", "ShapeExitedTextEdit Sheet.1"}));
+}
+
+TEST_F(Events, DialogsAreScopesWithAModalInside) {
+  const Shape outer = rectangle(), locked = rectangle(), member = outer.DrawRectangle(0, 0, 1, 1);
+  const Cell notes = user(outer, "notes", "\"a\""), length = user(outer, "length", "LEN(User.notes)");
+  const Shape elsewhere = document.Pages().Add().DrawRectangle(0, 0, 1, 1);
+  for (const Shape& shape : {outer, locked, member, elsewhere})
+    shape.SetText(
+        "Order orders, Ordnung \xC3\x96"
+        "order order");
+  ASSERT_TRUE(member.Characters().AddCustomField("\"order \"", 0));
+  ASSERT_TRUE(locked.Cells("LockTextEdit").SetFormula("1"));
+  app.ActiveWindow().SetPage(page);
+  const host::DocumentId id{document.ref().id};
+  const std::string before = StoreDump::of(engine().store(), id);
+  const std::size_t steps = engine().undo().undoCount(id);
+  Recorder recorder(running);
+  recorder.onBeforeModal = [&] { elsewhere.SetName("prepared"); };
+  ASSERT_TRUE(running.editShapeData(outer, {{"User.notes", "\"\""}}));
+  EXPECT_EQ(recorder.take(), (Recorded{"EnterScope 1312", "BeforeModal", "FormulaChanged Sheet.1 User.notes",
+                                       "CellChanged Sheet.1 User.notes", "CellChanged Sheet.1 User.length",
+                                       "AfterModal", "ExitScope 1312"}));
+  for (const auto& [cell, formula] : {std::pair("User.none", "1"), std::pair("User.notes", "(")})
+    EXPECT_FALSE(running.editShapeData(outer, {{"User.length", "1"}, {cell, formula}}));
+  EXPECT_EQ(recorder.take(), Recorded{}) << "nothing is written when one of them cannot be";
+  EXPECT_EQ(engine().undo().undoCount(id), steps + 1);
+
+  recorder.onBeforeModal = nullptr;
+  // Two in each of the unlocked shapes; neither a part of a word nor a field.
+  const host::ReplaceOutcome done = running.replaceText("order", "sale", {.matchCase = false, .wholeWords = true});
+  EXPECT_EQ(done.count, 6);
+  EXPECT_EQ(outer.Text(),
+            "sale orders, Ordnung \xC3\x96"
+            "order sale");
+  EXPECT_EQ(member.Text(),
+            "order sale orders, Ordnung \xC3\x96"
+            "order sale");
+  EXPECT_EQ(recorder.take(), (Recorded{"EnterScope 1179", "BeforeModal", "TextChanged Sheet.1", "TextChanged Sheet.3",
+                                       "TextChanged Sheet.1", "AfterModal", "ExitScope 1179"}));
+  EXPECT_EQ(running.replaceText("Order", "", {.matchCase = true}, false).count, 0);
+  EXPECT_EQ(running.replaceText("order", "", {}, false).count, 2 * 2);
+  EXPECT_EQ(outer.Text(), "sale s, Ordnung \xC3\x96 sale");
+  EXPECT_FALSE(running.replaceText("", "x").outcome);
+  for (int i = 0; i < 3; ++i) ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(firstDifference(before, StoreDump::of(engine().store(), id)), "");
+  recorder.onBeforeModal = [&] { running.editShapeData(outer, {{"User.notes", "1"}}); };
+  EXPECT_TRUE(running.editShapeData(outer, {{"User.notes", "1"}})) << "endless nesting ends";
 }
 
 TEST_F(Events, PagesRaiseEventsForNameAndKindOnly) {

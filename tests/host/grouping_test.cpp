@@ -190,6 +190,17 @@ TEST_F(Grouping, TheStackKeepsItsOrder) {
   EXPECT_EQ(app.ActiveWindow().Selection().Count(), 4);
 }
 
+TEST_F(Grouping, MembersAreBroughtToTheFrontOfTheirGroup) {
+  const Shape made = group({box(0, 0, 1, 1), box(1, 0, 1, 1), box(2, 0, 1, 1)}), above = box(3, 0, 1, 1);
+  ASSERT_TRUE(made.Shapes().Item(1).BringToFront());
+  EXPECT_EQ(stack(made.Shapes()), "2 3 1");
+  ASSERT_TRUE(made.Shapes().Item(1).BringForward());
+  EXPECT_EQ(stack(made.Shapes()), "3 2 1");
+  EXPECT_EQ(stack(page.Shapes()), "4 5");
+  ASSERT_TRUE(app.Undo() && app.Undo());
+  EXPECT_EQ(stack(made.Shapes()), "1 2 3");
+}
+
 TEST_F(Grouping, WhatMayNotBeGroupedIsRefusedAndChangesNothing) {
   const Shape a = box(0, 0, 1, 1), b = box(2, 0, 1, 1), c = box(4, 0, 1, 1), held = box(6, 0, 1, 1);
   const Shape made = group({a, b}), other = group({c, box(8, 0, 1, 1)});

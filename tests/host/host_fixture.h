@@ -89,7 +89,8 @@ class Recorder : public ApplicationEvents {
 
   // What a test does inside an event, after it was recorded.
   std::function<void(Cell)> onCellChanged;
-  std::function<void(Shape)> onShapeAdded, onBeforeShapeDelete;
+  std::function<void(Shape)> onShapeAdded, onBeforeShapeDelete, onBeforeShapeTextEdit;
+  std::function<void()> onBeforeModal;
 
   void CellChanged(Cell cell) override {
     note("CellChanged", cell);
@@ -108,12 +109,30 @@ class Recorder : public ApplicationEvents {
   void ShapeParentChanged(Shape shape) override { recorded.push_back("ShapeParentChanged " + shape.NameID().or_("?")); }
   void SelectionChanged(Window) override { recorded.push_back("SelectionChanged"); }
   void TextChanged(Shape shape) override { recorded.push_back("TextChanged " + shape.NameID().or_("?")); }
+  void BeforeShapeTextEdit(Shape shape) override {
+    recorded.push_back("BeforeShapeTextEdit " + shape.NameID().or_("?"));
+    if (onBeforeShapeTextEdit) onBeforeShapeTextEdit(shape);
+  }
+  void ShapeExitedTextEdit(Shape shape) override {
+    recorded.push_back("ShapeExitedTextEdit " + shape.NameID().or_("?"));
+  }
+  void EnterScope(int scope, std::string_view) override { noteScope("EnterScope ", scope); }
+  void ExitScope(int scope, std::string_view) override { noteScope("ExitScope ", scope); }
+  void BeforeModal(Application) override {
+    recorded.push_back("BeforeModal");
+    if (onBeforeModal) onBeforeModal();
+  }
+  void AfterModal(Application) override { recorded.push_back("AfterModal"); }
   void PageAdded(Page page) override { recorded.push_back("PageAdded " + page.Name().or_("?")); }
   void PageChanged(Page page) override { recorded.push_back("PageChanged " + page.Name().or_("?")); }
 
  private:
   void note(const char* event, const Cell& cell) {
     recorded.push_back(std::string(event) + " " + cell.Shape().NameID().or_("?") + " " + cell.Name().or_("?"));
+  }
+  /// Scopes of scripts have higher numbers than those of the program.
+  void noteScope(const char* event, int scope) {
+    if (scope < 0x10000) recorded.push_back(event + std::to_string(scope));
   }
   Backend& backend_;
 };

@@ -47,6 +47,32 @@ def test_handlers_get_events(maps):
     assert len(recorded) == 8 and app.OnMouseDown is None
 
 
+def test_dialogs_of_the_program_are_used_as_a_user_does(maps):
+    page = maps.new_map("AB Order entry")
+    app, recorded = maps.app, []
+    box = page.DrawRectangle(1, 1, 2, 2)
+    box.Text = "orders of an order"
+    box.AddNamedRow(242, "Note")
+    box.AddNamedRow(242, "Size")
+    app.OnEnterScope = app.OnExitScope = lambda number, name: recorded.append(number)
+    app.OnBeforeModal = lambda who: recorded.append("before")
+    app.OnAfterModal = lambda who: recorded.append("after")
+    box.EditShapeData({"User.Note": 'a "note"', "User.Size": 1.5})
+    assert (box.Cells("User.Note").ResultStr(0), box.Cells("User.Size").Formula) == ('a "note"', "1.5")
+    assert app.ReplaceText("ORDER", "task", whole_words=True) == 1
+    assert box.Text == "orders of an task"
+    assert recorded == [1312, "before", "after", 1312, 1179, "before", "after", 1179]
+    assert app.ReplaceText("Task", "", match_case=True, all_pages=False) == 0
+    characters = box.Characters
+    characters.Begin = 7
+    characters.AddCustomField("User.Size", 0)
+    assert (box.Text, characters.End) == ("orders 1.5of an task", 20)
+    with pytest.raises(quorvel.HostError, match="no cell User.None"):
+        box.EditShapeData({"User.None": ""})
+    with pytest.raises(quorvel.HostError, match="no text to find"):
+        app.ReplaceText("", "x")
+
+
 def test_windows_and_pages_are_activated(maps):
     first = maps.new_map("AB Order entry")
     other = maps.app.Documents.Add()

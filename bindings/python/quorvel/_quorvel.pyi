@@ -40,6 +40,10 @@ class Host:
         """Raises AppActivated."""
     def mouse_down(self, button: int, shift: int, x: float, y: float) -> None:
         """Raises MouseDown."""
+    def edit_shape_data(self, shape: Reference, values: list[tuple[str, object]]) -> None:
+        """Types into cells in the dialog of shape data."""
+    def replace_text(self, find: str, replacement: str, match_case: bool, whole_words: bool, all_pages: bool) -> int:
+        """Find and Replace; how many times."""
     def export_pages(self, pages: list[Reference], file: str, caller: str) -> None:
         """Draws the pages into one file."""
     def read_map(self, document: Reference) -> dict[str, Any]:

@@ -202,6 +202,17 @@ class _Application:
     def MouseDown(self, button: int, shift: int = 0, x: float = 0, y: float = 0) -> None:
         self._host.mouse_down(button, shift, x, y)
 
+    def ReplaceText(
+        self,
+        find: str,
+        replacement: str,
+        *,
+        match_case: bool = False,
+        whole_words: bool = False,
+        all_pages: bool = True,
+    ) -> int:
+        return self._host.replace_text(find, replacement, match_case, whole_words, all_pages)
+
     def Quit(self: Any) -> None:
         for document in self.Documents:
             document.Close()
@@ -273,7 +284,12 @@ class _Page:
         self._app._host.export_pages([self._ref], os.fspath(file), "Page.Export")
 
 
-_extras: dict[str, type] = {"Application": _Application, "Document": _Document, "Page": _Page}
+class _Shape:
+    def EditShapeData(self: Any, values: dict[str, Any]) -> None:
+        self._app._host.edit_shape_data(self._ref, list(values.items()))
+
+
+_extras: dict[str, type] = {"Application": _Application, "Document": _Document, "Page": _Page, "Shape": _Shape}
 _event_names = _quorvel.event_names()
 _classes: dict[int, type] = {}
 

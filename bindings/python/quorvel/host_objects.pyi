@@ -201,6 +201,17 @@ class Application(Handle):
         """Updates the recovery copies now, without waiting for the minute."""
     def MouseDown(self, button: int, shift: int = 0, x: float = 0, y: float = 0) -> None:
         """Presses a mouse button in the drawing window: 1 left, 2 right."""
+    def ReplaceText(
+        self,
+        find: str,
+        replacement: str,
+        *,
+        match_case: bool = False,
+        whole_words: bool = False,
+        all_pages: bool = True,
+    ) -> int:
+        """Replaces text as a user does with Find and Replace, on the pages of the active document or on the active page;
+        how many times. Fields and shapes with locked text are left as they are."""
     def Quit(self) -> None:
         """Closes every document. What was not saved is lost."""
 
@@ -457,9 +468,11 @@ class Shape(Handle):
     def UpdateAlignmentBox(self) -> None:
         """Accepted, and changes nothing: a group keeps the box that its formulas give it."""
     def BeginTextEdit(self) -> None:
-        """Begins a user's edit of the text; refused while LockTextEdit is 1."""
+        """Begins a user's edit of the text; refused when LockTextEdit is 1 after OnBeforeShapeTextEdit."""
     def EndTextEdit(self, typed: str) -> None:
         """Ends it with the text typed."""
+    def EditShapeData(self, values: dict[str, str | float]) -> None:
+        """Types into cells as a user does in the dialog of shape data: texts come into quotation marks."""
 
 class Section(Handle):
     """A section of a shape's cells."""
@@ -526,13 +539,17 @@ class Cell(Handle):
         """Glues an end (BeginX or EndX) to a connection point's cell, or by PinX to a whole shape."""
 
 class Characters(Handle):
-    """A shape's text."""
+    """A part of a shape's text; at first all of it."""
 
+    Begin: int
+    """Where it begins: a place between characters, counted from 0, with the fields expanded."""
+    End: int
+    """Where it ends."""
     @property
     def Text(self) -> str:
         """With the fields expanded."""
     def AddCustomField(self, formula: str, format: int) -> None:
-        """Inserts a field at the start of the text."""
+        """Inserts a field at Begin."""
 
 class Selection(Collection[Shape]):
     """Shapes that were selected when the window was asked; in order of selecting."""

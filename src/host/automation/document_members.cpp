@@ -80,9 +80,8 @@ Maybe<Variant> InMemoryHost::callApplication(Member member, Arguments arguments)
     }
     case Member::Application_DoCmd: {
       const Maybe<int> command = integerAt(arguments, 0);
-      constexpr int shapeData = 1312, replaceText = 1179;
-      if (command != shapeData && command != replaceText) return refuse("the host has no such command");
-      const std::string description = *command == shapeData ? "Shape Data" : "Replace";
+      if (command != shapeDataScope && command != replaceScope) return refuse("the host has no such command");
+      const std::string description = *command == shapeDataScope ? "Shape Data" : "Replace";
       engine_.events().raise([&](ApplicationEvents& listener) { listener.EnterScope(*command, description); });
       engine_.events().raise([&](ApplicationEvents& listener) { listener.ExitScope(*command, description); });
       return Variant(std::monostate());

@@ -379,6 +379,22 @@ void InMemoryHost::beginModal() {
   engine_.events().raise([&](ApplicationEvents& listener) { listener.BeforeModal(app()); });
 }
 
+Outcome InMemoryHost::editShapeData(const Shape& shape, const std::vector<TypedCell>& cells) {
+  const Nesting nesting(nesting_);
+  if (nesting.tooDeep()) return Outcome::refused("calls inside calls are nested too deeply");
+  if (shape.ref().kind != ObjectKind::Shape || !alive(shape.ref())) return Outcome::refused("the object is deleted");
+  return host::editShapeData(engine_, SheetId{shape.ref().id}, cells);
+}
+
+ReplaceOutcome InMemoryHost::replaceText(std::string_view find, std::string_view replacement,
+                                         const ReplaceOptions& options, bool allPages) {
+  const Nesting nesting(nesting_);
+  if (nesting.tooDeep()) return {Outcome::refused("calls inside calls are nested too deeply"), 0};
+  const WindowState* window = engine_.activeWindow();
+  if (!window) return {Outcome::refused("there is no window"), 0};
+  return host::replaceText(engine_, window->document, allPages ? PageId{} : window->page, find, replacement, options);
+}
+
 void InMemoryHost::endModal() {
   engine_.events().raise([&](ApplicationEvents& listener) { listener.AfterModal(app()); });
 }

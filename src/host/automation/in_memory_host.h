@@ -3,6 +3,7 @@
 
 #include <deque>
 
+#include "host/commands/user_dialogs.h"
 #include "host/edits/rows.h"
 #include "host/engine/engine.h"
 #include "model/backend.h"
@@ -34,6 +35,11 @@ class InMemoryHost : public Backend {
   void mouseMove(int button, int shift, double x, double y);
   void beginModal();
   void endModal();
+  /// Types into cells of the shape in the dialog of shape data; formulas in the universal syntax.
+  Outcome editShapeData(const Shape& shape, const std::vector<TypedCell>& cells);
+  /// Find and Replace in the active window: on its page, or on all pages of its document.
+  ReplaceOutcome replaceText(std::string_view find, std::string_view replacement, const ReplaceOptions& options = {},
+                             bool allPages = true);
 
  private:
   // One pair for each kind of object, in the source named for it. They give nothing for a refusal, having called
