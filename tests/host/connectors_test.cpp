@@ -324,6 +324,22 @@ TEST_F(Connectors, CopiesAndWholeMovesKeepTheirLines) {
   EXPECT_EQ(lineOf(loose).size(), before.size());
 }
 
+TEST_F(Connectors, OneInAGroupFollowsItsMembers) {
+  const Shape from = box(2, 2), to = box(6, 2), connector = glued(from, to);
+  app.ActiveWindow().DeselectAll();
+  for (const Shape& shape : {from, to, connector}) app.ActiveWindow().Select(shape, visio::select);
+  const Shape group = app.ActiveWindow().Selection().Group();
+  EXPECT_EQ(drawn(connector), "(2.5,2)(5.5,2)");
+  const std::string before = dump();
+  ASSERT_TRUE(to.Cells("PinX").SetResult(visio::unitsInches, inches(from, "PinX")));
+  ASSERT_TRUE(to.Cells("PinY").SetResult(visio::unitsInches, inches(from, "PinY") + 3));
+  EXPECT_EQ(drawn(connector), "(2,2.5)(2,4.5)");
+  move(group, 10, 2);
+  EXPECT_EQ(drawn(connector), "(8,2.5)(8,4.5)") << "it came with its group";
+  for (int i = 0; i < 3; ++i) ASSERT_TRUE(app.Undo());
+  EXPECT_EQ(firstDifference(before, dump()), "");
+}
+
 TEST_F(Connectors, ACopyMadeInADeletionTakesOverTheGlue) {
   const Shape from = box(2, 2), to = box(8, 2), plain = page.DrawLine(0, 0, 1, 1);
   const Shape group = app.ActiveWindow().Select(from, visio::select) ? app.ActiveWindow().Selection().Group() : Shape();

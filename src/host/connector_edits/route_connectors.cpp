@@ -156,12 +156,25 @@ Polyline plainLine(const Point& begin, const Point& end) {
   return withoutNeedlessPoints({begin, {middle, begin.y}, {middle, end.y}, end});
 }
 
-/// Whether the line of a connector inside a group no longer meets its ends.
+class NoObstacles : public ObstacleSource {
+ public:
+  void touching(const Box&, std::vector<Obstacle>&) const override {}
+};
+
+/// Whether the line of a connector inside a group no longer meets its ends, or an end what it walks around.
 bool hasLostAnEnd(const Store& store, SheetId connector) {
   constexpr double meeting = 1e-3;
+  const ConnectorEnd begin = endOf(store, connector, true), end = endOf(store, connector, false);
+  if ((begin.walks && !isAtBorder(store, begin)) || (end.walks && !isAtBorder(store, end))) return true;
   const Polyline line = lineOnPage(store, connector);
-  return !line.empty() && !(isSame(line.front(), endOf(store, connector, true).at, meeting) &&
-                            isSame(line.back(), endOf(store, connector, false).at, meeting));
+  return !line.empty() && !(isSame(line.front(), begin.at, meeting) && isSame(line.back(), end.at, meeting));
+}
+
+bool isInsideOneOf(const Store& store, SheetId shape, const std::set<SheetId>& groups) {
+  for (const Sheet* each = store.sheet(shape); each && each->parent; each = store.sheet(each->parent)) {
+    if (groups.contains(each->parent)) return true;
+  }
+  return false;
 }
 
 class Routing : public CommandObserver {
@@ -282,20 +295,22 @@ Routing::Work Routing::sort(Engine& engine, const std::vector<PlacementJournal::
   return work;
 }
 
-/// Connectors with an end that walks around a moved shape, or around a member of it.
+/// Connectors with an end that walks around a moved shape, or around a member of it, and that did not move with it.
 void Routing::addPulled(const Engine& engine, PageWork& work) const {
-  std::set<SheetId> sheets;
+  std::set<SheetId> sheets, roots = work.movedMembers;
+  for (const Moved& moved : work.moved) roots.insert(moved.shape);
   const auto take = [&](SheetId shape) {
     if (!engine.store().sheet(shape)) return;
     for (const SheetId sheet : engine.store().subtree(shape)) sheets.insert(sheet);
   };
-  for (const SheetId member : work.movedMembers) take(member);
-  for (const Moved& moved : work.moved) take(moved.shape);
+  for (const SheetId root : roots) take(root);
   std::vector<CellAddress> readers;
   for (const SheetId sheet : sheets) engine.graph().appendReadersOf(sheet, readers);
   for (const CellAddress& reader : readers) {
     if (reader.key != triggerCell(true) && reader.key != triggerCell(false)) continue;
-    if (!isRoutable(engine.store(), reader.sheet)) continue;
+    if (!mayBeRedrawn(engine.store(), reader.sheet)) continue;
+    // A connector in a group that moved came with it.
+    if (isInsideOneOf(engine.store(), reader.sheet, roots)) continue;
     if (endOf(engine.store(), reader.sheet, reader.key == triggerCell(true)).walks) work.add(reader.sheet, Pulled);
   }
 }
@@ -349,8 +364,9 @@ void Routing::route(Engine& engine, const RouteMap& map, SheetId connector, Reas
     moveEnds(engine, connector, line, changed);
     return stretchLine(engine, connector, changed);
   }
-  if (isMember) return drawLine(engine, connector, plainLine(begin.at, end.at), changed);
+  if (isMember && !begin.walks && !end.walks) return drawLine(engine, connector, plainLine(begin.at, end.at), changed);
   const RouteRequest request = requestOf(store, page, begin, end, style);
+  if (isMember) return drawLine(engine, connector, findRoute(request, NoObstacles()).line, changed);
   const Route found = findRoute(request, WayObstacles(store, map, begin, end, request, connector, style.strict));
   if (found.line.size() < 2) return;
   if (reason == Met && found.crossesObstacle) return;
@@ -368,10 +384,9 @@ void Routing::commandEnds(Engine& engine) {
     for (auto& [page, here] : work) {
       RouteMap* map = mapOf(engine, page);
       if (!map) continue;
-      if (map->hasConnectors()) {
-        addPulled(engine, here);
-        addMet(engine, *map, page, here);
-      }
+      // Connectors in groups are not on the map.
+      if (map->hasConnectors() || !here.movedMembers.empty()) addPulled(engine, here);
+      if (map->hasConnectors()) addMet(engine, *map, page, here);
       for (const auto& [connector, reason] : here.connectors) {
         route(engine, *map, connector, reason, changed);
         follow(engine.store(), *map, connector);
