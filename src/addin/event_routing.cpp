@@ -3,6 +3,7 @@
 // Guards read the host and not flags where they can, because a handler's own writes may call it again.
 // They read the document and page of the event, which need not be the active ones: a script works on drawings that
 // are not shown. A test whose read fails is false. Handlers that end in a comment have no consequence.
+#include "base/ask_again.h"
 #include "base/text.h"
 #include "connect/dsr_visio_connect.h"
 #include "connect/host_queries.h"
@@ -103,8 +104,8 @@ void dsrVisioConnect::PageChanged(Page page) {
 // Shapes and cells.
 
 void dsrVisioConnect::ShapeAdded(Shape shape) {
-  const Page page = shape.ContainingPage();
-  if (isForeground(page)) gvsoApp_ShapeAdded(*this, shape, page);
+  const Page page = askAgain([&] { return shape.ContainingPage(); });
+  if (askAgain([&] { return isForeground(page); })) gvsoApp_ShapeAdded(*this, shape, page);
 }
 
 void dsrVisioConnect::BeforeShapeDelete(Shape) {
@@ -113,7 +114,7 @@ void dsrVisioConnect::BeforeShapeDelete(Shape) {
 
 void dsrVisioConnect::CellChanged(Cell cell) {
   // For cells of masters and of background pages no more than the class of their shape is read.
-  const std::string name = cell.Name().or_({});
+  const std::string name = askAgain([&] { return cell.Name(); }).or_({});
   if (!isOwnBookkeeping(name)) gvsoApp_CellChanged(*this, cell, name);
 }
 

@@ -3,10 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "links/link_target.h"
 #include "links/process_connector.h"
 #include "schema/cells.h"
+#include "sheets/page_walk.h"
 #include "sheets/rows.h"
 #include "sheets/shape_classes.h"
 
@@ -17,17 +19,26 @@ namespace connectorCells = schema::connectorCells;
 namespace linkedCells = schema::linkedCells;
 namespace taskCells = schema::taskCells;
 
-LinkText textOf(const Hyperlink& link, std::string address) { return {std::move(address), link.Description().or_({})}; }
+// A hyperlink that is passed by keeps an ID that no Task has, and no later change finds it, so refused calls are
+// repeated.
+
+std::string addressOf(const Hyperlink& link) {
+  return askAgain([&] { return link.SubAddress(); }).or_({});
+}
+
+LinkText textOf(const Hyperlink& link, std::string address) {
+  return {std::move(address), askAgain([&] { return link.Description(); }).or_({})};
+}
 
 void put(const Hyperlink& link, const LinkTarget& target, const std::string& end,
          const Maybe<std::string>& description) {
-  link.SetSubAddress(subAddressOf(target.page, end));
+  askAgain([&] { return link.SetSubAddress(subAddressOf(target.page, end)); });
   if (description) link.SetDescription(description);
 }
 
 /// A hyperlink whose own description tells whether it is the address.
 void rewrite(const Hyperlink& link, const IdChanges& changes) {
-  const std::string address = link.SubAddress().or_({});
+  const std::string address = addressOf(link);
   const LinkTarget target = linkTarget(address);
   const Maybe<std::string> end = changes.endOf(target.taskId);
   if (end) put(link, target, *end, changes.descriptionOf(textOf(link, address)));
@@ -36,10 +47,10 @@ void rewrite(const Hyperlink& link, const IdChanges& changes) {
 /// A Task's own hyperlinks: the description of the first one decides for all.
 void rewriteOwn(const std::vector<Hyperlink>& links, const IdChanges& changes) {
   if (links.empty()) return;
-  const LinkText first = textOf(links.front(), links.front().SubAddress().or_({}));
+  const LinkText first = textOf(links.front(), addressOf(links.front()));
   rewrite(links.front(), changes);
   for (auto link = links.begin() + 1; link != links.end(); ++link) {
-    const std::string address = link->SubAddress().or_({});
+    const std::string address = addressOf(*link);
     const LinkTarget target = linkTarget(address);
     const Maybe<std::string> end = changes.endOf(target.taskId);
     if (end) put(*link, target, *end, changes.descriptionOf({address, {}}, first));
@@ -57,10 +68,10 @@ void put(const Shape& shape, std::string_view cell, const std::string& text) {
 /// The first hyperlink of the shape, and the ID that it names; null without one.
 struct FirstLink {
   explicit FirstLink(const Shape& shape) {
-    const Hyperlinks links = shape.Hyperlinks();
-    if (!(links.Count() > 0)) return;
-    link = links.Item(0);
-    id = linkTargetOf(link).taskId;
+    const std::vector<Hyperlink> links = everyHyperlink(shape);
+    if (links.empty()) return;
+    link = links.front();
+    id = linkTarget(addressOf(link)).taskId;
   }
   Hyperlink link;
   std::string id;
@@ -100,11 +111,11 @@ void followWithSubTaskBox(const Shape& task, const Shape& box, const IdChanges& 
 }
 
 void followWithTask(const Shape& task, const IdChanges& changes) {
-  rewriteOwn(task.Hyperlinks().all(), changes);
-  const std::vector<Shape> members = task.Shapes().all();
+  rewriteOwn(everyHyperlink(task), changes);
+  const std::vector<Shape> members = everyMember(task);
   for (const Shape& member : members) {
-    if (!(member.Data1() == marks::detail)) continue;
-    for (const Hyperlink& link : member.Hyperlinks().all()) rewrite(link, changes);
+    if (!(askAgain([&] { return member.Data1(); }) == marks::detail)) continue;
+    for (const Hyperlink& link : everyHyperlink(member)) rewrite(link, changes);
   }
   if (members.size() >= taskMember::subTaskBox)
     followWithSubTaskBox(task, members[taskMember::subTaskBox - 1], changes);
@@ -113,8 +124,9 @@ void followWithTask(const Shape& task, const IdChanges& changes) {
 }  // namespace
 
 void followIdChanges(const Shape& shape, const IdChanges& changes) {
-  if (IsProcessConnector(shape)) followWithConnector(shape, changes);
-  if (IsTask(shape)) followWithTask(shape, changes);
+  const schema::ShapeClass kind = schema::classOfMaster(askAgain([&] { return shape.Master().Name(); }).or_({}));
+  if (kind == schema::ShapeClass::ProcessConnector) followWithConnector(shape, changes);
+  if (kind == schema::ShapeClass::Task) followWithTask(shape, changes);
 }
 
 }  // namespace quorvel::addin

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "schema/cells.h"
@@ -70,7 +71,7 @@ void giveId(dsrVisioConnect& connect, const Shape& task, const Page& page) {
   if (connect.batchTasks <= 1) {
     giveNextTaskId(connect, task, page);
   } else if (connect.flagKeepTaskIdNumbers) {
-    const Maybe<std::string> id = task.Cells(taskCells::id).ResultStr(visio::unitsNone);
+    const Maybe<std::string> id = askAgain([&] { return task.Cells(taskCells::id).ResultStr(visio::unitsNone); });
     if (id) writeFirstTaskId(connect, task, taskIdText(connect.strTaskIdLetters, keptNumber(*id)));
   } else {
     // A number that could not be counted is not used, here or for the next copy.
@@ -93,12 +94,13 @@ void copiedTask(dsrVisioConnect& connect, const Shape& task, const Page& page) {
   if (task.Cells(schema::timeCells::unit).ResultStr(visio::unitsNone) != "") checkTimeUnits(connect);
   if (!mergeFrequency(connect, task, page)) return;
   mergeRoles(connect, task, page);
-  if (!task.ID()) return;
+  const auto exists = [&] { return askAgain([&] { return task.ID(); }).has(); };
+  if (!exists()) return;
   if (!askForIds(connect, task, page)) {
     deletePastedShapes(connect);
     return;
   }
-  if (task.ID()) giveId(connect, task, page);
+  if (exists()) giveId(connect, task, page);
 }
 
 void copiedTaskLink(dsrVisioConnect& connect, const Shape& link, const Page& page) {
@@ -112,7 +114,7 @@ void copied(dsrVisioConnect& connect, const Shape& shape, const Page& page) {
   const std::string mark = shape.Data1().or_({});
   if (mark == marks::logo || mark == marks::legend) return copiedDecoration(shape, page, mark);
   if (!isTopLevel(shape)) return;
-  if (IsTask(shape)) copiedTask(connect, shape, page);
+  if (askAgain([&] { return IsTask(shape); })) copiedTask(connect, shape, page);
   if (IsTaskLink(shape)) copiedTaskLink(connect, shape, page);
   if (IsProcessConnector(shape)) {
     const Maybe<std::string> shown = shape.Cells(schema::connectorCells::shownId).ResultStr(visio::unitsNone);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "schema/cells.h"
 #include "vocab/task_id.h"
@@ -18,12 +19,13 @@ bool countOn(const Page& page) {
 }  // namespace
 
 void writeFirstTaskId(dsrVisioConnect& connect, const Shape& task, const std::string& id) {
-  const Cell cell = task.Cells(schema::taskCells::id);
+  const Cell cell = askAgain([&] { return task.Cells(schema::taskCells::id); });
   const Shape outer = std::exchange(connect.numberedTask, task);
-  cell.FormulaForce(quoted(id));
+  // A copy must not keep the ID of its original.
+  askAgain([&] { return cell.FormulaForce(quoted(id)); });
   connect.numberedTask = outer;
   // A later change of the ID reads the old one from the name.
-  if (!id.empty()) task.SetName(cell.ResultStr(visio::unitsNone));
+  if (!id.empty()) askAgain([&] { return task.SetName(cell.ResultStr(visio::unitsNone)); });
 }
 
 bool giveCountedTaskId(dsrVisioConnect& connect, const Shape& task, const Page& page, const std::string& id) {

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ask_again.h"
 #include "connect/host_queries.h"
 #include "shapes/task_count.h"
+#include "sheets/page_walk.h"
 
 namespace quorvel::addin {
 
@@ -40,16 +42,16 @@ void joinPasteBatch(dsrVisioConnect& connect, const Document& document) {
 }
 
 void joinPasteBatch(dsrVisioConnect& connect, const Shape& copy, const Page& page) {
-  const Document document = page.Document();
+  const Document document = askAgain([&] { return page.Document(); });
   if (holds(connect.batchShapes, copy)) return;
   if (holds(connect.nestedBatch.batchShapes, copy)) {
     static_cast<PasteBatch&>(connect) = connect.nestedBatch;
     return;
   }
-  if (!connect.batchShapes.empty()) discardAnswers(connect, document);
-  joinPasteBatch(connect, document);
-  const Window window = windowOf(connect, document);
-  if (window.Page() == page) connect.batchShapes = window.Selection().all();
+  discardAnswers(connect, document);
+  const Window window = askAgain([&] { return windowOf(connect, document); });
+  if (askAgain([&] { return window.Page(); }) == page)
+    connect.batchShapes = everyItem(askAgain([&] { return window.Selection(); }));
   if (!holds(connect.batchShapes, copy)) connect.batchShapes = {copy};
   connect.batchTasks = TaskCount(connect.batchShapes);
 }

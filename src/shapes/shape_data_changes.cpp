@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "connect/host_queries.h"
@@ -259,10 +260,12 @@ void gvsoApp_CellChanged(dsrVisioConnect& connect, const Cell& cell, std::string
   if (equalIgnoringCase(name, schema::documentCells::version)) versionChanged(cell.Shape());
   const std::vector<Consequence>* const consequences = consequencesOf(name);
   if (!consequences) return;
-  const Shape shape = cell.Shape();
+  // What is passed by here stays wrong: a hyperlink that keeps an old ID is not found by the next one.
+  const Shape shape = askAgain([&] { return cell.Shape(); });
   for (const Consequence& each : *consequences) {
-    if (each.column >= 0 && !(cell.Column() == each.column)) continue;
-    if (each.fits(shape) && isOnMapPage(shape)) each.follow(connect, shape, each.cell);
+    if (each.column >= 0 && !(askAgain([&] { return cell.Column(); }) == each.column)) continue;
+    if (!askAgain([&] { return each.fits(shape); }) || !askAgain([&] { return isOnMapPage(shape); })) continue;
+    each.follow(connect, shape, each.cell);
   }
 }
 

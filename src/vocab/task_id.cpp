@@ -1,5 +1,6 @@
 #include "vocab/task_id.h"
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "schema/cells.h"
@@ -26,12 +27,15 @@ Maybe<long> numberInBox(std::string_view text) {
 }
 
 Maybe<long> nextTaskIdOf(const Page& page) {
-  const Maybe<int> number = page.PageSheet().Cells(schema::pageCells::nextTaskId).ResultInt(visio::unitsNone, 1);
+  const auto read = [&] {
+    return page.PageSheet().Cells(schema::pageCells::nextTaskId).ResultInt(visio::unitsNone, 1);
+  };
+  const Maybe<int> number = askAgain(read);
   return number && *number <= largestTaskNumber ? Maybe<long>(*number) : Maybe<long>();
 }
 
 Maybe<std::string> taskIdLettersOf(const Page& page) {
-  return page.PageSheet().Cells(schema::pageCells::taskIdLetters).ResultStr(visio::unitsNone);
+  return askAgain([&] { return page.PageSheet().Cells(schema::pageCells::taskIdLetters).ResultStr(visio::unitsNone); });
 }
 
 }  // namespace quorvel::addin
