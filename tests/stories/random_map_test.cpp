@@ -7,6 +7,7 @@
 #include <deque>
 #include <random>
 
+#include "commands/renumber_tasks.h"
 #include "host/store_dump.h"
 #include "schema/details.h"
 #include "schema/marks.h"
@@ -173,7 +174,7 @@ class RandomMap : public MapTest, public testing::WithParamInterface<int> {
   std::string act() {
     const Page page = anyPage(map);
     const std::vector<Shape> there = tasks(page), links = connectors(page);
-    switch (below(16)) {
+    switch (below(17)) {
       case 0:
         if (there.size() < 8) dropTask(page, 2 + below(5), 3 + below(6));
         return "drop a Task";
@@ -221,6 +222,9 @@ class RandomMap : public MapTest, public testing::WithParamInterface<int> {
           if (member.Hyperlinks().Count() > 0 && below(2)) member.Hyperlinks().Item(0).SetSubAddress(anyTarget());
         }
         return "aim a line's hyperlink elsewhere";
+      case 11:
+        addin::cbrBtnRenumberTasks_Click(session.addin());
+        return "renumber";
       default:
         if (!there.empty()) changeTask(pick(there));
         return "change a Task";
