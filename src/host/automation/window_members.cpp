@@ -47,10 +47,15 @@ std::vector<SheetId> InMemoryHost::listed(const SelectionSnapshot& snapshot) con
 }
 
 Maybe<Variant> InMemoryHost::getSelection(const ObjectRef& object, Member member, Arguments arguments) {
-  const SelectionSnapshot* snapshot = engine_.selections().find(object.id);
+  SelectionSnapshot* snapshot = engine_.selections().find(object.id);
   if (!snapshot) return refuse("the selection is deleted");
   if (member == Member::Selection_IterationMode) return Variant(std::int64_t{snapshot->iterationMode});
-  const std::vector<SheetId> shapes = listed(*snapshot);
+  if (!snapshot->listed) {
+    std::vector<SheetId> all = listed(*snapshot);
+    snapshot->listed =
+        all == *snapshot->shapes ? snapshot->shapes : std::make_shared<const std::vector<SheetId>>(std::move(all));
+  }
+  const std::vector<SheetId>& shapes = *snapshot->listed;
   if (member == Member::Selection_Count) return Variant(static_cast<std::int64_t>(shapes.size()));
   const int index = integerAt(arguments, 0).or_(0);
   if (index < 1 || index > static_cast<int>(shapes.size())) return refuse("the index lies outside 1 to Count");
@@ -62,7 +67,7 @@ Maybe<Variant> InMemoryHost::callSelection(const ObjectRef& object, Member membe
   if (!snapshot) return refuse("the selection is deleted");
   const bool regroups = member == Member::Selection_Group || member == Member::Selection_Ungroup;
   // Members that are selected are grouped among themselves, however the selection is walked.
-  std::vector<SheetId> shapes = listed(regroups ? SelectionSnapshot{snapshot->shapes, skipSuper} : *snapshot);
+  std::vector<SheetId> shapes = listed(regroups ? SelectionSnapshot{snapshot->shapes, skipSuper, {}} : *snapshot);
   std::erase_if(shapes, [&](SheetId id) { return !engine_.store().sheet(id); });
   if (member == Member::Selection_Copy) return settled(copyToClipboard(engine_, shapes));
   if (member == Member::Selection_Ungroup) return settled(ungroupShapes(engine_, shapes));
@@ -83,6 +88,7 @@ bool InMemoryHost::putSelection(const ObjectRef& object, const Argument& value) 
     return false;
   }
   snapshot->iterationMode = *mode;
+  snapshot->listed.reset();
   return true;
 }
 
@@ -124,7 +130,7 @@ Maybe<Variant> InMemoryHost::getWindow(WindowId id, Member member) {
     case Member::Window_Page:
       return Variant(window.page ? refTo(ObjectKind::Page, window.page.value) : ObjectRef{});
     case Member::Window_Selection:
-      return Variant(refTo(ObjectKind::Selection, engine_.selections().add({window.selected, 0})));
+      return Variant(refTo(ObjectKind::Selection, engine_.selections().add({window.selected, 0, {}})));
     default:
       return refuse("not a property");
   }

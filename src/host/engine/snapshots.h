@@ -16,6 +16,8 @@ namespace quorvel::host {
 struct SelectionSnapshot {
   std::shared_ptr<const std::vector<SheetId>> shapes;
   int iterationMode = 0;
+  /// The members in this mode, from the first question on: walking all of them must not list them for each.
+  std::shared_ptr<const std::vector<SheetId>> listed;
 };
 
 /// A part of a shape's text: 0-based places between its characters, fields expanded.
