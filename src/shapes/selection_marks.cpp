@@ -32,7 +32,11 @@ Shape markedPartOf(const Shape& shape) {
   return members.Count() >= taskMember::descriptionBox ? members.Item(taskMember::descriptionBox) : Shape();
 }
 
-bool setMark(const Shape& part, const char* background) { return part.Cells("TextBkgnd").FormulaForce(background); }
+constexpr int markedBackground = 6;
+
+bool setMark(const Shape& part, bool on) {
+  return part.Cells("TextBkgnd").FormulaForce(on ? std::to_string(markedBackground) : "0");
+}
 
 }  // namespace
 
@@ -41,30 +45,31 @@ struct SelectionMarks {
     Window window;
     Document document;
     std::vector<Selected> selected;
+    std::unordered_set<ObjectRef, RefHash> marked;  ///< the parts of those that have their mark
   };
   std::vector<OfWindow> windows;
 
-  /// Shapes that were deleted with their mark. An undo or redo brings them back with it and raises no event, so each
-  /// change of a selection tries them again.
-  struct Deleted {
+  /// Shapes that have a mark and are not selected, which each change of a selection tries to unmark: those that were
+  /// deleted with it, because an undo or redo brings them back and raises no event, and copies of marked ones.
+  struct Unselected {
     Shape part;
     Document document;
   };
-  std::deque<Deleted> deleted;
-  static constexpr std::size_t mostDeleted = 1000;
+  std::deque<Unselected> unselected;
+  static constexpr std::size_t mostUnselected = 1000;
 
   unsigned turn = 0;  ///< one more at each change: a handler of a mark's own change may select other shapes
 
   OfWindow& of(const Window& window, const Document& document) {
     const auto found = std::ranges::find(windows, window, &OfWindow::window);
-    OfWindow& entry = found != windows.end() ? *found : windows.emplace_back(OfWindow{window, {}, {}});
+    OfWindow& entry = found != windows.end() ? *found : windows.emplace_back(OfWindow{window, {}, {}, {}});
     entry.document = document;
     return entry;
   }
 
-  void remember(const Deleted& shape) {
-    deleted.push_back(shape);
-    if (deleted.size() > mostDeleted) deleted.pop_front();
+  void remember(const Unselected& shape) {
+    unselected.push_back(shape);
+    if (unselected.size() > mostUnselected) unselected.pop_front();
   }
 };
 
@@ -74,7 +79,7 @@ void markSelection(dsrVisioConnect& connect, const Window& window, const Documen
   const std::shared_ptr<SelectionMarks> state = connect.globalSelectionObj;
   const unsigned turn = ++state->turn;
   const std::vector<Selected> former = std::exchange(state->of(window, document).selected, {});
-  const std::deque<SelectionMarks::Deleted> deleted = std::exchange(state->deleted, {});
+  const std::deque<SelectionMarks::Unselected> unselected = std::exchange(state->unselected, {});
 
   // What was selected before is not looked at again: selecting many shapes one by one raises an event for each.
   std::unordered_map<ObjectRef, const Selected*, RefHash> known;
@@ -95,23 +100,35 @@ void markSelection(dsrVisioConnect& connect, const Window& window, const Documen
     each.isMarked = getsMark;
     selected.push_back(each);
   }
-  state->of(window, document).selected = std::move(selected);
+  SelectionMarks::OfWindow& entry = state->of(window, document);
+  entry.selected = std::move(selected);
+  entry.marked = marked;
 
-  const auto unmark = [&](const SelectionMarks::Deleted& shape) {
-    if (!marked.contains(shape.part.ref()) && !setMark(shape.part, "0")) state->remember(shape);
+  const auto unmark = [&](const SelectionMarks::Unselected& shape) {
+    if (!marked.contains(shape.part.ref()) && !setMark(shape.part, false)) state->remember(shape);
   };
-  for (const SelectionMarks::Deleted& shape : deleted) unmark(shape);
+  for (const SelectionMarks::Unselected& shape : unselected) unmark(shape);
   for (const Selected& each : former) unmark({each.part, document});
   for (const Selected& each : toMark) {
     if (state->turn != turn) return;
-    setMark(each.part, "6");
+    setMark(each.part, true);
   }
+}
+
+void unmarkCopyLater(dsrVisioConnect& connect, const Shape& copy) {
+  SelectionMarks* const state = connect.globalSelectionObj.get();
+  if (!state) return;
+  const Shape part = markedPartOf(copy);
+  if (!part || !(part.Cells("TextBkgnd").Result(visio::unitsNone) == markedBackground)) return;
+  const bool isSelected =
+      std::ranges::any_of(state->windows, [&](const auto& each) { return each.marked.contains(part.ref()); });
+  if (!isSelected) state->remember({part, copy.Document()});
 }
 
 void forgetSelection(dsrVisioConnect& connect, const Document& document) {
   if (!connect.globalSelectionObj) return;
   std::erase_if(connect.globalSelectionObj->windows, [&](const auto& each) { return each.document == document; });
-  std::erase_if(connect.globalSelectionObj->deleted, [&](const auto& each) { return each.document == document; });
+  std::erase_if(connect.globalSelectionObj->unselected, [&](const auto& each) { return each.document == document; });
 }
 
 }  // namespace quorvel::addin

@@ -10,6 +10,10 @@ namespace quorvel::addin {
 /// boxes on their own text; a Task that was selected with the right button has no mark. Does nothing outside of maps.
 void markSelection(dsrVisioConnect& connect, const Window& window, const Document& document);
 
+/// To be called for a shape that was added: a copy of a marked one that is not selected itself loses the mark at the
+/// next change of a selection. It is not done at once, because that would be part of the undo step.
+void unmarkCopyLater(dsrVisioConnect& connect, const Shape& copy);
+
 /// To be called before the document closes.
 void forgetSelection(dsrVisioConnect& connect, const Document& document);
 

@@ -73,5 +73,23 @@ TEST(RefusedCall, ApplyingOptions) {
   sweep.refuseEach(1, StorySweep::toTheEnd, 3, 100);
 }
 
+TEST(RefusedCall, TypingOverTextsAndReplacingThem) {
+  const StorySweep sweep(
+      [](Stage& stage) {
+        prepareTaskAndLink(stage);
+        stage.page.Shapes().Item("A01").Cells("Prop.Guidelines").FormulaForce("\"Form;the manual\"");
+      },
+      [](Stage& stage) {
+        for (const Shape& member : stage.page.Shapes().Item("A01").Shapes().all()) {
+          if (member.Data3() == "Responsible_Role" && member.BeginTextEdit()) member.EndTextEdit("typed");
+        }
+        stage.connect.flagFindReplaceActive = true;
+        stage.running.replaceText("manual", "law");
+        EXPECT_FALSE(stage.connect.flagFindReplaceActive);
+      },
+      answer);
+  sweep.refuseEach(1, StorySweep::toTheEnd, 7, 100);
+}
+
 }  // namespace
 }  // namespace quorvel

@@ -47,7 +47,7 @@ class TextAndSelection : public DetailsTest {
     story();
     deselect();
     const std::string end = dump();
-    EXPECT_NE(firstDifference(start, end), "");
+    EXPECT_GT(steps(), before);
     while (steps() > before) ASSERT_TRUE(app.Undo());
     EXPECT_EQ(firstDifference(start, dump()), "");
     while (app.Redo()) continue;
@@ -111,38 +111,102 @@ TEST_F(TextAndSelection, AShapeThatComesBackLosesItsMark) {
   EXPECT_TRUE(isMarked(box(second)));
 }
 
-/// The host's Replace as a user runs it, for all hits of a word.
+TEST_F(TextAndSelection, TypingOverAFieldIsUndone) {
+  const Shape connector = drop(page, "Process Connector", 2, 2), link = drop(page, "Task Link", 4, 2);
+  deselect();
+  const Shape role = line("Responsible_Role"), supporting = line("SupportingRole_2"), subTask = task.Shapes().Item(3);
+  const struct {
+    Shape shape, owner;
+    const char* cell;
+  } guarded[] = {{connector, connector, "Prop.Connecting_TaskID"},
+                 {role, task, "Prop.Responsible_Role"},
+                 {supporting, task, "Prop.SupportingRole_2"},
+                 {subTask, task, "Prop.Linked"}};
+  for (const auto& c : guarded) {
+    SCOPED_TRACE(c.cell);
+    const std::string before = textOf(c.shape);
+    messages.clear();
+    ASSERT_TRUE(c.shape.BeginTextEdit()) << lastRefusal();
+    EXPECT_TRUE(c.shape.EndTextEdit(before));
+    EXPECT_EQ(messages.size(), 0u);
+    runStory([&] {
+      ASSERT_TRUE(c.shape.BeginTextEdit()) << lastRefusal();
+      EXPECT_TRUE(c.shape.EndTextEdit(std::string("typed over")));
+      EXPECT_EQ(textOf(c.shape), c.shape == connector ? "Connector.Z99" : before);
+      EXPECT_EQ(number(c.shape, "LockTextEdit"), 1);
+      ASSERT_EQ(messages.size(), 1u);
+      EXPECT_TRUE(messages[0].starts_with("You cannot use Find/Replace to change this field.")) << messages[0];
+    });
+    // It is a field again: it follows. (A change of a role draws its line again.)
+    EXPECT_TRUE(hasField(c.shape));
+    if (c.shape == connector || c.shape == subTask) {
+      write(c.owner, c.cell, "B07");
+      EXPECT_EQ(textOf(c.shape), c.shape == connector ? "Connector.B07" : "B07");
+    }
+  }
+  for (const Shape& locked : {line("controls1"), line("Resources1"), link}) {
+    const std::string before = textOf(locked);
+    EXPECT_FALSE(locked.BeginTextEdit());
+    EXPECT_EQ(textOf(locked), before);
+  }
+}
+
+TEST_F(TextAndSelection, ACopyThatIsNotSelectedIsNotMarked) {
+  struct Keeper : ApplicationEvents {
+    void BeforeShapeDelete(Shape shape) override { copy = shape.Duplicate(); }
+    Shape copy;
+  } keeper;
+  session.host().advise(keeper);
+  session.platform().onForm = [](Form& form) { form.find("BtnOK")->click(); };
+  select(task);
+  ASSERT_TRUE(task.Delete());
+  session.host().unadvise(keeper);
+  ASSERT_EQ(text(keeper.copy, "Prop.Responsible_Role"), "Clerk");
+  EXPECT_FALSE(isMarked(box(keeper.copy)));
+}
+
+TEST_F(TextAndSelection, EmptiedNotesLoseTheirMark) {
+  const auto notesMarks = [&](const Shape& task) {
+    return std::ranges::count_if(task.Shapes().all(), [](const Shape& m) { return m.Data1() == "pic_indicatesNotes"; });
+  };
+  for (const Shape& each : {task, second}) write(each, "Prop.Notes", "ask first");
+  deselect();
+  runStory([&] {
+    select(task);
+    EXPECT_TRUE(session.host().editShapeData(task, {{"Prop.Notes", "\"\""}}));
+    EXPECT_EQ(notesMarks(task), 0);
+    EXPECT_EQ(number(task, "User.flag_pic_2"), 0);
+    EXPECT_EQ(notesMarks(second), 1);
+  });
+}
+
+/// Runs the host's Replace for the add-in.
 class Replace : public TextAndSelection {
  protected:
-  void replaceAll(const std::string& word, const std::string& by) {
-    std::vector<Shape> found;
-    for (const Shape& shape : page.Shapes().all()) {
-      found.push_back(shape);
-      for (const Shape& member : shape.Shapes().all()) found.push_back(member);
+  /// Opens a message of the program inside the dialog after each replaced text, and looks at the texts there.
+  struct InDialog : ApplicationEvents {
+    explicit InDialog(host::InMemoryHost& host) : host(host) { host.advise(*this); }
+    ~InDialog() override { host.unadvise(*this); }
+    void TextChanged(Shape) override {
+      if (!isOpen || std::exchange(isInner, true)) return;
+      host.beginModal();
+      host.endModal();
+      isInner = false;
     }
-    for (const Shape& shape : found) {
-      const std::string before = textOf(shape), after = replaceAllIn(before, word, by);
-      if (before != after && !hasField(shape) && number(shape, "LockTextEdit") == 0) {
-        EXPECT_TRUE(shape.SetText(after)) << lastRefusal();
-      }
+    void BeforeModal(Application) override {
+      if (isInner) return;
+      isOpen = true;
+      if (onOpen) onOpen();
     }
-  }
-  static std::string replaceAllIn(std::string text, const std::string& word, const std::string& by) {
-    for (std::size_t at = 0; (at = text.find(word, at)) != std::string::npos; at += by.size())
-      text.replace(at, word.size(), by);
-    return text;
-  }
+    void AfterModal(Application) override { isOpen = isInner; }
+    host::InMemoryHost& host;
+    std::function<void()> onOpen;
+    bool isOpen = false, isInner = false;
+  } inDialog{session.host()};
 
-  /// The command, with `inDialog` while the dialog is open.
-  void runReplace(const std::function<void()>& inDialog) {
-    const Maybe<int> step = app.BeginUndoScope("Replace");
+  void replaceAll(const std::string& word, const std::string& by) {
     addin::cbrBtnFindReplace_Click(session.addin());
-    session.addin().EnterScope(1179, "Replace");
-    session.host().beginModal();
-    inDialog();
-    session.host().endModal();
-    session.addin().ExitScope(1179, "Replace");
-    EXPECT_TRUE(app.EndUndoScope(step.or_(0), true));
+    EXPECT_TRUE(session.host().replaceText(word, by).outcome);
   }
 };
 
@@ -158,15 +222,10 @@ TEST_F(Replace, ChangesTheCellsThatTheTextsShow) {
   const std::string linkText = textOf(link);
   const std::vector<Shape> boxes{box(task), box(second), box(bare)};
 
+  inDialog.onOpen = [&] { EXPECT_FALSE(hasField(box(bare)) || hasField(link)); };
   runStory([&] {
-    runReplace([&] {
-      // A message inside the dialog.
-      session.host().beginModal();
-      session.host().endModal();
-      EXPECT_EQ(textOf(link), "by \"old\" mail");
-      replaceAll("old", "new");
-      replaceAll("Printer", "");
-    });
+    replaceAll("old", "new");
+    replaceAll("Printer", "");
   });
   EXPECT_FALSE(session.addin().flagFindReplaceActive);
   EXPECT_EQ(text(task, "Prop.Guidelines"), "Form 12;; Law 7 ;the new manual;Letter;Rules");
@@ -180,7 +239,7 @@ TEST_F(Replace, ChangesTheCellsThatTheTextsShow) {
                                                 "controls4: Letter", "controls5: Rules", "Resources1: Truck",
                                                 "Resources2: new scanner", "Resources3: Phone", "Resources4: Desk",
                                                 "SupportingRole_2: Director"}));
-  EXPECT_EQ(textOf(link), replaceAllIn(linkText, "old", "new"));
+  EXPECT_EQ(textOf(link), std::string(linkText).replace(linkText.find("old"), 3, "new"));
   EXPECT_EQ(messages.size(), 0u);
 
   for (const Shape& each : {task, second, bare}) {
@@ -208,10 +267,12 @@ TEST_F(Replace, APlaceInTheGroupIsKeptForAnyNumberOfMembers) {
     for (int i = 1; i <= lines; ++i) list += "entry" + std::to_string(i) + ";";
     write("Prop.Guidelines", list);
     write("Prop.Resources", "");
-    std::vector<Shape> before = task.Shapes().all();
-    runReplace([&] { EXPECT_TRUE(task.Shapes().all().back() == before[3]); });
+    const std::vector<Shape> before = task.Shapes().all();
+    inDialog.onOpen = [&] { EXPECT_TRUE(task.Shapes().all().back() == before[3]); };
+    replaceAll("no such text", "");
     EXPECT_EQ(task.Shapes().all(), before) << lines;
   }
+  inDialog.onOpen = {};
   // A dialog while the command waits for a Replace that does not come.
   addin::cbrBtnFindReplace_Click(session.addin());
   const std::vector<Shape> before = task.Shapes().all();
@@ -244,12 +305,11 @@ TEST_F(Replace, TheCommandRunsTheHostsOwnReplace) {
 
   // Without the command, the texts are not watched.
   session.addin().flagFindReplaceActive = false;
-  session.addin().EnterScope(1179, "Replace");
-  session.host().beginModal();
-  EXPECT_TRUE(hasField(box(task)));
-  EXPECT_TRUE(line("controls1").SetText(std::string("changed")));
-  session.host().endModal();
-  session.addin().ExitScope(1179, "Replace");
+  inDialog.onOpen = [&] {
+    EXPECT_TRUE(hasField(box(task)));
+    EXPECT_TRUE(line("controls1").SetText(std::string("changed")));
+  };
+  session.host().replaceText("old", "new");
   EXPECT_EQ(text(task, "Prop.Guidelines"), "Form 12;; Law 7 ;the old manual;Letter;Rules");
   EXPECT_FALSE(std::filesystem::exists("c:\\lumeth.txt"));
 }
