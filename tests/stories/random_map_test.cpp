@@ -276,13 +276,18 @@ class RandomMap : public MapTest, public testing::WithParamInterface<int> {
     expectTarget(box, text(task, "Prop.Linked"));
   }
 
-  /// What is linked and not typed over shows the ID of its target.
+  /// What is linked and not typed over shows the ID of its target; the stored ID is the target's in any case. Of two
+  /// hyperlinks the first may have been deleted with its Task, and nothing follows the second yet.
   void expectTarget(const Shape& shape, const std::string& shown) {
-    if (!(shape.Hyperlinks().Count() > 0)) return;
+    if (!(shape.Hyperlinks().Count() == 1)) return;
     const std::string address = shape.Hyperlinks().Item(0).SubAddress().or_({});
     const std::size_t slash = address.find('/');
-    if (slash == std::string::npos || text(shape, "User.StoredTaskID") != shown) return;
-    EXPECT_EQ(shown, address.substr(slash + 1)) << "shown by " << shape.Name().or_({});
+    if (slash == std::string::npos) return;
+    const std::string target = address.substr(slash + 1);
+    EXPECT_EQ(text(shape, "User.StoredTaskID"), target) << "stored by " << shape.Name().or_({});
+    if (shown == "" || shown == "Z99") {
+      EXPECT_EQ(shown, target) << "shown by " << shape.Name().or_({});
+    }
   }
 
   void expectAllRight() {
