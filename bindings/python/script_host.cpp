@@ -229,6 +229,7 @@ void ScriptHost::exportPages(const std::vector<ObjectRef>& pages, const std::str
                   "\"" + file + "\" is no picture that can be written; end its name with .svg, .png or .pdf"};
   }
   if (!document) throw Refused{caller, what, "there is no page to draw"};
+  const WithoutSelectionMarks unmarked(*session_, session_->engine().handle(document->id));
   std::vector<render::Scene> scenes;
   for (const ObjectRef& ref : pages) scenes.push_back(sceneOfPage(store, *document, host::PageId{ref.id}));
   const std::string bytes = writePicture(scenes, *format, document->name);

@@ -55,21 +55,25 @@ void dsrVisioConnect::DocumentOpened(Document document) {
 }
 
 void dsrVisioConnect::BeforeDocumentSave(Document document) {
+  hideMarks(*this, document);
   if (!hasQuorvelTemplate(document)) return;
   // Nothing reacts yet: the file keeps User.AddinIsFound and User.DocumentSaved as they are in memory.
 }
 
 void dsrVisioConnect::BeforeDocumentSaveAs(Document document) {
+  hideMarks(*this, document);
   if (!hasQuorvelTemplate(document)) return;
   // Nothing reacts yet, as for a plain save.
 }
 
 void dsrVisioConnect::DocumentSaved(Document document) {
+  showMarks(*this, document);
   if (!hasQuorvelTemplate(document)) return;
   // Nothing reacts yet: without a change before the save there is nothing to restore.
 }
 
 void dsrVisioConnect::DocumentSavedAs(Document document) {
+  showMarks(*this, document);
   if (!hasQuorvelTemplate(document)) return;
   // Nothing reacts yet, as for a plain save.
 }

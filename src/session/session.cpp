@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "formats/formats.h"
+#include "shapes/selection_marks.h"
 
 namespace quorvel {
 namespace {
@@ -24,6 +25,17 @@ host::EngineOptions engineOptions(const SessionOptions& options, const host::Tex
 }
 
 }  // namespace
+
+WithoutSelectionMarks::WithoutSelectionMarks(Session& session, const Document& document)
+    : session_(session), document_(document) {
+  const host::UndoLog::Attribution upkeep(session_.engine().undo(), true);
+  addin::hideMarks(session_.addin(), document_);
+}
+
+WithoutSelectionMarks::~WithoutSelectionMarks() {
+  const host::UndoLog::Attribution upkeep(session_.engine().undo(), true);
+  addin::showMarks(session_.addin(), document_);
+}
 
 std::string findInstallFolder() {
   if (const char* home = std::getenv("QUORVEL_HOME"); home && *home) return home;

@@ -54,6 +54,19 @@ class Session {
   std::unique_ptr<RecoveryCopies> recovery_;
 };
 
+/// While it lives, the document's shapes do not show that they are selected. That is no step and no change of it.
+class WithoutSelectionMarks {
+ public:
+  WithoutSelectionMarks(Session& session, const Document& document);
+  ~WithoutSelectionMarks();
+  WithoutSelectionMarks(const WithoutSelectionMarks&) = delete;
+  WithoutSelectionMarks& operator=(const WithoutSelectionMarks&) = delete;
+
+ private:
+  Session& session_;
+  Document document_;
+};
+
 /// QUORVEL_HOME where it is set, else the folder "share/quorvel" or "data" that is next to or above the program's
 /// own. Empty when there is none.
 std::string findInstallFolder();

@@ -18,6 +18,7 @@ struct Selected {
   Shape shape;
   Shape part;
   bool isMarked = false;
+  bool isHidden = false;  ///< its mark is off while the drawing is saved
 };
 
 struct RefHash {
@@ -98,6 +99,7 @@ void markSelection(dsrVisioConnect& connect, const Window& window, const Documen
     if (getsMark) marked.insert(each.part.ref());
     if (getsMark && !each.isMarked) toMark.push_back(each);
     each.isMarked = getsMark;
+    each.isHidden = false;
     selected.push_back(each);
   }
   SelectionMarks::OfWindow& entry = state->of(window, document);
@@ -123,6 +125,39 @@ void unmarkCopyLater(dsrVisioConnect& connect, const Shape& copy) {
   const bool isSelected =
       std::ranges::any_of(state->windows, [&](const auto& each) { return each.marked.contains(part.ref()); });
   if (!isSelected) state->remember({part, copy.Document()});
+}
+
+void hideMarks(const dsrVisioConnect& connect, const Document& document) {
+  // A handler of a mark's change may select other shapes.
+  const std::shared_ptr<SelectionMarks> state = connect.globalSelectionObj;
+  if (!state) return;
+  std::vector<Shape> parts;
+  for (SelectionMarks::OfWindow& each : state->windows) {
+    if (!(each.document == document)) continue;
+    for (Selected& selected : each.selected) {
+      if (selected.isMarked) parts.push_back(selected.part);
+      selected.isHidden = std::exchange(selected.isMarked, false);
+    }
+  }
+  for (const Shape& part : parts) setMark(part, false);
+}
+
+void showMarks(const dsrVisioConnect& connect, const Document& document) {
+  const std::shared_ptr<SelectionMarks> state = connect.globalSelectionObj;
+  if (!state) return;
+  std::vector<Shape> parts;
+  for (SelectionMarks::OfWindow& each : state->windows) {
+    if (!(each.document == document)) continue;
+    for (Selected& selected : each.selected) {
+      if (!std::exchange(selected.isHidden, false)) continue;
+      selected.isMarked = true;
+      parts.push_back(selected.part);
+    }
+  }
+  const unsigned turn = state->turn;
+  for (const Shape& part : parts) {
+    if (state->turn == turn) setMark(part, true);
+  }
 }
 
 void forgetSelection(dsrVisioConnect& connect, const Document& document) {

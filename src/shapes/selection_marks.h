@@ -14,6 +14,11 @@ void markSelection(dsrVisioConnect& connect, const Window& window, const Documen
 /// next change of a selection. It is not done at once, because that would be part of the undo step.
 void unmarkCopyLater(dsrVisioConnect& connect, const Shape& copy);
 
+/// What is saved or drawn for others shows no selection: to be called before and after. A mark that is not shown again
+/// comes back with the next change of the selection.
+void hideMarks(const dsrVisioConnect& connect, const Document& document);
+void showMarks(const dsrVisioConnect& connect, const Document& document);
+
 /// To be called before the document closes.
 void forgetSelection(dsrVisioConnect& connect, const Document& document);
 

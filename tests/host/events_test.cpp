@@ -168,7 +168,8 @@ TEST_F(Events, AListenerMayUnlockATextThatIsAboutToBeEdited) {
 
 TEST_F(Events, DialogsAreScopesWithAModalInside) {
   const Shape outer = rectangle(), locked = rectangle(), member = outer.DrawRectangle(0, 0, 1, 1);
-  const Cell notes = user(outer, "notes", "\"a\""), length = user(outer, "length", "LEN(User.notes)");
+  user(outer, "notes", "\"a\"");
+  user(outer, "length", "LEN(User.notes)");
   const Shape elsewhere = document.Pages().Add().DrawRectangle(0, 0, 1, 1);
   for (const Shape& shape : {outer, locked, member, elsewhere})
     shape.SetText(

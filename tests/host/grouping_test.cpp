@@ -191,7 +191,8 @@ TEST_F(Grouping, TheStackKeepsItsOrder) {
 }
 
 TEST_F(Grouping, MembersAreBroughtToTheFrontOfTheirGroup) {
-  const Shape made = group({box(0, 0, 1, 1), box(1, 0, 1, 1), box(2, 0, 1, 1)}), above = box(3, 0, 1, 1);
+  const Shape made = group({box(0, 0, 1, 1), box(1, 0, 1, 1), box(2, 0, 1, 1)});
+  box(3, 0, 1, 1);
   ASSERT_TRUE(made.Shapes().Item(1).BringToFront());
   EXPECT_EQ(stack(made.Shapes()), "2 3 1");
   ASSERT_TRUE(made.Shapes().Item(1).BringForward());

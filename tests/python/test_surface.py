@@ -189,7 +189,11 @@ def test_pictures(maps, tmp_path):
     page = maps.new_map("AB Order entry")
     maps.drop_task(page)
     page.Export(tmp_path / "page.svg")
-    assert "AB01" in (tmp_path / "page.svg").read_text()
+    drawn = (tmp_path / "page.svg").read_text()
+    assert "AB01" in drawn
+    maps.app.ActiveWindow.DeselectAll()
+    page.Export(tmp_path / "page.svg")
+    assert (tmp_path / "page.svg").read_text() == drawn, "a picture does not show what is selected"
     page.Export(tmp_path / "page.png")
     assert (tmp_path / "page.png").read_bytes().startswith(b"\x89PNG")
     maps.doc.Pages.Add()

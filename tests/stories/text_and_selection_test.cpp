@@ -1,5 +1,6 @@
 // What is selected is marked; texts that show cells are kept from the text tools, and Replace changes their cells.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -163,6 +164,23 @@ TEST_F(TextAndSelection, ACopyThatIsNotSelectedIsNotMarked) {
   session.host().unadvise(keeper);
   ASSERT_EQ(text(keeper.copy, "Prop.Responsible_Role"), "Clerk");
   EXPECT_FALSE(isMarked(box(keeper.copy)));
+}
+
+TEST_F(TextAndSelection, AFileHoldsNoMarks) {
+  select(task);
+  ASSERT_TRUE(isMarked(box(task)));
+  const std::string file = testing::TempDir() + "quorvel-unmarked-" + std::to_string(getpid()) + ".vsdx";
+  ASSERT_TRUE(map.SaveAs(file)) << lastRefusal();
+  EXPECT_TRUE(isMarked(box(task)));
+  EXPECT_EQ(map.Saved(), true);
+  Session reader(options());
+  const Page saved = reader.app().Documents().Open(file).Pages().Item(1);
+  EXPECT_FALSE(isMarked(box(saved.Shapes().Item("AB01"))));
+  std::filesystem::remove(file);
+  // A save that fails leaves the mark off until the selection changes.
+  map.SaveAs(std::string("/no such folder/map.vsdx"));
+  select(second);
+  EXPECT_TRUE(isMarked(box(task)) && isMarked(box(second)));
 }
 
 TEST_F(TextAndSelection, EmptiedNotesLoseTheirMark) {
