@@ -18,6 +18,7 @@
 #include "shapes/selection_marks.h"
 #include "shapes/shape_added.h"
 #include "shapes/shape_data_changes.h"
+#include "shapes/shape_deletion.h"
 #include "shapes/text_guards.h"
 
 namespace quorvel::addin {
@@ -114,9 +115,7 @@ void dsrVisioConnect::ShapeAdded(Shape shape) {
   gvsoApp_ShapeAdded(*this, shape, page);
 }
 
-void dsrVisioConnect::BeforeShapeDelete(Shape) {
-  // Guarded by the shape's class. Nothing reacts yet: links to a deleted Task stay as they are.
-}
+void dsrVisioConnect::BeforeShapeDelete(Shape shape) { gvsoApp_BeforeShapeDelete(*this, shape); }
 
 void dsrVisioConnect::CellChanged(Cell cell) {
   // For cells of masters and of background pages no more than the class of their shape is read.

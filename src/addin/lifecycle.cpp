@@ -1,11 +1,15 @@
 // Connecting the add-in's object to a host and disconnecting it.
 #include "connect/dsr_visio_connect.h"
 #include "dialogs/ask_task_id_suggestion.h"
+#include "dialogs/frm_process_connector_msg.h"
 
 namespace quorvel::addin {
 
 dsrVisioConnect::dsrVisioConnect(Platform& platform)
-    : platform(platform), askTaskIds(askTaskIdSuggestion), askCopiedTaskIds(askCopiedTaskIdSuggestion) {}
+    : platform(platform),
+      askTaskIds(askTaskIdSuggestion),
+      askCopiedTaskIds(askCopiedTaskIdSuggestion),
+      keepsLinkedTask(askToKeepLinkedTask) {}
 
 void dsrVisioConnect::AddinInstance_OnConnection(Application application) {
   AddinInstance_OnDisconnection();
@@ -21,6 +25,7 @@ void dsrVisioConnect::AddinInstance_OnConnection(Application application) {
 void dsrVisioConnect::AddinInstance_OnDisconnection() {
   taskIdSuggestion.reset();
   copiedTaskIdSuggestion.reset();
+  processConnectorMsg.reset();
   if (gvsoApp) gvsoApp.backend()->unadvise(*this);
   gvsoApp = {};
 }

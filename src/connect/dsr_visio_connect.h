@@ -13,7 +13,9 @@
 namespace quorvel::addin {
 
 class frmCopiedTaskIdSuggestion;
+class frmProcessConnectorMsg;
 class frmTaskIdSuggestion;
+struct Deletion;
 struct ReplacedTexts;
 struct SelectionMarks;
 
@@ -58,6 +60,8 @@ class dsrVisioConnect : public UpkeepListener, public PasteBatch {
   bool (*const askTaskIds)(dsrVisioConnect& connect, const Page& page);
   /// Asks how the Tasks of a paste get their IDs; the answers go into the batch. False when the user refused.
   bool (*const askCopiedTaskIds)(dsrVisioConnect& connect, const Page& page);
+  /// Asks the user whether a Task that hyperlinks point to is deleted; see dialogs/frm_process_connector_msg.h.
+  bool (*const keepsLinkedTask)(dsrVisioConnect& connect, const std::string& id, bool several);
 
   // The host, and what one event handler keeps for the next.
   Application gvsoApp;        ///< null while not connected
@@ -67,6 +71,10 @@ class dsrVisioConnect : public UpkeepListener, public PasteBatch {
   bool toolbarBuilt = false;  ///< the toolbar exists while a map is open
   /// What is marked as selected in each window; see shapes/selection_marks.cpp.
   std::shared_ptr<SelectionMarks> globalSelectionObj;
+
+  // One deletion, which may be that of many shapes.
+  bool applyToAll = false;  ///< the user agreed to delete all linked Tasks; cleared by the next selection change
+  std::shared_ptr<Deletion> deletion;  ///< what it found in the drawing; see shapes/shape_deletion.cpp
 
   // The host's Replace command, when the add-in runs it.
   bool flagFindReplaceActive = false;
@@ -107,6 +115,7 @@ class dsrVisioConnect : public UpkeepListener, public PasteBatch {
   // host may disconnect the add-in while the dialog is open.
   std::shared_ptr<frmTaskIdSuggestion> taskIdSuggestion;
   std::shared_ptr<frmCopiedTaskIdSuggestion> copiedTaskIdSuggestion;
+  std::shared_ptr<frmProcessConnectorMsg> processConnectorMsg;
 
   // What each event leads to is listed in event_routing.cpp.
   void DocumentCreated(Document document) override;

@@ -34,7 +34,8 @@ void beginPasteBatch(dsrVisioConnect& connect, const Window& window, const Docum
   discardAnswers(connect, document);
   // A deletion that is still pending has selected the one shape it asks about.
   const bool deletionPending = connect.DeleteShape && window.Selection().Count() == 1;
-  if (!deletionPending) connect.DeleteShape = false;
+  if (!deletionPending) connect.DeleteShape = connect.applyToAll = false;
+  connect.deletion = nullptr;
 }
 
 void joinPasteBatch(dsrVisioConnect& connect, const Document& document) {
