@@ -15,7 +15,7 @@ def test_the_drawing_shows_the_values_of_its_cells(sample):
     shapes = sample.Pages("OH Order handling").Shapes
     task = shapes("OH02")
     assert [task.Shapes(member).Text for member in (1, 3, 4)] == ["OH02", "CR01", "Check the customer's credit"]
-    assert shapes("Connector.SH01").Text == "SH01"
+    assert shapes("Connector.SH01").Text == "Connector.SH01"
     assert any(shape.Text.startswith("Refused") for shape in shapes)
 
 

@@ -105,7 +105,7 @@ TEST(SampleMap, ShowsTheValuesOfItsCells) {
   EXPECT_EQ(task.Shapes().Item(1).Text(), "OH02");
   EXPECT_EQ(task.Shapes().Item(3).Text(), "CR01");
   EXPECT_EQ(task.Shapes().Item(4).Text(), "Check the customer's credit");
-  EXPECT_EQ(shapes.Item("Connector.SH01").Text(), "SH01");
+  EXPECT_EQ(shapes.Item("Connector.SH01").Text(), "Connector.SH01");
   // The two links out of the credit check: one is straight, one branches off, and each text is on its line.
   int links = 0;
   for (const Shape& shape : shapes.all()) {

@@ -575,7 +575,8 @@ def process_connector():
             ),
         ),
         _outline(pentagon),
-        field_text("Z99"),
+        # The add-in compares the text with this one and builds it again when a user has typed over it.
+        field_text("Z99", before="Connector."),
     )
     prompt = "The process goes on at a Task on another page or in another drawing."
     return _master(3, "Process Connector", prompt, 2.5, 1.5, shape)

@@ -67,9 +67,9 @@ def user_row(name, value, formula=None):
     return named_row(name, cell("Value", value, formula), cell("Prompt", ""))
 
 
-def field_text(shown):
-    """The text of a shape that has only its first field."""
-    return f"<Text><fld IX='0'>{escape(shown)}</fld></Text>"
+def field_text(shown, before=""):
+    """The text of a shape that ends with its first field, the only one."""
+    return f"<Text>{escape(before)}<fld IX='0'>{escape(shown)}</fld></Text>"
 
 
 def part(root, *children):
