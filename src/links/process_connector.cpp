@@ -1,11 +1,13 @@
 #include "links/process_connector.h"
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "base/text.h"
 #include "links/link_target.h"
 #include "schema/cells.h"
 #include "sheets/rows.h"
 #include "sheets/shape_classes.h"
+#include "sheets/text_fields.h"
 
 namespace quorvel::addin {
 namespace {
@@ -39,6 +41,7 @@ void show(const Shape& connector, const std::string& id) {
   store(connector, id);
   changeProcessConnectorTxtFont(connector);
   connector.SetName(std::string(connectorCells::textStart) + id);
+  restoreConnectorText(connector);
 }
 
 /// The text of a formula that is a quoted text; any other text as it is.
@@ -80,6 +83,18 @@ void changeProcessConnectorTxtFont(const Shape& connector) {
       .FormulaForce(length <= 4   ? "guard(12 pt)"
                     : length == 5 ? "guard(10 pt)"
                                   : "guard(8 pt)");
+}
+
+void restoreConnectorText(const Shape& connector) {
+  const Maybe<std::string> shown = textOf(connector, connectorCells::shownId), text = connector.Text();
+  const std::string start(connectorCells::textStart);
+  if (!shown || !text || (*text == start + *shown && hasTextField(connector))) return;
+  if (!askAgain([&] { return connector.SetText(start); })) return;
+  const Characters characters = connector.Characters();
+  const bool isField = askAgain([&] { return characters.SetBegin(static_cast<int>(lengthOf(start))); }) &&
+                       askAgain([&] { return characters.AddCustomField(std::string(connectorCells::shownId), 0); });
+  // Without the field the text is right until the ID changes.
+  if (!isField) connector.SetText(start + *shown);
 }
 
 }  // namespace quorvel::addin

@@ -17,6 +17,9 @@ inline constexpr std::string_view cellChange = "CellChange", renumberTask = "Ren
 /// Nothing for another caller and for other shapes.
 void changeProcessConnectorText(const Shape& shape, std::string_view caller, const std::string& newId);
 
+/// Makes the text "Connector." and a field that shows the ID. Nothing when it is so already.
+void restoreConnectorText(const Shape& connector);
+
 /// The letters are smaller for a longer ID.
 void changeProcessConnectorTxtFont(const Shape& connector);
 

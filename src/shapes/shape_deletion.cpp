@@ -79,6 +79,7 @@ void unlinkConnector(const Shape& connector) {
   connector.Cells(connectorCells::shownId).FormulaForce(quoted(connectorCells::noTarget));
   connector.SetName(std::string(connectorCells::textStart) + std::string(connectorCells::noTarget));
   connector.Hyperlinks().Item(0).Delete();
+  restoreConnectorText(connector);
 }
 
 /// The host raises no event for the hyperlink that became the box's first one.

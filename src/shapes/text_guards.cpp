@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "base/ask_again.h"
-#include "base/text.h"
 #include "display/detail_shapes.h"
+#include "links/process_connector.h"
 #include "schema/cells.h"
 #include "sheets/shape_classes.h"
 #include "sheets/text_fields.h"
@@ -28,16 +27,6 @@ GuardedText guardedTextOf(const Shape& shape) {
   return isRole ? GuardedText::Role : GuardedText::None;
 }
 
-/// The ID comes after a text that is the same for all, as in the master.
-void showConnectorId(const Shape& connector) {
-  const std::string start(schema::connectorCells::textStart);
-  if (!askAgain([&] { return connector.SetText(start); })) return;
-  const Characters characters = connector.Characters();
-  // In front of that text, the field would be at the wrong place.
-  if (!askAgain([&] { return characters.SetBegin(static_cast<int>(lengthOf(start))); })) return;
-  askAgain([&] { return characters.AddCustomField(std::string(schema::connectorCells::shownId), 0); });
-}
-
 void setTextLock(const Shape& shape, const char* lock) { shape.Cells("LockTextEdit").FormulaForce(lock); }
 
 /// The text becomes the field again that it was. True when something else had been typed.
@@ -56,7 +45,7 @@ bool restoreText(const Shape& shape, GuardedText kind) {
       text == *shown || (isConnector && text == std::string(schema::connectorCells::textStart) + *shown);
   if (isAsShown && hasTextField(shape)) return false;
   if (isConnector) {
-    showConnectorId(shape);
+    restoreConnectorText(shape);
   } else if (kind == GuardedText::Role) {
     showInText(shape, "=" + cellOfTask(owner, cell));
   } else {

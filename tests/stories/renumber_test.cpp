@@ -67,8 +67,8 @@ class Renumber : public DetailsTest {
 };
 
 TEST_F(Renumber, APageOrASelectionInTheOrderOfItsShapes) {
-  const Shape linked = connectorTo(nextPage, "AB Order entry/AB01");
-  linked.Cells("Prop.Connecting_TaskID").FormulaForce(quoted("AB01"));
+  const Shape linked = connectorTo(nextPage, "AB Order entry/AB01"), oldText = connectorTo(page, "AB Order entry/AB03");
+  ASSERT_TRUE(oldText.SetText("Connector.AB03"));
   const Shape box = third.Shapes().Item(3);
   ASSERT_TRUE(box.AddHyperlink().SetSubAddress("AB Order entry/AB02"));
   write(third, "Prop.Linked", "AB02");
@@ -96,6 +96,13 @@ TEST_F(Renumber, APageOrASelectionInTheOrderOfItsShapes) {
   EXPECT_EQ(firstDifference(before, dump()), "") << "a command is one step";
   ASSERT_TRUE(app.Redo());
   EXPECT_EQ(firstDifference(after, dump()), "");
+  for (const auto& [connector, id] : {std::pair(linked, "Q19"), std::pair(oldText, "Q18")}) {
+    EXPECT_EQ(connector.Text(), std::string("Connector.") + id);
+    connector.Cells("Prop.Connecting_TaskID").FormulaForce(quoted("typed"));
+    EXPECT_EQ(connector.Text(), "Connector.typed") << "the text is a field, also where an older drawing had plain text";
+    EXPECT_EQ(connector.Cells("Fields.Value[1]").Formula(), "Prop.Connecting_TaskID");
+    connector.Cells("Prop.Connecting_TaskID").FormulaForce(quoted(id));
+  }
 
   // In the order of selecting; the page's counter and letters remain, and equal IDs are accepted.
   select({taskLink, third, second});
