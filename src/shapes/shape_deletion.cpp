@@ -80,15 +80,16 @@ void unlinkConnector(const Shape& connector) {
   connector.SetName(std::string(connectorCells::textStart) + std::string(connectorCells::noTarget));
   connector.Hyperlinks().Item(0).Delete();
   restoreConnectorText(connector);
+  // With a second hyperlink the connector has a target again; the host raises no event for it.
+  changeProcessConnectorText(connector, connectorCallers::cellChange, {});
 }
 
-/// The host raises no event for the hyperlink that became the box's first one.
+/// The host raises no event for the hyperlink that became the first one. An ID that the user typed remains.
 void showRemainingLink(const Shape& task, const Shape& box) {
   const std::string target = linkTargetOf(box.Hyperlinks().Item(0)).taskId;
   if (target.empty() || box.CellExists(linkedCells::storedTaskId, 0) != true) return;
   const Cell shown = task.Cells(taskCells::linked), stored = box.Cells(linkedCells::storedTaskId);
-  if (!(shown.ResultStr(visio::unitsNone) == stored.ResultStr(visio::unitsNone))) return;
-  shown.FormulaForce(quoted(target));
+  if (shown.ResultStr(visio::unitsNone) == stored.ResultStr(visio::unitsNone)) shown.FormulaForce(quoted(target));
   stored.FormulaForce(quoted(target));
 }
 
