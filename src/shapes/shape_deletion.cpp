@@ -136,7 +136,6 @@ Shape replaceByCopy(dsrVisioConnect& connect, const Shape& task, const std::stri
 void gvsoApp_BeforeShapeDelete(dsrVisioConnect& connect, const Shape& shape) {
   if (connect.deletesRefusedShapes || !IsTask(shape) || !isTopLevel(shape)) return;
   const Document document = shape.Document();
-  if (!isMap(document)) return;
   // A link to a page alone has an empty ID.
   const std::string id = shape.Cells(taskCells::id).ResultStr(visio::unitsNone).or_({});
   if (id.empty()) return;
