@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/ask_again.h"
 #include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
@@ -13,10 +14,11 @@ int TaskCount(std::span<const Shape> shapes) {
 }
 
 bool isOnlyTaskOnPage(const Page& page) {
-  const Shapes shapes = page.Shapes();
+  // A Task that is passed by would make the page ask for its first number, and use an ID twice.
+  const Shapes shapes = askAgain([&] { return page.Shapes(); });
   int found = 0;
-  for (int i = shapes.Count().or_(0); i > 0 && found < 2; --i) {
-    found += IsTask(shapes.Item(i));
+  for (int i = askAgain([&] { return shapes.Count(); }).or_(0); i > 0 && found < 2; --i) {
+    found += askAgain([&] { return IsTask(shapes.Item(i)); });
   }
   return found == 1;
 }

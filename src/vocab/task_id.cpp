@@ -14,7 +14,9 @@ std::string taskLettersFromPageName(std::string_view pageName) {
   return blank >= 2 && blank <= 5 ? left(pageName, blank - 1) : "Z";
 }
 
-std::string getTaskLetterPartFromPageName(const Page& page) { return taskLettersFromPageName(page.Name().or_({})); }
+std::string getTaskLetterPartFromPageName(const Page& page) {
+  return taskLettersFromPageName(askAgain([&] { return page.Name(); }).or_({}));
+}
 
 Maybe<long> numberInBox(std::string_view text) {
   long number = 0;

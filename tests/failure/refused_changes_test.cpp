@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "commands/renumber_tasks.h"
 #include "failure/story_sweep.h"
 #include "schema/cells.h"
 #include "schema/marks.h"
@@ -75,7 +76,7 @@ TEST(RefusedChanges, APasteFromAnotherMap) {
         expectDistinctIds(stage.page);
       },
       accept);
-  sweep.refuseEach(1, StorySweep::toTheEnd, 29, 500);
+  sweep.refuseEach(1, StorySweep::toTheEnd, 53, 500);
 }
 
 /// Everything that can link to the first Task does: a connector and a Task of a second page, its box and a line.
@@ -117,7 +118,51 @@ TEST(RefusedChanges, AnotherTaskId) {
         EXPECT_EQ(behind, 0);
       },
       accept);
-  sweep.refuseEach(1, StorySweep::toTheEnd, 7, 50);
+  sweep.refuseEach(1, StorySweep::toTheEnd, 13, 50);
+}
+
+TEST(RefusedChanges, ALinkedTaskThatIsKept) {
+  const StorySweep sweep(
+      linkedTasks,
+      [](Stage& stage) {
+        // The dialog is closed by its frame, which keeps the Task.
+        shapesOf(stage.page, "Task").front().Delete();
+        EXPECT_FALSE(stage.connect.flagRestoringTask);
+        const std::vector<Shape> kept = shapesOf(stage.page, "Task");
+        EXPECT_LE(kept.size(), 1u);
+        if (!kept.empty()) expectDistinctIds(stage.page);
+        const Shape next = stage.page.Drop(stage.stencil.Masters().Item("Task"), 3, 3);
+        if (!kept.empty()) {
+          EXPECT_NE(text(next, "Prop.Task_ID"), "A01");
+        }
+      },
+      accept);
+  sweep.refuseEach(1, StorySweep::toTheEnd, 41, 300);
+}
+
+TEST(RefusedChanges, RenumberingThePage) {
+  const StorySweep sweep(
+      [](Stage& stage) {
+        linkedTasks(stage);
+        for (int i = 0; i < 2; ++i) stage.page.Drop(stage.stencil.Masters().Item("Task"), 5 + 2 * i, 8);
+        stage.user.ActiveWindow().SetPage(stage.page);
+      },
+      [](Stage& stage) {
+        addin::cbrBtnRenumberTasks_Click(stage.connect);
+        expectDistinctIds(stage.page);
+        // What was left behind must not keep the next change from the links.
+        write(shapesOf(stage.page, "Task").front(), "Prop.Task_ID", "A08");
+        const Page page = stage.page.Document().Pages().Item(2);
+        for (const char* master : {"Task", "Process Connector"})
+          EXPECT_EQ(linksElsewhere(shapesOf(page, master).front()), 0) << master;
+      },
+      [](Form& form) {
+        accept(form);
+        if (Control* number = form.find("txtTaskNumber"); number && form.name() == "frmTaskRenumberingOption")
+          number->type("30");
+        if (Control* ok = form.find("Command2")) ok->click();
+      });
+  sweep.refuseEach(1, StorySweep::toTheEnd, 23, 100);
 }
 
 }  // namespace
