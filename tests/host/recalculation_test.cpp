@@ -1,9 +1,12 @@
 // Values follow what they read, and only that: long chains, circles, inherited formulas, text measures.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "host/edits/write_cell.h"
 #include "host/host_fixture.h"
 #include "host/sheet/inheritance.h"
+#include "host/store_dump.h"
 
 namespace quorvel {
 namespace {
@@ -188,6 +191,127 @@ TEST_F(Recalculation, AMissingCellIsAReferenceErrorUntilItIsMade) {
   EXPECT_EQ(reader.ResultStr(0), "#REF!");
   user(a, "later", "7");
   EXPECT_EQ(reader.Result(0), 8.0);
+}
+
+/// A container that is a list too and names three shapes, of which two name it; an instance whose formula is inherited.
+class Relations : public Recalculation {
+ protected:
+  const host::MasterId master =
+      addMaster("Lane", [this](host::Sheet& group, host::Sheet&) { set(group, "User.counts", "CONTAINERCOUNT()*10"); });
+  const Shape container = drop(master), first = rectangle(), second = rectangle(), third = rectangle(),
+              instance = drop(master);
+
+  void SetUp() override {
+    for (const auto& [name, formula] : {std::pair{"members", "CONTAINERMEMBERCOUNT()"},
+                                        {"listed", "LISTMEMBERCOUNT()"},
+                                        {"size", "8"},
+                                        {"msvStructureType", "\"List\""}})
+      user(container, name, formula);
+    for (const Shape& shape : {first, second}) {
+      user(shape, "containers", "CONTAINERCOUNT()");
+      user(shape, "order", "LISTORDER()");
+      user(shape, "lane", "IFERROR(CONTAINERSHEETREF(1,\"Lane\")!User.size,-1)");
+    }
+  }
+  static bool relate(const Shape& shape, const std::string& formula) {
+    return shape.Cells("Relationships").FormulaForce(formula);
+  }
+  static std::string names(int kind, const std::vector<Shape>& shapes) {
+    std::string call = "DEPENDSON(" + std::to_string(kind);
+    for (const Shape& shape : shapes) call += "," + at(shape, "SheetRef()");
+    return call + ")";
+  }
+  /// What the shapes that exist show: the container, the first two, the instance.
+  std::string shown() {
+    std::string values;
+    const auto add = [&](const Shape& shape, std::initializer_list<const char*> cells) {
+      for (const char* cell : cells) values += shape.Cells(cell).ResultStr(0).or_("-") + " ";
+    };
+    add(container, {"User.members", "User.listed"});
+    for (const Shape& shape : {first, second}) add(shape, {"User.containers", "User.order", "User.lane"});
+    add(instance, {"User.counts"});
+    return values;
+  }
+  std::string dump() { return StoreDump::of(engine().store(), host::DocumentId{document.ref().id}); }
+};
+
+TEST_F(Relations, WhatAsksForThemFollowsThem) {
+  EXPECT_EQ(shown(), "0 0 0 -1 -1 0 -1 -1 0 ");
+  ASSERT_TRUE(relate(container, "SUM(" + names(1, {first, second, third}) + "," + names(2, {first, second}) + ")"));
+  for (const Shape& shape : {first, second})
+    ASSERT_TRUE(relate(shape, "SUM(" + names(4, {container}) + "," + names(5, {container}) + ")"));
+  ASSERT_TRUE(relate(instance, names(4, {container})));
+  EXPECT_EQ(shown(), "3 2 1 1 -1 1 2 -1 10 ");
+  user(container, "msvShapeCategories", "\"Lane;Other\"");
+  const std::string related = "3 2 1 1 8 1 2 8 10 ", without = "3 2 1 1 -1 1 2 -1 10 ";
+  EXPECT_EQ(shown(), related);
+
+  const Cell categories = container.Cells("User.msvShapeCategories");
+  const struct {
+    const char* change;
+    std::function<bool()> make;
+    std::string after;
+  } changes[] = {
+      {"the container names one", [&] { return relate(container, names(2, {second})); }, "0 1 1 -1 8 1 1 8 10 "},
+      {"a member names none", [&] { return relate(second, ""); }, "3 2 1 1 8 0 -1 -1 10 "},
+      {"a constant", [&] { return relate(instance, "0"); }, "3 2 1 1 8 1 2 8 0 "},
+      {"other categories", [&] { return categories.SetFormula("\"Other\""); }, without},
+      {"row renamed", [&] { return container.Section(visio::sectionUser).Row(*categories.Row()).SetNameU("another"); },
+       without},
+      {"row deleted", [&] { return container.DeleteRow(visio::sectionUser, *categories.Row()); }, without},
+      {"other structure", [&] { return container.Cells("User.msvStructureType").SetFormula("\"\""); },
+       "-1 2 1 1 8 1 2 8 10 "},
+      {"first deleted", [&] { return first.Delete(); }, "2 1 - - - 1 1 8 10 "},
+      {"third deleted, which names nothing", [&] { return third.Delete(); }, "2 2 1 1 8 1 2 8 10 "},
+      {"container deleted", [&] { return container.Delete(); }, "- - 0 -1 -1 0 -1 -1 0 "},
+      {"container ungrouped", [&] { return container.Ungroup(); }, "- - 0 -1 -1 0 -1 -1 0 "},
+  };
+  for (const auto& row : changes) {
+    SCOPED_TRACE(row.change);
+    const std::string before = dump();
+    Recorder recorder(running);
+    ASSERT_TRUE(row.make());
+    EXPECT_EQ(shown(), row.after);
+    const std::vector<std::string> events = recorder.take();
+    EXPECT_TRUE(std::ranges::any_of(events, [](const std::string& event) {
+      return event.starts_with("CellChanged") && !event.ends_with("msvShapeCategories") &&
+             !event.ends_with("msvStructureType") && !event.ends_with("Relationships");
+    }));
+    const std::string after = dump();
+    ASSERT_TRUE(app.Undo());
+    EXPECT_EQ(firstDifference(before, dump()), "");
+    EXPECT_EQ(shown(), related);
+    ASSERT_TRUE(app.Redo());
+    EXPECT_EQ(firstDifference(after, dump()), "");
+    ASSERT_TRUE(app.Undo());
+  }
+}
+
+TEST_F(Relations, CopiesAskAgainAndOtherPagesDoNot) {
+  ASSERT_TRUE(relate(container, names(2, {first, second})));
+  for (const Shape& shape : {first, second}) ASSERT_TRUE(relate(shape, names(5, {container})));
+  EXPECT_EQ(second.Duplicate().Cells("User.order").Result(0), -1.0) << "the list does not name the copy";
+
+  const auto paste = [&](const std::vector<Shape>& shapes, const Page& target) {
+    app.ActiveWindow().SetPage(page);
+    app.ActiveWindow().DeselectAll();
+    for (const Shape& shape : shapes) app.ActiveWindow().Select(shape, visio::select);
+    EXPECT_TRUE(app.ActiveWindow().Selection().Copy());
+    EXPECT_TRUE(target.Paste());
+    return target.Shapes().Item(target.Shapes().Count().or_(0)).Cells("User.order");
+  };
+  const Cell copied = paste({container, first, second}, page);
+  EXPECT_EQ(copied.Result(0), 2.0);
+  ASSERT_TRUE(page.Shapes().Item(page.Shapes().Count().or_(0) - 1).Delete());
+  EXPECT_EQ(copied.Result(0), 1.0) << "the copies are related to each other";
+  EXPECT_EQ(second.Cells("User.order").Result(0), 2.0);
+  const Page other = document.Pages().Add();
+  EXPECT_EQ(paste({second}, other).Result(0), -1.0) << "the list is on another page";
+
+  const std::size_t before = evaluations();
+  ASSERT_TRUE(relate(document.Pages().Add().DrawRectangle(0, 0, 1, 1), "0"));
+  user(first, "plain", "5");
+  EXPECT_EQ(evaluations(), before);
 }
 
 }  // namespace

@@ -215,6 +215,7 @@ std::vector<SheetId> ungroup(Engine& engine, SheetId id) {
       group->page, [&](const Connect& connect) { return connect.fromShape == shapeId || connect.toShape == shapeId; });
   const std::vector<CellAddress> lost = loosenReferencesTo(engine, {id});
   loosened.insert(loosened.end(), lost.begin(), lost.end());
+  engine.graph().appendReadersOfRelationsTo(id, loosened);
   engine.edit().removeShape(id);
   regrouped.end();
 

@@ -213,7 +213,8 @@ Outcome checkDeletion(const Engine& engine, SheetId id) {
   return Outcome::done();
 }
 
-void deleteOne(Engine& engine, SheetId shape) {
+/// Adds to `relations` what reads those of other shapes to this one.
+void deleteOne(Engine& engine, SheetId shape, std::vector<CellAddress>& relations) {
   Deletions::Leaving kept(engine.deletions(), shape);
   if (!engine.raise(&ApplicationEvents::BeforeShapeDelete, shape)) return;
   const std::vector<SheetId> leaving = engine.store().subtree(shape);
@@ -225,6 +226,7 @@ void deleteOne(Engine& engine, SheetId shape) {
   });
   const std::vector<CellAddress> loosened = loosenReferencesTo(engine, leaving);
   seeds.insert(seeds.end(), loosened.begin(), loosened.end());
+  for (const SheetId each : leaving) engine.graph().appendReadersOfRelationsTo(each, relations);
   engine.edit().removeShape(shape);
   engine.recalculateAndNotify(seeds, {});
 }
@@ -253,15 +255,18 @@ Outcome deleteShapes(Engine& engine, const std::vector<SheetId>& shapes) {
     if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
   }
   CommandScope scope(engine, engine.store().sheet(shapes.front())->document, "Delete");
+  std::vector<CellAddress> relations;
   {
     const Deletions::Command deleting(engine.deletions());
     for (const SheetId shape : shapes) {
       if (!engine.exists(shape)) continue;
       // A listener may have locked it.
       if (Outcome checked = checkDeletion(engine, shape); !checked) return checked;
-      deleteOne(engine, shape);
+      deleteOne(engine, shape, relations);
     }
   }
+  std::erase_if(relations, [&](const CellAddress& reader) { return !engine.exists(reader.sheet); });
+  engine.recalculateAndNotify(relations, {});
   engine.leaveOutDeleted();
   scope.commit();
   return Outcome::done();

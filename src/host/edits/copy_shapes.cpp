@@ -7,6 +7,7 @@
 #include "host/cells/cell_table.h"
 #include "host/connectors/connector_ends.h"
 #include "host/edits/layers.h"
+#include "host/recalc/relations.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/own_content.h"
 #include "host/sheet/references.h"
@@ -406,6 +407,10 @@ std::vector<SheetId> copyShapes(Engine& engine, const std::vector<SheetId>& shap
   for (std::size_t i = 0; i < roots.size(); ++i) {
     if (isElsewhere && store.sheet(shapes[i])->parent) placeOnPage(engine, shapes[i], roots[i], changed);
     if (dx != 0 || dy != 0) shift(engine, roots[i], dx, dy, changed);
+  }
+  // Copies are related to other shapes than the originals.
+  for (const auto& [from, to] : copies) {
+    if (hasRelations(store, from)) changed.push_back({to, relationsKey});
   }
   engine.recalculate({}, changed);
   if (copied) *copied = std::move(copies);

@@ -5,6 +5,7 @@
 #include "host/cells/cell_name.h"
 #include "host/cells/cell_table.h"
 #include "host/geometry/row_tags.h"
+#include "host/recalc/relations.h"
 
 namespace quorvel::host {
 namespace {
@@ -311,7 +312,9 @@ Outcome renameRow(Engine& engine, SheetId id, SectionNumber section, RowKey key,
   const bool parts = kind == NameKind::Universal && local->name && !local->localName;
   engine.edit().setRowHead(id, section, place, renamed, atom, local->type,
                            parts ? std::optional<Atom>(local->name) : std::nullopt);
-  engine.recalculateAndNotify({}, cellsOf(id, section, renamed));
+  std::vector<CellAddress> changed = cellsOf(id, section, renamed);
+  if (const CellKey old{section, key, 0}; decidesRelations(old)) changed.push_back({id, old});
+  engine.recalculateAndNotify({}, changed);
   scope.commit();
   return Outcome::done();
 }

@@ -4,6 +4,7 @@
 #include "host/cells/cell_table.h"
 #include "host/connector_edits/end_glue.h"
 #include "host/formula/number_text.h"
+#include "host/recalc/relations.h"
 #include "host/sheet/inheritance.h"
 
 namespace quorvel::host {
@@ -63,7 +64,8 @@ Outcome commit(Engine& engine, const CellAddress& cell, Cell content) {
   if (evaluates) {
     followed = engine.recalculate({cell}, {});
     std::erase(followed, cell);
-  } else if (!(cellValue(engine.store(), cell.sheet, cell.key) == oldValue)) {
+  } else if (!(cellValue(engine.store(), cell.sheet, cell.key) == oldValue) ||
+             (formulaChanged && namesRelated(cell.key))) {
     followed = engine.recalculate({}, {cell});
   }
   const bool valueChanged = !(cellValue(engine.store(), cell.sheet, cell.key) == oldValue);

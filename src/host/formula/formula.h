@@ -142,6 +142,8 @@ class Formula {
   bool readsText() const { return readsText_; }
   /// It asks LOC, PAR and the like, so it depends on the transforms of shapes between.
   bool readsTransforms() const { return readsTransforms_; }
+  /// It asks what containers, lists and callouts its shape is related to, or of which categories it is.
+  bool readsRelations() const { return readsRelations_; }
   /// Every function in it is one that the evaluator has.
   bool isKnown() const { return known_; }
   /// For a formula that is one constant: its value. The cell then needs no evaluation.
@@ -175,7 +177,8 @@ class Formula {
   std::vector<Value> constants_;
   std::vector<std::uint32_t> arguments_;  ///< node indices of all calls' arguments, each call's side by side
   Maybe<Value> constant_;
-  bool guarded_ = false, volatile_ = false, readsText_ = false, readsTransforms_ = false, known_ = true;
+  bool guarded_ = false, volatile_ = false, readsText_ = false, readsTransforms_ = false, readsRelations_ = false,
+       known_ = true;
 };
 
 using FormulaPtr = std::shared_ptr<const Formula>;

@@ -67,7 +67,8 @@ enum FunctionTrait : std::uint16_t {
   Guards = 16,
   FirstUnwatched = 32,  ///< the first argument's references are not watched
   SecondUnwatched = 64,
-  TakesCell = 128,  ///< a "!" and a cell may follow the call; they come as its last argument, unwatched
+  TakesCell = 128,       ///< a "!" and a cell may follow the call; they come as its last argument, unwatched
+  ReadsRelations = 256,  ///< of containers, lists and callouts
 };
 
 struct FunctionRow {

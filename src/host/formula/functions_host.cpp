@@ -30,8 +30,9 @@ Value property(Call& call) {
 }
 
 template <Name name>
-constexpr FunctionRow propertyRow() {
-  return {std::string_view(name.letters, sizeof name.letters - 1), property<name>, AsksHost | Changes};
+constexpr FunctionRow propertyRow(std::uint16_t more = Pure) {
+  const auto traits = static_cast<std::uint16_t>(AsksHost | Changes | more);
+  return {std::string_view(name.letters, sizeof name.letters - 1), property<name>, traits};
 }
 
 bool isOtherSheet(const Reference* reference) { return reference && reference->scope != ReferenceScope::ThisSheet; }
@@ -108,11 +109,11 @@ const FunctionRow rows[] = {
     propertyRow<"FILENAME">(),
     propertyRow<"DIRECTORY">(),
     propertyRow<"VERSION">(),
-    propertyRow<"CALLOUTCOUNT">(),
-    propertyRow<"CONTAINERCOUNT">(),
-    propertyRow<"CONTAINERMEMBERCOUNT">(),
-    propertyRow<"LISTMEMBERCOUNT">(),
-    propertyRow<"LISTORDER">(),
+    propertyRow<"CALLOUTCOUNT">(ReadsRelations),
+    propertyRow<"CONTAINERCOUNT">(ReadsRelations),
+    propertyRow<"CONTAINERMEMBERCOUNT">(ReadsRelations),
+    propertyRow<"LISTMEMBERCOUNT">(ReadsRelations),
+    propertyRow<"LISTORDER">(ReadsRelations),
 
     {"CALLTHIS", nothing},
     {"DEFAULTEVENT", nothing},

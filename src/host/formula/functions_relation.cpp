@@ -120,16 +120,18 @@ Value language(Call& call) {
   return number ? Value::number(*number) : call.unknown();
 }
 
+constexpr std::uint16_t asksRelations = AsksHost | Changes | ReadsRelations;
+
 constexpr FunctionRow rows[] = {
     {"EVALCELL", evaluateCell, AsksHost},
     {"ARG", argument, AsksHost},
     {"EVALTEXT", evaluateText, AsksHost | ReadsText},
     {"FORMULAEXISTS", [](Call& c) { return hasFormula(c, false); }, AsksHost},
     {"LOCALFORMULAEXISTS", [](Call& c) { return hasFormula(c, true); }, AsksHost},
-    {"HASCATEGORY", hasCategory, AsksHost | Changes},
-    {"CONTAINERSHEETREF", [](Call& c) { return ofRelated(c, "CONTAINER"); }, AsksHost | Changes | TakesCell},
-    {"LISTSHEETREF", [](Call& c) { return ofRelated(c, "LIST"); }, AsksHost | Changes | TakesCell},
-    {"CALLOUTTARGETREF", [](Call& c) { return ofRelated(c, "CALLOUTTARGET"); }, AsksHost | Changes | TakesCell},
+    {"HASCATEGORY", hasCategory, asksRelations},
+    {"CONTAINERSHEETREF", [](Call& c) { return ofRelated(c, "CONTAINER"); }, asksRelations | TakesCell},
+    {"LISTSHEETREF", [](Call& c) { return ofRelated(c, "LIST"); }, asksRelations | TakesCell},
+    {"CALLOUTTARGETREF", [](Call& c) { return ofRelated(c, "CALLOUTTARGET"); }, asksRelations | TakesCell},
     {"FONT", font, AsksHost},
     {"FONTTOID", font, AsksHost},
     {"LANGUAGE", language},

@@ -537,6 +537,7 @@ FormulaParser::Tree FormulaParser::call(std::string_view name) {
   if (traits & Changes) formula_->volatile_ = true;
   if (traits & ReadsText) formula_->readsText_ = true;
   if (traits & ReadsTransforms) formula_->readsTransforms_ = true;
+  if (traits & ReadsRelations) formula_->readsRelations_ = true;
   if (traits & Guards) formula_->guarded_ = true;
   const auto place = static_cast<std::uint32_t>(formula_->arguments_.size());
   const auto count = static_cast<std::uint32_t>(arguments.size());

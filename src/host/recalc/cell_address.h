@@ -16,6 +16,10 @@ struct CellAddress {
 
 /// Means the place of the shape: what LOC, PAR and the like depend on.
 inline constexpr CellKey transformKey{SectionNumber::Other, RowKey::index(1), 1};
+/// What the shape is related to as container, list or callout: what the functions of relations on it read.
+inline constexpr CellKey relationsKey{SectionNumber::Other, RowKey::index(1), 2};
+/// Read by the cells that name the shape as related to theirs.
+inline constexpr CellKey relatedShapeKey{SectionNumber::Other, RowKey::index(1), 3};
 
 }  // namespace quorvel::host
 

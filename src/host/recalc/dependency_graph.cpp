@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "host/cells/cell_table.h"
+#include "host/recalc/relations.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/references.h"
 
@@ -109,11 +110,13 @@ void DependencyGraph::addFormula(const CellAddress& cell, const Formula& formula
     placed |= reference.scope == ReferenceScope::ThePage;
     if (!reference.watched) continue;
     const SheetId target = resolveReference(store_, cell.sheet, cell.sheet, reference);
+    if (namesRelated(cell.key)) addEdge(target, relatedShapeKey, cell);
     addEdge(target, keyOnSheet(store_, target, reference.cell), cell);
     if (formula.readsTransforms() && target) addTransformEdges(target, cell);
   }
   if (formula.readsText()) addEdge(cell.sheet, theText(), cell);
   if (formula.readsTransforms()) addTransformEdges(cell.sheet, cell);
+  if (formula.readsRelations()) addEdge(cell.sheet, relationsKey, cell);
   if (!placed) return;
   const Page* page = store_.page(store_.sheet(cell.sheet)->page);
   if (!page || !page->master) return;
@@ -152,11 +155,15 @@ bool DependencyGraph::stillReads(const CellAddress& dependent, SheetId sheet, co
   if (!cell || !cell->formula || cell->inheritsFormula) return false;
   const Formula& formula = *cell->formula;
   if (key == transformKey) return readsPlaceOf(dependent.sheet, formula, sheet);
+  if (key == relationsKey) return formula.readsRelations();
   if (key == theText() && formula.readsText() && dependent.sheet == sheet) return true;
   for (const Reference& reference : formula.references()) {
-    if (reference.watched && reference.cell.section == key.section && reference.cell.column == key.column &&
+    const bool mayRead = key == relatedShapeKey
+                             ? namesRelated(dependent.key)
+                             : reference.cell.section == key.section && reference.cell.column == key.column;
+    if (reference.watched && mayRead &&
         resolveReference(store_, dependent.sheet, dependent.sheet, reference) == sheet &&
-        keyOnSheet(store_, sheet, reference.cell) == key)
+        (key == relatedShapeKey || keyOnSheet(store_, sheet, reference.cell) == key))
       return true;
   }
   return false;
@@ -174,7 +181,9 @@ void DependencyGraph::appendLive(const CellAddress& cell, std::vector<CellAddres
 void DependencyGraph::appendReadersOf(SheetId sheet, std::vector<CellAddress>& out) const {
   if (sheet.value >= edges_.size() || !edges_[sheet.value]) return;
   std::vector<std::uint64_t> keys;
-  for (const auto& entry : *edges_[sheet.value]) keys.push_back(entry.first);
+  for (const auto& entry : *edges_[sheet.value]) {
+    if (entry.first != relationsKey.packed() && entry.first != relatedShapeKey.packed()) keys.push_back(entry.first);
+  }
   std::sort(keys.begin(), keys.end());
   for (const std::uint64_t key : keys) appendLive({sheet, CellKey::fromPacked(key)}, out);
 }
@@ -209,6 +218,35 @@ void DependencyGraph::appendReadersOfPlacesIn(SheetId group, std::vector<CellAdd
     appendLive({member, boxTrigger()}, out);
     const bool isOfInstance = bool(store_.sheet(store_.sheet(member)->parent)->prototype);
     if (!isOfInstance) appendInherited({member, transformKey}, out);
+  }
+}
+
+std::vector<SheetId> DependencyGraph::shapesNaming(SheetId shape) const {
+  std::vector<CellAddress> cells;
+  appendLive({shape, relatedShapeKey}, cells);
+  appendInherited({shape, relatedShapeKey}, cells);
+  std::vector<SheetId> shapes;
+  for (const CellAddress& cell : cells) shapes.push_back(cell.sheet);
+  return shapes;
+}
+
+/// Containers are found through containers, the place in a list and categories through what a shape is related to.
+void DependencyGraph::appendRelatedThrough(SheetId shape, std::vector<CellAddress>& out) const {
+  for (const SheetId each : shapesNaming(shape)) {
+    if (isRelatedTo(store_, each, shape, {Relation::Containers, Relation::List, Relation::CalloutTarget}))
+      out.push_back({each, relationsKey});
+  }
+}
+
+void DependencyGraph::appendReadersOfRelationsTo(SheetId shape, std::vector<CellAddress>& out) const {
+  for (const SheetId each : shapesNaming(shape)) {
+    if (isRelatedTo(store_, each, shape, {Relation::Containers, Relation::MembersOfList})) {
+      out.push_back({each, relationsKey});
+    } else {
+      // The number of members, for instance, is read on the container alone.
+      appendLive({each, relationsKey}, out);
+      appendInherited({each, relationsKey}, out);
+    }
   }
 }
 
@@ -247,6 +285,8 @@ void DependencyGraph::dependentsOf(const CellAddress& cell, std::vector<CellAddr
       appendInherited({cell.sheet, pathCell(section)}, out);
     }
   }
+  if (decidesRelations(cell.key)) out.push_back({cell.sheet, relationsKey});
+  if (cell.key == relationsKey) appendRelatedThrough(cell.sheet, out);
   // What a text shows follows its fields.
   if (cell.key.section == SectionNumber::TextField) dependentsOf({cell.sheet, theText()}, out);
 

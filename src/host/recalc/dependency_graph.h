@@ -28,6 +28,8 @@ class DependencyGraph {
 
   /// Appends the cells whose formulas read `cell`, each at the sheet whose value it is. The order is that of writing.
   void dependentsOf(const CellAddress& cell, std::vector<CellAddress>& out) const;
+  /// Appends what must be evaluated again when shapes are no longer related to this one.
+  void appendReadersOfRelationsTo(SheetId shape, std::vector<CellAddress>& out) const;
   /// Appends the cells whose own formulas read any cell of the sheet, its place included; repeats are possible.
   void appendReadersOf(SheetId sheet, std::vector<CellAddress>& out) const;
   /// Appends the cells whose formulas read the place of the shape; repeats are possible.
@@ -48,6 +50,8 @@ class DependencyGraph {
   void appendReadersOfPlacesIn(SheetId group, std::vector<CellAddress>& out) const;
   void appendToInstances(MasterId master, const CellAddress& masterCell, PageId onPage,
                          std::vector<CellAddress>& out) const;
+  std::vector<SheetId> shapesNaming(SheetId shape) const;
+  void appendRelatedThrough(SheetId shape, std::vector<CellAddress>& out) const;
   bool readsPlaceOf(SheetId reader, const Formula& formula, SheetId sheet) const;
   bool stillReads(const CellAddress& dependent, SheetId sheet, const CellKey& key) const;
 

@@ -7,6 +7,7 @@
 #include "host/cells/type_size.h"
 #include "host/connectors/connector_ends.h"
 #include "host/formula/formula.h"
+#include "host/recalc/relations.h"
 #include "host/recalc/sheet_context.h"
 #include "host/sheet/inheritance.h"
 #include "host/sheet/units_of_page.h"
@@ -273,8 +274,8 @@ void Recalculator::Run::evaluateNode(std::uint32_t number, int depth) {
   }
   if (value && !isFontWithoutName(owner.store_, cell, *value))
     setIfChanged(number, fitToCell(owner.store_, cell, *value));
-  // A trigger says that something changed by being evaluated, not by its value.
-  const bool isTrigger = cell.key == triggerCell(true) || cell.key == triggerCell(false);
+  // A trigger says that something changed by being evaluated, not by its value; so do the relations of a shape.
+  const bool isTrigger = cell.key == triggerCell(true) || cell.key == triggerCell(false) || namesRelated(cell.key);
   if (nodes[number].changed || isTrigger) markDependents(number);
 }
 

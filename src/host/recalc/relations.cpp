@@ -11,9 +11,23 @@
 namespace quorvel::host {
 namespace {
 
-std::string userText(const Store& store, SheetId sheet, std::string_view cell) {
-  const CellKey key = parseCellName(cell).or_(CellKey{});
-  return key && findCell(store, sheet, key) ? cellText(store, sheet, key) : std::string();
+const CellKey& relationships() {
+  static const CellKey key = objectCell("Relationships");
+  return key;
+}
+
+const CellKey& categories() {
+  static const CellKey key = parseCellName("User.msvShapeCategories").or_(CellKey{});
+  return key;
+}
+
+const CellKey& structure() {
+  static const CellKey key = parseCellName("User.msvStructureType").or_(CellKey{});
+  return key;
+}
+
+std::string textOf(const Store& store, SheetId sheet, const CellKey& key) {
+  return findCell(store, sheet, key) ? cellText(store, sheet, key) : std::string();
 }
 
 /// The number at the place, and the place behind it.
@@ -25,6 +39,16 @@ Maybe<int> numberAt(std::string_view text, std::size_t& at) {
   return number;
 }
 
+/// The place behind the next "DEPENDSON(". Containers name many shapes: their text is not copied to be searched.
+std::size_t behindCall(const std::string& text, std::size_t from) {
+  constexpr std::string_view call = "DEPENDSON";
+  for (std::size_t at = text.find('(', from); at != std::string::npos; at = text.find('(', at + 1)) {
+    if (at >= call.size() && equalIgnoringCase(std::string_view(text).substr(at - call.size(), call.size()), call))
+      return at + 1;
+  }
+  return std::string::npos;
+}
+
 std::size_t placeInStack(const Store& store, SheetId shape) {
   const auto& order = store.siblings(*store.sheet(shape));
   return static_cast<std::size_t>(std::find(order.begin(), order.end(), shape) - order.begin());
@@ -32,26 +56,46 @@ std::size_t placeInStack(const Store& store, SheetId shape) {
 
 }  // namespace
 
+bool namesRelated(const CellKey& key) { return key == relationships(); }
+
+bool decidesRelations(const CellKey& key) {
+  return namesRelated(key) || (key.section == SectionNumber::User && (key == categories() || key == structure()));
+}
+
+bool hasRelations(const Store& store, SheetId shape) {
+  const FoundCell found = findCell(store, shape, relationships());
+  return found.formula && found.formula->formula;
+}
+
 std::vector<SheetId> relatedTo(const Store& store, SheetId sheet, Relation relation) {
-  static const CellKey key = objectCell("Relationships");
-  const FoundCell found = findCell(store, sheet, key);
+  const FoundCell found = findCell(store, sheet, relationships());
   std::vector<SheetId> related;
   if (!found.formula || !found.formula->formula) return related;
-  const std::string text = foldCase(found.formula->formula->text());
-  constexpr std::string_view call = "dependson(", reference = "sheet.";
-  for (std::size_t at = text.find(call); at != std::string::npos; at = text.find(call, at)) {
-    at += call.size();
+  const std::string& text = found.formula->formula->text();
+  for (std::size_t at = behindCall(text, 0); at != std::string::npos;) {
     const Maybe<int> kind = numberAt(text, at);
-    const std::size_t next = std::min(text.find(call, at), text.size());
-    if (!(kind == static_cast<int>(relation))) continue;
-    for (std::size_t from = text.find(reference, at); from < next; from = text.find(reference, from)) {
-      from += reference.size();
-      const Maybe<int> number = numberAt(text, from);
-      const SheetId shape = number ? resolveShapeId(store, found.formulaSheet, sheet, *number) : SheetId{};
-      if (shape) related.push_back(shape);
+    const std::size_t next = behindCall(text, at);
+    if (kind == static_cast<int>(relation)) {
+      constexpr std::string_view reference = "sheet.";
+      const std::string named =
+          foldCase(std::string_view(text).substr(at, next == std::string::npos ? next : next - at));
+      for (std::size_t from = named.find(reference); from != std::string::npos; from = named.find(reference, from)) {
+        from += reference.size();
+        const Maybe<int> number = numberAt(named, from);
+        const SheetId shape = number ? resolveShapeId(store, found.formulaSheet, sheet, *number) : SheetId{};
+        if (shape) related.push_back(shape);
+      }
     }
+    at = next;
   }
   return related;
+}
+
+bool isRelatedTo(const Store& store, SheetId sheet, SheetId other, std::initializer_list<Relation> relations) {
+  return std::any_of(relations.begin(), relations.end(), [&](Relation relation) {
+    const std::vector<SheetId> related = relatedTo(store, sheet, relation);
+    return std::find(related.begin(), related.end(), other) != related.end();
+  });
 }
 
 std::vector<SheetId> containersOf(const Store& store, SheetId sheet) {
@@ -73,10 +117,8 @@ std::vector<SheetId> containersOf(const Store& store, SheetId sheet) {
   return containers;
 }
 
-std::string categoriesOf(const Store& store, SheetId sheet) {
-  return userText(store, sheet, "User.msvShapeCategories");
-}
+std::string categoriesOf(const Store& store, SheetId sheet) { return textOf(store, sheet, categories()); }
 
-std::string structureOf(const Store& store, SheetId sheet) { return userText(store, sheet, "User.msvStructureType"); }
+std::string structureOf(const Store& store, SheetId sheet) { return textOf(store, sheet, structure()); }
 
 }  // namespace quorvel::host

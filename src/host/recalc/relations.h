@@ -1,6 +1,7 @@
 // Which shapes a shape is related to as container, list or callout, by its Relationships cell.
 #pragma once
 
+#include <initializer_list>
 #include <vector>
 
 #include "host/sheet/store.h"
@@ -17,8 +18,15 @@ enum class Relation : std::uint8_t {
   CalloutTarget = 6,
 };
 
+/// The cell that names the shapes that its shape is related to.
+bool namesRelated(const CellKey& key);
+/// A change of such a cell may change what functions of relations give.
+bool decidesRelations(const CellKey& key);
+/// The cell of the shape holds a formula, its own or an inherited one.
+bool hasRelations(const Store& store, SheetId shape);
 /// In the order of the cell; deleted shapes are left out.
 std::vector<SheetId> relatedTo(const Store& store, SheetId sheet, Relation relation);
+bool isRelatedTo(const Store& store, SheetId sheet, SheetId other, std::initializer_list<Relation> relations);
 /// The containers of a shape and theirs, each once, nearest to the front first.
 std::vector<SheetId> containersOf(const Store& store, SheetId sheet);
 /// The shape's categories, separated by semicolons.
