@@ -110,9 +110,8 @@ void dsrVisioConnect::PageChanged(Page page) {
 
 void dsrVisioConnect::ShapeAdded(Shape shape) {
   const Page page = askAgain([&] { return shape.ContainingPage(); });
-  if (!askAgain([&] { return isForeground(page); })) return;
   unmarkCopyLater(*this, shape);
-  gvsoApp_ShapeAdded(*this, shape, page);
+  if (askAgain([&] { return isForeground(page); })) gvsoApp_ShapeAdded(*this, shape, page);
 }
 
 void dsrVisioConnect::BeforeShapeDelete(Shape shape) { gvsoApp_BeforeShapeDelete(*this, shape); }

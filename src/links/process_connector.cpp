@@ -90,6 +90,8 @@ void restoreConnectorText(const Shape& connector) {
   const std::string start(connectorCells::textStart);
   if (!shown || !text || (*text == start + *shown && hasTextField(connector))) return;
   if (!askAgain([&] { return connector.SetText(start); })) return;
+  // A handler of that change may have restored the field already.
+  if (hasTextField(connector)) return;
   const Characters characters = connector.Characters();
   const bool isField = askAgain([&] { return characters.SetBegin(static_cast<int>(lengthOf(start))); }) &&
                        askAgain([&] { return characters.AddCustomField(std::string(connectorCells::shownId), 0); });

@@ -74,8 +74,24 @@ struct SelectionMarks {
   }
 };
 
+namespace {
+
+/// For the document or, with a null one, for all.
+void unmarkUnselected(SelectionMarks& state, const Document& document) {
+  for (const SelectionMarks::Unselected& each : std::exchange(state.unselected, {})) {
+    const bool isMeant = !document || each.document == document;
+    if (!isMeant || !setMark(each.part, false)) state.remember(each);
+  }
+}
+
+}  // namespace
+
 void markSelection(dsrVisioConnect& connect, const Window& window, const Document& document) {
-  if (!isMap(document)) return;
+  if (!isMap(document)) {
+    // What was copied from a map with its mark.
+    if (const auto state = connect.globalSelectionObj) unmarkUnselected(*state, {});
+    return;
+  }
   if (!connect.globalSelectionObj) connect.globalSelectionObj = std::make_shared<SelectionMarks>();
   const std::shared_ptr<SelectionMarks> state = connect.globalSelectionObj;
   const unsigned turn = ++state->turn;
@@ -131,6 +147,7 @@ void hideMarks(const dsrVisioConnect& connect, const Document& document) {
   // A handler of a mark's change may select other shapes.
   const std::shared_ptr<SelectionMarks> state = connect.globalSelectionObj;
   if (!state) return;
+  unmarkUnselected(*state, document);
   std::vector<Shape> parts;
   for (SelectionMarks::OfWindow& each : state->windows) {
     if (!(each.document == document)) continue;

@@ -105,15 +105,19 @@ void unlinkSubTaskBox(const Shape& task, const std::string& id) {
   if (left > 0) showRemainingLink(task, box);
 }
 
+/// Of a Task that goes while its copy stays; no Task has it as its ID.
+constexpr std::string_view replacedName = "  ";
+
 /// The copy is equal to the Task: its place, ID and details, what links to it, and the unmarked state of a shape that
 /// is not selected.
 Shape replaceByCopy(dsrVisioConnect& connect, const Shape& task, const std::string& id) {
   const bool restored = std::exchange(connect.flagRestoringTask, true);
-  const Shape copy = askAgain([&] { return task.Duplicate(); });
+  // Not repeated when there is none: a handler may have deleted it.
+  const Shape copy = task.Duplicate();
   connect.flagRestoringTask = restored;
   if (!copy) return copy;
-  // The change of the copy's ID finds no hyperlink by this name, which is that of no Task.
-  task.SetName("  ");
+  // The change of the copy's ID finds no hyperlink by this name.
+  task.SetName(std::string(replacedName));
   const auto sheetOf = [&](int member) { return copy.Shapes().Item(member).NameID().or_({}); };
   const Cell height = copy.Cells("Height");
   const Maybe<double> before = height.ResultIU();
@@ -135,6 +139,8 @@ Shape replaceByCopy(dsrVisioConnect& connect, const Shape& task, const std::stri
 
 void gvsoApp_BeforeShapeDelete(dsrVisioConnect& connect, const Shape& shape) {
   if (connect.deletesRefusedShapes || !IsTask(shape) || !isTopLevel(shape)) return;
+  // A handler may delete the Task again before it is gone.
+  if (shape.Name() == replacedName) return;
   const Document document = shape.Document();
   // A link to a page alone has an empty ID.
   const std::string id = shape.Cells(taskCells::id).ResultStr(visio::unitsNone).or_({});

@@ -86,6 +86,7 @@ void reconcileTimeUnits(dsrVisioConnect& connect, const std::vector<Shape>& arri
   std::vector<Maybe<std::string>> shown(units.size());
   bool takesOver = false;
   for (const Shape& shape : arrived) {
+    if (!IsTask(shape) && !IsTaskLink(shape)) continue;
     const Maybe<std::string> unit = shape.Cells(schema::timeCells::unit).ResultStr(visio::unitsNone);
     // The last slot is empty and is no unit: a shape without a unit must not match it.
     for (std::size_t i = 0; unit && i + 1 < units.size(); ++i) {

@@ -297,7 +297,8 @@ TEST_F(CopiedTasks, BringTheirRoles) {
 TEST_F(CopiedTasks, BringTheirTimeUnitsByOneQuestionForAll) {
   put(source.DocumentSheet(), "User.Time_Unit_Disply", "s;min;h;d;w");
   answer.letters = "B";
-  std::vector<Shape> originals{dropTask(from), dropTask(from, 5, 5), drop(from, "Task Link", 4, 2)};
+  std::vector<Shape> originals{dropTask(from), dropTask(from, 5, 5), drop(from, "Task Link", 4, 2),
+                               drop(from, "Process Connector", 4, 3)};
   for (const Shape& task : {originals[0], originals[1]})
     ASSERT_TRUE(task.Cells("Prop.Task_Completion_Time").SetFormula("5"));
   const auto shown = [&](const Shape& task) {
@@ -342,6 +343,22 @@ TEST_F(CopiedTasks, OfAHandlerThatPastesDuringAQuestionAreABatchOfTheirOwn) {
   copy(originals, to);
   EXPECT_EQ(ids(to), "A01 A02 A03");
   EXPECT_EQ(ids(aside), "A01 N70 N71");
+}
+
+TEST_F(CopiedTasks, OfAnotherEditionOfTheStencilShareOneMaster) {
+  answer.letters = "B";
+  const std::vector<Shape> originals{dropTask(from), dropTask(from, 5, 5)};
+  for (const Master& master : source.Masters().all()) {
+    host::Master& edition = *session.engine().edit().making().master(host::MasterId{master.ref().id});
+    edition.uniqueId = edition.baseId =
+        "{11111111-2222-3333-4444-" + std::to_string(100'000'000'000 + edition.id.value) + "}";
+  }
+  answer.letters = "A";
+  dropTask(to);
+  for (int times = 0; times < 2; ++times) copy(originals, to);
+  std::string names;
+  for (const Master& master : map.Masters().all()) names += master.Name().or_("?") + " ";
+  EXPECT_EQ(names, "Task Task Link Process Connector Task.2 ");
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 // Deleting Tasks that connectors and sub-task boxes link to: the question, what Yes removes, and the copy that No
 // keeps.
+#include <utility>
+
 #include "host/store_dump.h"
 #include "stories/details_fixture.h"
 
@@ -236,6 +238,27 @@ TEST_F(Deletion, TheDrawingOfTheTaskIsSearched) {
   EXPECT_EQ(shown(connector), "Z99 Connector.Z99");
   EXPECT_EQ(targets(otherConnector), targetPage + "/AB01 ");
   EXPECT_TRUE(otherTask.ID());
+}
+
+/// Deletes the shape that is about to be deleted, once.
+struct ImpatientListener : ApplicationEvents {
+  bool done = false;
+  void BeforeShapeDelete(Shape shape) override {
+    if (!std::exchange(done, true)) shape.Delete();
+  }
+};
+
+TEST_F(Deletion, AHandlerThatDeletesTheTaskTooLeavesOneCopy) {
+  connectorTo("AB01");
+  ImpatientListener listener;
+  session.host().advise(listener);
+  task.Delete();
+  session.host().unadvise(listener);
+  EXPECT_TRUE(listener.done);
+  int kept = 0;
+  for (const Shape& shape : page.Shapes().all())
+    kept += shape.CellExists("Prop.Task_ID", 0) == true && text(shape, "Prop.Task_ID") == "AB01";
+  EXPECT_EQ(kept, 1);
 }
 
 }  // namespace

@@ -126,6 +126,15 @@ void writeNames(XmlWriter& writer, const CarriedName* carry, const std::string& 
   if (same && !carry->isCustomName.empty()) writer.attribute("IsCustomName", carry->isCustomName);
 }
 
+bool namesAnotherMaster(const host::Store& store, const host::Sheet& sheet, std::string_view attribute,
+                        std::string_view value) {
+  if (attribute != "Master") return false;
+  const host::Document* const document = store.document(sheet.document);
+  return document && std::ranges::any_of(document->masters, [&](host::MasterId master) {
+           return std::to_string(store.master(master)->fileId) == value;
+         });
+}
+
 void writeStyleAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet) {
   const auto style = [&](std::string_view name, host::SheetId id) {
     if (const host::Sheet* const found = store.sheet(id)) writer.attribute(name, found->shapeId);
@@ -138,7 +147,12 @@ void writeStyleAttributes(XmlWriter& writer, const host::Store& store, const hos
 void writeSheetAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet) {
   writeStyleAttributes(writer, store, sheet);
   if (!sheet.uniqueId.empty()) writer.attribute("UniqueID", sheet.uniqueId);
-  if (const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras)) writeAttributes(writer, carry->attributes);
+  const CarriedSheet* const carry = carried<CarriedSheet>(sheet.extras);
+  if (!carry) return;
+  AttributeList attributes = carry->attributes;
+  std::erase_if(attributes,
+                [&](const auto& each) { return namesAnotherMaster(store, sheet, each.first, each.second); });
+  writeAttributes(writer, attributes);
 }
 
 std::uint8_t rowTypeOf(const host::Store& store, const host::Sheet& sheet, SectionNumber section, const Row& row) {

@@ -12,6 +12,10 @@ namespace quorvel::formats {
 /// IsCustom… attributes and both names, as they were read while they are unchanged.
 void writeNames(XmlWriter& writer, const CarriedName* carry, const std::string& name, const std::string& universalName);
 void writeAttributes(XmlWriter& writer, const AttributeList& attributes);
+/// True for the number of a master that the shape's file lacked, when the document has another one of this number now:
+/// the shape must not become its instance.
+bool namesAnotherMaster(const host::Store& store, const host::Sheet& sheet, std::string_view attribute,
+                        std::string_view value);
 
 void writeStyleAttributes(XmlWriter& writer, const host::Store& store, const host::Sheet& sheet);
 /// LineStyle, FillStyle, TextStyle, UniqueID and carried attributes.

@@ -197,7 +197,7 @@ void SheetWriter::attributes(XmlWriter& writer, const host::Sheet& sheet) {
   // Those of links that lead nowhere; the schema allows no others.
   for (const auto& [name, value] : carry->attributes) {
     const bool isWritten = std::ranges::find(writtenAttributes, name) != std::end(writtenAttributes);
-    if (isWritten && isNumber(value)) writer.attribute(name, value);
+    if (isWritten && isNumber(value) && !namesAnotherMaster(store_, sheet, name, value)) writer.attribute(name, value);
   }
 }
 

@@ -282,6 +282,14 @@ void shift(Engine& engine, SheetId shape, double dx, double dy, std::vector<Cell
   }
 }
 
+/// True for a master's name and for the one that its copy got beside another of that name: "Task.2".
+bool isNameOrNumbered(std::string_view name, std::string_view original) {
+  if (name.size() < original.size() || !equalIgnoringCase(name.substr(0, original.size()), original)) return false;
+  const std::string_view rest = name.substr(original.size());
+  return rest.empty() ||
+         (rest.size() > 1 && rest[0] == '.' && rest.find_first_not_of("0123456789", 1) == std::string_view::npos);
+}
+
 }  // namespace
 
 MasterId localMaster(Engine& engine, DocumentId document, MasterId masterId) {
@@ -290,11 +298,13 @@ MasterId localMaster(Engine& engine, DocumentId document, MasterId masterId) {
   if (wanted->document == document) return masterId;
   for (const MasterId candidate : store.document(document)->masters) {
     const Master& other = *store.master(candidate);
-    const bool sameSource = (!wanted->uniqueId.empty() && wanted->uniqueId == other.uniqueId) ||
-                            (!wanted->baseId.empty() && wanted->baseId == other.baseId) ||
-                            // Masters that some programs write have no IDs; they are found by their name alone.
-                            (wanted->uniqueId.empty() && wanted->baseId.empty());
-    if (sameSource && equalIgnoringCase(other.universalName, wanted->universalName)) return candidate;
+    const bool sameId = (!wanted->uniqueId.empty() && wanted->uniqueId == other.uniqueId) ||
+                        (!wanted->baseId.empty() && wanted->baseId == other.baseId);
+    // Masters that some programs write have no IDs; they are found by their name alone.
+    const bool hasNoId = wanted->uniqueId.empty() && wanted->baseId.empty();
+    if ((sameId && isNameOrNumbered(other.universalName, wanted->universalName)) ||
+        (hasNoId && equalIgnoringCase(other.universalName, wanted->universalName)))
+      return candidate;
   }
   return copyMaster(engine, document, masterId);
 }
