@@ -36,7 +36,9 @@ void copiedDecoration(const Shape& shape, const Page& page, std::string_view mar
 void checkTimeUnits(dsrVisioConnect& connect) {
   if (connect.timeUnitsChecked) return;
   connect.timeUnitsChecked = true;
-  reconcileTimeUnits(connect, connect.batchShapes);
+  // The question may be answered by a script that pastes again, which replaces the batch meanwhile.
+  const std::vector<Shape> pasted = connect.batchShapes;
+  reconcileTimeUnits(connect, pasted);
 }
 
 /// The last two characters, read as digits whatever they are.

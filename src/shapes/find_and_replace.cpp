@@ -117,7 +117,9 @@ void putBoxBack(const ReplacedTexts::TaskTexts& texts) {
 void endDialog(ReplacedTexts& texts) {
   texts.arePlain = false;
   texts.innerDialogs = 0;
-  for (const ReplacedTexts::TaskTexts& each : texts.tasks) putBoxBack(each);
+  // A handler may open another dialog, which prepares its own list.
+  const std::vector<ReplacedTexts::TaskTexts> tasks = texts.tasks;
+  for (const ReplacedTexts::TaskTexts& each : tasks) putBoxBack(each);
 }
 
 /// The new texts of entries of a Task's list.
@@ -201,16 +203,18 @@ void restoreLink(const Shape& link) {
 void takeTexts(dsrVisioConnect& connect, ReplacedTexts& texts) {
   const OwnWrites own(texts);
   const std::vector<Shape> changed = std::exchange(connect.changedShapes, {});
+  // A handler may open another dialog, which prepares its own list.
+  const std::vector<ReplacedTexts::TaskTexts> tasks = texts.tasks;
   // The texts are read before the first list is written, because that draws new lines.
   const std::vector<ListChange> lists = listChangesIn(changed);
-  for (const ReplacedTexts::TaskTexts& each : texts.tasks) takeDescription(each);
+  for (const ReplacedTexts::TaskTexts& each : tasks) takeDescription(each);
   for (const Shape& shape : changed) {
     const Shape task = shape.Parent();
-    const bool isPrepared = std::ranges::find(texts.tasks, task, &ReplacedTexts::TaskTexts::task) != texts.tasks.end();
+    const bool isPrepared = std::ranges::find(tasks, task, &ReplacedTexts::TaskTexts::task) != tasks.end();
     if (!isPrepared && IsTask(task)) takeDescription({task, descriptionBoxOf(task), {}});
   }
   for (const ListChange& change : lists) writeList(connect, change);
-  for (const ReplacedTexts::TaskTexts& each : texts.tasks) {
+  for (const ReplacedTexts::TaskTexts& each : tasks) {
     for (const Shape& line : each.lines) restoreLine(each.task, line);
   }
   forEachShape(texts.document, [](const Shape& shape) {

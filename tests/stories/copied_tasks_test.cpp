@@ -345,6 +345,27 @@ TEST_F(CopiedTasks, OfAHandlerThatPastesDuringAQuestionAreABatchOfTheirOwn) {
   EXPECT_EQ(ids(aside), "A01 N70 N71");
 }
 
+TEST_F(CopiedTasks, OfAHandlerThatPastesDuringTheQuestionAboutTimeUnits) {
+  put(source.DocumentSheet(), "User.Time_Unit_Disply", "s;min;h;d;w");
+  answer.letters = "B";
+  const std::vector<Shape> originals{dropTask(from), dropTask(from, 5, 5), dropTask(from, 7, 5)};
+  for (const Shape& task : originals) ASSERT_TRUE(task.Cells("Prop.Task_Completion_Time").SetFormula("5"));
+  answer.letters = "A";
+  dropTask(to);
+  const Page aside = map.Pages().Add();
+  bool pasted = false;
+  session.platform().onMessage = [&](const MessageBox&) {
+    if (!std::exchange(pasted, true)) {
+      EXPECT_TRUE(aside.Paste());
+    }
+    return MessageAnswer::No;
+  };
+  copy(originals, to);
+  EXPECT_TRUE(pasted);
+  EXPECT_EQ(ids(to), "A01 A02 A03 A04");
+  EXPECT_EQ(tasks(aside).size(), 3u);
+}
+
 TEST_F(CopiedTasks, OfAnotherEditionOfTheStencilShareOneMaster) {
   answer.letters = "B";
   const std::vector<Shape> originals{dropTask(from), dropTask(from, 5, 5)};
