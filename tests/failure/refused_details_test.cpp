@@ -84,7 +84,7 @@ TEST(RefusedDetails, AReorderedList) {
   const auto onForm = [](Form& form) {
     if (Control* ok = form.find("BtnOK")) ok->click();
   };
-  StorySweep(taskWithDetails, act, onForm).refuseEach(1, StorySweep::toTheEnd, 61, 1000);
+  StorySweep(taskWithDetails, act, onForm).refuseEach(1, StorySweep::toTheEnd, 101, 1000);
 }
 
 TEST(RefusedDetails, OptionsForThePage) {
@@ -96,7 +96,7 @@ TEST(RefusedDetails, OptionsForThePage) {
     if (Control* resources = form.find("chkResources")) resources->setState(CheckState::Off);
     if (Control* ok = form.find("BtnOK")) ok->click();
   };
-  StorySweep(taskWithDetails, act, onForm).refuseEach(1, StorySweep::toTheEnd, 61, 1000);
+  StorySweep(taskWithDetails, act, onForm).refuseEach(1, StorySweep::toTheEnd, 101, 1000);
 }
 
 }  // namespace
