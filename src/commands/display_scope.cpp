@@ -6,8 +6,6 @@
 #include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
-bool isWholeTask(const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }
-
 DisplayTarget shownNow(const dsrVisioConnect& connect) {
   const Window window = connect.gvsoApp.ActiveWindow();
   const Selection selection = window.Selection();

@@ -12,9 +12,6 @@ namespace quorvel::addin {
 
 using ShapeTest = bool (*)(const Shape&);
 
-/// A Task that is no member of another shape: members of a Task have its master too.
-bool isWholeTask(const Shape& shape);
-
 /// What was shown and selected when a command began. The command uses this to its end, even when another page is shown.
 struct DisplayTarget {
   Page page;

@@ -5,6 +5,7 @@
 #include "connect/undo_step.h"
 #include "dialogs/frm_task_display_option.h"
 #include "display/task_details.h"
+#include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
 namespace {

@@ -19,7 +19,7 @@ namespace connectorCells = schema::connectorCells;
 namespace linkedCells = schema::linkedCells;
 namespace taskCells = schema::taskCells;
 
-// A hyperlink that is passed by keeps an ID that no Task has, and no later change finds it, so refused calls are
+// A hyperlink that is left out keeps an ID that no Task has, and no later change finds it, so refused calls are
 // repeated.
 
 std::string addressOf(const Hyperlink& link) {

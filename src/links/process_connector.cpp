@@ -40,7 +40,7 @@ void show(const Shape& connector, const std::string& id) {
   connector.Cells(connectorCells::shownId).FormulaForce(quoted(id));
   store(connector, id);
   changeProcessConnectorTxtFont(connector);
-  connector.SetName(std::string(connectorCells::textStart) + id);
+  connector.SetName(connectorText(id));
   restoreConnectorText(connector);
 }
 
@@ -51,6 +51,8 @@ std::string unquoted(const std::string& formula) {
 }
 
 }  // namespace
+
+std::string connectorText(std::string_view id) { return std::string(connectorCells::textStart) + std::string(id); }
 
 void addStoredTaskId(const Shape& connector) {
   if (connector.CellExists(schema::linkedCells::storedTaskId, 1) != false) return;
@@ -88,7 +90,7 @@ void changeProcessConnectorTxtFont(const Shape& connector) {
 void restoreConnectorText(const Shape& connector) {
   const Maybe<std::string> shown = textOf(connector, connectorCells::shownId), text = connector.Text();
   const std::string start(connectorCells::textStart);
-  if (!shown || !text || (*text == start + *shown && hasTextField(connector))) return;
+  if (!shown || !text || (*text == connectorText(*shown) && hasTextField(connector))) return;
   if (!askAgain([&] { return connector.SetText(start); })) return;
   // A handler of that change may have restored the field already.
   if (hasTextField(connector)) return;
@@ -96,7 +98,7 @@ void restoreConnectorText(const Shape& connector) {
   const bool isField = askAgain([&] { return characters.SetBegin(static_cast<int>(lengthOf(start))); }) &&
                        askAgain([&] { return characters.AddCustomField(std::string(connectorCells::shownId), 0); });
   // Without the field the text is right until the ID changes.
-  if (!isField) connector.SetText(start + *shown);
+  if (!isField) connector.SetText(connectorText(*shown));
 }
 
 }  // namespace quorvel::addin

@@ -20,6 +20,9 @@ void changeProcessConnectorText(const Shape& shape, std::string_view caller, con
 /// Makes the text "Connector." and a field that shows the ID. Nothing when it is so already.
 void restoreConnectorText(const Shape& connector);
 
+/// What a connector that shows this ID has as its text and as its name.
+std::string connectorText(std::string_view id);
+
 /// The letters are smaller for a longer ID.
 void changeProcessConnectorTxtFont(const Shape& connector);
 

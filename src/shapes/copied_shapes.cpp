@@ -5,6 +5,7 @@
 #include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "base/text.h"
+#include "links/process_connector.h"
 #include "schema/cells.h"
 #include "schema/display_switches.h"
 #include "shapes/give_task_id.h"
@@ -120,7 +121,7 @@ void copied(dsrVisioConnect& connect, const Shape& shape, const Page& page) {
   if (IsTaskLink(shape)) copiedTaskLink(connect, shape, page);
   if (IsProcessConnector(shape)) {
     const Maybe<std::string> shown = shape.Cells(schema::connectorCells::shownId).ResultStr(visio::unitsNone);
-    if (shown) shape.SetName(std::string(schema::connectorCells::textStart) + *shown);
+    if (shown) shape.SetName(connectorText(*shown));
   }
 }
 

@@ -1,5 +1,6 @@
 // The first drop of a Process Connector.
 #include "base/basic_text.h"
+#include "links/process_connector.h"
 #include "shapes/first_drop.h"
 #include "sheets/document_cells.h"
 #include "sheets/rows.h"
@@ -18,8 +19,8 @@ void firstDropOfProcessConnector(const Shape& connector, const Page& page) {
   setAction(connector, 2, shapeDataAction, menuWithAddin("Modify Connector Text...", separator));
   connector.Cells("Actions.D1").FormulaForce(disabledFormula(separator));
   connector.Cells("LockTextEdit").FormulaForce("1");
-  connector.SetName(std::string(schema::connectorCells::textStart) +
-                    connector.Cells(schema::connectorCells::shownId).ResultStr(visio::unitsNone).or_({}));
+  connector.SetName(
+      connectorText(connector.Cells(schema::connectorCells::shownId).ResultStr(visio::unitsNone).or_({})));
 }
 
 }  // namespace quorvel::addin

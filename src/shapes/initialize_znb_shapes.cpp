@@ -33,7 +33,7 @@ void initializeTask(const Shape& task) {
 void initialize(const Shape& shape) {
   if (IsTaskLink(shape)) initializeTaskLink(shape);
   // A member of a Task has the same master, but neither the description nor the boxes.
-  if (IsTask(shape) && isTopLevel(shape)) initializeTask(shape);
+  if (isWholeTask(shape)) initializeTask(shape);
 }
 
 }  // namespace

@@ -12,14 +12,15 @@
 #include "display/task_details.h"
 #include "links/link_target.h"
 #include "links/process_connector.h"
+#include "links/sub_task_box.h"
 #include "links/task_link_description.h"
 #include "schema/details.h"
 #include "shapes/list_change.h"
 #include "shapes/logo_bounds.h"
 #include "shapes/task_id_change.h"
 #include "shapes/task_marks.h"
-#include "sheets/rows.h"
 #include "sheets/shape_classes.h"
+#include "sheets/text_fields.h"
 #include "vocab/task_times.h"
 
 namespace quorvel::addin {
@@ -31,11 +32,8 @@ namespace taskCells = schema::taskCells;
 
 using Test = bool (*)(const Shape& shape);
 
-/// The members of a Task have its master too.
-bool isTaskItself(const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }
-
 bool isDroppedTask(const Shape& shape) {
-  return isTaskItself(shape) && shape.CellExists(schema::shapeCells::alreadyAdded, 1) == true;
+  return isWholeTask(shape) && shape.CellExists(schema::shapeCells::alreadyAdded, 1) == true;
 }
 
 bool isBoxOfTask(const Shape& shape) { return isSubTaskBox(shape) && IsTask(shape.Parent()); }
@@ -54,30 +52,16 @@ void descriptionChanged(Connect, const Shape& task, std::string_view cell) {
   const Maybe<std::string> description = task.Cells(cell).ResultStr(visio::unitsNone);
   // A field shows it already; a text would replace the field.
   if (!description || box.Text() == *description) return;
-  box.SetText("");
-  const bool isField = box.Cells("Fields.Value[1]").FormulaForce(cellOfTask(task, cell)) && box.Text() == *description;
-  if (!isField) box.SetText(*description);
+  showInText(box, cellOfTask(task, cell));
+  if (!(box.Text() == *description)) box.SetText(*description);
 }
 
 void boxTextChanged(Connect, const Shape& box, std::string_view) { placeSubTaskMark(box.Parent(), box); }
 
-/// The box shows the Task that its hyperlink names, unless the user typed another.
 void boxHyperlinkChanged(Connect connect, const Shape& box, std::string_view) {
   const Shape task = box.Parent();
   markSubTaskHyperlink(connect, task, box);
-  const Hyperlinks links = box.Hyperlinks();
-  if (!(links.Count() > 0)) return;
-  const Maybe<std::string> address = links.Item(0).SubAddress();
-  const Maybe<std::string> shown = task.Cells(taskCells::linked).ResultStr(visio::unitsNone);
-  if (!address || !shown) return;
-  const std::string target = linkTarget(*address).taskId;
-  if (lacksRow(box, linkedCells::storedTaskId)) addRow(box, linkedCells::storedTaskId);
-  const Cell stored = box.Cells(linkedCells::storedTaskId);
-  const bool follows = stored.ResultStr(visio::unitsNone) == *shown || target == *shown;
-  // While a hyperlink is being written it has no address for a moment.
-  if (follows && address->empty()) return;
-  if (follows) task.Cells(taskCells::linked).FormulaForce(quoted(target));
-  stored.FormulaForce(quoted(target));
+  showLinkedTask(task, box);
 }
 
 void connectorHyperlinkChanged(Connect, const Shape& connector, std::string_view) {
@@ -116,9 +100,10 @@ void linkedChanged(Connect, const Shape& task, std::string_view cell) {
   if (!shown || !trimmed(*shown).empty()) return;
   const Shape box = task.Shapes().Item(taskMember::subTaskBox);
   box.Cells(linkedCells::storedTaskId).FormulaForce(quoted(""));
-  const bool hasMark = task.CellExists(taskCells::subTaskMark, 0) == true &&
-                       task.Cells(taskCells::subTaskMark).Result(visio::unitsNone) == 1;
-  if (!hasMark) return;
+  // A hyperlink to a page alone shows no ID: it was not the user who emptied it.
+  const std::vector<Hyperlink> links = box.Hyperlinks().all();
+  const bool isToPage = !links.empty() && linkTargetOf(links.front()).taskId.empty();
+  if (isToPage || !hasSubTaskMark(task)) return;
   box.DeleteSection(visio::sectionHyperlink);
   removeSubTaskMark(task);
 }
@@ -194,17 +179,17 @@ constexpr std::string_view anyHyperlink = "Hyperlink.";
 std::vector<Consequence> allConsequences() {
   std::vector<Consequence> all{
       {schema::subTaskBoxCells::textWidth, isBoxOfTask, boxTextChanged},
-      {taskCells::description, isTaskItself, descriptionChanged},
+      {taskCells::description, isWholeTask, descriptionChanged},
       {anyHyperlink, isBoxOfTask, boxHyperlinkChanged},
       {anyHyperlink, IsProcessConnector, connectorHyperlinkChanged},
-      {"FillForegnd", isTaskItself, fillColourChanged},
-      {"FillPattern", isTaskItself, fillPatternChanged},
-      {taskCells::notes, isTaskItself, notesChanged},
+      {"FillForegnd", isWholeTask, fillColourChanged},
+      {"FillPattern", isWholeTask, fillPatternChanged},
+      {taskCells::notes, isWholeTask, notesChanged},
       {anyHyperlink, isMemberOfTask, lineAddressChanged, columnHyperlinkAddress},
-      {anyHyperlink, isTaskItself, ownHyperlinkChanged, columnHyperlinkAddress},
-      {taskCells::id, isTaskItself, idChanged},
+      {anyHyperlink, isWholeTask, ownHyperlinkChanged, columnHyperlinkAddress},
+      {taskCells::id, isWholeTask, idChanged},
       {schema::connectorCells::shownId, IsProcessConnector, connectorIdChanged},
-      {taskCells::linked, isTaskItself, linkedChanged},
+      {taskCells::linked, isWholeTask, linkedChanged},
       {"Width", isDroppedTask, taskWidthChanged},
       {"Width", isBoxOfTask, boxTextChanged},
       {schema::taskLinkCells::description, IsTaskLink, linkDescriptionChanged},
@@ -260,7 +245,7 @@ void gvsoApp_CellChanged(dsrVisioConnect& connect, const Cell& cell, std::string
   if (equalIgnoringCase(name, schema::documentCells::version)) versionChanged(cell.Shape());
   const std::vector<Consequence>* const consequences = consequencesOf(name);
   if (!consequences) return;
-  // What is passed by here stays wrong: a hyperlink that keeps an old ID is not found by the next one.
+  // A consequence that is left out is not made up for later: a hyperlink that keeps an old ID is not found any more.
   const Shape shape = askAgain([&] { return cell.Shape(); });
   for (const Consequence& each : *consequences) {
     if (each.column >= 0 && !(askAgain([&] { return cell.Column(); }) == each.column)) continue;

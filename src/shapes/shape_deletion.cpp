@@ -11,6 +11,7 @@
 #include "connect/host_queries.h"
 #include "links/link_target.h"
 #include "links/process_connector.h"
+#include "links/sub_task_box.h"
 #include "schema/cells.h"
 #include "shapes/task_marks.h"
 #include "sheets/page_walk.h"
@@ -32,7 +33,6 @@ struct Deletion {
 namespace {
 
 namespace connectorCells = schema::connectorCells;
-namespace linkedCells = schema::linkedCells;
 namespace taskCells = schema::taskCells;
 
 Shape subTaskBoxOf(const Shape& task) { return task.Shapes().Item(taskMember::subTaskBox); }
@@ -77,20 +77,11 @@ std::shared_ptr<Deletion> deletionOf(dsrVisioConnect& connect, const Shape& shap
 
 void unlinkConnector(const Shape& connector) {
   connector.Cells(connectorCells::shownId).FormulaForce(quoted(connectorCells::noTarget));
-  connector.SetName(std::string(connectorCells::textStart) + std::string(connectorCells::noTarget));
+  connector.SetName(connectorText(connectorCells::noTarget));
   connector.Hyperlinks().Item(0).Delete();
   restoreConnectorText(connector);
   // With a second hyperlink the connector has a target again; the host raises no event for it.
   changeProcessConnectorText(connector, connectorCallers::cellChange, {});
-}
-
-/// The host raises no event for the hyperlink that became the first one. An ID that the user typed remains.
-void showRemainingLink(const Shape& task, const Shape& box) {
-  const std::string target = linkTargetOf(box.Hyperlinks().Item(0)).taskId;
-  if (target.empty() || box.CellExists(linkedCells::storedTaskId, 0) != true) return;
-  const Cell shown = task.Cells(taskCells::linked), stored = box.Cells(linkedCells::storedTaskId);
-  if (shown.ResultStr(visio::unitsNone) == stored.ResultStr(visio::unitsNone)) shown.FormulaForce(quoted(target));
-  stored.FormulaForce(quoted(target));
 }
 
 /// Without a hyperlink the box goes on showing the ID, until it gets another.
@@ -100,9 +91,9 @@ void unlinkSubTaskBox(const Shape& task, const std::string& id) {
   for (auto link = links.rbegin(); link != links.rend(); ++link) {
     if (pointsTo(*link, id)) link->Delete();
   }
-  const Maybe<int> left = box.Hyperlinks().Count();
-  if (left == 0) removeSubTaskMark(task);
-  if (left > 0) showRemainingLink(task, box);
+  if (box.Hyperlinks().Count() == 0) removeSubTaskMark(task);
+  // The host raises no event for the hyperlink that became the first one.
+  showLinkedTask(task, box);
 }
 
 /// Of a Task that goes while its copy stays; no Task has it as its ID.
@@ -138,7 +129,7 @@ Shape replaceByCopy(dsrVisioConnect& connect, const Shape& task, const std::stri
 }  // namespace
 
 void gvsoApp_BeforeShapeDelete(dsrVisioConnect& connect, const Shape& shape) {
-  if (connect.deletesRefusedShapes || !IsTask(shape) || !isTopLevel(shape)) return;
+  if (connect.deletesRefusedShapes || !isWholeTask(shape)) return;
   // A handler may delete the Task again before it is gone.
   if (shape.Name() == replacedName) return;
   const Document document = shape.Document();

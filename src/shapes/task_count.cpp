@@ -9,12 +9,11 @@ namespace quorvel::addin {
 
 int TaskCount(std::span<const Shape> shapes) {
   // The page's collection holds top-level shapes only, but a selection may list members of groups.
-  return static_cast<int>(
-      std::ranges::count_if(shapes, [](const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }));
+  return static_cast<int>(std::ranges::count_if(shapes, isWholeTask));
 }
 
 bool isOnlyTaskOnPage(const Page& page) {
-  // A Task that is passed by would make the page ask for its first number, and use an ID twice.
+  // A Task that is left out would make the page ask for its first number, and use an ID twice.
   const Shapes shapes = askAgain([&] { return page.Shapes(); });
   int found = 0;
   for (int i = askAgain([&] { return shapes.Count(); }).or_(0); i > 0 && found < 2; --i) {

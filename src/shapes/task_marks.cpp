@@ -127,6 +127,8 @@ void placeSubTaskMark(const Shape& task, const Shape& box) {
   if (mark) mark.Cells("PinX").ResultForce(visio::unitsInches, place);
 }
 
+bool hasSubTaskMark(const Shape& task) { return isOn(task, subTaskHyperlink); }
+
 void removeNotesMark(const Shape& task) { remove(task, notes); }
 void removeSubTaskMark(const Shape& task) { remove(task, subTaskHyperlink); }
 

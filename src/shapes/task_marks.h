@@ -17,7 +17,9 @@ void markSubTaskHyperlink(const dsrVisioConnect& connect, const Shape& task, con
 /// Nothing without such a mark.
 void placeSubTaskMark(const Shape& task, const Shape& box);
 
-/// Deletes the mark and sets its cell to 0.
+bool hasSubTaskMark(const Shape& task);
+
+/// Deletes the mark and sets its cell to 0. Nothing without such a mark.
 void removeNotesMark(const Shape& task);
 void removeSubTaskMark(const Shape& task);
 

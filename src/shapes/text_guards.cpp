@@ -41,8 +41,7 @@ bool restoreText(const Shape& shape, GuardedText kind) {
   const Maybe<std::string> text = shape.Text();
   if (!shown || !text) return false;
   // Connectors from older drawings show the ID alone.
-  const bool isAsShown =
-      text == *shown || (isConnector && text == std::string(schema::connectorCells::textStart) + *shown);
+  const bool isAsShown = text == *shown || (isConnector && text == connectorText(*shown));
   if (isAsShown && hasTextField(shape)) return false;
   if (isConnector) {
     restoreConnectorText(shape);

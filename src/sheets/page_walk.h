@@ -1,5 +1,5 @@
 // The loops over the shapes of a drawing. A refused call is repeated once: a rule that runs over a whole drawing must
-// not pass by a page or a shape.
+// leave out no page and no shape.
 #pragma once
 
 #include <vector>

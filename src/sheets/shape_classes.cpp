@@ -23,6 +23,8 @@ bool IsProcessConnector(const Shape& shape) { return classOf(shape) == schema::S
 
 bool isTopLevel(const Shape& shape) { return shape && !shape.Parent(); }
 
+bool isWholeTask(const Shape& shape) { return IsTask(shape) && isTopLevel(shape); }
+
 bool isSubTaskBox(const Shape& shape) {
   return shape.Data1() == marks::subTaskBox || shape.Name() == marks::subTaskBox;
 }

@@ -18,13 +18,16 @@ namespace taskMember = schema::taskMember;
 /// group's master, that master's name.
 std::string classNameOf(const Shape& shape);
 
-/// Each is false for a shape without a master. A member of a Task counts as a Task here; see `isTopLevel`.
+/// Each is false for a shape without a master. A member of a Task counts as a Task here; see `isWholeTask`.
 bool IsTask(const Shape& shape);
 bool IsTaskLink(const Shape& shape);
 bool IsProcessConnector(const Shape& shape);
 
 /// True when the shape is on the page itself and in no group.
 bool isTopLevel(const Shape& shape);
+
+/// A Task that is on the page itself, and no member of a Task or of another group.
+bool isWholeTask(const Shape& shape);
 
 /// By its mark or by its name: boxes of older drawings have only one of the two.
 bool isSubTaskBox(const Shape& shape);

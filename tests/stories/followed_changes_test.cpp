@@ -33,7 +33,7 @@ class FollowedChanges : public DetailsTest {
   }
 };
 
-TEST_F(FollowedChanges, ANewTaskIdReachesEveryLinkToTheTaskUnlessTheUserTypedAnother) {
+TEST_F(FollowedChanges, LinksFollowAChangedTaskIdAndTypedIdsStay) {
   ASSERT_EQ(text(task, "Prop.Task_ID"), "AB01");
   const Page elsewhere = map.Pages().Add();
   ASSERT_TRUE(elsewhere.SetName(std::string("CD Elsewhere")));
@@ -142,6 +142,14 @@ TEST_F(FollowedChanges, MarksComeAndGoWithTheirReason) {
   EXPECT_EQ(text(box, "User.StoredTaskID"), "CD01") << "a typed ID stays, and the stored one is the link's";
   EXPECT_NEAR(markPlace(), expected(), 1e-9);
   EXPECT_LT(markPlace(), before);
+
+  // A link that is aimed at a page alone shows no ID, and stays.
+  write("Prop.Linked", "CD01");
+  EXPECT_TRUE(box.Hyperlinks().Item(0).SetSubAddress(std::string("CD Lower")));
+  EXPECT_EQ(text(task, "Prop.Linked"), "");
+  EXPECT_EQ(marksOf(task, "PicIndicateHypersubTAsk"), 1);
+  EXPECT_TRUE(box.Hyperlinks().Item(0).SetSubAddress(std::string("CD Lower/CD02")));
+  EXPECT_EQ(text(task, "Prop.Linked"), "CD02");
 
   const std::string whole = dump();
   write("Prop.Linked", " ");
