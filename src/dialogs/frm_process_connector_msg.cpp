@@ -15,6 +15,7 @@ frmProcessConnectorMsg::frmProcessConnectorMsg(dsrVisioConnect& parent)
   chkapplytoAll.gridRow = 1;
   btnYes.gridRow = btnNo.gridRow = 2;
   btnNo.gridColumn = 1;
+  btnYes.isDefaultButton = true;
   btnNo.isCancelButton = true;
   for (Control* control : {&chkapplytoAll, &btnYes, &btnNo}) escapeUnloads(*control);
 

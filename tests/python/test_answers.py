@@ -84,6 +84,12 @@ def test_defaults_accept_every_form_as_it_opens(tmp_path):
         app._host.choose_file("Which?")  # a file has no default
     app.OnMessage = lambda *box: "No"
     assert app._host.ask("?", YES_NO) == "No", "a handler comes first"
+    # Deleting a Task that a connector shows asks in a form of its own, with Yes as the answer that it accepts.
+    connector = page.Drop(masters("Process Connector"), 5, 5)
+    connector.AddHyperlink().SubAddress = f"{page.Name}/AB01"
+    assert connector.Text == "Connector.AB01"
+    page.Shapes("AB01").Delete()
+    assert connector.Text == "Connector.Z99"
 
 
 def test_controls_accept_what_a_user_does(maps):
