@@ -6,16 +6,8 @@
 
 namespace quorvel {
 
-/// The filter with the package form after each binary form: "*.vsd" becomes "*.vsd;*.vsdx".
-inline std::string withPackageFiles(std::string_view filter) {
-  std::string wider;
-  for (std::size_t at = 0; at < filter.size(); ++at) {
-    wider += filter[at];
-    if (!wider.ends_with("*.vsd") && !wider.ends_with("*.vst") && !wider.ends_with("*.vss")) continue;
-    const char next = at + 1 < filter.size() ? filter[at + 1] : '|';
-    if (next == ';' || next == '|' || next == ')') wider += ";" + wider.substr(wider.size() - 5) + "x";
-  }
-  return wider;
-}
+/// The filter with the newer forms after each binary form: "*.vsd" becomes "*.vsd;*.vsdx;*.vsdm;*.vdx". A form that the
+/// same list of patterns already has is not added to it.
+std::string withNewerForms(std::string_view filter);
 
 }  // namespace quorvel

@@ -138,7 +138,7 @@ Maybe<std::string> HeadlessPlatform::chooseFile(const FileDialog& dialog) {
   asked.push_back({Asked::Kind::FileDialog, dialog.title});
   if (!onFileDialog) return {};
   FileDialog shown = dialog;
-  shown.filter = withPackageFiles(dialog.filter);
+  shown.filter = withNewerForms(dialog.filter);
   return onFileDialog(shown);
 }
 
@@ -187,10 +187,9 @@ bool HeadlessPlatform::createTextFile(std::string_view path) {
   return bool(std::ofstream(pathOf(path), std::ios::binary | std::ios::trunc));
 }
 
-Maybe<std::string> HeadlessPlatform::relativePath(std::string_view from, std::string_view target) {
-  const fs::path way = pathOf(target).lexically_normal().lexically_relative(pathOf(from).lexically_normal());
-  if (way.empty()) return {};
-  return textOf(way);
+std::unique_ptr<Browser> HeadlessPlatform::openBrowser(BrowserEvents events) {
+  asked.push_back({Asked::Kind::Browser, {}});
+  return onBrowser ? onBrowser(std::move(events)) : nullptr;
 }
 
 }  // namespace quorvel

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,16 +20,18 @@ class HeadlessPlatform : public Platform {
   explicit HeadlessPlatform(std::string addinFolder, std::string configurationFolder = {});
 
   // The callbacks. Without one a form is closed by its close box, a question gets its most careful answer (Cancel,
-  // else No, else Ok) and a file dialog is cancelled. A form that the callback leaves open is closed likewise.
+  // else No, else Ok), a file dialog is cancelled and no browser is found. A form that the callback leaves open is
+  // closed likewise.
   std::function<void(Form&)> onForm;
   std::function<MessageAnswer(const MessageBox&)> onMessage;
   std::function<Maybe<std::string>(const FileDialog&)> onFileDialog;
+  std::function<std::unique_ptr<Browser>(BrowserEvents)> onBrowser;
 
   /// One thing that a person at a screen would have been shown.
   struct Asked {
-    enum class Kind { Form, Message, FileDialog, ShellOpen };
+    enum class Kind { Form, Message, FileDialog, ShellOpen, Browser };
     Kind kind;
-    std::string text;  ///< the form's name, the message, the file dialog's title, the target
+    std::string text;  ///< the form's name, the message, the file dialog's title, the target; none for a browser
   };
   std::vector<Asked> asked;
   int beeps = 0;
@@ -63,11 +66,10 @@ class HeadlessPlatform : public Platform {
   bool createTextFile(std::string_view path) override;
   /// Fails for every file: this folder has no XML reader. A platform that can load report definitions overrides it.
   Maybe<std::string> readXmlFile(std::string_view) override { return {}; }
-  Maybe<std::string> relativePath(std::string_view from, std::string_view target) override;
 
-  /// Both need a program with a window, so they fail here.
+  /// Fails for every file: this folder has no reader of them.
   Maybe<std::vector<std::string>> bookmarksOf(std::string_view) override { return {}; }
-  Maybe<std::string> browse(std::string_view) override { return {}; }
+  std::unique_ptr<Browser> openBrowser(BrowserEvents events) override;
 
  private:
   std::string profilePath(std::string_view file) const;

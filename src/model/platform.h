@@ -2,6 +2,8 @@
 // windows, scripts and tests with prepared answers.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,9 +27,20 @@ struct MessageBox {
 
 struct FileDialog {
   std::string title;
-  /// Pairs as "drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|…". The platform adds the newer kinds of the same files.
+  /// Pairs as "drawing file (*.vsd;*.vdx)|*.vsd;*.vdx|…". The platform adds the newer forms of drawings.
   std::string filter;
   std::string startFolder;
+};
+
+/// A browser window whose address is followed. Destroying the object stops that; it does not close the window.
+class Browser {
+ public:
+  virtual ~Browser() = default;
+};
+
+struct BrowserEvents {
+  std::function<void(const std::string& address)> navigated;  ///< each time a page has been loaded
+  std::function<void()> quit;                                 ///< the user closed the window
 };
 
 /// Every call may fail and reports it by its value; nothing throws.
@@ -72,13 +85,12 @@ class Platform {
   virtual bool createTextFile(std::string_view path) = 0;
   /// Fails for a file that is no well-formed XML; gives its text in UTF-8.
   virtual Maybe<std::string> readXmlFile(std::string_view path) = 0;
-  /// `target` as seen from the folder `from`; fails when there is no way from one to the other.
-  virtual Maybe<std::string> relativePath(std::string_view from, std::string_view target) = 0;
 
   /// Bookmark names of a word-processor file.
   virtual Maybe<std::vector<std::string>> bookmarksOf(std::string_view path) = 0;
-  /// Shows a browser at `address` and gives the address at which the user left it.
-  virtual Maybe<std::string> browse(std::string_view address) = 0;
+  /// Opens a browser at the user's home page; null where there is none. The events come on the caller's thread, while
+  /// its dialog is open.
+  virtual std::unique_ptr<Browser> openBrowser(BrowserEvents events) = 0;
 };
 
 }  // namespace quorvel

@@ -69,8 +69,34 @@ TEST_F(HeadlessPlatformTest, QuestionsWithoutCallbackAreRefused) {
                {MessageButtons::OkCancel, MessageAnswer::Cancel}};
   for (const auto& c : cases) EXPECT_EQ(platform.showMessage({.text = "?", .buttons = c.buttons}), c.answer);
   EXPECT_FALSE(platform.chooseFile({.title = "Import", .filter = {}, .startFolder = {}}).has());
-  EXPECT_EQ(platform.asked.size(), 7u);
+  EXPECT_EQ(platform.openBrowser({}), nullptr);
+  EXPECT_EQ(platform.asked.size(), 8u);
   EXPECT_EQ(platform.asked.front().text, "Question");
+}
+
+TEST_F(HeadlessPlatformTest, FileDialogsOfferTheNewerFormsOfDrawings) {
+  HeadlessPlatform platform("/install", folder.string());
+  std::string shown;
+  platform.onFileDialog = [&](const FileDialog& dialog) {
+    shown = dialog.filter;
+    return Maybe<std::string>();
+  };
+  const struct {
+    const char* asked;
+    const char* shown;
+  } cases[] = {
+      {"Drawing (*.vsd)|*.vsd", "Drawing (*.vsd;*.vsdx;*.vsdm;*.vdx)|*.vsd;*.vsdx;*.vsdm;*.vdx"},
+      {"Drawing|*.vsd;*.vdx|Stencil|*.VSS", "Drawing|*.vsd;*.vsdx;*.vsdm;*.vdx|Stencil|*.VSS;*.vssx;*.vssm;*.vsx"},
+      {"(*.vsd; *.vst)|*.vsd; *.vst",
+       "(*.vsd;*.vsdx;*.vsdm;*.vdx; *.vst;*.vstx;*.vstm;*.vtx)|"
+       "*.vsd;*.vsdx;*.vsdm;*.vdx; *.vst;*.vstx;*.vstm;*.vtx"},
+      {"*.VDX; *.vsdx ;*.vsd", "*.VDX; *.vsdx ;*.vsd;*.vsdm"},
+      {"All Files (*.*)|*.*|PDF (*.pdf)| *.pdf|", "All Files (*.*)|*.*|PDF (*.pdf)| *.pdf|"},
+      {"", ""}};
+  for (const auto& c : cases) {
+    platform.chooseFile({.title = "Open", .filter = c.asked, .startFolder = {}});
+    EXPECT_EQ(shown, c.shown);
+  }
 }
 
 TEST_F(HeadlessPlatformTest, TheProcessKeepsItsCurrentFolder) {
@@ -94,8 +120,6 @@ TEST_F(HeadlessPlatformTest, TheProcessKeepsItsCurrentFolder) {
   EXPECT_EQ(platform.readTextFile((folder / "maps" / "b.txt").string()).or_("failed"), "");
   EXPECT_FALSE(platform.createTextFile("c:\\b.txt"));
   EXPECT_FALSE(fs::exists("c:\\b.txt"));
-  EXPECT_EQ(platform.relativePath("/maps/a", "/maps/b/c.vsdx").or_({}), "../b/c.vsdx");
-  EXPECT_FALSE(platform.relativePath("maps", "/maps/b").has());
 }
 
 }  // namespace
