@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/link_address.h"
 #include "base/text.h"
 #include "render/build/arrowheads.h"
 #include "render/build/line_style.h"
@@ -278,11 +279,12 @@ void ShapeBuilder::setLink(const ShapeCells& cells, ShapeBegin& begin) const {
     if (cells.flag(at(columns.HyperlinkInvisible))) continue;
     const bool isDefault = cells.flag(at(columns.HyperlinkDefault));
     if (!begin.link.empty() && (haveDefault || !isDefault)) continue;
-    std::string address = cells.text(at(columns.HyperlinkAddress));
+    const std::string address = cells.text(at(columns.HyperlinkAddress));
     const std::string place = cells.text(at(columns.HyperlinkSubAddress));
-    if (!place.empty()) address += "#" + place;
-    if (address.empty()) continue;
-    begin.link = std::move(address);
+    const bool isInDrawing = readLinkAddress(address).kind == AddressKind::None;
+    std::string link = isInDrawing && !place.empty() ? "#" + place : uriOfLink(address, place);
+    if (link.empty()) continue;
+    begin.link = std::move(link);
     begin.linkTitle = cells.text(at(columns.HyperlinkDescription));
     haveDefault = isDefault;
   }

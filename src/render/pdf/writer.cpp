@@ -5,9 +5,9 @@
 #include <set>
 #include <vector>
 
+#include "base/text.h"
 #include "render/cairo/images.h"
 #include "render/cairo/scene_painter.h"
-#include "render/scene/safe_link.h"
 
 namespace quorvel::render {
 namespace {
@@ -32,10 +32,10 @@ class Tags {
  public:
   Tags(cairo_t* target, std::span<const Scene> pages) : target_(target) {
     for (const Scene& page : pages) {
-      places_.insert(page.title);
+      places_.insert(foldCase(page.title));
       for (const SceneItem& item : page.items) {
         if (const auto* shape = std::get_if<ShapeBegin>(&item)) {
-          if (shape->link.starts_with('#')) wanted_.insert(shape->link.substr(1));
+          if (shape->link.starts_with('#')) wanted_.insert(foldCase(shape->link.substr(1)));
         }
       }
     }
@@ -48,7 +48,7 @@ class Tags {
 
   void beginPage(const Scene& page) {
     page_ = &page;
-    putPlace(page.title);
+    putPlace(foldCase(page.title));
   }
 
   void beginShape(const ShapeBegin& shape) {
@@ -71,7 +71,10 @@ class Tags {
   }
 
  private:
-  static std::string placeOf(const Scene& page, const ShapeBegin& shape) { return page.title + "/" + shape.name; }
+  /// Places are found in any letter case, as the host finds pages and shapes.
+  static std::string placeOf(const Scene& page, const ShapeBegin& shape) {
+    return foldCase(page.title + "/" + shape.name);
+  }
 
   std::string current() const {
     for (auto each = open_.rbegin(); each != open_.rend(); ++each)
@@ -81,12 +84,11 @@ class Tags {
 
   std::string linkAttributes(const std::string& link) const {
     if (link.starts_with('#')) {
-      std::string place = link.substr(1);
-      if (!places_.contains(place)) place = place.substr(0, place.rfind('/'));
+      std::string place = foldCase(link.substr(1));
+      if (!places_.contains(place)) place = place.substr(0, place.find('/'));
       return places_.contains(place) ? "dest=" + quotedAttribute(place) : std::string();
     }
-    const std::string address = safeLink(link);
-    return address.empty() ? address : "uri=" + quotedAttribute(address);
+    return link.empty() ? link : "uri=" + quotedAttribute(link);
   }
 
   void putPlace(const std::string& name) {

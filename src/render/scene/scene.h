@@ -118,7 +118,8 @@ struct ShapeBegin {
   host::SheetId shape;
   int shapeId = 0;
   std::string name;
-  std::string link;  ///< address with its sub-address; empty: none
+  /// A URI, or "#" with the page's name, or that, "/" and a shape's name, for a place in the same drawing; empty: none.
+  std::string link;
   std::string linkTitle;
   /// What else a reader of the picture needs of the shape, as names and values; written where the format has a place
   /// for it.

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "render/scene/hatch.h"
-#include "render/scene/safe_link.h"
 #include "render/svg/markup.h"
 #include "render/text/fonts.h"
 
@@ -210,12 +209,13 @@ class Writer {
     if (begin.shapeId != 0) attribute("data-shape", double(begin.shapeId), 0);
     if (!begin.name.empty()) attribute("data-name", begin.name);
     for (const auto& [name, value] : begin.data) attribute(("data-" + name).c_str(), value);
+    const bool isInDrawing = begin.link.starts_with('#');
+    if (isInDrawing) attribute("data-link", begin.link.substr(1));
     out_ += ">\n";
-    const std::string link = safeLink(begin.link);
-    open_.push_back(!link.empty());
-    if (link.empty()) return;
+    open_.push_back(!begin.link.empty() && !isInDrawing);
+    if (!open_.back()) return;
     out_ += "<a";
-    attribute("xlink:href", link);
+    attribute("xlink:href", begin.link);
     if (!begin.linkTitle.empty()) attribute("xlink:title", begin.linkTitle);
     out_ += ">\n";
   }
