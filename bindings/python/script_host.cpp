@@ -70,6 +70,7 @@ ScriptHost::ScriptHost(const py::object& application, SessionOptions options, An
   platform.onForm = [this](Form& form) { answerForm(form); };
   platform.onMessage = [this](const MessageBox& box) { return answerMessage(box); };
   platform.onFileDialog = [this](const FileDialog& dialog) { return answerFileDialog(dialog); };
+  platform.onShellOpen = [this](std::string_view target) { return answerShellOpen(target); };
   session_->host().advise(events_);
 }
 
@@ -79,6 +80,7 @@ ScriptHost::~ScriptHost() {
   session_->platform().onForm = nullptr;
   session_->platform().onMessage = nullptr;
   session_->platform().onFileDialog = nullptr;
+  session_->platform().onShellOpen = nullptr;
 }
 
 void ScriptHost::refuse(Member member) const {
@@ -331,6 +333,14 @@ Maybe<std::string> ScriptHost::answerFileDialog(const FileDialog& dialog) {
   if (!answered && !pending_)
     unanswered_.push_back("The file dialog \"" + dialog.title + "\" was cancelled, because it was not answered.");
   return chosen;
+}
+
+bool ScriptHost::answerShellOpen(std::string_view target) {
+  bool opened = false;
+  runHandler([&](const py::object& application) {
+    opened = application.attr("_answer_shell_open")(textToPython(std::string(target))).cast<bool>();
+  });
+  return opened;
 }
 
 }  // namespace quorvel::python

@@ -106,6 +106,7 @@ class ScriptHost {
   void answerForm(Form& form);
   MessageAnswer answerMessage(const MessageBox& box);
   Maybe<std::string> answerFileDialog(const FileDialog& dialog);
+  bool answerShellOpen(std::string_view target);
   /// Throws the refusal, which is taken out of the host's log.
   [[noreturn]] void refuse(Member member) const;
   void showPageOf(const ObjectRef& page);

@@ -126,7 +126,7 @@ bool HeadlessPlatform::setCurrentFolder(std::string_view folder) {
 
 bool HeadlessPlatform::shellOpen(std::string_view target) {
   asked.push_back({Asked::Kind::ShellOpen, std::string(target)});
-  return false;
+  return onShellOpen && onShellOpen(target);
 }
 
 MessageAnswer HeadlessPlatform::showMessage(const MessageBox& box) {

@@ -26,6 +26,8 @@ class HeadlessPlatform : public Platform {
   std::function<MessageAnswer(const MessageBox&)> onMessage;
   std::function<Maybe<std::string>(const FileDialog&)> onFileDialog;
   std::function<std::unique_ptr<Browser>(BrowserEvents)> onBrowser;
+  /// Opens what a desktop would open with another program; says whether it did.
+  std::function<bool(std::string_view)> onShellOpen;
 
   /// One thing that a person at a screen would have been shown.
   struct Asked {
@@ -47,7 +49,7 @@ class HeadlessPlatform : public Platform {
   bool setCurrentFolder(std::string_view folder) override;
   std::string addinFolder() override { return addinFolder_; }
 
-  /// Recorded and refused: a script must not start other programs unexpectedly.
+  /// Recorded, and refused without a callback: a script must not start other programs unexpectedly.
   bool shellOpen(std::string_view target) override;
   void beep() override { ++beeps; }
   /// There is no clipboard that a button could paste from.

@@ -119,6 +119,13 @@ bool Document::SaveAs(const Maybe<std::string>& file) const {
   return file && call(Member::Document_SaveAs, {std::string_view(*file)});
 }
 
+bool Document::FollowHyperlink(const Maybe<std::string>& address, const Maybe<std::string>& subAddress,
+                               std::string_view extraInfo, std::string_view frame, bool newWindow) const {
+  return address && subAddress &&
+         call(Member::Document_FollowHyperlink,
+              {std::string_view(*address), std::string_view(*subAddress), extraInfo, frame, newWindow});
+}
+
 Page Pages::Item(int index) const { return object<Page>(Member::Pages_Item, {whole(index)}); }
 Page Pages::Item(std::string_view name) const { return object<Page>(Member::Pages_ItemByName, {name}); }
 Page Pages::ItemU(std::string_view name) const { return object<Page>(Member::Pages_ItemU, {name}); }
@@ -252,6 +259,7 @@ Document Window::Document() const { return object<class Document>(Member::Window
 Page Window::Page() const { return object<class Page>(Member::Window_Page); }
 bool Window::SetPage(const class Page& page) const { return put(Member::Window_Page, page.ref()); }
 Selection Window::Selection() const { return object<class Selection>(Member::Window_Selection); }
+bool Window::SetViewFit(Maybe<int> fit) const { return fit && put(Member::Window_ViewFit, whole(*fit)); }
 bool Window::Select(const Shape& shape, int action) const {
   return call(Member::Window_Select, {shape.ref(), whole(action)});
 }

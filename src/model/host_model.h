@@ -174,10 +174,16 @@ class Document : public Handle {
   Maybe<int> Protection() const { return integer(Member::Document_Protection); }
   /// Fails when a password is set already and differs.
   bool SetProtection(const Maybe<std::string>& password, Maybe<int> bits) const;
+  /// The folder or web address that relative addresses of hyperlinks start from; empty: the document's folder.
+  Maybe<std::string> HyperlinkBase() const { return text(Member::Document_HyperlinkBase); }
+  bool SetHyperlinkBase(const Maybe<std::string>& base) const { return putText(Member::Document_HyperlinkBase, base); }
   /// Fails for a document that was never saved, and when the file can't be written.
   bool Save() const { return call(Member::Document_Save); }
   bool SaveAs(const Maybe<std::string>& fileName) const;
   bool Close() const { return call(Member::Document_Close); }
+  /// Goes where a hyperlink of this document with these columns leads, see Hyperlink::Follow. `frame` is not used.
+  bool FollowHyperlink(const Maybe<std::string>& address, const Maybe<std::string>& subAddress,
+                       std::string_view extraInfo = {}, std::string_view frame = {}, bool newWindow = false) const;
 };
 
 class Pages : public Handle {
@@ -483,10 +489,19 @@ class Window : public Handle {
   /// Shows the page, and clears the selection.
   bool SetPage(const class Page& page) const;
   class Selection Selection() const;
+  /// 1 is 100 %; -1 while the whole page fits the window, -2 while its width does.
+  Maybe<double> Zoom() const { return number(Member::Window_Zoom); }
+  /// Takes 0.05 to 9.99, -1 and -2.
+  bool SetZoom(Maybe<double> zoom) const { return putValue(Member::Window_Zoom, zoom); }
+  /// 0 none, 1 the whole page, 2 its width.
+  Maybe<int> ViewFit() const { return integer(Member::Window_ViewFit); }
+  bool SetViewFit(Maybe<int> fit) const;
   /// `action`: visio::deselect or visio::select.
   bool Select(const Shape& shape, int action) const;
   bool DeselectAll() const { return call(Member::Window_DeselectAll); }
   bool Activate() const { return call(Member::Window_Activate); }
+  /// The last window of a document closes the document.
+  bool Close() const { return call(Member::Window_Close); }
 };
 
 class Layers : public Handle {
@@ -536,7 +551,7 @@ class Hyperlink : public Handle {
   /// Page name, "/", shape name.
   Maybe<std::string> SubAddress() const { return text(Member::Hyperlink_SubAddress); }
   Maybe<bool> NewWindow() const { return truth(Member::Hyperlink_NewWindow); }
-  /// The zoom.
+  /// For a page or shape the zoom: "zoom=150" in percent, "zoom=-1" the whole page, "zoom=-2" its width.
   Maybe<std::string> ExtraInfo() const { return text(Member::Hyperlink_ExtraInfo); }
   Maybe<std::string> Frame() const { return text(Member::Hyperlink_Frame); }
   Maybe<bool> IsDefaultLink() const { return truth(Member::Hyperlink_IsDefaultLink); }
@@ -547,6 +562,10 @@ class Hyperlink : public Handle {
   bool SetExtraInfo(const Maybe<std::string>& v) const { return putText(Member::Hyperlink_ExtraInfo, v); }
   bool SetFrame(const Maybe<std::string>& v) const { return putText(Member::Hyperlink_Frame, v); }
   bool SetIsDefaultLink(Maybe<bool> v) const { return putValue(Member::Hyperlink_IsDefaultLink, v); }
+  /// Shows the page and selects the shape that it leads to, in this drawing or in one that is opened for it; files, web
+  /// and mail addresses are opened by the system, programs only when the user agrees. Fails, and shows nothing, when
+  /// the target does not exist or could not be opened.
+  bool Follow() const { return call(Member::Hyperlink_Follow); }
   bool Delete() const { return call(Member::Hyperlink_Delete); }
 };
 

@@ -60,6 +60,7 @@ Session::Session(SessionOptions options)
                     ? nullptr
                     : std::make_unique<RecoveryCopies>(host_.engine(), options.recoveryFolder)) {
   engine().setThemes(&themes_);
+  engine().setLinkOpener(&linkOpener_);
   if (options.connectAddin) addin_.AddinInstance_OnConnection(app());
 }
 

@@ -9,6 +9,7 @@
 #include "host/automation/in_memory_host.h"
 #include "render/text/text_metrics.h"
 #include "session/document_themes.h"
+#include "session/platform_link_opener.h"
 #include "session/recovery.h"
 
 namespace quorvel {
@@ -50,6 +51,7 @@ class Session {
   DocumentThemes themes_;
   host::InMemoryHost host_;
   HeadlessPlatform platform_;
+  PlatformLinkOpener linkOpener_{platform_};
   addin::dsrVisioConnect addin_;
   std::unique_ptr<RecoveryCopies> recovery_;
 };

@@ -233,6 +233,14 @@ const std::vector<Command>& commands() {
          s.plain.Hyperlinks().Item(0).SetSubAddress("page");
          s.plain.Hyperlinks().Item(0).Delete();
        }},
+      {"Follow a hyperlink",
+       [](Stage& s) {
+         const std::string shape = s.box.Name().or_("");
+         s.document.FollowHyperlink("", s.page.Name().or_("") + "/" + shape, "zoom=150", {}, true);
+         s.document.FollowHyperlink("", s.second.Name().or_(""));
+         s.other.FollowHyperlink(fileName(".vsdx"), "");
+         s.app.ActiveWindow().Close();
+       }},
       {"Text", [](Stage& s) { s.plain.SetText("new"); }},
       {"Text field", [](Stage& s) { s.plain.Characters().AddCustomField("User.x", 0); }},
       {"First field", [](Stage& s) { s.box.Cells("Fields.Value[1]").FormulaForce("User.x"); }},

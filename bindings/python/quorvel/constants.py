@@ -36,6 +36,10 @@ visDeselect = 1
 visSelect = 2
 visSelModeSkipSuper = 256
 
+visFitNone = 0
+visFitPage = 1
+visFitWidth = 2
+
 visAutoConnectDirNone = 0
 visAutoConnectDirUp = 1
 visAutoConnectDirDown = 2

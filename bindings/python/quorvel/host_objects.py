@@ -249,6 +249,10 @@ class _Application:
         chosen = handler(title, filter, start_folder)
         return "" if chosen is None else os.fspath(chosen)
 
+    def _answer_shell_open(self, target: str) -> bool:
+        handler = self._handlers.get("OnShellOpen")
+        return handler is not None and handler(target) is not False
+
 
 class _Document:
     def ExportAsFixedFormat(

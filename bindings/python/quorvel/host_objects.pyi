@@ -86,6 +86,9 @@ class Application(Handle):
     "Information"); gives "Yes", "No", "Cancel" or "OK", or None to leave the box unanswered."""
     OnFileDialog: Callable[[str, str, str], FileName | None] | None
     """Called with title, filter and start folder; gives the file chosen, or None to cancel."""
+    OnShellOpen: Callable[[str], bool | None] | None
+    """Called with the file or address that a hyperlink opens with another program; False means that it could not be
+    opened. Without a handler nothing is opened, and following the link is refused."""
     OnDocumentCreated: Callable[[Document], object] | None
     """A drawing was made."""
     OnDocumentOpened: Callable[[Document], object] | None
@@ -230,6 +233,8 @@ class Document(Handle):
 
     Saved: bool
     """False when there are unsaved changes."""
+    HyperlinkBase: str
+    """The folder or web address that relative addresses of hyperlinks start from; empty: the drawing's folder."""
     Protection: int
     """The bits of protection; 2: shapes. A password is set with SetProtection."""
     @property
@@ -264,6 +269,10 @@ class Document(Handle):
         """Saves under another name, whose ending decides the format."""
     def Close(self) -> None:
         """Closes. What was not saved is lost."""
+    def FollowHyperlink(
+        self, address: str, sub_address: str, extra_info: str = "", frame: str = "", new_window: bool = False
+    ) -> None:
+        """Goes where a hyperlink of this document with these columns leads, see Hyperlink.Follow."""
     def ExportAsFixedFormat(
         self,
         format: int,
@@ -573,6 +582,10 @@ class Window(Handle):
 
     Page: _h.Page
     """The page that it shows; a put shows another, with nothing selected."""
+    Zoom: float
+    """1 is 100 %, from 0.05 to 9.99; -1 while the whole page fits the window, -2 while its width does."""
+    ViewFit: int
+    """What fits the window: 0 nothing, 1 the whole page, 2 its width."""
     @property
     def Type(self) -> int:
         """1: a drawing window."""
@@ -594,6 +607,8 @@ class Window(Handle):
         """Selects nothing."""
     def Activate(self) -> None:
         """Gives it the focus."""
+    def Close(self) -> None:
+        """Closes it; the last window of a document closes the document, without asking."""
 
 class Layers(Collection[Layer]):
     """The layers of a page."""
@@ -632,11 +647,15 @@ class Hyperlink(Handle):
     NewWindow: bool
     """Whether it opens a window of its own."""
     ExtraInfo: str
-    """The zoom."""
+    """The zoom for a page or shape: "zoom=150" in percent, "zoom=-1" the whole page, "zoom=-2" its width."""
     Frame: str
     """The add-in's record of the kind of link."""
     IsDefaultLink: bool
     """Whether a click on the shape follows it."""
+    def Follow(self) -> None:
+        """Shows the page and selects the shape that it leads to, here or in a drawing that is opened for it. Files and
+        addresses go to OnShellOpen, programs only when OnMessage says Yes before. Refused when the target does not
+        exist."""
     def Delete(self) -> None:
         """Deletes it."""
 

@@ -5,6 +5,7 @@
 #include "host/automation/in_memory_host.h"
 #include "host/commands/documents.h"
 #include "host/commands/drop_connected.h"
+#include "host/commands/follow_hyperlink.h"
 #include "host/commands/pages.h"
 #include "host/commands/shapes.h"
 
@@ -154,6 +155,8 @@ Maybe<Variant> InMemoryHost::getDocument(DocumentId id, Member member) {
       return Variant(document.isStencil ? std::string() : document.properties.templateName);
     case Member::Document_DocumentSheet:
       return Variant(refTo(ObjectKind::Shape, document.sheet.value));
+    case Member::Document_HyperlinkBase:
+      return Variant(document.properties.hyperlinkBase);
     case Member::Document_Saved:
       return Variant(document.saved);
     case Member::Document_Protection:
@@ -165,6 +168,17 @@ Maybe<Variant> InMemoryHost::getDocument(DocumentId id, Member member) {
 
 bool InMemoryHost::putDocument(DocumentId id, Member member, Arguments indices, const Argument& value) {
   Document& document = engine_.edit().documentFields(id);
+  if (member == Member::Document_HyperlinkBase) {
+    const Maybe<std::string_view> base = textOfArgument(value);
+    if (!base) {
+      refuse("a text is needed");
+      return false;
+    }
+    if (document.properties.hyperlinkBase == *base) return true;
+    document.properties.hyperlinkBase = *base;
+    engine_.undo().noteChanged(id);
+    return true;
+  }
   const Maybe<int> number = integerOf(value);
   if (member == Member::Document_Saved && number) {
     document.saved = *number != 0;
@@ -201,6 +215,15 @@ Maybe<Variant> InMemoryHost::callDocument(DocumentId id, Member member, Argument
     }
     case Member::Document_Close:
       return settled(closeDocument(engine_, id));
+    case Member::Document_FollowHyperlink: {
+      const Maybe<std::string_view> address = textAt(arguments, 0), place = textAt(arguments, 1);
+      if (!address || !place) return refuse("an address and a sub-address are needed; both may be empty");
+      return settled(followHyperlink(engine_, id,
+                                     {.address = std::string(*address),
+                                      .subAddress = std::string(*place),
+                                      .extraInfo = std::string(textAt(arguments, 2).or_("")),
+                                      .newWindow = numberAt(arguments, 4).or_(0) != 0}));
+    }
     default:
       return refuse("not an action");
   }

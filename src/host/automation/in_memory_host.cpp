@@ -148,6 +148,9 @@ bool InMemoryHost::admitsTexts(const ObjectRef& object, Arguments arguments) {
     case ObjectKind::Layers:
     case ObjectKind::Hyperlink:
       break;
+    case ObjectKind::Document:
+      if (currentMember_ == Member::Document_HyperlinkBase) break;
+      return true;
     default:
       return true;  // what is written there is kept in no drawing
   }
@@ -239,7 +242,7 @@ bool InMemoryHost::put(const ObjectRef& given, Member member, Arguments indices,
     case ObjectKind::Selection:
       return putSelection(object, value);
     case ObjectKind::Window:
-      return putWindow(WindowId{object.id}, value);
+      return putWindow(WindowId{object.id}, member, value);
     case ObjectKind::Hyperlink:
       return putHyperlink(object, member, value);
     default:

@@ -71,7 +71,7 @@ class InMemoryHost : public Backend {
   bool putSelection(const ObjectRef& object, const Argument& value);
   Maybe<Variant> getWindows(Member member, Arguments arguments);
   Maybe<Variant> getWindow(WindowId id, Member member);
-  bool putWindow(WindowId id, const Argument& page);
+  bool putWindow(WindowId id, Member member, const Argument& value);
   Maybe<Variant> callWindow(WindowId id, Member member, Arguments arguments);
   Maybe<Variant> getLayers(const ObjectRef& object, Member member, Arguments arguments);
   Maybe<Variant> callLayers(const ObjectRef& object, Member member, Arguments arguments);

@@ -5,6 +5,8 @@
 #include "base/basic_text.h"
 #include "host/automation/in_memory_host.h"
 #include "host/cells/cell_table.h"
+#include "host/commands/documents.h"
+#include "host/commands/follow_hyperlink.h"
 #include "host/commands/group_shapes.h"
 #include "host/commands/shapes.h"
 #include "host/edits/layers.h"
@@ -92,7 +94,25 @@ bool InMemoryHost::putSelection(const ObjectRef& object, const Argument& value) 
   return true;
 }
 
-bool InMemoryHost::putWindow(WindowId id, const Argument& value) {
+bool InMemoryHost::putWindow(WindowId id, Member member, const Argument& value) {
+  if (member == Member::Window_Zoom) {
+    const Maybe<double> zoom = numberOf(value);
+    if (!zoom || !isZoom(*zoom)) {
+      refuse("a zoom is 0.05 to 9.99, -1 for the whole page or -2 for its width");
+      return false;
+    }
+    engine_.window(id)->setZoom(*zoom);
+    return true;
+  }
+  if (member == Member::Window_ViewFit) {
+    const Maybe<int> fit = integerOf(value);
+    if (!fit || *fit < 0 || *fit > 2) {
+      refuse("0 fits nothing, 1 the whole page, 2 its width");
+      return false;
+    }
+    engine_.window(id)->fit = static_cast<WindowFit>(*fit);
+    return true;
+  }
   const auto* page = std::get_if<ObjectRef>(&value);
   const Page* shown = page && page->kind == ObjectKind::Page ? engine_.store().page(PageId{page->id}) : nullptr;
   if (!shown || shown->master || shown->document != engine_.window(id)->document) {
@@ -129,6 +149,10 @@ Maybe<Variant> InMemoryHost::getWindow(WindowId id, Member member) {
       return Variant(refTo(ObjectKind::Document, window.document.value));
     case Member::Window_Page:
       return Variant(window.page ? refTo(ObjectKind::Page, window.page.value) : ObjectRef{});
+    case Member::Window_Zoom:
+      return Variant(window.zoom());
+    case Member::Window_ViewFit:
+      return Variant(static_cast<std::int64_t>(window.fit));
     case Member::Window_Selection:
       return Variant(refTo(ObjectKind::Selection, engine_.selections().add({window.selected, 0, {}})));
     default:
@@ -160,6 +184,8 @@ Maybe<Variant> InMemoryHost::callWindow(WindowId id, Member member, Arguments ar
       engine_.bringToFront(id);
       engine_.raise(&ApplicationEvents::WindowActivated, id);
       return Variant(std::monostate());
+    case Member::Window_Close:
+      return settled(closeWindow(engine_, id));
     default:
       return refuse("not an action");
   }
@@ -275,8 +301,20 @@ Maybe<Variant> InMemoryHost::callHyperlinks(const ObjectRef& object, Member memb
     if (!settle(made.outcome)) return {};
     return Variant(engine_.refToHyperlink(sheet, made.key));
   }
-  if (member != Member::Hyperlink_Delete) return refuse("not an action");
   const RowKey row = RowKey::fromPacked(static_cast<std::uint32_t>(object.part));
+  if (member == Member::Hyperlink_Follow) {
+    if (!rowExists(engine_.store(), sheet, SectionNumber::Hyperlink, row, false))
+      return refuse("the hyperlink is deleted");
+    const auto value = [&](std::string_view column) {
+      return cellValue(engine_.store(), sheet, hyperlinkCell(object, column));
+    };
+    return settled(followHyperlink(engine_, engine_.store().sheet(sheet)->document,
+                                   {.address = value("Address").asText(),
+                                    .subAddress = value("SubAddress").asText(),
+                                    .extraInfo = value("ExtraInfo").asText(),
+                                    .newWindow = value("NewWindow").asBoolean()}));
+  }
+  if (member != Member::Hyperlink_Delete) return refuse("not an action");
   return settled(deleteRow(engine_, sheet, section, placeOf(engine_.store(), sheet, SectionNumber::Hyperlink, row)));
 }
 

@@ -142,18 +142,24 @@ DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
   return {Outcome::done(), id};
 }
 
-DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool readOnly, bool hidden, bool asCopy) {
+DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool readOnly, bool hidden, bool asCopy,
+                             const std::function<Outcome(DocumentId)>& admits) {
   if (!asCopy) {
     Document probe;
     placeDocument(probe, fileName);
     for (const DocumentId id : engine.store().documents()) {
       const Document& open = *engine.store().document(id);
-      if (!open.path.empty() && open.path + open.name == probe.path + probe.name) return {Outcome::done(), id};
+      if (open.path.empty() || open.path + open.name != probe.path + probe.name) continue;
+      return {admits ? admits(id) : Outcome::done(), id};
     }
   }
   const DocumentOutcome opened = read(engine, fileName);
   if (!opened.outcome) return opened;
   const DocumentId id = opened.document;
+  if (const Outcome admitted = admits ? admits(id) : Outcome::done(); !admitted) {
+    engine.removeDocument(id);
+    return {admitted, {}};
+  }
   Document& document = engine.edit().documentFields(id);
   if (asCopy) {
     document.name = drawingName(engine);
@@ -222,6 +228,18 @@ Outcome closeDocument(Engine& engine, DocumentId id) {
   if (engine.undo().isInOpenStep(id)) return Outcome::refused("a document can't be closed inside a command");
   const bool wasActive = engine.activeDocument() == id;
   engine.removeDocument(id);
+  if (wasActive) raiseWindowActivated(engine);
+  return Outcome::done();
+}
+
+Outcome closeWindow(Engine& engine, WindowId id) {
+  const WindowState* const window = engine.window(id);
+  if (!window) return Outcome::refused("the window is closed");
+  const DocumentId document = window->document;
+  if (std::ranges::count(engine.windows(), document, &WindowState::document) == 1)
+    return closeDocument(engine, document);
+  const bool wasActive = engine.activeWindow()->id == id;
+  engine.removeWindow(id);
   if (wasActive) raiseWindowActivated(engine);
   return Outcome::done();
 }

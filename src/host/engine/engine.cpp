@@ -21,8 +21,8 @@ WindowState* Engine::window(WindowId id) {
 
 WindowState* Engine::windowOf(DocumentId document) {
   const auto found =
-      std::find_if(windows_.begin(), windows_.end(), [&](const auto& window) { return window.document == document; });
-  return found == windows_.end() ? nullptr : &*found;
+      std::find_if(windows_.rbegin(), windows_.rend(), [&](const auto& window) { return window.document == document; });
+  return found == windows_.rend() ? nullptr : &*found;
 }
 
 WindowId Engine::addWindow(DocumentId document) {
@@ -36,7 +36,11 @@ WindowId Engine::addWindow(DocumentId document) {
   return windows_.back().id;
 }
 
-void Engine::removeWindow(DocumentId document) {
+void Engine::removeWindow(WindowId id) {
+  std::erase_if(windows_, [&](const auto& window) { return window.id == id; });
+}
+
+void Engine::removeWindowsOf(DocumentId document) {
   std::erase_if(windows_, [&](const auto& window) { return window.document == document; });
 }
 
@@ -88,7 +92,7 @@ OpenResult Engine::readDocument(const std::string& fileName) {
 void Engine::removeDocument(DocumentId document) {
   undo_.discard(document);
   graph_.removeDocument(document);
-  removeWindow(document);
+  removeWindowsOf(document);
   store_.removeDocument(document);
 }
 

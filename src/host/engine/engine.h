@@ -14,6 +14,7 @@
 #include "host/document_format.h"
 #include "host/engine/command_bar_set.h"
 #include "host/engine/deletions.h"
+#include "host/engine/link_opener.h"
 #include "host/engine/snapshots.h"
 #include "host/engine/windows.h"
 #include "host/events/event_dispatcher.h"
@@ -87,6 +88,9 @@ class Engine {
   Deletions& deletions() { return deletions_; }
 
   void setThemes(const ThemeValues* themes) { store_.setThemes(themes); }
+  /// Borrowed; null: nothing outside of the drawings can be opened.
+  void setLinkOpener(LinkOpener* opener) { linkOpener_ = opener; }
+  LinkOpener* linkOpener() const { return linkOpener_; }
   void setLocale(const FormulaLocale& locale) { store_.setLocale(locale); }
   void setCommandObserver(std::unique_ptr<CommandObserver> observer) { commandObserver_ = std::move(observer); }
   /// True while a command runs, in the handlers that it calls too.
@@ -98,16 +102,18 @@ class Engine {
   /// An empty document with one page of letter size.
   DocumentId addDocument(const std::string& name);
   OpenResult readDocument(const std::string& fileName);
-  /// With its steps and its window.
+  /// With its steps and its windows.
   void removeDocument(DocumentId document);
 
   // Windows, the active one last.
   const std::vector<WindowState>& windows() const { return windows_; }
   WindowState* activeWindow() { return windows_.empty() ? nullptr : &windows_.back(); }
   WindowState* window(WindowId id);
+  /// The one of the document that was active last; null for a document without a window.
   WindowState* windowOf(DocumentId document);
   WindowId addWindow(DocumentId document);  ///< active, on the first foreground page
-  void removeWindow(DocumentId document);
+  void removeWindow(WindowId id);
+  void removeWindowsOf(DocumentId document);
   void bringToFront(WindowId id);
   DocumentId activeDocument();
   /// Takes deleted shapes out of selections, and shows other pages instead of deleted ones. SelectionChanged is raised
@@ -214,6 +220,7 @@ class Engine {
   Deletions deletions_;
   std::unique_ptr<CommandObserver> commandObserver_;  ///< null: commands have none
   Backend* backend_ = nullptr;
+  LinkOpener* linkOpener_ = nullptr;
   int commandDepth_ = 0;  ///< commands inside commands, through handlers
   int writeDepth_ = 0;    ///< writes inside writes, through handlers
   Clipboard clipboard_;

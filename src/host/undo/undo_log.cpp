@@ -207,6 +207,13 @@ void UndoLog::noteSaved(DocumentId id) {
   }
 }
 
+void UndoLog::noteChanged(DocumentId id) {
+  for (auto& [document, mark] : open_.touched) {
+    if (document == id) mark = Mark::Unsaved;
+  }
+  markChanged(id);
+}
+
 void UndoLog::markChanged(DocumentId id) {
   Document* document = store_.document(id);
   if (!document) return;

@@ -53,6 +53,8 @@ class UndoLog {
   void add(Exchange exchange);
   /// The document was saved just now, or its mark was set by hand: taking back the open step is a change from here on.
   void noteSaved(DocumentId document);
+  /// The document changed in a way that is no step.
+  void noteChanged(DocumentId document);
 
   /// False when there is nothing to take back, inside a scope, or while one is being taken back.
   bool undo(DocumentId document);
