@@ -307,9 +307,10 @@ TEST_F(RoleImport, TakesTheMissingRolesOfAnotherDrawing) {
     EXPECT_EQ(app.Documents().Count(), open) << name;
   }
   EXPECT_TRUE(messages.empty());
-  EXPECT_EQ(filter,
-            "drawing file (*.vsd;*.vsdx;*.vdx)|*.vsd;*.vsdx;*.vdx|template file (*.vst;*.vstx;*.vtx)|"
-            "*.vst;*.vstx;*.vtx");
+  EXPECT_EQ(
+      filter,
+      "drawing file (*.vsd;*.vsdx;*.vsdm;*.vdx)|*.vsd;*.vsdx;*.vsdm;*.vdx|template file (*.vst;*.vstx;*.vstm;*.vtx)|"
+      "*.vst;*.vstx;*.vstm;*.vtx");
 
   // A drawing that is open is read from memory, with unsaved changes, and stays open.
   const Window ours = app.ActiveWindow();
