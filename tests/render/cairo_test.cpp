@@ -170,13 +170,14 @@ TEST(Pdf, PagesLinksAndPlacesInTheDocument) {
                  shape("lost", "#No such page/A09"),
                  box(70, 50, 80, 60, Colour{}),
                  ShapeEnd{}};
-  second.items = {shape("A01", "#Page-1"), box(10, 10, 40, 40, Colour{0xFF0000}), ShapeEnd{}};
+  second.items = {shape("A01", "#Page-1"), box(110, 90, 140, 140, Colour{0xFF0000}), ShapeEnd{}};
   const Scene pages[] = {first, second};
   const std::string pdf = writePdf(pages, "A map");
   EXPECT_TRUE(pdf.starts_with("%PDF-"));
   EXPECT_EQ(count(pdf, "/Type /Page") - count(pdf, "/Type /Pages"), 2u);
   EXPECT_EQ(count(pdf, "/URI (https://example.org/plan)"), 2u) << "before and behind its member's own link";
   EXPECT_EQ(count(pdf, "/Subtype /Link"), 4u) << "not the lost one";
+  EXPECT_EQ(count(pdf, "/XYZ 74 96 0]"), 1u) << "half an inch above and to the left of A01, from the bottom";
   EXPECT_EQ(count(pdf, "/Type /Outlines"), 1u);
   EXPECT_EQ(writePdf({}, "").substr(0, 5), "%PDF-") << "no pages: an empty document and no crash";
 }

@@ -2,12 +2,16 @@
 
 #include <cairo-pdf.h>
 
+#include <algorithm>
+#include <cmath>
+#include <map>
 #include <set>
 #include <vector>
 
 #include "base/text.h"
 #include "render/cairo/images.h"
 #include "render/cairo/scene_painter.h"
+#include "render/scene/box.h"
 
 namespace quorvel::render {
 namespace {
@@ -27,12 +31,29 @@ std::string quotedAttribute(std::string_view text) {
   return quoted + "'";
 }
 
+/// The top left corner of what is drawn of a shape and its members; `begin` is its place among the items.
+Point cornerOf(const Scene& page, std::size_t begin) {
+  Box box;
+  int depth = 0;
+  for (std::size_t i = begin; i < page.items.size(); ++i) {
+    const SceneItem& item = page.items[i];
+    if (std::holds_alternative<ShapeBegin>(item)) ++depth;
+    if (std::holds_alternative<ShapeEnd>(item) && --depth == 0) break;
+    if (const auto* path = std::get_if<PathItem>(&item)) box.add(boundsOf(path->path));
+    if (const auto* image = std::get_if<ImageItem>(&item)) {
+      for (const Point corner : {Point{0, 0}, Point{1, 0}, Point{0, 1}, Point{1, 1}}) box.add(image->transform(corner));
+    }
+    if (const auto* text = std::get_if<TextItem>(&item)) box.add(text->transform({0, 0}));
+  }
+  return box.isEmpty() ? Point{} : Point{box.left, box.top};
+}
+
 /// Writes the tags in addition to the picture: where links lead, and what they lead to.
 class Tags {
  public:
   Tags(cairo_t* target, std::span<const Scene> pages) : target_(target) {
     for (const Scene& page : pages) {
-      places_.insert(foldCase(page.title));
+      places_.emplace(foldCase(page.title), Point{});
       for (const SceneItem& item : page.items) {
         if (const auto* shape = std::get_if<ShapeBegin>(&item)) {
           if (shape->link.starts_with('#')) wanted_.insert(foldCase(shape->link.substr(1)));
@@ -40,10 +61,16 @@ class Tags {
       }
     }
     // Only what is linked to gets a place of its own.
-    for (const Scene& page : pages)
-      for (const SceneItem& item : page.items)
-        if (const auto* shape = std::get_if<ShapeBegin>(&item))
-          if (const std::string place = placeOf(page, *shape); wanted_.contains(place)) places_.insert(place);
+    for (const Scene& page : pages) {
+      for (std::size_t i = 0; i < page.items.size(); ++i) {
+        const auto* const shape = std::get_if<ShapeBegin>(&page.items[i]);
+        if (!shape) continue;
+        const std::string place = placeOf(page, *shape);
+        if (!wanted_.contains(place) || places_.contains(place)) continue;
+        const Point corner = cornerOf(page, i);
+        places_.emplace(place, Point{std::max(corner.x - margin, 0.0), std::max(corner.y - margin, 0.0)});
+      }
+    }
   }
 
   void beginPage(const Scene& page) {
@@ -93,15 +120,20 @@ class Tags {
 
   void putPlace(const std::string& name) {
     if (!placed_.insert(name).second) return;
-    const std::string attributes = "name=" + quotedAttribute(name);
+    const Point place = places_.at(name);
+    const std::string attributes = "name=" + quotedAttribute(name) + " x=" + shortestNumber(std::round(place.x)) +
+                                   " y=" + shortestNumber(std::round(place.y));
     cairo_tag_begin(target_, CAIRO_TAG_DEST, attributes.c_str());
     cairo_tag_end(target_, CAIRO_TAG_DEST);
   }
 
+  static constexpr double margin = 36;  ///< points that are shown above and to the left of a shape
+
   cairo_t* target_;
   const Scene* page_ = nullptr;
-  std::set<std::string> wanted_, places_, placed_;
-  std::vector<std::string> open_;  ///< for each open shape the attributes of its link; empty: none
+  std::set<std::string> wanted_, placed_;
+  std::map<std::string, Point> places_;  ///< what a viewer shows in its upper left corner
+  std::vector<std::string> open_;        ///< for each open shape the attributes of its link; empty: none
 };
 
 }  // namespace
