@@ -1,7 +1,7 @@
 #include "base/link_address.h"
 
 #include <algorithm>
-#include <iterator>
+#include <filesystem>
 
 #include "base/text.h"
 
@@ -80,6 +80,14 @@ std::string_view lastStepOf(std::string_view path) {
   return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
+/// `relative` as seen from a folder of the web; "..", as often as it has one, leads to the folder above.
+std::string joinedUri(std::string_view folder, std::string_view relative) {
+  folder = folder.substr(0, folder.find_first_of("?#"));
+  const std::size_t path = std::min(folder.find('/', folder.find("//") + 2), folder.size());
+  const std::string steps = std::string(folder.substr(path)) + "/" + std::string(relative);
+  return std::string(folder.substr(0, path)) + std::filesystem::path(steps).lexically_normal().generic_string();
+}
+
 }  // namespace
 
 LinkAddress readLinkAddress(std::string_view given) {
@@ -130,9 +138,8 @@ std::string uriOfPath(std::string_view path) {
   return firstStep.find(':') == std::string_view::npos ? uri : "./" + uri;
 }
 
-std::string uriOfLink(std::string_view address, std::string_view place) {
+std::string uriOfLink(std::string_view address, std::string_view place, std::string_view base) {
   const LinkAddress link = readLinkAddress(address);
-  std::string uri, fragment(place);
   switch (link.kind) {
     case AddressKind::None:
     case AddressKind::Refused:
@@ -142,17 +149,17 @@ std::string uriOfLink(std::string_view address, std::string_view place) {
       return link.target;
     case AddressKind::Mail:
       return link.target;
-    case AddressKind::File: {
-      const std::size_t mark = place.empty() ? bookmarkIn(link.target) : std::string::npos;
-      if (mark == std::string::npos) {
-        uri = uriOfPath(link.target);
-      } else {
-        uri = uriOfPath(std::string_view(link.target).substr(0, mark));
-        fragment = link.target.substr(mark + 1);
-      }
+    case AddressKind::File:
       break;
-    }
   }
+  std::string path = link.target, fragment(place);
+  if (const std::size_t mark = bookmarkIn(path); place.empty() && mark != std::string::npos) {
+    fragment = path.substr(mark + 1);
+    path.erase(mark);
+  }
+  const LinkAddress folder = isAbsolutePath(path) ? LinkAddress() : readLinkAddress(base);
+  if (folder.kind == AddressKind::File) path = folder.target + "/" + path;
+  std::string uri = folder.kind == AddressKind::Web ? joinedUri(folder.target, uriOfPath(path)) : uriOfPath(path);
   return fragment.empty() ? uri : uri + "#" + escapedForUri(fragment);
 }
 

@@ -34,9 +34,10 @@ std::size_t bookmarkIn(std::string_view path);
 /// The URI of a path, "file:///C:/Maps/x%20y.vsd" for an absolute one; a relative one stays relative.
 std::string uriOfPath(std::string_view path);
 
-/// The URI of a link that leads out of the drawing; the place in the target is its fragment. Empty for an address that
-/// is empty or refused.
-std::string uriOfLink(std::string_view address, std::string_view place);
+/// The URI of a link that leads out of the drawing; the place in the target is its fragment. A relative path is joined
+/// to `base`, a folder of the web or of files; it stays relative without one. Empty for an address that is empty or
+/// refused.
+std::string uriOfLink(std::string_view address, std::string_view place, std::string_view base = {});
 
 /// The text as a part of a URI: "%20" for a space.
 std::string escapedForUri(std::string_view text);

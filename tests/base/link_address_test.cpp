@@ -48,5 +48,20 @@ TEST(LinkAddress, AsUri) {
   for (const auto& c : cases) EXPECT_EQ(uriOfLink(c.address, c.place), c.uri) << c.address;
 }
 
+TEST(LinkAddress, RelativeToABase) {
+  const struct {
+    const char *base, *address, *uri;
+  } cases[] = {
+      {"https://example.org/widgets/", "..\\a b.htm#part", "https://example.org/a%20b.htm#part"},
+      {"https://example.org", "../../x.htm", "https://example.org/x.htm"},
+      {"C:\\Maps", "x y.vsd", "file:///C:/Maps/x%20y.vsd"},
+      {"shared", "x.vsd", "shared/x.vsd"},
+      {"https://example.org/", "C:\\Maps\\x.vsd", "file:///C:/Maps/x.vsd"},
+      {"https://example.org/", "mailto:a@example.org", "mailto:a@example.org"},
+      {"javascript:x", "x.vsd", "x.vsd"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(uriOfLink(c.address, {}, c.base), c.uri) << c.address;
+}
+
 }  // namespace
 }  // namespace quorvel

@@ -171,15 +171,6 @@ std::optional<FoundFile> findFile(const std::string& folder, const std::string& 
   return {};
 }
 
-/// `relative` as seen from a folder of the web.
-std::string webAddress(const std::string& folder, const std::string& relative) {
-  const std::string base = folder.substr(0, folder.find_first_of("?#"));
-  const std::size_t path = std::min(base.find('/', base.find("//") + 2), base.size());
-  const std::size_t end = std::min(relative.find_first_of("?#"), relative.size());
-  const std::string steps = base.substr(path) + "/" + relative.substr(0, end);
-  return base.substr(0, path) + fs::path(steps).lexically_normal().generic_string() + relative.substr(end);
-}
-
 }  // namespace
 
 Outcome followHyperlink(Engine& engine, DocumentId holder, const HyperlinkTarget& link) {
@@ -200,11 +191,10 @@ Outcome followHyperlink(Engine& engine, DocumentId holder, const HyperlinkTarget
   }
   std::string folder;
   if (!isAbsolutePath(target.target)) {
-    const LinkAddress base = readLinkAddress(document->properties.hyperlinkBase);
-    if (base.kind == AddressKind::Web) {
-      const std::string relative = uriOfLink(link.address, link.subAddress);
-      return openOutside(engine, webAddress(base.target, relative), LinkTarget::Address);
-    }
+    const std::string& baseAddress = document->properties.hyperlinkBase;
+    const LinkAddress base = readLinkAddress(baseAddress);
+    if (base.kind == AddressKind::Web)
+      return openOutside(engine, uriOfLink(link.address, link.subAddress, baseAddress), LinkTarget::Address);
     if (base.kind == AddressKind::File) folder = base.target + "/";
     if (folder.empty() || !isAbsolutePath(folder)) {
       if (document->path.empty())

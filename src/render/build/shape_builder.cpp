@@ -273,6 +273,7 @@ void ShapeBuilder::addText(const ShapeCells& cells, const ShapeFrame& frame, con
 
 void ShapeBuilder::setLink(const ShapeCells& cells, ShapeBegin& begin) const {
   const ColumnKeys& columns = columnKeys();
+  const std::string& base = page_.store.document(page_.store.sheet(cells.sheet())->document)->properties.hyperlinkBase;
   bool haveDefault = false;
   for (const host::RowView& row : host::rowsOf(page_.store, cells.sheet(), host::SectionNumber::Hyperlink)) {
     const auto at = [&](host::Column column) { return host::CellKey{host::SectionNumber::Hyperlink, row.key, column}; };
@@ -282,7 +283,7 @@ void ShapeBuilder::setLink(const ShapeCells& cells, ShapeBegin& begin) const {
     const std::string address = cells.text(at(columns.HyperlinkAddress));
     const std::string place = cells.text(at(columns.HyperlinkSubAddress));
     const bool isInDrawing = readLinkAddress(address).kind == AddressKind::None;
-    std::string link = isInDrawing && !place.empty() ? "#" + place : uriOfLink(address, place);
+    std::string link = isInDrawing && !place.empty() ? "#" + place : uriOfLink(address, place, base);
     if (link.empty()) continue;
     begin.link = std::move(link);
     begin.linkTitle = cells.text(at(columns.HyperlinkDescription));
