@@ -1,7 +1,7 @@
 #include "shapes/emptied_notes.h"
 
+#include "display/task_marks.h"
 #include "schema/cells.h"
-#include "shapes/task_marks.h"
 
 namespace quorvel::addin {
 namespace {

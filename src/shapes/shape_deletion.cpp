@@ -9,11 +9,11 @@
 #include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "connect/host_queries.h"
+#include "display/task_marks.h"
 #include "links/link_target.h"
 #include "links/process_connector.h"
 #include "links/sub_task_box.h"
 #include "schema/cells.h"
-#include "shapes/task_marks.h"
 #include "sheets/page_walk.h"
 #include "sheets/shape_classes.h"
 

@@ -1,4 +1,4 @@
-#include "shapes/task_marks.h"
+#include "display/task_marks.h"
 
 #include <string>
 
@@ -129,6 +129,7 @@ void placeSubTaskMark(const Shape& task, const Shape& box) {
 
 bool hasSubTaskMark(const Shape& task) { return isOn(task, subTaskHyperlink); }
 
+void removeOwnHyperlinkMark(const Shape& task) { remove(task, ownHyperlink); }
 void removeNotesMark(const Shape& task) { remove(task, notes); }
 void removeSubTaskMark(const Shape& task) { remove(task, subTaskHyperlink); }
 

@@ -19,7 +19,8 @@ void placeSubTaskMark(const Shape& task, const Shape& box);
 
 bool hasSubTaskMark(const Shape& task);
 
-/// Deletes the mark and sets its cell to 0. Nothing without such a mark.
+/// Each deletes its mark and sets the cell to 0. Nothing without such a mark.
+void removeOwnHyperlinkMark(const Shape& task);
 void removeNotesMark(const Shape& task);
 void removeSubTaskMark(const Shape& task);
 
