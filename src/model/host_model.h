@@ -321,7 +321,7 @@ class Shape : public Handle {
   Maybe<bool> CellExists(std::string_view name, int localOnly) const;
   /// The new row's number. Fails when the sheet has a local row of the name.
   Maybe<int> AddNamedRow(int section, std::string_view name, int tag) const;
-  /// `row` is the 0-based place, or visio::rowLast to append; gives the row's number.
+  /// `row` is the 0-based place, or visio::rowLast to append; gives the row's number. A hyperlink is always appended.
   Maybe<int> AddRow(int section, int row, int tag) const;
   Maybe<int> AddSection(int section) const;
   bool DeleteRow(int section, int row) const;

@@ -188,6 +188,9 @@ RowOutcome addRow(Engine& engine, SheetId id, int number, int place, int tag) {
   if (!isKnownSection(number)) return refusedRow("no such section");
   const auto section = static_cast<SectionNumber>(number);
   const std::vector<RowView> rows = rowsOf(engine.store(), id, section);
+  // A hyperlink is always added behind the others, whatever place is asked for, also one before the first. Callers
+  // find the new one as the last; in front of another it would move that one to its place.
+  if (section == SectionNumber::Hyperlink) place = static_cast<int>(rows.size());
   const bool geometry = isGeometry(section);
   if (geometry && !sheet->isShape()) return refusedRow("only shapes have geometry");
 
