@@ -88,6 +88,9 @@ bool ControlAccess::showTab(int tab) const {
 bool ControlAccess::pressKey(int key) const {
   return act([&](Control& at) { return at.pressKey(key); });
 }
+bool ControlAccess::dropDown() const {
+  return act([](Control& at) { return at.dropDown(); });
+}
 bool ControlAccess::keyDown(int key) const {
   return act([&](Control& at) { return at.keyDown(key); });
 }

@@ -56,6 +56,7 @@ class ControlAccess {
   bool showTab(int tab) const;
   /// Whether the key was accepted.
   bool pressKey(int key) const;
+  bool dropDown() const;
   bool keyDown(int key) const;
 
  private:

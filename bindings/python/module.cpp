@@ -152,6 +152,7 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("select_row", &ControlAccess::selectRow)
       .def("show_tab", &ControlAccess::showTab)
       .def("press_key", &ControlAccess::pressKey)
+      .def("drop_down", &ControlAccess::dropDown)
       .def("key_down", &ControlAccess::keyDown);
 }
 

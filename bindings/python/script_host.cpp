@@ -281,6 +281,7 @@ py::list ScriptHost::asked() const {
     const char* kind = asked.kind == Kind::Form         ? "form"
                        : asked.kind == Kind::Message    ? "message"
                        : asked.kind == Kind::FileDialog ? "file"
+                       : asked.kind == Kind::Browser    ? "browser"
                                                         : "open";
     all.append(py::make_tuple(kind, textToPython(asked.text)));
   }

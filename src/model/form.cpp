@@ -169,6 +169,12 @@ bool Control::pressKey(int key) {
   return true;
 }
 
+bool Control::dropDown() {
+  if (kind_ != ControlKind::ComboBox || !focus()) return false;
+  if (onDropDown) onDropDown();
+  return true;
+}
+
 bool Control::keyDown(int keyCode) {
   if (!focus()) return false;
   if (onKeyDown) onKeyDown(keyCode);

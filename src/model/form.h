@@ -84,6 +84,8 @@ class Control {
   /// The first selected row, or -1.
   int selectedRow() const;
   std::vector<std::string> columnTitles;
+  /// List views: how many columns are shown, from the first; 0 for all.
+  std::size_t shownColumns = 0;
   /// Tabs of a tab strip by caption, and the 0-based one that shows.
   std::vector<std::string> tabs;
   int currentTab() const { return currentTab_; }
@@ -94,6 +96,8 @@ class Control {
   bool doubleClick();
   /// One key press as the host sends it: the filter may change the key or reject it; a key that passes edits the text.
   bool pressKey(int key);
+  /// Opens the list of a combo box, which may be filled only then.
+  bool dropDown();
   /// A key that edits nothing and raises no key-press, such as Delete in a list.
   bool keyDown(int keyCode);
   /// Gives this control the focus; the one that had it loses it first. When the lost-focus handler of that one sends
@@ -107,6 +111,7 @@ class Control {
   std::function<void()> onDoubleClick;
   std::function<void()> onChange;
   std::function<void()> onSelect;
+  std::function<void()> onDropDown;
   /// Gives the key to let through, or 0.
   std::function<int(int key)> onKeyPress;
   std::function<void(int keyCode)> onKeyDown;
@@ -120,7 +125,7 @@ class Control {
   int widthInCharacters = 0, heightInLines = 0;
   std::string pictureFile;
   bool isDefaultButton = false, isCancelButton = false;
-  /// Text boxes: the label before the box.
+  /// Text and combo boxes: the label before the box.
   std::string label;
   /// Characters that a user may type; 0 for any number. Code may set a longer text.
   int maxLength = 0;

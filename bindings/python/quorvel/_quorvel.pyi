@@ -150,5 +150,7 @@ class ControlAccess:
         """Whether the tab is now current."""
     def press_key(self, key: int) -> bool:
         """Whether the key was accepted."""
+    def drop_down(self) -> bool:
+        """Whether its list opened. A list may be filled only then."""
     def key_down(self, key: int) -> bool:
         """Whether the key was taken."""

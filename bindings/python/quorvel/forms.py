@@ -149,6 +149,10 @@ class Control:
         codes = [ord(key) for key in keys] if isinstance(keys, str) else [keys]
         return all([self._native.press_key(code) for code in codes])
 
+    def DropDown(self) -> None:
+        """Opens the list of a combo box, which may be filled only then."""
+        self._need("DropDown", self._native.drop_down())
+
     def KeyDown(self, code: int) -> None:
         """Presses a key that enters no text, such as 46, Delete, in a list."""
         self._need("KeyDown", self._native.key_down(code))

@@ -21,7 +21,7 @@ class Asked(NamedTuple):
     """One dialog, message or document that a user at a screen would have seen."""
 
     kind: str
-    """"form", "message", "file" or "open"."""
+    """"form", "message", "file", "browser" or "open"."""
     text: str
     """The form's name, the message, the file dialog's title, or what was to be opened."""
 
