@@ -1,5 +1,6 @@
 #include "sheets/document_cells.h"
 
+#include "base/text.h"
 #include "schema/cells.h"
 #include "sheets/rows.h"
 
@@ -9,6 +10,13 @@ namespace documentCells = schema::documentCells;
 
 std::string documentText(const Document& document, std::string_view cell) {
   return document.DocumentSheet().Cells(cell).ResultStr(visio::unitsNone).or_({});
+}
+
+bool wasSavedReads(const Document& document, std::string_view word) {
+  const Shape sheet = document.DocumentSheet();
+  if (sheet.CellExists(documentCells::isSaved, 0) != true) return false;
+  const Maybe<std::string> saved = sheet.Cells(documentCells::isSaved).ResultStr(visio::unitsNone);
+  return saved && equalIgnoringCase(*saved, word);
 }
 
 std::string listSeparator(const Document& document) { return documentText(document, documentCells::listSeparator); }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "sheets/page_walk.h"
+
 namespace quorvel::addin {
 
 namespace {
@@ -30,9 +32,10 @@ bool isSubTaskBox(const Shape& shape) {
 }
 
 bool containProcessConectorOrSubtask(const Selection& selection) {
-  selection.SetIterationMode(visio::selectModeSkipSuper);
-  return std::ranges::any_of(selection.all(),
-                             [](const Shape& shape) { return IsProcessConnector(shape) || isSubTaskBox(shape); });
+  askAgain([&] { return selection.SetIterationMode(visio::selectModeSkipSuper); });
+  return std::ranges::any_of(everyItem(selection), [](const Shape& shape) {
+    return askAgain([&] { return IsProcessConnector(shape) || isSubTaskBox(shape); });
+  });
 }
 
 bool FnDiffrentShape(const Selection& selection) {
