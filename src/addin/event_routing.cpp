@@ -5,11 +5,14 @@
 // are not shown. A test whose read fails is false. Handlers that end in a comment have no consequence.
 #include "base/ask_again.h"
 #include "base/text.h"
+#include "commands/edit_hyperlinks.h"
 #include "connect/dsr_visio_connect.h"
 #include "connect/host_queries.h"
 #include "document/document_created.h"
 #include "document/hover_upkeep.h"
 #include "document/initialize_page.h"
+#include "document/save_tracking.h"
+#include "hyperlinks/page_rename.h"
 #include "schema/cells.h"
 #include "shapes/emptied_notes.h"
 #include "shapes/find_and_replace.h"
@@ -57,13 +60,13 @@ void dsrVisioConnect::DocumentOpened(Document document) {
 
 void dsrVisioConnect::BeforeDocumentSave(Document document) {
   hideMarks(*this, document);
-  if (!hasQuorvelTemplate(document)) return;
-  // Nothing reacts yet: the file keeps User.AddinIsFound and User.DocumentSaved as they are in memory.
+  markAsSaved(document);
+  // Nothing reacts yet: the file keeps User.AddinIsFound as it is in memory.
 }
 
 void dsrVisioConnect::BeforeDocumentSaveAs(Document document) {
   hideMarks(*this, document);
-  if (!hasQuorvelTemplate(document)) return;
+  markAsSaved(document);
   // Nothing reacts yet, as for a plain save.
 }
 
@@ -102,8 +105,9 @@ void dsrVisioConnect::PageAdded(Page page) {
 }
 
 void dsrVisioConnect::PageChanged(Page page) {
-  if (isMap(page.Document())) fitToPageKind(*this, page);
-  // Nothing reacts yet to another name: links keep the page name that they were made with.
+  if (!isMap(page.Document())) return;
+  fitToPageKind(*this, page);
+  gvsoApp_PageChanged(*this, page);
 }
 
 // Shapes and cells.
@@ -159,8 +163,9 @@ void dsrVisioConnect::ExitScope(int scope, std::string_view) {
 
 // Commands and the mouse.
 
-void dsrVisioConnect::MarkerEvent(int, std::string_view) {
-  // Guarded by the context's end, "cmd=1" or "cmd=2". Nothing reacts yet: neither dialog exists.
+void dsrVisioConnect::MarkerEvent(int, std::string_view context) {
+  if (context.ends_with("cmd=1")) editHyperlinks(*this);
+  // Nothing reacts yet to "cmd=2": there is no dialog for the field of the last save.
 }
 
 void dsrVisioConnect::Click(CommandBarButton) {

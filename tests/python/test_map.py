@@ -88,6 +88,8 @@ def scatter(maps, chance):
                 window.Select(shape, 2)
             window.Selection.Group()
     if chance.random() < 0.3:
+        # Any change of a page asks about the links to it.
+        maps.app.OnMessage = lambda *asked: "Yes"
         pages[1].Background = True
 
 

@@ -1,0 +1,82 @@
+#include "hyperlinks/link_indicators.h"
+
+#include <string>
+
+#include "base/ask_again.h"
+#include "base/basic_text.h"
+#include "display/detail_shapes.h"
+#include "display/task_marks.h"
+#include "links/process_connector.h"
+#include "schema/cells.h"
+#include "schema/details.h"
+#include "sheets/page_walk.h"
+#include "sheets/shape_classes.h"
+
+namespace quorvel::addin {
+namespace {
+
+Shape memberWithData3(const Shape& group, const std::string& data3) {
+  for (const Shape& member : everyMember(group)) {
+    if (member.Data3() == data3) return member;
+  }
+  return {};
+}
+
+void put(const Shape& shape, std::string_view cell, std::string_view text) {
+  askAgain([&] { return shape.Cells(cell).FormulaForce(quoted(text)); });
+}
+
+void clearLine(const dsrVisioConnect& connect, const Shape& line) {
+  const Shape task = askAgain([&] { return line.Parent(); });
+  const std::string row = askAgain([&] { return line.Data3(); }).or_({});
+  const Shape icon = memberWithData3(task, std::string(marks::hyperlinkIcon) + row);
+  if (icon) {
+    icon.Cells("LockSelect").FormulaForce("0");
+    askAgain([&] { return icon.Cells("LockDelete").FormulaForce("0"); });
+    askAgain([&] { return icon.Delete(); });
+  }
+  const Maybe<int> position = schema::positionOfRow(row);
+  if (!position) return;
+  const std::string_view kept = schema::detailAt(*position).keptHyperlinks;
+  if (!kept.empty()) put(task, kept, "");
+  // A line that was drawn with links has no plain icon.
+  const bool hasIcon =
+      !icon || *position > schema::lastLowerDetail || memberWithData3(task, std::string(marks::icon) + row);
+  if (!hasIcon) drawLineIcon(connect, task, line, detailLayerOf(task), *position, false);
+}
+
+void clearBox(const Shape& box) {
+  const Shape task = askAgain([&] { return box.Parent(); });
+  const auto text = [](const Shape& shape, std::string_view cell) {
+    return askAgain([&] { return shape.Cells(cell).ResultStr(visio::unitsNone); });
+  };
+  const bool showsTarget =
+      text(box, schema::linkedCells::storedTaskId) == text(task, schema::taskCells::linked).or_({});
+  put(box, schema::linkedCells::storedTaskId, "");
+  removeSubTaskMark(task);
+  // An ID that is left would count as typed, and the box would keep it whatever it is linked to later.
+  if (showsTarget) put(task, schema::taskCells::linked, "");
+}
+
+void clearConnector(const Shape& connector) {
+  put(connector, schema::connectorCells::shownId, schema::connectorCells::noTarget);
+  askAgain([&] { return connector.SetName(connectorText(schema::connectorCells::noTarget)); });
+}
+
+}  // namespace
+
+void syncLinkIndicators(const dsrVisioConnect& connect, std::span<const Shape> selection) {
+  for (const Shape& shape : selection) {
+    const Hyperlinks links = askAgain([&] { return shape.Hyperlinks(); });
+    if (!(askAgain([&] { return links.Count(); }) == 0)) continue;
+    if (shape.Data1() == marks::detail) {
+      clearLine(connect, shape);
+    } else if (IsTask(shape)) {
+      shape.Data1() == marks::subTaskBox ? clearBox(shape) : removeOwnHyperlinkMark(shape);
+    } else if (IsProcessConnector(shape)) {
+      clearConnector(shape);
+    }
+  }
+}
+
+}  // namespace quorvel::addin
