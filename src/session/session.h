@@ -5,12 +5,12 @@
 #include <string>
 
 #include "connect/dsr_visio_connect.h"
-#include "headless/headless_platform.h"
 #include "host/automation/in_memory_host.h"
 #include "render/text/text_metrics.h"
 #include "session/document_themes.h"
 #include "session/platform_link_opener.h"
 #include "session/recovery.h"
+#include "session/session_platform.h"
 
 namespace quorvel {
 
@@ -50,7 +50,7 @@ class Session {
   render::PangoTextMetrics metrics_;
   DocumentThemes themes_;
   host::InMemoryHost host_;
-  HeadlessPlatform platform_;
+  SessionPlatform platform_;
   PlatformLinkOpener linkOpener_{platform_};
   addin::dsrVisioConnect addin_;
   std::unique_ptr<RecoveryCopies> recovery_;
