@@ -169,6 +169,9 @@ TEST(Pdf, PagesLinksAndPlacesInTheDocument) {
                  ShapeEnd{},
                  shape("lost", "#No such page/A09"),
                  box(70, 50, 80, 60, Colour{}),
+                 ShapeEnd{},
+                 shape("hostile", "http://x/)/S/JavaScript/JS(app.alert(1))\\"),
+                 box(85, 50, 95, 60, Colour{}),
                  ShapeEnd{}};
   second.items = {shape("A01", "#Page-1"), box(110, 90, 140, 140, Colour{0xFF0000}), ShapeEnd{}};
   const Scene pages[] = {first, second};
@@ -176,7 +179,8 @@ TEST(Pdf, PagesLinksAndPlacesInTheDocument) {
   EXPECT_TRUE(pdf.starts_with("%PDF-"));
   EXPECT_EQ(count(pdf, "/Type /Page") - count(pdf, "/Type /Pages"), 2u);
   EXPECT_EQ(count(pdf, "/URI (https://example.org/plan)"), 2u) << "before and behind its member's own link";
-  EXPECT_EQ(count(pdf, "/Subtype /Link"), 4u) << "not the lost one";
+  EXPECT_EQ(count(pdf, "/Subtype /Link"), 5u) << "not the lost one";
+  EXPECT_EQ(count(pdf, "/URI (http://x/%29/S/JavaScript/JS%28app.alert%281%29%29%5C)"), 1u) << "no end of the string";
   EXPECT_EQ(count(pdf, "/XYZ 74 96 0]"), 1u) << "half an inch above and to the left of A01, from the bottom";
   EXPECT_EQ(count(pdf, "/Type /Outlines"), 1u);
   EXPECT_EQ(writePdf({}, "").substr(0, 5), "%PDF-") << "no pages: an empty document and no crash";

@@ -31,6 +31,22 @@ std::string quotedAttribute(std::string_view text) {
   return quoted + "'";
 }
 
+/// The painting library writes an address into a string of the document as it is, and a bracket or a backslash would
+/// end that string, so that what follows became part of the document.
+std::string uriInDocument(std::string_view uri) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  std::string text;
+  for (const char c : uri) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte <= ' ' || byte > '~' || c == '(' || c == ')' || c == '\\') {
+      text += {'%', digits[byte >> 4], digits[byte & 15]};
+    } else {
+      text += c;
+    }
+  }
+  return text;
+}
+
 /// The top left corner of what is drawn of a shape and its members; `begin` is its place among the items.
 Point cornerOf(const Scene& page, std::size_t begin) {
   Box box;
@@ -115,7 +131,7 @@ class Tags {
       if (!places_.contains(place)) place = place.substr(0, place.find('/'));
       return places_.contains(place) ? "dest=" + quotedAttribute(place) : std::string();
     }
-    return link.empty() ? link : "uri=" + quotedAttribute(link);
+    return link.empty() ? link : "uri=" + quotedAttribute(uriInDocument(link));
   }
 
   void putPlace(const std::string& name) {
