@@ -315,8 +315,8 @@ MessageAnswer ScriptHost::answerMessage(const MessageBox& box) {
     if (!given.is_none()) answer = answerFrom(given, box);
   });
   if (answer) return *answer;
-  if (!pending_ && answers_ == Answers::Defaults) return answersOf(box.buttons).front();
-  const MessageAnswer careful = mostCarefulAnswer(box.buttons);
+  if (!pending_ && answers_ == Answers::Defaults && !box.carefulAnswer) return answersOf(box.buttons).front();
+  const MessageAnswer careful = box.carefulAnswer.or_(mostCarefulAnswer(box.buttons));
   if (!pending_) unanswered_.push_back(box.text + " [" + nameOf(careful) + ", because it was not answered]");
   return careful;
 }

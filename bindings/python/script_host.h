@@ -31,8 +31,10 @@ struct UnansweredTexts {
 
 /// What happens to questions and forms that the script does not answer.
 enum class Answers {
-  None,      ///< forms are closed, questions get the answer that changes least, and the script gets an exception
-  Defaults,  ///< forms are accepted as they open, questions get Yes
+  None,  ///< forms are closed, questions get the answer that changes least, and the script gets an exception
+  /// Forms are accepted as they open, and questions get Yes. A question whose Yes may do harm outside of the drawing
+  /// is treated as with None.
+  Defaults,
 };
 
 /// All calls come from one thread at a time, which holds the interpreter's lock.

@@ -23,6 +23,9 @@ struct MessageBox {
   std::string title = "Quorvel";
   MessageButtons buttons = MessageButtons::Ok;
   MessageIcon icon = MessageIcon::None;
+  /// The answer that loses nothing, where agreeing may do harm outside of the drawing. A platform that agrees to
+  /// every question gives it instead, and a window makes its button the one that Enter presses.
+  Maybe<MessageAnswer> carefulAnswer = {};
 };
 
 struct FileDialog {

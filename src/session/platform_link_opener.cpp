@@ -8,6 +8,7 @@ bool PlatformLinkOpener::openLink(const std::string& target, host::LinkTarget ki
     box.text = "The hyperlink starts the program " + target + ". Do you want to start it?";
     box.buttons = MessageButtons::YesNo;
     box.icon = MessageIcon::Question;
+    box.carefulAnswer = MessageAnswer::No;
     if (platform_.showMessage(box) != MessageAnswer::Yes) return true;
   }
   return platform_.shellOpen(target);

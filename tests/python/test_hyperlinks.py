@@ -53,3 +53,17 @@ def test_other_targets_are_opened_by_the_script(maps, tmp_path):
     maps.app.OnShellOpen = lambda target: 1 / 0
     with pytest.raises(ZeroDivisionError):
         maps.doc.FollowHyperlink("mailto:a@example.org", "")
+
+
+def test_defaults_start_no_program(tmp_path):
+    app = quorvel.Application(profile=tmp_path, answers="defaults")
+    opened = []
+    app.OnShellOpen = opened.append
+    doc = app.Documents.Add("")
+    doc.SaveAs(tmp_path / "map.vsdx")
+    (tmp_path / "tool.exe").write_text("")
+    with pytest.raises(quorvel.Unanswered, match=r"starts the program.* \[No, because it was not answered\]"):
+        doc.FollowHyperlink("tool.exe", "")
+    app.OnMessage = lambda *box: "Yes"
+    doc.FollowHyperlink("tool.exe", "")
+    assert opened == [str(tmp_path / "tool.exe")]

@@ -74,6 +74,8 @@ class Application(Handle):
     install_folder: the folder of stencil, template, icons and help; None for the one that came with the module.
     profile: the folder of Quorvel.ini, or that file; None for the user's own.
     answers: "defaults" accepts every form as it opens and says Yes; None leaves what no handler answers unanswered.
+        The question whether a hyperlink may start a program is never accepted: without a handler's Yes it gets No and
+        raises Unanswered.
     recovery: a folder for copies of unsaved drawings, written about every minute while there are changes and
         removed when they are saved or closed; None writes none. Those of drawings that are unsaved when the script
         ends stay, so a script that is done without saving calls Quit. See quorvel.copies_left_behind.
