@@ -260,6 +260,36 @@ TEST_F(Hyperlinks, PathsGoFromRelativeToAbsoluteAndBack) {
   });
 }
 
+/// The address is kept as it is. What splits the record and the bookmark is lost when the link is read back.
+TEST_F(Hyperlinks, NamesOfFilesThatTheFormatSplits) {
+  struct Case {
+    std::string name, location, bookmark, path, rest;
+  };
+  for (const Case& each : {
+           Case{"a b.doc", "a b.doc", "", "a b.doc", ""},
+           Case{"100%20.doc", "100%20.doc", "", "100%20.doc", ""},
+           Case{"\"quoted\" 'n'.doc", "\"quoted\" 'n'.doc", "", "\"quoted\" 'n'.doc", ""},
+           Case{"Заказ 注文.doc", "Заказ 注文.doc", "", "Заказ 注文.doc", ""},
+           Case{"a+b.doc", "a+b.doc", "", "a", "b.doc"},
+           Case{"a#b.doc", "a", "b.doc", "a#b.doc", ""},
+       }) {
+    SCOPED_TRACE(each.name);
+    std::ofstream(folder + each.name) << "text";
+    chosenFile = folder + each.name;
+    const Shape fresh = dropTask(page, 4, 4);
+    edit(fresh, [&](Form& form) {
+      click(form, "Comdbrowes_Document");
+      click(form, "cmbSaveAndClose");
+    });
+    EXPECT_EQ(linksOf(fresh), Texts{each.name + " |  |  | Document+Rel+" + folder + each.name + "+ | same"});
+    edit(fresh, [&](Form& form) {
+      EXPECT_EQ(
+          column(form, 0, 1) + " | " + column(form, 0, 4) + " | " + column(form, 0, 8) + " | " + column(form, 0, 10),
+          each.location + " | " + each.bookmark + " | " + folder + each.path + " | " + each.rest);
+    });
+  }
+}
+
 TEST_F(Hyperlinks, ALinkToAPageOfAnotherDrawing) {
   const Document sub = app.Documents().Add(session.templatePath());
   ASSERT_TRUE(sub.Pages().Item(1).SetName("S Sub"));
