@@ -8,6 +8,21 @@
 #include "vocab/parse.h"
 
 namespace quorvel::addin {
+namespace {
+
+/// The parts of a link's text: the first five are always there, the other two for a link that has either.
+enum Part { address, description, subAddress, isDefault, frame, zoom, newWindow, allParts };
+
+constexpr const char* yes = "-1";
+constexpr const char* no = "0";
+
+/// A "," inside a link makes parts too; those are no zoom.
+bool hasZoomAndWindow(const std::vector<std::string_view>& parts) {
+  return parts.size() == allParts && (parts[zoom].empty() || parts[zoom].starts_with("zoom=")) &&
+         (parts[newWindow] == yes || parts[newWindow] == no);
+}
+
+}  // namespace
 
 Maybe<std::string> hyperlinksAsText(const Shape& line) {
   const Hyperlinks links = askAgain([&] { return line.Hyperlinks(); });
@@ -21,8 +36,11 @@ Maybe<std::string> hyperlinksAsText(const Shape& line) {
     const auto subAddress = askAgain([&] { return link.SubAddress(); });
     const auto isDefault = askAgain([&] { return link.IsDefaultLink(); });
     const auto frame = askAgain([&] { return link.Frame(); });
-    if (!address || !description || !subAddress || !isDefault || !frame) return {};
-    text += ";" + *address + "," + *description + "," + *subAddress + "," + (*isDefault ? "-1" : "0") + "," + *frame;
+    const auto zoom = askAgain([&] { return link.ExtraInfo(); });
+    const auto newWindow = askAgain([&] { return link.NewWindow(); });
+    if (!address || !description || !subAddress || !isDefault || !frame || !zoom || !newWindow) return {};
+    text += ";" + *address + "," + *description + "," + *subAddress + "," + (*isDefault ? yes : no) + "," + *frame;
+    if (!zoom->empty() || *newWindow) text += "," + *zoom + "," + (*newWindow ? yes : no);
   }
   return text;
 }
@@ -35,11 +53,14 @@ void restoreHyperlinks(const Shape& line, std::string_view text) {
     const std::vector<std::string_view> parts = splitAt(entries[i], ',');
     const auto part = [&](std::size_t n) { return n < parts.size() ? std::string(parts[n]) : std::string(); };
     const auto has = [&](std::size_t n) { return n < parts.size(); };
-    if (has(0)) askAgain([&] { return link.SetAddress(part(0)); });
-    if (has(1)) askAgain([&] { return link.SetDescription(part(1)); });
-    if (has(2)) askAgain([&] { return link.SetSubAddress(part(2)); });
-    if (has(3)) askAgain([&] { return link.SetIsDefaultLink(val(part(3)) != 0); });
-    if (has(4)) askAgain([&] { return link.SetFrame(part(4)); });
+    if (has(address)) askAgain([&] { return link.SetAddress(part(address)); });
+    if (has(description)) askAgain([&] { return link.SetDescription(part(description)); });
+    if (has(subAddress)) askAgain([&] { return link.SetSubAddress(part(subAddress)); });
+    if (has(isDefault)) askAgain([&] { return link.SetIsDefaultLink(val(part(isDefault)) != 0); });
+    if (has(frame)) askAgain([&] { return link.SetFrame(part(frame)); });
+    if (!hasZoomAndWindow(parts)) continue;
+    askAgain([&] { return link.SetExtraInfo(part(zoom)); });
+    askAgain([&] { return link.SetNewWindow(parts[newWindow] == yes); });
   }
 }
 

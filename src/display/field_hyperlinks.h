@@ -10,6 +10,7 @@
 namespace quorvel::addin {
 
 /// Every hyperlink as ";", address, ",", description, ",", sub-address, ",", 0 or -1 for the default link, ",", frame.
+/// One with a zoom or a window of its own has also ",", the zoom, ",", and 0 or -1 for the new window.
 /// Nothing is escaped: drawings hold such texts, and a ";" or "," inside a link shifts its parts on reading.
 /// Nothing when one of them can't be read.
 Maybe<std::string> hyperlinksAsText(const Shape& line);

@@ -381,7 +381,7 @@ TEST_F(Hyperlinks, ADetailLineKeepsItsLinksThroughARedrawAndLosesItsIconWithTheL
   EXPECT_EQ(linksOf(line()), written);
   EXPECT_TRUE(memberMarked(task, "PicLinkedcontrols2"));
   ASSERT_TRUE(task.Cells("Prop.Guidelines").SetFormula("\"first;second;third\""));
-  ASSERT_EQ(line().Hyperlinks().Count(), 1);
+  EXPECT_EQ(linksOf(line()), written);
   edit(line(), [&](Form& form) {
     clickRow(form, 0);
     click(form, "CmdDelete");
