@@ -151,6 +151,8 @@ void HeadlessPlatform::showModal(Form& form) {
   if (form.isOpen()) form.hide();
 }
 
+void HeadlessPlatform::showNote(Form& form) { form.open(); }
+
 bool HeadlessPlatform::fileExists(std::string_view path) {
   std::error_code error;
   return fs::is_regular_file(pathOf(path), error);

@@ -59,6 +59,8 @@ class HeadlessPlatform : public Platform {
   MessageAnswer showMessage(const MessageBox& box) override;
   Maybe<std::string> chooseFile(const FileDialog& dialog) override;
   void showModal(Form& form) override;
+  /// Is not recorded: nothing is asked.
+  void showNote(Form& form) override;
 
   bool fileExists(std::string_view path) override;
   bool folderExists(std::string_view path) override;

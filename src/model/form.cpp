@@ -51,6 +51,11 @@ void Control::setVisible(bool visible) {
   changed();
 }
 
+void Control::setForeColour(int colour) {
+  foreColour_ = colour;
+  changed();
+}
+
 void Control::setTag(std::string tag) { tag_ = std::move(tag); }
 
 std::size_t Control::addRow(std::vector<std::string> columns) {
@@ -166,6 +171,24 @@ bool Control::pressKey(int key) {
     appendUtf8(typed, static_cast<char32_t>(key));
     setText(std::move(typed));
   }
+  return true;
+}
+
+bool Control::mouseDown() {
+  if (!enabled_ || !visible_) return false;
+  if (onMouseDown) onMouseDown();
+  return true;
+}
+
+bool Control::mouseUp() {
+  if (!enabled_ || !visible_) return false;
+  if (onMouseUp) onMouseUp();
+  return true;
+}
+
+bool Control::mouseMove() {
+  if (!enabled_ || !visible_) return false;
+  if (onMouseMove) onMouseMove();
   return true;
 }
 

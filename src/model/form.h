@@ -65,6 +65,9 @@ class Control {
   void setEnabled(bool enabled);
   bool visible() const { return visible_; }
   void setVisible(bool visible);
+  /// 0xBBGGRR; -1 for the toolkit's own.
+  int foreColour() const { return foreColour_; }
+  void setForeColour(int colour);
   const std::string& tag() const { return tag_; }
   void setTag(std::string tag);
 
@@ -96,6 +99,10 @@ class Control {
   bool doubleClick();
   /// One key press as the host sends it: the filter may change the key or reject it; a key that passes edits the text.
   bool pressKey(int key);
+  /// The left button goes down and up over the control, and the pointer moves over it.
+  bool mouseDown();
+  bool mouseUp();
+  bool mouseMove();
   /// Opens the list of a combo box, which may be filled only then.
   bool dropDown();
   /// A key that edits nothing and raises no key-press, such as Delete in a list.
@@ -112,6 +119,9 @@ class Control {
   std::function<void()> onChange;
   std::function<void()> onSelect;
   std::function<void()> onDropDown;
+  std::function<void()> onMouseDown;
+  std::function<void()> onMouseUp;
+  std::function<void()> onMouseMove;
   /// Gives the key to let through, or 0.
   std::function<int(int key)> onKeyPress;
   std::function<void(int keyCode)> onKeyDown;
@@ -142,6 +152,7 @@ class Control {
   bool enabled_ = true, visible_ = true;
   std::vector<ListRow> rows_;
   int currentTab_ = 0;
+  int foreColour_ = -1;
 };
 
 /// A dialog. It is made, filled, shown through Platform::showModal and read when that returns.

@@ -78,6 +78,8 @@ class Platform {
   virtual Maybe<std::string> chooseFile(const FileDialog& dialog) = 0;
   /// Opens the form and returns when it was hidden or closed.
   virtual void showModal(Form& form) = 0;
+  /// Opens the form and returns at once; whoever shows it hides it.
+  virtual void showNote(Form& form) = 0;
 
   virtual bool fileExists(std::string_view path) = 0;
   virtual bool folderExists(std::string_view path) = 0;
