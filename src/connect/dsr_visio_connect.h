@@ -66,9 +66,15 @@ class dsrVisioConnect : public UpkeepListener, public PasteBatch {
   // The host, and what one event handler keeps for the next.
   Application gvsoApp;        ///< null while not connected
   bool bFlagSaveAs = false;   ///< a Save As was begun, and the document's cells must still be restored
+  Document documentSavedAs;   ///< that document
   bool flag_right = false;    ///< the last mouse press was the right button
   bool DeleteShape = false;   ///< a deletion is pending; cleared by the next selection change
   bool toolbarBuilt = false;  ///< the toolbar exists while a map is open
+  // The toolbar and its buttons, null while it does not exist; see addin/toolbar.h. No button is made for two of them.
+  CommandBar toolbar;
+  CommandBarButton cbrBtnTaskLinkDisplayOption, cbrBtnTaskdisplay, cbrBtnTaskDisplayOption, cbrBtnRenumberTasks,
+      cbrBtnCustomizeRoleName, cbrQuorvelOption, cbrQuorvelReports, cbrBtnAskQVExpert, cbrBtnQVHelp, cbrBtnAboutQuorvel,
+      cbrBtnFindReplace, cbrBtnTaskLinkDisplay;
   /// What is marked as selected in each window; see shapes/selection_marks.cpp.
   std::shared_ptr<SelectionMarks> globalSelectionObj;
 
@@ -88,6 +94,9 @@ class dsrVisioConnect : public UpkeepListener, public PasteBatch {
   /// This Task gets an ID from a routine that keeps all hyperlinks right by itself: a first drop or a paste, to which
   /// nothing links yet, or the renumbering of many Tasks. The change of its ID rewrites no hyperlink.
   Shape numberedTask;
+
+  /// Links are being brought up to date with the name of this page.
+  Page renamedPage;
 
   /// Shapes that were added are being handled. Meanwhile the add-in does not clear the selection, and a change of it
   /// begins no new paste.

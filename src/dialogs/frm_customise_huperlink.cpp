@@ -155,8 +155,8 @@ void frmcustomisehuperlink::addRules() {
     Control& control = *each;
     if (control.kind() == ControlKind::TextBox || control.kind() == ControlKind::ComboBox)
       control.onChange = [this, &control] { boxChanged(control); };
-    if (control.kind() == ControlKind::ComboBox) control.onSelect = [this] { dirty_ = true; };
-    if (control.kind() == ControlKind::CheckBox) control.onClick = [this] { dirty_ = true; };
+    if (control.kind() == ControlKind::ComboBox) control.onSelect = [this] { dirty_ = hasEntry_ = true; };
+    if (control.kind() == ControlKind::CheckBox) control.onClick = [this] { dirty_ = hasEntry_ = true; };
   }
   for (const KindPage& page : pages_) {
     page.option.onClick = [this, &page] {
@@ -171,8 +171,7 @@ void frmcustomisehuperlink::addRules() {
   CmdDelete.onClick = [this] { deleteRow(); };
   cmbApplay.onClick = [this] { apply(); };
   cmbSaveAndClose.onClick = [this] {
-    apply();
-    close();
+    if (apply()) close();
   };
   cmbCancle.onClick = [this] {
     if (!dirty_ || confirmsCancel(frmParent.platform)) close();
@@ -180,7 +179,7 @@ void frmcustomisehuperlink::addRules() {
 }
 
 void frmcustomisehuperlink::boxChanged(const Control& box) {
-  dirty_ = true;
+  dirty_ = hasEntry_ = true;
   if (&box == &txtAddress_email) pageOf(linkKinds::email).description.setText(box.text());
   pathChanged(box);
 }
@@ -225,7 +224,7 @@ void frmcustomisehuperlink::loading() {
   }
   taskPath_.path = fullPathOf(drawing_);
   // The boxes were filled by code, the user has changed nothing.
-  dirty_ = false;
+  dirty_ = hasEntry_ = false;
 }
 
 bool frmcustomisehuperlink::unloading() {

@@ -116,9 +116,13 @@ class frmcustomisehuperlink : public Form {
   void rowClicked();
   /// False when the kind of the row can't be chosen.
   bool fillFrom(const LinkRow& row);
+  /// Empties what the Task page offers.
+  void clearTargets();
+  std::string fullTaskPath(const std::string& location, bool isRelative) const;
   void copyExisting();
   void fillFrom(const KindPage& page, const ExistingLink& link);
-  void apply();
+  /// False when the mail address was refused.
+  bool apply();
   LinkRow rowAt(std::size_t index) const;
   void putRow(std::size_t index, const LinkRow& row);
 
@@ -127,6 +131,7 @@ class frmcustomisehuperlink : public Form {
   std::vector<Shape> selection_;
   int currentRow_ = 0;  ///< 1-based row of the list that the page edits; 0 and -1: none
   bool dirty_ = false;
+  bool hasEntry_ = false;  ///< the fields hold something that is not in the list yet
   int filling_ = 0;
   bool goesBackToKind_ = false;  ///< the kind that shows is marked as chosen again; its fields stay
   std::unique_ptr<Browser> web_;

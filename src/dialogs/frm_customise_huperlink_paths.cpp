@@ -93,6 +93,7 @@ void frmcustomisehuperlink::showPath(PathBoxes& boxes, const std::string& text, 
 void frmcustomisehuperlink::clearPath(PathBoxes& boxes) {
   // In a drawing that was never saved only the absolute box can be used.
   showPath(boxes, "", boxes.optionRelative.enabled());
+  boxes.path.clear();
 }
 
 void frmcustomisehuperlink::goAbsolute(PathBoxes& boxes) {
@@ -128,18 +129,20 @@ void frmcustomisehuperlink::goRelative(PathBoxes& boxes) {
 
 void frmcustomisehuperlink::pathChanged(const Control& box) {
   const std::string text = box.text();
-  const bool isFull = holdsFullPath(text);
-  if (isFull && &box == &documentPath_.absolute) documentPath_.path = text;
-  if (isFull && &box == &programPath_.relative) programPath_.path = text;
-  if (isFull && &box == &taskPath_.relative) taskPath_.path = text;
   if (&box == &documentPath_.relative && isWebAddress(text)) {
-    documentPath_.path = text;
     showPath(documentPath_, text, false);
+    documentPath_.path = text;
+    return;
   }
-  // What the user types is another drawing, while the path is still that of the one chosen before.
-  if (filling_ > 0 || text.empty()) return;
-  if (isFull && &box == &taskPath_.absolute) taskPath_.path = text;
-  if (!isFull && &box == &taskPath_.relative) taskPath_.path = folder() + text;
+  // What is filled in by code has its path from there.
+  if (filling_ > 0) return;
+  const bool isFull = holdsFullPath(text);
+  for (PathBoxes* boxes : {&documentPath_, &programPath_}) {
+    // Of a file that is typed only a full path is known; that of a file chosen before is not this one's.
+    if (&box == &boxes->absolute || &box == &boxes->relative) boxes->path = isFull ? text : std::string();
+  }
+  if (&box == &taskPath_.absolute) taskPath_.path = text;
+  if (&box == &taskPath_.relative) taskPath_.path = isFull || text.empty() ? text : folder() + text;
 }
 
 bool frmcustomisehuperlink::linksToOwnDrawing() const {
@@ -183,6 +186,8 @@ void frmcustomisehuperlink::browseTask() {
   showPath(taskPath_, isRelative ? get_relative_path_to(folder(), *file) : *file, isRelative);
   const OpenedDrawing target(frmParent, *file);
   fillPages(target.document());
+  Comb_Task.clearRows();
+  Comb_Task.setText("");
   Comb_Zoom.setText(std::string(defaultZoom));
   pageOf(linkKinds::task).description.setText(fileNameOf(*file));
 }

@@ -16,6 +16,9 @@ namespace {
 
 constexpr std::string_view mailStart = "mailto:";
 
+/// The tag of a row that no shape has yet. A click on it makes it an edited one, which replaces nothing.
+constexpr const char* neverWritten = "never written";
+
 std::string withMailStart(const std::string& address) {
   return startsWithIgnoringCase(address, mailStart) ? address : std::string(mailStart) + address;
 }
@@ -53,13 +56,15 @@ bool frmcustomisehuperlink::add_to_list(std::string_view key) {
   const std::size_t count = lstLinks.rows().size();
   const bool hasCurrent = currentRow_ > 0;
   const std::size_t target = hasCurrent ? static_cast<std::size_t>(currentRow_) : count + 1;
-  const bool hasAddress = !page.address.text().empty() || (page.path && !page.path->relative.text().empty());
-  if (hasAddress) {
-    LinkRow row = target <= count ? rowAt(target - 1) : LinkRow();
+  const bool isRelative = page.path && page.path->optionRelative.enabled() && page.path->optionRelative.isOn();
+  const std::string address = (isRelative ? page.path->relative : page.address).text();
+  if (!address.empty()) {
+    const bool isNew = target > count;
+    LinkRow row = isNew ? LinkRow() : rowAt(target - 1);
     row[linkColumns::description] = page.description.text();
-    row[linkColumns::state] = target <= count ? linkStates::edited : linkStates::added;
+    row[linkColumns::state] = isNew ? linkStates::added : linkStates::edited;
     row[linkColumns::kind] = page.kind;
-    row[linkColumns::location] = isEmail ? withMailStart(page.address.text()) : page.address.text();
+    row[linkColumns::location] = isEmail ? withMailStart(address) : address;
     if (page.newWindow) row[linkColumns::newWindow] = page.newWindow->isOn() ? "True" : "False";
     if (page.bookmark) row[linkColumns::page] = page.bookmark->text();
     if (page.kind == linkKinds::task) {
@@ -68,12 +73,11 @@ bool frmcustomisehuperlink::add_to_list(std::string_view key) {
       row[linkColumns::zoom] = zoomText(Comb_Zoom.text());
     }
     if (page.path) {
-      const bool isRelative = page.path->optionRelative.enabled() && page.path->optionRelative.isOn();
-      if (isRelative) row[linkColumns::location] = page.path->relative.text();
       row[linkColumns::relOrAbs] = isRelative ? pathKinds::relative : pathKinds::absolute;
       row[linkColumns::absolutePath] = page.path->path;
     }
     putRow(target - 1, row);
+    if (isNew) lstLinks.setRowTag(target - 1, neverWritten);
   }
   currentRow_ = static_cast<int>(target);
   return true;
@@ -98,6 +102,7 @@ void frmcustomisehuperlink::appendListRow(const KindPage& page) {
     if (isRelative) row[linkColumns::location] = row[linkColumns::relativePath] + fileNameOf(address);
   }
   putRow(lstLinks.rows().size(), row);
+  lstLinks.setRowTag(lstLinks.rows().size() - 1, neverWritten);
 }
 
 void frmcustomisehuperlink::newRow() {
@@ -109,13 +114,18 @@ void frmcustomisehuperlink::newRow() {
     // These kinds get a second row and keep their fields.
     appendListRow(*page);
   }
-  if (page->kind == linkKinds::task) {
-    Comb_Page.clearRows();
-    Comb_Task.clearRows();
-    Comb_Page.setText("");
-    Comb_Task.setText("");
-  }
+  if (page->kind == linkKinds::task) clearTargets();
   currentRow_ = -1;
+}
+
+void frmcustomisehuperlink::clearTargets() {
+  for (Control* box : {&Comb_Page, &Comb_Task}) {
+    box->clearRows();
+    box->setText("");
+  }
+  // Where no other kind can be chosen, the Task page could not be filled again by choosing it.
+  if (!Option_Document.enabled()) kindChosen(pageOf(linkKinds::task));
+  hasEntry_ = false;
 }
 
 void frmcustomisehuperlink::deleteRow() {
@@ -128,11 +138,7 @@ void frmcustomisehuperlink::deleteRow() {
   const bool isTask = page->kind == linkKinds::task;
   const bool hasAddress = !page->address.text().empty() || (page->path && !page->path->relative.text().empty());
   if (isTask || hasAddress) clearLinkFields(*page);
-  if (!isTask) return;
-  Comb_Page.clearRows();
-  Comb_Task.clearRows();
-  Comb_Page.setText("");
-  Comb_Task.setText("");
+  if (isTask) clearTargets();
 }
 
 void frmcustomisehuperlink::rowClicked() {
@@ -149,7 +155,12 @@ void frmcustomisehuperlink::rowClicked() {
   }
   lstLinks.setRowText(static_cast<std::size_t>(index), linkColumns::state, std::string(linkStates::edited));
   currentRow_ = index + 1;
-  dirty_ = false;
+  dirty_ = hasEntry_ = false;
+}
+
+std::string frmcustomisehuperlink::fullTaskPath(const std::string& location, bool isRelative) const {
+  // Links of older drawings count as relative whatever their address is.
+  return isRelative && !holdsFullPath(location) ? folder() + location : location;
 }
 
 bool frmcustomisehuperlink::fillFrom(const LinkRow& row) {
@@ -168,9 +179,7 @@ bool frmcustomisehuperlink::fillFrom(const LinkRow& row) {
     const bool isRelative = row[linkColumns::relOrAbs] == pathKinds::relative && page.path->optionRelative.enabled();
     const bool isTask = page.kind == linkKinds::task;
     showPath(*page.path, row[linkColumns::location], isRelative);
-    page.path->path = !isTask      ? row[linkColumns::absolutePath]
-                      : isRelative ? folder() + row[linkColumns::location]
-                                   : row[linkColumns::location];
+    page.path->path = isTask ? fullTaskPath(row[linkColumns::location], isRelative) : row[linkColumns::absolutePath];
   } else {
     page.address.setText(row[linkColumns::location]);
   }
@@ -199,7 +208,7 @@ void frmcustomisehuperlink::fillFrom(const KindPage& page, const ExistingLink& l
   if (page.path) {
     showPath(*page.path, link.location, isRelative);
     if (isTask) {
-      page.path->path = isRelative ? folder() + link.location : link.location;
+      page.path->path = fullTaskPath(link.location, isRelative);
     } else if (isRelative) {
       page.path->absolute.setText(link.absPath + link.docName);
       page.path->path = isProgram ? link.absPath : link.absPath + link.docName;
@@ -219,19 +228,26 @@ void frmcustomisehuperlink::fillFrom(const KindPage& page, const ExistingLink& l
   page.description.setText(link.description);
 }
 
-void frmcustomisehuperlink::apply() {
+bool frmcustomisehuperlink::apply() {
   const KindPage* const page = chosenPage();
   // Fields that nobody changed are no link: the Task page opens with the name of the drawing itself.
-  if (page && dirty_) add_to_list(page->key);
+  if (page && hasEntry_ && !add_to_list(page->key)) return false;
   std::vector<LinkRow> rows;
-  for (std::size_t i = 0; i < lstLinks.rows().size(); ++i) rows.push_back(rowAt(i));
+  for (std::size_t i = 0; i < lstLinks.rows().size(); ++i) {
+    rows.push_back(rowAt(i));
+    if (lstLinks.rows()[i].tag == neverWritten) rows.back()[linkColumns::state] = linkStates::added;
+  }
   {
     const UndoStep step(frmParent.gvsoApp, caption());
     AddHyperLink_fnc(drawing_, selection_, rows);
     syncLinkIndicators(frmParent, selection_);
   }
-  for (std::size_t i = 0; i < rows.size(); ++i) putRow(i, rows[i]);
-  dirty_ = false;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    putRow(i, rows[i]);
+    lstLinks.setRowTag(i, {});
+  }
+  dirty_ = hasEntry_ = false;
+  return true;
 }
 
 }  // namespace quorvel::addin

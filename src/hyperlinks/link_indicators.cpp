@@ -6,6 +6,7 @@
 #include "base/basic_text.h"
 #include "display/detail_shapes.h"
 #include "display/task_marks.h"
+#include "links/link_target.h"
 #include "links/process_connector.h"
 #include "schema/cells.h"
 #include "schema/details.h"
@@ -45,20 +46,29 @@ void clearLine(const dsrVisioConnect& connect, const Shape& line) {
   if (!hasIcon) drawLineIcon(connect, task, line, detailLayerOf(task), *position, false);
 }
 
-void clearBox(const Shape& box) {
-  const Shape task = askAgain([&] { return box.Parent(); });
-  const auto text = [](const Shape& shape, std::string_view cell) {
-    return askAgain([&] { return shape.Cells(cell).ResultStr(visio::unitsNone); });
-  };
-  const bool showsTarget =
-      text(box, schema::linkedCells::storedTaskId) == text(task, schema::taskCells::linked).or_({});
-  put(box, schema::linkedCells::storedTaskId, "");
-  removeSubTaskMark(task);
-  // An ID that is left would count as typed, and the box would keep it whatever it is linked to later.
-  if (showsTarget) put(task, schema::taskCells::linked, "");
+Maybe<std::string> textOf(const Shape& shape, std::string_view cell) {
+  return askAgain([&] { return shape.Cells(cell).ResultStr(visio::unitsNone); });
 }
 
-void clearConnector(const Shape& connector) {
+/// Of a connector or box that follows its link: an ID that is left would be that of a Task it does not lead to, or
+/// count as typed, and stay whatever it is linked to later.
+bool showsItsTarget(const Shape& linked, const Shape& shown, std::string_view cell) {
+  return textOf(linked, schema::linkedCells::storedTaskId) == textOf(shown, cell).or_({});
+}
+
+void clearBox(const Shape& box, bool hasLinks) {
+  const Shape task = askAgain([&] { return box.Parent(); });
+  const bool clears = showsItsTarget(box, task, schema::taskCells::linked);
+  put(box, schema::linkedCells::storedTaskId, "");
+  if (!hasLinks) removeSubTaskMark(task);
+  if (clears) put(task, schema::taskCells::linked, "");
+}
+
+void clearConnector(const Shape& connector, bool hasLinks) {
+  if (hasLinks) {
+    if (!showsItsTarget(connector, connector, schema::connectorCells::shownId)) return;
+    put(connector, schema::linkedCells::storedTaskId, "");
+  }
   put(connector, schema::connectorCells::shownId, schema::connectorCells::noTarget);
   askAgain([&] { return connector.SetName(connectorText(schema::connectorCells::noTarget)); });
 }
@@ -68,13 +78,22 @@ void clearConnector(const Shape& connector) {
 void syncLinkIndicators(const dsrVisioConnect& connect, std::span<const Shape> selection) {
   for (const Shape& shape : selection) {
     const Hyperlinks links = askAgain([&] { return shape.Hyperlinks(); });
-    if (!(askAgain([&] { return links.Count(); }) == 0)) continue;
+    const Maybe<int> count = askAgain([&] { return links.Count(); });
+    if (!count) continue;
+    const bool hasLinks = *count > 0;
+    const Hyperlink first = hasLinks ? askAgain([&] { return links.Item(0); }) : Hyperlink();
+    const bool namesTask = !linkTarget(askAgain([&] { return first.SubAddress(); }).or_({})).taskId.empty();
+    if (namesTask) continue;
     if (shape.Data1() == marks::detail) {
-      clearLine(connect, shape);
+      if (!hasLinks) clearLine(connect, shape);
     } else if (IsTask(shape)) {
-      shape.Data1() == marks::subTaskBox ? clearBox(shape) : removeOwnHyperlinkMark(shape);
+      if (shape.Data1() == marks::subTaskBox) {
+        clearBox(shape, hasLinks);
+      } else if (!hasLinks) {
+        removeOwnHyperlinkMark(shape);
+      }
     } else if (IsProcessConnector(shape)) {
-      clearConnector(shape);
+      clearConnector(shape, hasLinks);
     }
   }
 }

@@ -85,7 +85,9 @@ std::string fileNameOf(std::string_view path) { return std::string(path.substr(f
 
 std::string folderOf(std::string_view path) { return std::string(path.substr(0, folderLength(path))); }
 
-bool holdsFullPath(std::string_view text) { return text.find(":\\") != std::string_view::npos || isPosix(text); }
+bool holdsFullPath(std::string_view text) {
+  return text.find(":\\") != std::string_view::npos || text.starts_with("\\\\") || isPosix(text);
+}
 
 bool haveSameRoot(std::string_view a, std::string_view b) {
   if (isPosix(a) || isPosix(b)) return isPosix(a) && isPosix(b);

@@ -21,7 +21,7 @@ std::string fileNameOf(std::string_view path);
 /// What stands before that.
 std::string folderOf(std::string_view path);
 
-/// A path that does not depend on a folder: with ":\" anywhere, or "/" at the start.
+/// A path that does not depend on a folder: with ":\" anywhere, or "\\" or "/" at the start.
 bool holdsFullPath(std::string_view text);
 
 /// True when one path can be written relative to the other: the same drive or share by their first three characters, or

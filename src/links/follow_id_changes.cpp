@@ -36,23 +36,32 @@ void put(const Hyperlink& link, const LinkTarget& target, const std::string& end
   if (description) link.SetDescription(description);
 }
 
+/// The ID that the shape's link names in the end; nothing when no change moves it, or when its target is no Task of
+/// this drawing.
+Maybe<std::string> endOf(const Shape& shape, const Hyperlink& link, const LinkTarget& target,
+                         const IdChanges& changes) {
+  const Maybe<std::string> end = changes.endOf(target.taskId);
+  return end && leadsElsewhere(link, askAgain([&] { return shape.Document(); })) ? Maybe<std::string>() : end;
+}
+
 /// A hyperlink whose own description tells whether it is the address.
-void rewrite(const Hyperlink& link, const IdChanges& changes) {
+void rewrite(const Shape& shape, const Hyperlink& link, const IdChanges& changes) {
   const std::string address = addressOf(link);
   const LinkTarget target = linkTarget(address);
-  const Maybe<std::string> end = changes.endOf(target.taskId);
+  const Maybe<std::string> end = endOf(shape, link, target, changes);
   if (end) put(link, target, *end, changes.descriptionOf(textOf(link, address)));
 }
 
 /// A Task's own hyperlinks: the description of the first one decides for all.
-void rewriteOwn(const std::vector<Hyperlink>& links, const IdChanges& changes) {
+void rewriteOwn(const Shape& task, const IdChanges& changes) {
+  const std::vector<Hyperlink> links = everyHyperlink(task);
   if (links.empty()) return;
   const LinkText first = textOf(links.front(), addressOf(links.front()));
-  rewrite(links.front(), changes);
+  rewrite(task, links.front(), changes);
   for (auto link = links.begin() + 1; link != links.end(); ++link) {
     const std::string address = addressOf(*link);
     const LinkTarget target = linkTarget(address);
-    const Maybe<std::string> end = changes.endOf(target.taskId);
+    const Maybe<std::string> end = endOf(task, *link, target, changes);
     if (end) put(*link, target, *end, changes.descriptionOf({address, {}}, first));
   }
 }
@@ -65,13 +74,14 @@ void put(const Shape& shape, std::string_view cell, const std::string& text) {
   shape.Cells(cell).FormulaForce(quoted(text));
 }
 
-/// The first hyperlink of the shape, and the ID that it names; null without one.
+/// The first hyperlink of the shape, and the ID of this drawing that it names; null and empty without one.
 struct FirstLink {
   explicit FirstLink(const Shape& shape) {
     const std::vector<Hyperlink> links = everyHyperlink(shape);
     if (links.empty()) return;
     link = links.front();
     id = linkTarget(addressOf(link)).taskId;
+    if (!id.empty() && leadsElsewhere(link, askAgain([&] { return shape.Document(); }))) id.clear();
   }
   Hyperlink link;
   std::string id;
@@ -89,7 +99,7 @@ void followWithConnector(const Shape& connector, const IdChanges& changes) {
     if (meets) put(connector, linkedCells::storedTaskId, typed);
     return;
   }
-  rewrite(first.link, changes);
+  rewrite(connector, first.link, changes);
   const Maybe<std::string> shown = valueOf(connector, connectorCells::shownId);
   const bool follows = meets || shown == connectorCells::noTarget || shown == "" ||
                        shown == valueOf(connector, linkedCells::storedTaskId);
@@ -103,7 +113,7 @@ void followWithSubTaskBox(const Shape& task, const Shape& box, const IdChanges& 
   const Maybe<std::string> end = changes.endOf(first.id);
   if (!end) return;
   const bool meets = changes.pass(first.id, valueOf(task, taskCells::linked).or_({}), true);
-  rewrite(first.link, changes);
+  rewrite(box, first.link, changes);
   if (lacksRow(box, linkedCells::storedTaskId)) addRow(box, linkedCells::storedTaskId);
   if (meets || valueOf(task, taskCells::linked) == valueOf(box, linkedCells::storedTaskId))
     put(task, taskCells::linked, *end);
@@ -111,11 +121,11 @@ void followWithSubTaskBox(const Shape& task, const Shape& box, const IdChanges& 
 }
 
 void followWithTask(const Shape& task, const IdChanges& changes) {
-  rewriteOwn(everyHyperlink(task), changes);
+  rewriteOwn(task, changes);
   const std::vector<Shape> members = everyMember(task);
   for (const Shape& member : members) {
     if (!(askAgain([&] { return member.Data1(); }) == marks::detail)) continue;
-    for (const Hyperlink& link : everyHyperlink(member)) rewrite(link, changes);
+    for (const Hyperlink& link : everyHyperlink(member)) rewrite(member, link, changes);
   }
   if (members.size() >= taskMember::subTaskBox)
     followWithSubTaskBox(task, members[taskMember::subTaskBox - 1], changes);

@@ -1,5 +1,7 @@
 #include "links/link_target.h"
 
+#include "base/ask_again.h"
+#include "base/text.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {
@@ -10,6 +12,13 @@ LinkTarget linkTarget(std::string_view subAddress) {
 }
 
 LinkTarget linkTargetOf(const Hyperlink& link) { return linkTarget(link.SubAddress().or_({})); }
+
+bool leadsElsewhere(const Hyperlink& link, const Document& document) {
+  const Maybe<std::string> address = askAgain([&] { return link.Address(); });
+  if (!address || address->empty()) return false;
+  const auto is = [&](const Maybe<std::string>& name) { return name && equalIgnoringCase(*address, *name); };
+  return !is(askAgain([&] { return document.Name(); })) && !is(askAgain([&] { return document.FullName(); }));
+}
 
 std::string subAddressOf(std::string_view page, std::string_view taskId) {
   return std::string(page) + "/" + std::string(taskId);

@@ -45,13 +45,16 @@ std::vector<Hyperlink> linksToTasks(const Shape& shape) {
   return links.Count() > 0 ? std::vector<Hyperlink>{links.Item(0)} : std::vector<Hyperlink>{};
 }
 
-bool pointsTo(const Hyperlink& link, const std::string& id) { return linkTargetOf(link).taskId == id; }
+bool pointsTo(const Hyperlink& link, const std::string& id, const Document& document) {
+  return linkTargetOf(link).taskId == id && !leadsElsewhere(link, document);
+}
 
 void note(Deletion& deletion, const Shape& shape) {
   std::unordered_set<std::string> noted;
   for (const Hyperlink& link : linksToTasks(shape)) {
     const std::string id = linkTargetOf(link).taskId;
-    if (!id.empty() && noted.insert(id).second) deletion.linkedTo[id].push_back(shape);
+    if (!id.empty() && !leadsElsewhere(link, deletion.document) && noted.insert(id).second)
+      deletion.linkedTo[id].push_back(shape);
   }
 }
 
@@ -89,7 +92,7 @@ void unlinkSubTaskBox(const Shape& task, const std::string& id) {
   const Shape box = subTaskBoxOf(task);
   const std::vector<Hyperlink> links = box.Hyperlinks().all();
   for (auto link = links.rbegin(); link != links.rend(); ++link) {
-    if (pointsTo(*link, id)) link->Delete();
+    if (pointsTo(*link, id, box.Document())) link->Delete();
   }
   if (box.Hyperlinks().Count() == 0) removeSubTaskMark(task);
   // The host raises no event for the hyperlink that became the first one.
@@ -143,7 +146,7 @@ void gvsoApp_BeforeShapeDelete(dsrVisioConnect& connect, const Shape& shape) {
     // Links may have been removed with earlier shapes.
     for (const Shape& each : found->second) {
       for (const Hyperlink& link : linksToTasks(each)) {
-        if (!pointsTo(link, id)) continue;
+        if (!pointsTo(link, id, document)) continue;
         linked.emplace_back(each, IsTask(each));
         break;
       }

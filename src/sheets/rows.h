@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/ask_again.h"
 #include "base/basic_text.h"
 #include "model/host_model.h"
 #include "schema/cells.h"
@@ -20,6 +21,10 @@ inline int sectionOf(const schema::NamedRow& row) {
 /// False when the sheet has the row already, which most callers ignore.
 inline bool addRow(const Shape& sheet, const schema::NamedRow& row) {
   return sheet.AddNamedRow(sectionOf(row), row.name(), 0).has();
+}
+/// Adds the row to a sheet that has it neither itself nor from its master; true when it was added.
+inline bool addWhenMissing(const Shape& sheet, const schema::NamedRow& row) {
+  return askAgain([&] { return sheet.CellExists(row, 0); }) == false && addRow(sheet, row);
 }
 /// Only a local row.
 inline void deleteRow(const Shape& sheet, const schema::NamedRow& row) {

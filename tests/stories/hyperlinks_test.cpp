@@ -194,7 +194,7 @@ TEST_F(Hyperlinks, KindsThatGetASecondRowFromNew) {
 }
 
 TEST_F(Hyperlinks, AWrongMailAddressIsRefusedAndChangesAreNotLostUnasked) {
-  answers = {MessageAnswer::Ok, MessageAnswer::No, MessageAnswer::Yes};
+  answers = {MessageAnswer::Ok, MessageAnswer::Ok, MessageAnswer::No, MessageAnswer::Yes};
   edit(task, [&](Form& form) {
     click(form, "OptEmail");
     type(form, "txtAddress_email", "a@b");
@@ -202,12 +202,14 @@ TEST_F(Hyperlinks, AWrongMailAddressIsRefusedAndChangesAreNotLostUnasked) {
     click(form, "cmdNew");
     EXPECT_TRUE(rowsOf(form).empty());
     EXPECT_EQ(form.focused(), form.find("txtAddress_email"));
+    click(form, "cmbSaveAndClose");
+    EXPECT_TRUE(form.isOpen());
     click(form, "cmbCancle");
     EXPECT_TRUE(form.isOpen());
     click(form, "cmbCancle");
     EXPECT_FALSE(form.isOpen());
   });
-  EXPECT_EQ(messages, (Texts{"Please enter a valid email address",
+  EXPECT_EQ(messages, (Texts{"Please enter a valid email address", "Please enter a valid email address",
                              "Are you sure you want to cancel without saving the changes you have made?",
                              "Are you sure you want to cancel without saving the changes you have made?"}));
   EXPECT_EQ(task.Hyperlinks().Count(), 0);
@@ -325,7 +327,21 @@ TEST_F(Hyperlinks, ALinkToAPageOfAnotherDrawing) {
     click(form, "cmbSaveAndClose");
   });
   EXPECT_EQ(linksOf(connector), Texts{"sub/Sub.vsdx | S Sub/S01 |  | Task+Rel+" + folder + "sub/Sub.vsdx+ | same"});
-  // Apply without a change adds nothing; without a link the connector has no target.
+  // A link to a page alone shows no Task. Apply without a change adds nothing; and after Delete the drawing's own pages
+  // are there again.
+  edit(connector, [&](Form& form) {
+    clickRow(form, 0);
+    type(form, "Comb_Task", "");
+    click(form, "cmbApplay");
+    EXPECT_EQ(text(connector, "Prop.Connecting_TaskID"), "Z99");
+    clickRow(form, 0);
+    click(form, "CmdDelete");
+    type(form, "Comb_Page", "B Packing");
+    type(form, "Comb_Task", "B01");
+    click(form, "cmbSaveAndClose");
+  });
+  EXPECT_EQ(linksOf(connector), Texts{" | B Packing/B01 |  | Task+Rel+" + file + "+ | same"});
+  EXPECT_EQ(text(connector, "Prop.Connecting_TaskID"), "B01");
   edit(connector, [&](Form& form) {
     click(form, "cmbApplay");
     ASSERT_EQ(rowsOf(form).size(), 1u);
@@ -429,6 +445,94 @@ TEST_F(Hyperlinks, AnEditedRowOnSeveralShapes) {
   EXPECT_EQ(linksOf(other), left);
 }
 
+TEST_F(Hyperlinks, ANewRowThatIsCorrectedReplacesNothing) {
+  edit({task, other}, [&](Form& form) {
+    fillEmail(form);
+    click(form, "cmbSaveAndClose");
+  });
+  edit({task, other}, [&](Form& form) {
+    click(form, "OptEmail");
+    type(form, "txtAddress_email", "z@b.c");
+    click(form, "cmbApplay");
+    form.find("lstLinks")->click();
+    type(form, "txtAddress_email", "wrong@b.c");
+    click(form, "cmdNew");
+    clickRow(form, 1);
+    type(form, "txtAddress_email", "y@b.c");
+    clickRow(form, 2);
+    click(form, "CmdDelete");
+    click(form, "cmbSaveAndClose");
+  });
+  const Texts all{"mailto:orders@example.org |  |  | Email+++ | same", "mailto:z@b.c |  |  | Email+++ | same",
+                  "mailto:y@b.c |  |  | Email+++ | same"};
+  EXPECT_EQ(linksOf(task), all);
+  EXPECT_EQ(linksOf(other), all);
+}
+
+/// What is typed after a file was chosen is another file.
+TEST_F(Hyperlinks, ATypedPathIsNotThatOfTheFileChosenBefore) {
+  const std::string unc = "\\\\server\\maps\\x.vsdx";
+  struct Case {
+    std::string name;
+    std::function<void(Form&)> fill;
+    std::string link;
+  };
+  for (const Case& each : std::vector<Case>{
+           {"a share",
+            [&](Form& form) {
+              click(form, "Option_Task");
+              click(form, "OptAbsolute_Task");
+              type(form, "txtAddress_Task", unc);
+              type(form, "Comb_Page", "S");
+            },
+            unc + " | S |  | Task+Abs+" + unc + "+ | same"},
+           {"a share, relative first",
+            [&](Form& form) {
+              click(form, "Option_Task");
+              type(form, "txtaddressTask_relative", unc);
+              click(form, "OptAbsolute_Task");
+              type(form, "Comb_Page", "S");
+            },
+            unc + " | S |  | Task+Abs+" + unc + "+ | same"},
+           {"another document",
+            [&](Form& form) {
+              fillDocument(form);
+              type(form, "txtAddressRelative_Doc", "other.doc");
+              click(form, "OptAbsolute_Document");
+              click(form, "OptRelative_Document");
+            },
+            "other.doc#Intro |  |  | Document+Abs++ | new"},
+           {"a document after New",
+            [&](Form& form) {
+              fillDocument(form);
+              click(form, "cmdNew");
+              click(form, "OptRelative_Document");
+              type(form, "txtAddressRelative_Doc", "other.doc");
+              click(form, "cmdNew");
+              clickRow(form, 0);
+              click(form, "CmdDelete");
+            },
+            "other.doc |  |  | Document+Rel++ | same"},
+       }) {
+    SCOPED_TRACE(each.name);
+    const Shape fresh = dropTask(page, 4, 4);
+    edit(fresh, [&](Form& form) {
+      each.fill(form);
+      click(form, "cmbSaveAndClose");
+    });
+    EXPECT_EQ(linksOf(fresh), Texts{each.link});
+  }
+  // Links of older drawings count as relative, also with a full address.
+  const Hyperlink old = task.AddHyperlink();
+  ASSERT_TRUE(old.SetAddress("C:\\Maps\\x.vsd") && old.SetSubAddress("P") && old.SetFrame("Task+Rel+C:\\Maps\\+x.vsd"));
+  edit(task, [&](Form& form) {
+    clickRow(form, 0);
+    click(form, "OptAbsolute_Task");
+    click(form, "cmbSaveAndClose");
+  });
+  EXPECT_EQ(linksOf(task), Texts{"C:\\Maps\\x.vsd | P |  | Task+Abs+C:\\Maps\\x.vsd+x.vsd | same"});
+}
+
 TEST_F(Hyperlinks, ALinkOfEachKindIsTakenOverFromAnotherShape) {
   Texts written;
   edit(task, [&](Form& form) {
@@ -495,6 +599,50 @@ TEST_F(Hyperlinks, ALinkOfEachKindIsTakenOverFromAnotherShape) {
     inPicker = [&](Form& picker) { listed = picker.find("lstLinks")->rows().size(); };
     click(form, "btnCopypreviouslyDoc");
     EXPECT_EQ(listed, 1u);
+  });
+}
+
+TEST_F(Hyperlinks, BookmarksOfADocumentAreListedAndTakenOver) {
+  const std::string documents = QUORVEL_SOURCE_FOLDER "/tests/data/word/";
+  for (const char* name : {"bookmarks.doc", "no_bookmarks.doc"}) std::filesystem::copy(documents + name, folder + name);
+  std::ofstream(folder + "plan.docx") << "text";
+  std::ofstream(folder + "old.doc") << "text";
+  edit(task, [&](Form& form) {
+    const auto browse = [&](const std::string& name) {
+      messages.clear();
+      chosenFile = folder + name;
+      click(form, "Comdbrowes_Document");
+      click(form, "Command5");
+    };
+    click(form, "Command5");
+    EXPECT_TRUE(messages.empty()) << "without a path nothing happens";
+    for (const char* name : {"plan.docx", "old.doc"}) {
+      browse(name);
+      EXPECT_EQ(messages, Texts{"Quorvel cannot browse for bookmarks in this type of document."}) << name;
+    }
+    browse("no_bookmarks.doc");
+    EXPECT_EQ(messages, Texts{"There are no bookmarks in this document"});
+    std::string chosen;
+    inBookmarks = [&](Form& list) {
+      ASSERT_EQ(list.name(), "frmBookMark");
+      chosen = textsOf(list, "lstBookmarks").at(2);
+      list.find("lstBookmarks")->selectRow(2);
+      click(list, "btnCancel");
+    };
+    browse("bookmarks.doc");
+    EXPECT_EQ(shown(form, "txtInternalLoc"), "");
+    inBookmarks = [&](Form& list) {
+      list.find("lstBookmarks")->selectRow(2);
+      click(list, "btnOK");
+    };
+    click(form, "Command5");
+    EXPECT_FALSE(chosen.empty());
+    EXPECT_EQ(shown(form, "txtInternalLoc"), chosen);
+    // A relative path that was typed is no file that could be read.
+    type(form, "txtAddressRelative_Doc", "no_bookmarks.doc");
+    click(form, "Command5");
+    EXPECT_EQ(messages, Texts{"Quorvel cannot browse for bookmarks in this type of document."});
+    form.close();
   });
 }
 

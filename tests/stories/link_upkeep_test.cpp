@@ -35,6 +35,10 @@ TEST_F(LinkUpkeep, LinksFollowARenamedPage) {
   addLink(box(task), "", "B Packing/B01");
   addLink(connector, "", "B Packing/B01");
   addLink(other, "", "A Orders/A01");
+  // Another drawing's page, a bookmark, and this drawing by its own name.
+  addLink(other, "sub/Other.vsdx", "B Packing/B01");
+  addLink(other, "https://example.org", "B Packing");
+  addLink(other, map.Name().or_({}), "B Packing/B01");
   const Shape far = dropTask(second);
   addLink(far, "", "B Packing");
   // A page of another map has the name too; its links are its own.
@@ -60,6 +64,9 @@ TEST_F(LinkUpkeep, LinksFollowARenamedPage) {
   EXPECT_EQ(linkOf(box(task)), " | B \"Ship & Pack\"/B01 | ");
   EXPECT_EQ(linkOf(connector), " | B \"Ship & Pack\"/B01 | ");
   EXPECT_EQ(linkOf(other), " | A Orders/A01 | ");
+  EXPECT_EQ(linkOf(other, 1), "sub/Other.vsdx | B Packing/B01 | ");
+  EXPECT_EQ(linkOf(other, 2), "https://example.org | B Packing | ");
+  EXPECT_EQ(linkOf(other, 3), map.Name().or_({}) + " | B \"Ship & Pack\"/B01 | ");
   EXPECT_EQ(linkOf(far), " | B \"Ship & Pack\" | ");
   EXPECT_EQ(linkOf(foreignTask), " | B Packing/B01 | ");
   EXPECT_EQ(text(second.PageSheet(), "User.PAGE_NAME"), "B \"Ship & Pack\"");
@@ -72,6 +79,37 @@ TEST_F(LinkUpkeep, LinksFollowARenamedPage) {
   EXPECT_EQ(linkOf(task), " | B Packing/B01 | B Packing/B01");
   EXPECT_EQ(linkOf(task, 1), " | B%20Packing | B Packing");
   EXPECT_EQ(text(second.PageSheet(), "User.PAGE_NAME"), "B Packing");
+}
+
+TEST_F(LinkUpkeep, ANameThatCannotBeLinkedToIsLeftOut) {
+  addLink(connector, "", "B Packing/B01");
+  messages.clear();
+  ASSERT_TRUE(second.SetName("In/Out"));
+  EXPECT_EQ(messages.size(), 1u);
+  EXPECT_EQ(text(connector, "Prop.Connecting_TaskID"), "B01");
+  ASSERT_TRUE(second.SetName("In and Out"));
+  EXPECT_EQ(linkOf(connector), " | In and Out/B01 | ");
+  EXPECT_EQ(text(connector, "Prop.Connecting_TaskID"), "B01");
+}
+
+TEST_F(LinkUpkeep, APageThatIsRenamedWhileItsLinksFollow) {
+  addLink(task, "", "B Packing/B01");
+  addLink(connector, "", "B Packing/B01");
+  class Renamer : public ApplicationEvents {
+   public:
+    void CellChanged(Cell cell) override {
+      if (!(cell.Name().or_({}).starts_with("Hyperlink.")) || done) return;
+      done = true;
+      EXPECT_TRUE(cell.Shape().Document().Pages().Item(2).SetName("B Third"));
+    }
+    bool done = false;
+  } renamer;
+  session.host().advise(renamer);
+  ASSERT_TRUE(second.SetName("B Second"));
+  session.host().unadvise(renamer);
+  EXPECT_EQ(linkOf(task), " | B Third/B01 | ");
+  EXPECT_EQ(linkOf(connector), " | B Third/B01 | ");
+  EXPECT_EQ(text(second.PageSheet(), "User.PAGE_NAME"), "B Third");
 }
 
 TEST_F(LinkUpkeep, LinksThatAUserDoesNotUpdateAreForgotten) {
