@@ -13,6 +13,9 @@ inline constexpr std::string_view logo = "Images/Quorvel Logo.jpg";
 inline constexpr std::string_view legend = "Images/Quorvel Legend.gif";
 inline constexpr std::string_view hyperlinkMark = "Icons/hyperlink.gif";
 inline constexpr std::string_view notesMark = "Icons/notes indicator.gif";
+inline constexpr std::string_view reports = "Reports";  ///< a folder
+inline constexpr std::string_view toolbarFaces = "Icons/Toolbar";
+inline constexpr std::string_view help = "Help/Quorvel_Help_v04.hlp";
 }  // namespace installed
 
 /// The full path of a file below the add-in's own folder. `relative` may be written with either kind of slash; a

@@ -83,7 +83,7 @@ void markOwnHyperlink(const dsrVisioConnect& connect, const Shape& task) {
   finish(task, picture, ownHyperlink, false);
 }
 
-void markNotes(const dsrVisioConnect& connect, const Shape& task) {
+void markNotes(const dsrVisioConnect& connect, const Shape& task, NotesPlace place) {
   const Maybe<std::string> text = task.Cells(taskCells::notes).ResultStr(visio::unitsNone);
   if (!text || trimmed(*text).empty()) {
     if (lacksRow(task, taskCells::notesMark)) addRow(task, taskCells::notesMark);
@@ -92,8 +92,9 @@ void markNotes(const dsrVisioConnect& connect, const Shape& task) {
   const Shape picture = begin(connect, task, notes);
   if (!picture) return;
   setSize(picture, "0.1", "0.1");
-  picture.Cells("PinY").FormulaForce(cellOfTask(task, "Height - (0.1/2-0.0001)"));
-  picture.Cells("PinX").FormulaForce(cellOfTask(task, "Width -(0.1/2-0.0001)"));
+  const bool isNew = place == NotesPlace::New;
+  picture.Cells("PinY").FormulaForce(cellOfTask(task, isNew ? "Height - (0.1/2-0.0001)" : "Height - (0.1/2)-0.005"));
+  picture.Cells("PinX").FormulaForce(cellOfTask(task, isNew ? "Width -(0.1/2-0.0001)" : "Width -(0.1/2)-0.005"));
   picture.Cells("Comment").FormulaForce(cellOfTask(task, taskCells::notes));
   picture.BringToFront();
   addRow(picture, notesMarkCells::title);

@@ -7,10 +7,13 @@
 
 namespace quorvel::addin {
 
+/// The mark of notes lies a little lower on a Task of a converted drawing.
+enum class NotesPlace { New, Converted };
+
 /// Each draws its mark when the Task has none yet and the mark has a reason: a hyperlink of the Task itself, notes that
 /// are not blank, a hyperlink of the sub-task box. Without its picture file there is no mark.
 void markOwnHyperlink(const dsrVisioConnect& connect, const Shape& task);
-void markNotes(const dsrVisioConnect& connect, const Shape& task);
+void markNotes(const dsrVisioConnect& connect, const Shape& task, NotesPlace place = NotesPlace::New);
 void markSubTaskHyperlink(const dsrVisioConnect& connect, const Shape& task, const Shape& box);
 
 /// Puts the mark of the sub-task box to the left of the box's text, or of the box when the text has several lines.

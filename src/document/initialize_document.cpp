@@ -19,9 +19,9 @@ void addWhenMissing(const Shape& sheet, const schema::NamedRow& row, std::string
   sheet.Cells(row).FormulaForce(quoted(value));
 }
 
-void addVocabularies(const Shape& sheet) {
-  addWhenMissing(sheet, documentCells::roleNames, defaults::roleNames);
+}  // namespace
 
+void addTimesAndFrequencies(const Shape& sheet) {
   // Unlike the other lists, this one always starts from the defaults.
   if (lacksRow(sheet, documentCells::frequencies)) addRow(sheet, documentCells::frequencies);
   sheet.Cells(documentCells::frequencies).FormulaForce(quoted(defaults::frequencies));
@@ -35,11 +35,10 @@ void addVocabularies(const Shape& sheet) {
   addWhenMissing(sheet, documentCells::timeUnitAbbreviations, defaults::timeUnitAbbreviations);
 }
 
-}  // namespace
-
 void initializeDocument(dsrVisioConnect& connect, const Document& document) {
   const Shape sheet = document.DocumentSheet();
-  addVocabularies(sheet);
+  addWhenMissing(sheet, documentCells::roleNames, defaults::roleNames);
+  addTimesAndFrequencies(sheet);
   document.SetProtection("Velmora1998", visio::protectShapes);
   fillFieldNames(connect);
   for (const Page& page : document.Pages().all()) {

@@ -8,4 +8,7 @@ namespace quorvel::addin {
 /// The host's hyperlink command and the last-save command are not changed.
 void initializeDocument(dsrVisioConnect& connect, const Document& document);
 
+/// The frequencies, which always start from the defaults, and the time units where they are missing.
+void addTimesAndFrequencies(const Shape& documentSheet);
+
 }  // namespace quorvel::addin

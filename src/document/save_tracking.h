@@ -1,11 +1,19 @@
-// Whether a drawing has ever been saved: only then it has a folder that paths can be relative to.
+// The cells that tell formulas of a drawing whether the add-in is there, and dialogs whether the drawing was ever
+// saved. The file says that the add-in is not there: programs without it must show what works without it.
 #pragma once
 
-#include "model/host_model.h"
+#include "connect/dsr_visio_connect.h"
 
 namespace quorvel::addin {
 
-/// To be called when the document is about to be saved. Nothing for a document without the cell.
-void markAsSaved(const Document& document);
+// Each for the document of the event. A document without a cell is left without it.
+
+void beforeSave(const Document& document);
+void beforeSaveAs(dsrVisioConnect& connect, const Document& document);
+/// The document counts as unchanged after it.
+void afterSave(const Document& document);
+void afterSaveAs(dsrVisioConnect& connect, const Document& document);
+/// Undoes what a Save As began and did not end. Nothing when none is under way.
+void endCancelledSaveAs(dsrVisioConnect& connect);
 
 }  // namespace quorvel::addin

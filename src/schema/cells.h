@@ -20,6 +20,9 @@ inline constexpr NamedRow listSeparator = "User.lstSpr";
 inline constexpr NamedRow isInitialized = "User.Based_On_ZNB", disableDefine = "User.DisableDefine",
                           addinIsFound = "User.AddinIsFound", isSaved = "User.DocumentSaved",
                           version = "User.Quorvel_dll_Version";
+/// Written by the template and by the stencil, and only shown.
+inline constexpr NamedRow templateVersion = "User.Quorvel_Template_Version",
+                          stencilVersion = "User.Quorvel_Stencil_Version";
 }  // namespace documentCells
 
 /// The switches of a page are in display_switches.h.

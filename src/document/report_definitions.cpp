@@ -1,0 +1,27 @@
+#include "document/report_definitions.h"
+
+#include <string>
+#include <vector>
+
+#include "base/basic_text.h"
+#include "data/install_folder.h"
+
+namespace quorvel::addin {
+
+void addReportDefinitions(const dsrVisioConnect& connect, const Document& document) {
+  const Shape sheet = document.DocumentSheet();
+  const std::vector<std::string> files =
+      connect.platform.filesIn(installedFile(connect.platform, installed::reports)).or_({});
+  int number = 0;
+  for (const std::string& file : files) {
+    ++number;
+    const Maybe<std::string> definition =
+        connect.platform.readXmlFile(installedFile(connect.platform, std::string(installed::reports) + "/" + file));
+    const std::string row = "visPropRpt" + std::to_string(number), cell = "User." + row;
+    if (!definition || sheet.CellExists(cell, 1) != false) continue;
+    sheet.AddNamedRow(visio::sectionUser, row, 0);
+    sheet.Cells(cell).FormulaForce(quoted(*definition));
+  }
+}
+
+}  // namespace quorvel::addin

@@ -1,0 +1,162 @@
+#include "document/upgrade_tasks.h"
+
+#include <array>
+#include <string>
+
+#include "base/basic_text.h"
+#include "base/text.h"
+#include "display/detail_shapes.h"
+#include "display/field_names.h"
+#include "display/task_details.h"
+#include "display/task_marks.h"
+#include "hyperlinks/upgrade_links.h"
+#include "schema/details.h"
+#include "schema/time_units.h"
+#include "sheets/document_cells.h"
+#include "sheets/page_walk.h"
+#include "sheets/rows.h"
+#include "sheets/shape_actions.h"
+#include "sheets/shape_classes.h"
+#include "vocab/task_times.h"
+#include "vocab/time_units.h"
+
+namespace quorvel::addin {
+namespace {
+
+namespace documentCells = schema::documentCells;
+namespace switches = schema::switches;
+namespace taskCells = schema::taskCells;
+namespace timeCells = schema::timeCells;
+
+/// Rows that show the entries of a list for programs that look for these names.
+struct ShownEntry {
+  schema::NamedRow row;
+  const char* formula;
+};
+constexpr std::array<ShownEntry, 10> shownEntries{{{"Prop.Guideline_1", "Prop.controls1"},
+                                                   {"Prop.Guideline_2", "Prop.controls2"},
+                                                   {"Prop.Guideline_3", "Prop.controls3"},
+                                                   {"Prop.Guideline_4", "Prop.controls4"},
+                                                   {"Prop.Guideline_5", "Prop.controls5"},
+                                                   {"Prop.Resource_1", "Prop.Resources1"},
+                                                   {"Prop.Resource_2", "Prop.Resources2"},
+                                                   {"Prop.Resource_3", "Prop.Resources3"},
+                                                   {"Prop.Resource_4", "Prop.Resources4"},
+                                                   {"Prop.Resource_5", "Prop.Resources5"}}};
+
+void put(const Shape& shape, std::string_view cell, const std::string& formula) {
+  askAgain([&] { return shape.Cells(cell).FormulaForce(formula); });
+}
+
+/// Masters of old stencils lack some cells.
+void putWhereThere(const Shape& shape, std::string_view cell, const std::string& formula) {
+  if (shape.CellExists(cell, 0) == true) put(shape, cell, formula);
+}
+
+void addShownEntries(const Shape& task) {
+  for (const ShownEntry& entry : shownEntries) {
+    if (!addWhenMissing(task, entry.row)) continue;
+    put(task, entry.row.column("Invisible"), "1");
+    put(task, entry.row, entry.formula);
+  }
+}
+
+void addRows(const Shape& task) {
+  for (const schema::NamedRow& row : {switches::supportingRoles[2], switches::supportingRoles[3]}) {
+    if (addWhenMissing(task, row)) put(task, row, "1");
+  }
+  for (const schema::NamedRow& row : {schema::keptHyperlinkRows[2], schema::keptHyperlinkRows[3]}) {
+    if (addWhenMissing(task, row)) put(task, row, quoted(""));
+  }
+}
+
+void addTimeUnits(const Shape& task, const Document& document) {
+  if (!addWhenMissing(task, timeCells::unit)) return;
+  put(task, timeCells::unit.column("Label"), quoted("Time Units"));
+  put(task, timeCells::unit.column("Type"), "1");
+  put(task, timeCells::unit.column("Format"), quoted(documentText(document, documentCells::timeUnits)));
+  put(task, timeCells::unit, quoted("Minutes"));
+  put(task, timeCells::unit.column("SortKey"), quoted("32"));
+  put(task, timeCells::unit.column("Prompt"),
+      quoted("Select units to be used for the Task Completion Time immediately above."));
+}
+
+void offerRoles(const Shape& task, const Document& document) {
+  const Maybe<std::string> roles = document.DocumentSheet().Cells(documentCells::roleNames).Formula();
+  for (const schema::NamedRow& role : {taskCells::roles[3], taskCells::roles[4]}) {
+    if (task.CellExists(role, 0) != true) continue;
+    if (roles) put(task, role.column("Format"), *roles);
+    put(task, role.column("Invisible"), "False");
+    put(task, role.column("Type"), "1");
+  }
+}
+
+/// The number that older Tasks hold becomes a duration in the Task's unit.
+void moveTime(const Shape& task) {
+  put(task, taskCells::completionTime.column("Type"), "6");
+  const Maybe<double> time = task.Cells(taskCells::completionTime).Result(visio::unitsNone);
+  const bool isOld = addWhenMissing(task, timeCells::value);
+  if (isOld) {
+    put(task, timeCells::value, quoted("0 em."));
+    const schema::TimeUnit* unit =
+        schema::timeUnitNamed(task.Cells(timeCells::unit).ResultStr(visio::unitsNone).or_({}));
+    if (unit && time != 0.0) put(task, timeCells::value, shortestNumber(*time) + std::string(unit->suffix));
+  }
+  put(task, taskCells::completionTime, durationFormula());
+  put(task, taskCells::completionTime.column("Format"), quoted("#,###.####"));
+  completionTimeChanged(task);
+  RedrawTaskUpperExtraFields(task, schema::tags::completionTime);
+}
+
+void prepareBox(const Shape& box, const std::string& separator, double version) {
+  box.SetData1(std::string(marks::subTaskBox));
+  if (version < 2.0 && box.RowCount(visio::sectionAction) == 0) {
+    addActionRow(box);
+    setAction(box, 1, hyperlinkAction(separator), quoted("Add/Edit Hyperlink"));
+  }
+  if (version < 2.03) putWhereThere(box, "Actions.Action[1]", hyperlinkAction(separator));
+  if (addWhenMissing(box, schema::subTaskBoxCells::textWidth))
+    put(box, schema::subTaskBoxCells::textWidth, "GUARD(TEXTWIDTH(TheText))");
+}
+
+void upgradeTask(const dsrVisioConnect& connect, const Document& document, const Shape& task, double version) {
+  const std::string separator = listSeparator(document);
+  addShownEntries(task);
+  updateHyperLinkTask(task);
+  const Shapes members = task.Shapes();
+  if (const auto lower = members.Item(taskMember::lowerBox).NameID())
+    put(members.Item(taskMember::descriptionBox), "PinY", "GUARD(Height-0.07+" + *lower + " !Height)");
+  if (const auto id = task.Cells(taskCells::id).ResultStr(visio::unitsNone))
+    askAgain([&] { return task.SetName(*id); });
+  put(task, taskCells::frequency.column("Format"), quoted(documentText(document, documentCells::frequencies)));
+  put(task, "lockCustProp", "1");
+  putWhereThere(task, "Actions.Action[2]", hyperlinkAction(separator));
+  addRows(task);
+  addTimeUnits(task, document);
+  offerRoles(task, document);
+  // The abbreviation ends in a ":" before a time, so it comes after that.
+  moveTime(task);
+  frequencyChanged(task);
+  markNotes(connect, task, NotesPlace::Converted);
+  if (task.Hyperlinks().Count() > 0) markOwnHyperlink(connect, task);
+  prepareBox(members.Item(taskMember::subTaskBox), separator, version);
+  for (const Shape& member : everyMember(task)) {
+    const bool isBox = member.Data1() == marks::subTaskBox;
+    if (!isBox && !(member.Data1() == marks::detail)) continue;
+    updateHyperLinkTask(member);
+    if (!isBox) continue;
+    addWhenMissing(member, schema::linkedCells::storedTaskId);
+    setSubAddress(member, taskCells::linked);
+  }
+}
+
+}  // namespace
+
+void updateTasks(dsrVisioConnect& connect, const Document& document, double version) {
+  fillFieldNames(connect);
+  forEachShape(document, [&](const Shape& shape) {
+    if (askAgain([&] { return IsTask(shape); })) upgradeTask(connect, document, shape, version);
+  });
+}
+
+}  // namespace quorvel::addin
