@@ -3,12 +3,20 @@
 // Guards read the host and not flags where they can, because a handler's own writes may call it again.
 // They read the document and page of the event, which need not be the active ones: a script works on drawings that
 // are not shown. A test whose read fails is false. Handlers that end in a comment have no consequence.
+#include <algorithm>
+#include <vector>
+
+#include "addin/host_menus.h"
+#include "addin/toolbar.h"
 #include "base/ask_again.h"
 #include "base/text.h"
 #include "commands/edit_hyperlinks.h"
+#include "commands/last_save_date.h"
 #include "connect/dsr_visio_connect.h"
 #include "connect/host_queries.h"
+#include "dialogs/frm_converting.h"
 #include "document/document_created.h"
+#include "document/document_opened.h"
 #include "document/hover_upkeep.h"
 #include "document/initialize_page.h"
 #include "document/save_tracking.h"
@@ -50,52 +58,73 @@ constexpr int shapeDataScope = 1312, replaceScope = 1179;
 // Documents.
 
 void dsrVisioConnect::DocumentCreated(Document document) {
-  if (hasQuorvelTemplate(document)) gvsoApp_DocumentCreated(*this, document);
+  if (!hasQuorvelTemplate(document)) return;
+  CreateCommandBar(*this, "Quorvel");
+  gvsoApp_DocumentCreated(*this, document);
+  overWriteHyperlinkBtnFn(*this);
+  insertControlDocLastSave(*this);
 }
 
 void dsrVisioConnect::DocumentOpened(Document document) {
-  if (!hasQuorvelTemplate(document)) return;
-  // Nothing reacts yet: an opened drawing keeps the cells that it was saved with, and an older one is not converted.
+  if (hasQuorvelTemplate(document)) {
+    frmConverting note;
+    if (versionOf(document) < firstCurrentVersion) platform.showNote(note);
+    upgradeDocument(*this, document);
+    note.hide();
+    CreateCommandBar(*this, "Quorvel");
+    toolbar.SetVisible(true);
+    overWriteHyperlinkBtnFn(*this);
+    takeUpDocument(*this, document);
+  }
+  insertControlDocLastSave(*this);
+  // What was converted is converted again until the user saves it: opening alone changes no file.
+  document.SetSaved(true);
 }
 
 void dsrVisioConnect::BeforeDocumentSave(Document document) {
   hideMarks(*this, document);
-  markAsSaved(document);
-  // Nothing reacts yet: the file keeps User.AddinIsFound as it is in memory.
+  beforeSave(document);
 }
 
 void dsrVisioConnect::BeforeDocumentSaveAs(Document document) {
   hideMarks(*this, document);
-  markAsSaved(document);
-  // Nothing reacts yet, as for a plain save.
+  beforeSaveAs(*this, document);
 }
 
 void dsrVisioConnect::DocumentSaved(Document document) {
   showMarks(*this, document);
-  if (!hasQuorvelTemplate(document)) return;
-  // Nothing reacts yet: without a change before the save there is nothing to restore.
+  afterSave(document);
 }
 
 void dsrVisioConnect::DocumentSavedAs(Document document) {
   showMarks(*this, document);
-  if (!hasQuorvelTemplate(document)) return;
-  // Nothing reacts yet, as for a plain save.
+  afterSaveAs(*this, document);
 }
 
 void dsrVisioConnect::BeforeDocumentClose(Document document) {
   forgetSelection(*this, document);
-  if (!hasQuorvelTemplate(document)) return;
-  // Nothing reacts yet: there is no toolbar to remove with the last map.
+  if (!hasQuorvelTemplate(document) || !toolbarBuilt) return;
+  const std::vector<Document> open = gvsoApp.Documents().all();
+  if (std::ranges::count_if(open, hasQuorvelTemplate) > 1) return;
+  deleteDocLastSave(*this);
+  // The dialog of maps is of no use in other drawings.
+  resetHyperlinkBtnFn(*this);
+  removeToolbar(*this);
 }
 
-void dsrVisioConnect::AppActivated(Application) {
-  if (!bFlagSaveAs) return;
-  // Nothing reacts yet: no Save As leaves cells to be restored.
-}
+void dsrVisioConnect::AppActivated(Application) { endCancelledSaveAs(*this); }
 
 void dsrVisioConnect::WindowActivated(Window window) {
-  if (!toolbarBuilt || !(window.Type() == visio::windowDrawing)) return;
-  // Nothing reacts yet: there is no toolbar to show or hide, and the host's hyperlink command is its own.
+  if (!toolbarBuilt || !(window.Type() == visio::windowDrawing) || !(toolbar.Enabled() == true)) return;
+  const bool isOurs = hasQuorvelTemplate(window.Document());
+  if (isOurs) {
+    overWriteHyperlinkBtnFn(*this);
+    insertControlDocLastSave(*this);
+  } else {
+    resetHyperlinkBtnFn(*this);
+    deleteDocLastSave(*this);
+  }
+  toolbar.SetVisible(isOurs);
 }
 
 // Pages.
@@ -132,8 +161,10 @@ void dsrVisioConnect::SelectionChanged(Window window) {
   if (!(window.SubType() == visio::windowPage)) return;
   const Page page = window.Page();
   if (!isForeground(page)) return;
+  endCancelledSaveAs(*this);
   beginPasteBatch(*this, window, page.Document());
   markSelection(*this, window, page.Document());
+  showDisplayStates(*this, window);
 }
 
 // Text.
@@ -165,12 +196,10 @@ void dsrVisioConnect::ExitScope(int scope, std::string_view) {
 
 void dsrVisioConnect::MarkerEvent(int, std::string_view context) {
   if (context.ends_with("cmd=1")) editHyperlinks(*this);
-  // Nothing reacts yet to "cmd=2": there is no dialog for the field of the last save.
+  if (context.ends_with("cmd=2")) insertLastSaveDate(*this);
 }
 
-void dsrVisioConnect::Click(CommandBarButton) {
-  // Guarded by the button's Tag. Nothing reacts yet: there is no toolbar.
-}
+void dsrVisioConnect::Click(CommandBarButton button) { runButton(*this, button); }
 
 void dsrVisioConnect::MouseDown(int button, int, double, double) { flag_right = button == rightButton; }
 

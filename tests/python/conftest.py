@@ -117,6 +117,8 @@ def normal_form(doc):
             shapes(here, shape.Shapes)
 
     sheet("document", doc.DocumentSheet)
+    # A row that is made anew at each opening is the last one then.
+    lines.sort()
     for page in doc.Pages:
         sheet(page.Name, page.PageSheet)
         shapes(page.Name, page.Shapes)

@@ -99,17 +99,21 @@ class OtherDocuments : public MapTest {
   static std::string contents(const Document& document) {
     std::string out;
     const auto sheet = [&](const Shape& shape) {
+      std::vector<std::string> cells;
       for (const int section :
            {1, 8, visio::sectionAction, visio::sectionUser, visio::sectionProp, visio::sectionHyperlink}) {
         for (int row = 0; row < std::max(shape.RowCount(section).or_(0), section == 1 ? 1 : 0); ++row) {
           for (int column = 0; column < 9; ++column) {
             const Cell cell = shape.CellsSRC(section, row, column);
             if (cell)
-              out += "    " + cell.Name().or_("?") + " = " + cell.Formula().or_("?") + " : " +
-                     cell.ResultStr(0).or_("?") + "\n";
+              cells.push_back("    " + cell.Name().or_("?") + " = " + cell.Formula().or_("?") + " : " +
+                              cell.ResultStr(0).or_("?") + "\n");
           }
         }
       }
+      // A row of the document that is made anew at each opening is the last one then.
+      if (shape == document.DocumentSheet()) std::ranges::sort(cells);
+      for (const std::string& cell : cells) out += cell;
     };
     std::function<void(const Shape&)> shape = [&](const Shape& each) {
       out += "  " + each.NameID().or_("?") + " \"" + each.Name().or_("?") + "\" " + each.Text().or_("?") + " " +
