@@ -131,6 +131,10 @@ TEST_F(Surface, CollectionsCountFromOneButHyperlinksFromZero) {
   EXPECT_EQ(shape.Hyperlinks().Item(0).Address(), "one");
   EXPECT_EQ(shape.Hyperlinks().Item(1).Address(), "say \"two\"");
   EXPECT_FALSE(shape.Hyperlinks().Item(2));
+  EXPECT_TRUE(first.SetIsDefaultLink(true) && second.SetIsDefaultLink(true));
+  EXPECT_EQ(first.IsDefaultLink(), false) << "a shape has one default link";
+  EXPECT_TRUE(first.SetIsDefaultLink(false));
+  EXPECT_EQ(second.IsDefaultLink(), true);
   ASSERT_TRUE(first.Delete());
   EXPECT_EQ(shape.Hyperlinks().Item(0).Address(), "say \"two\"");
   EXPECT_EQ(second.Address(), "say \"two\"");

@@ -79,6 +79,7 @@ class InMemoryHost : public Backend {
   Maybe<Variant> getHyperlinks(const ObjectRef& object, Member member, Arguments arguments);
   Maybe<Variant> callHyperlinks(const ObjectRef& object, Member member);
   bool putHyperlink(const ObjectRef& object, Member member, const Argument& value);
+  bool makeDefaultLink(const CellAddress& cell);
   Maybe<Variant> getCommandBars(const ObjectRef& object, Member member, Arguments arguments);
   bool putCommandBars(const ObjectRef& object, Member member, const Argument& value);
   Maybe<Variant> callCommandBars(const ObjectRef& object, Member member, Arguments arguments);

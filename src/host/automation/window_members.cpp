@@ -290,7 +290,24 @@ bool InMemoryHost::putHyperlink(const ObjectRef& object, Member member, const Ar
     formula = quoted(*text);
   }
   const std::string_view column = member == Member::Hyperlink_IsDefaultLink ? "Default" : infoOf(member).memberName;
-  return settle(writeFormula(engine_, {sheet, hyperlinkCell(object, column)}, formula, true));
+  const CellKey cell = hyperlinkCell(object, column);
+  if (member == Member::Hyperlink_IsDefaultLink && formula == "1") return makeDefaultLink({sheet, cell});
+  return settle(writeFormula(engine_, {sheet, cell}, formula, true));
+}
+
+bool InMemoryHost::makeDefaultLink(const CellAddress& cell) {
+  CommandScope scope(engine_, engine_.store().sheet(cell.sheet)->document, "Hyperlink");
+  if (!settle(writeFormula(engine_, cell, "1", true))) return false;
+  // A shape has one default link. Listeners may delete the shape and its rows meanwhile.
+  std::vector<RowView> rows;
+  if (engine_.exists(cell.sheet)) rows = rowsOf(engine_.store(), cell.sheet, SectionNumber::Hyperlink);
+  for (const RowView& row : rows) {
+    const CellAddress other{cell.sheet, {SectionNumber::Hyperlink, row.key, cell.key.column}};
+    if (row.key == cell.key.row || !engine_.exists(other)) continue;
+    if (cellValue(engine_.store(), other.sheet, other.key).asBoolean()) writeFormula(engine_, other, "0", true);
+  }
+  scope.commit();
+  return true;
 }
 
 Maybe<Variant> InMemoryHost::callHyperlinks(const ObjectRef& object, Member member) {
