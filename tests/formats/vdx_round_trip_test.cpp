@@ -59,7 +59,7 @@ const char* const everything =
     "<StyleSheet ID='3' NameU='Normal' LineStyle='0'><Line><LineWeight F='0.01DT'>0.01</LineWeight></Line>"
     "<Fill><FillForegnd>#ffffff</FillForegnd></Fill><vx:Fill><vx:FillForegnd F='THEME(&quot;FillColor&quot;)'>#ffffff"
     "</vx:FillForegnd></vx:Fill></StyleSheet></StyleSheets>"
-    "<DocumentSheet NameU='TheDoc' LineStyle='0'><User NameU='Version' ID='4'><Value Unit='STR'>2</Value>"
+    "<DocumentSheet NameU='TheDoc' LineStyle='0'><User NameU='Version' ID='4'><Value Unit='STR'>2&#13;3</Value>"
     "<Prompt F='No Formula'/></User></DocumentSheet>"
     "<Masters><Master ID='2' NameU='Task' Name='Aufgabe' Prompt='Drag me' IconSize='1'><PageSheet><PageProps>"
     "<PageWidth Unit='IN'>3</PageWidth></PageProps></PageSheet><Shapes><Shape ID='5' Type='Group' LineStyle='3'>"
@@ -197,6 +197,9 @@ TEST_F(SingleFile, HasWhatTheEngineChanged) {
   row.key = host::RowKey::named(name);
   row.name = name;
   row.at(2).value = host::Value::text("Label");
+  host::Row& link = store_.sheet(shape(12).prototype)->section(host::SectionNumber::Hyperlink).rows.emplace_back();
+  link.key = host::RowKey::index(0);
+  link.at(key("Hyperlink.Row_1.Address").column).value = host::Value::text("inherited");
 
   const std::string xml = saved("changed.vdx");
   for (const char* const expected : {
@@ -208,6 +211,8 @@ TEST_F(SingleFile, HasWhatTheEngineChanged) {
            "<FillForegnd>#102030</FillForegnd>",
            "<Title>Bills &amp; &lt;orders&gt;</Title>",
            "<CustomProp Name=\"Place\" PropType=\"String\">here</CustomProp>",
+           "<Hyperlink ID=\"1\"><Address>inherited</Address></Hyperlink>",
+           "<Hyperlink NameU=\"Row_101\" ID=\"101\"><Address>",  // read as another row than the inherited one
            "<Prop NameU=\"New\" ID=\"9\"><Label>Label</Label></Prop>",
        })
     EXPECT_NE(xml.find(expected), std::string::npos) << expected;

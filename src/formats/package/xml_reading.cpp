@@ -6,9 +6,17 @@
 namespace quorvel::formats {
 namespace {
 
+/// A carriage return is written as a reference: reading turns a plain one into a line feed.
 struct StringSink : pugi::xml_writer {
   std::string text;
-  void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+  void write(const void* data, std::size_t size) override {
+    std::string_view rest(static_cast<const char*>(data), size);
+    for (std::size_t at = rest.find('\r'); at != std::string_view::npos; at = rest.find('\r')) {
+      text.append(rest.substr(0, at)).append("&#13;");
+      rest.remove_prefix(at + 1);
+    }
+    text.append(rest);
+  }
 };
 
 /// Walks without recursion: the tree may be as deep as the part is long.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/text.h"
 #include "formats/common/cell_text.h"
 #include "formats/common/row_types.h"
 #include "formats/package/xml_reading.h"
@@ -287,11 +288,39 @@ const SheetWriter::RowIds& SheetWriter::inheritedRowIds(host::SheetId sheet, Sec
   return inherited_.emplace(std::pair(sheet, section), std::move(ids)).first->second;
 }
 
-void SheetWriter::row(XmlWriter& writer, const Row& row, SectionNumber section, Vocabulary vocabulary,
-                      const RowIds& ids) {
+int SheetWriter::otherNumber(const host::Sheet& sheet, SectionNumber section, RowKey key) const {
+  if (!namesItsRows(section)) return 0;
+  const auto named = [](int number) { return RowKey::named(host::intern("Row_" + std::to_string(number))); };
+  const auto indexed = [](int number) { return RowKey::index(static_cast<std::uint32_t>(number) - 1); };
+  const std::string_view name = key.isNamed() ? host::spelling(key.name()) : std::string_view();
+  if (key.isNamed() && !startsWithIgnoringCase(name, "Row_")) return 0;
+  const int number = key.isNamed() ? wholeNumber(name.substr(4), 0) : static_cast<int>(key.index()) + 1;
+  constexpr int largestNumber = 1'000'000;
+  if (number <= 0 || number > largestNumber) return 0;
+  const auto exists = [&](host::SheetId holder, RowKey other) {
+    return host::rowExists(store_, holder, section, other, false);
+  };
+  const host::Sheet* const prototype = sheet.prototype ? store_.sheet(sheet.prototype) : nullptr;
+  if (prototype && exists(prototype->id, key)) return otherNumber(*prototype, section, key);
+  // The sheet's own row gets the other number, not the one that it inherits; of two rows of its own the one with the
+  // name.
+  const bool isTaken =
+      key.isNamed() ? exists(sheet.id, indexed(number)) : prototype && exists(prototype->id, named(number));
+  if (!isTaken) return 0;
+  int other = number;
+  do other += 100;
+  while (exists(sheet.id, named(other)) || exists(sheet.id, indexed(other)));
+  return other;
+}
+
+void SheetWriter::row(XmlWriter& writer, const host::Sheet& sheet, const Row& row, SectionNumber section,
+                      Vocabulary vocabulary, const RowIds& ids) {
   const bool lettered = section == SectionNumber::Connection && isLetteredConnection(carried<CarriedRow>(row.extras));
   startElement(writer, vocabulary, lettered ? "ConnectionABCD" : elementOf(section), true);
-  if (const AttributeList* const attributes = attributesOf(row, section)) {
+  if (const int other = otherNumber(sheet, section, row.key)) {
+    if (row.key.isNamed()) writer.attribute("NameU", "Row_" + std::to_string(other));
+    writer.attribute("ID", other);
+  } else if (const AttributeList* const attributes = attributesOf(row, section)) {
     writeAttributes(writer, *attributes);
   } else if (row.key.isNamed()) {
     writer.attribute("NameU", host::spelling(row.name ? row.name : row.key.name()));
@@ -393,7 +422,7 @@ void SheetWriter::deletedRows(XmlWriter& writer, const host::Sheet& sheet, Secti
     row.key = view.key;
     row.name = view.name;
     row.deleted = true;
-    this->row(writer, row, section, Vocabulary::Core, ids);
+    this->row(writer, sheet, row, section, Vocabulary::Core, ids);
   }
 }
 
@@ -410,9 +439,9 @@ void SheetWriter::section(XmlWriter& writer, const host::Sheet& sheet, const Sec
   for (const Row& own : section.rows) {
     if (isWhole && !own.deleted) full = whole(store_, sheet, section.number, own, firstRelease);
     const Row& one = isWhole && !own.deleted ? full : own;
-    row(writer, one, section.number, Vocabulary::Core, ids);
+    row(writer, sheet, one, section.number, Vocabulary::Core, ids);
     for (const Vocabulary later : {Vocabulary::Second, Vocabulary::Third}) {
-      if (holds(one, section.number, later)) row(writer, one, section.number, later, ids);
+      if (holds(one, section.number, later)) row(writer, sheet, one, section.number, later, ids);
     }
   }
 }

@@ -43,8 +43,11 @@ class SheetWriter : public ShapeDialect {
   void geometry(XmlWriter& writer, const host::Sheet& sheet, const host::Section& section);
   /// Geometry that the sheet only inherits, where its coordinates must be written here.
   void inheritedGeometry(XmlWriter& writer, const host::Sheet& sheet);
-  void row(XmlWriter& writer, const host::Row& row, host::SectionNumber section, Vocabulary vocabulary,
-           const RowIds& ids);
+  /// Here a row without a name goes by "Row_" and its number, which another row of a package may have as its name. The
+  /// number that is written instead of the row's own; 0 when its name is its alone.
+  int otherNumber(const host::Sheet& sheet, host::SectionNumber section, host::RowKey key) const;
+  void row(XmlWriter& writer, const host::Sheet& sheet, const host::Row& row, host::SectionNumber section,
+           Vocabulary vocabulary, const RowIds& ids);
   void cells(XmlWriter& writer, const host::Row& row, host::SectionNumber section, Vocabulary vocabulary);
   void tabs(XmlWriter& writer, const host::Row& row);
   void deletedRows(XmlWriter& writer, const host::Sheet& sheet, host::SectionNumber section);
