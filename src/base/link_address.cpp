@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 
 #include "base/text.h"
 
@@ -38,6 +39,35 @@ std::string escaped(std::string_view text, std::string_view allowed, bool keepsE
     }
   }
   return result;
+}
+
+/// True when the address names a server: "http://server", and not "http:x" or "http:///x".
+bool namesServer(std::string_view rest) {
+  if (!rest.starts_with("//")) return false;
+  std::string_view server = rest.substr(2, rest.find_first_of("/?#\\", 2) - 2);
+  server = server.substr(server.rfind('@') + 1);
+  return !server.empty() && server[0] != ':';
+}
+
+/// "mailto:" and what is behind it, with those fields that only fill in a message: mail programs know others that
+/// attach files. Nothing when a line break would begin a field of its own.
+std::optional<std::string> mailUri(std::string_view rest) {
+  constexpr std::string_view fields[] = {"to", "cc", "bcc", "subject", "body"};
+  constexpr std::string_view allowed = ":/@!$()*+,;=";
+  const std::size_t query = std::min(rest.find('?'), rest.size());
+  const std::string_view receivers = rest.substr(0, query);
+  if (holdsControlCharacter(unescapedUri(receivers))) return {};
+  std::string uri = "mailto:" + escaped(receivers, allowed, true);
+  char separator = '?';
+  for (const std::string_view field : splitAt(rest.substr(std::min(query + 1, rest.size())), '&')) {
+    const std::string_view name = field.substr(0, field.find('='));
+    const bool isKept =
+        std::ranges::any_of(fields, [&](std::string_view each) { return equalIgnoringCase(each, name); });
+    if (!isKept || (!equalIgnoringCase(name, "body") && holdsControlCharacter(unescapedUri(field)))) continue;
+    uri += separator + escaped(field, allowed, true);
+    separator = '&';
+  }
+  return uri;
 }
 
 /// A web address that is one already stays as it is.
@@ -88,14 +118,20 @@ std::string joinedUri(std::string_view folder, std::string_view relative) {
   return std::string(folder.substr(0, path)) + std::filesystem::path(steps).lexically_normal().generic_string();
 }
 
+LinkAddress refused(const char* reason) { return {AddressKind::Refused, reason}; }
+
 }  // namespace
+
+bool holdsControlCharacter(std::string_view text) {
+  return std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 127; });
+}
 
 LinkAddress readLinkAddress(std::string_view given) {
   const std::string_view address = trimmed(given);
   if (address.empty()) return {};
   // Programs overlook control characters, so that "java\tscript:" would be one of the refused schemes.
-  if (std::ranges::any_of(address, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 127; }))
-    return {AddressKind::Refused, {}};
+  constexpr const char* control = "it has a control character in it";
+  if (holdsControlCharacter(address)) return refused(control);
   const std::string_view scheme = schemeOf(address);
   if (scheme.empty()) {
     const bool isWeb = startsWithIgnoringCase(address, "www.") && address.find('\\') == std::string_view::npos;
@@ -103,12 +139,19 @@ LinkAddress readLinkAddress(std::string_view given) {
     return {AddressKind::File, withSlashes(address)};
   }
   const std::string_view rest = address.substr(scheme.size() + 1);
-  for (const std::string_view web : {"http", "https", "ftp"})
-    if (equalIgnoringCase(scheme, web)) return {AddressKind::Web, webUri(address)};
-  if (equalIgnoringCase(scheme, "mailto"))
-    return {AddressKind::Mail, "mailto:" + escaped(rest, ":/?@!$&()*+,;=", true)};
-  if (equalIgnoringCase(scheme, "file")) return {AddressKind::File, pathOfFileUri(rest)};
-  return {AddressKind::Refused, {}};
+  for (const std::string_view web : {"http", "https", "ftp"}) {
+    if (!equalIgnoringCase(scheme, web)) continue;
+    return namesServer(rest) ? LinkAddress{AddressKind::Web, webUri(address)} : refused("it names no server");
+  }
+  if (equalIgnoringCase(scheme, "mailto")) {
+    const std::optional<std::string> uri = mailUri(rest);
+    return uri ? LinkAddress{AddressKind::Mail, *uri} : refused(control);
+  }
+  if (equalIgnoringCase(scheme, "file")) {
+    const std::string path = pathOfFileUri(rest);
+    return holdsControlCharacter(path) ? refused(control) : LinkAddress{AddressKind::File, path};
+  }
+  return refused("only files and addresses of http, https, ftp and mailto are");
 }
 
 bool hasDrive(std::string_view path) { return path.size() >= 2 && isLetter(path[0]) && path[1] == ':'; }
@@ -116,16 +159,17 @@ bool hasDrive(std::string_view path) { return path.size() >= 2 && isLetter(path[
 bool isAbsolutePath(std::string_view path) { return path.starts_with('/') || hasDrive(path); }
 
 std::size_t bookmarkIn(std::string_view path) {
-  const std::size_t mark = path.rfind('#');
-  if (mark == std::string_view::npos) return mark;
-  const std::string_view behind = path.substr(mark + 1);
-  if (behind.find('/') != std::string_view::npos) return std::string_view::npos;
-  const std::string_view file = lastStepOf(path.substr(0, mark));
-  const std::size_t dot = file.rfind('.');
-  if (dot == std::string_view::npos || dot == 0) return std::string_view::npos;
-  // "plan v1.0#2.doc" is a name; a place in a web page may have a dot.
-  const bool mayHaveDots = startsWithIgnoringCase(file.substr(dot + 1), "htm");
-  return behind.find('.') == std::string_view::npos || mayHaveDots ? mark : std::string_view::npos;
+  for (std::size_t mark = path.find('#'); mark != std::string_view::npos; mark = path.find('#', mark + 1)) {
+    const std::string_view behind = path.substr(mark + 1);
+    if (behind.find('/') != std::string_view::npos) continue;
+    const std::string_view file = lastStepOf(path.substr(0, mark));
+    const std::size_t dot = file.rfind('.');
+    if (dot == std::string_view::npos || dot == 0) continue;
+    // "plan v1.0#2.doc" is a name; a place in a web page may have a dot.
+    const bool mayHaveDots = startsWithIgnoringCase(file.substr(dot + 1), "htm");
+    if (behind.find('.') == std::string_view::npos || mayHaveDots) return mark;
+  }
+  return std::string_view::npos;
 }
 
 std::string uriOfPath(std::string_view path) {
@@ -154,9 +198,11 @@ std::string uriOfLink(std::string_view address, std::string_view place, std::str
   }
   std::string path = link.target, fragment(place);
   if (const std::size_t mark = bookmarkIn(path); place.empty() && mark != std::string::npos) {
-    fragment = path.substr(mark + 1);
+    fragment = unescapedUri(path.substr(mark + 1));
     path.erase(mark);
   }
+  // Programs write relative addresses with "%20" as well; that of a name itself is seldom.
+  if (schemeOf(trimmed(address)).empty()) path = unescapedUri(path);
   const LinkAddress folder = isAbsolutePath(path) ? LinkAddress() : readLinkAddress(base);
   if (folder.kind == AddressKind::File) path = folder.target + "/" + path;
   std::string uri = folder.kind == AddressKind::Web ? joinedUri(folder.target, uriOfPath(path)) : uriOfPath(path);

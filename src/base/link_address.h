@@ -11,13 +11,13 @@ enum class AddressKind {
   Web,      ///< http, https and ftp, and what begins with "www."
   Mail,     ///< mailto
   File,     ///< a path, or an address of the scheme file
-  Refused,  ///< every other scheme: following it could start any program
+  Refused,  ///< every other scheme, because following it could start any program, and what is no address
 };
 
 struct LinkAddress {
   AddressKind kind = AddressKind::None;
   /// Web and Mail: a URI with all that must be escaped there escaped. File: the path with "/" between its steps and
-  /// nothing escaped: "C:/Maps/x y.vsd", "//server/share/x.vsd", "/maps/x.vsd" or relative.
+  /// nothing escaped: "C:/Maps/x y.vsd", "//server/share/x.vsd", "/maps/x.vsd" or relative. Refused: why.
   std::string target;
 };
 
@@ -27,7 +27,7 @@ LinkAddress readLinkAddress(std::string_view address);
 bool isAbsolutePath(std::string_view path);
 bool hasDrive(std::string_view path);
 
-/// Where a bookmark begins: the last "#" that is not part of a folder's or file's name, as far as the text shows it;
+/// Where a bookmark begins: the first "#" that is not part of a folder's or file's name, as far as the text shows it;
 /// npos without one.
 std::size_t bookmarkIn(std::string_view path);
 
@@ -41,6 +41,8 @@ std::string uriOfLink(std::string_view address, std::string_view place, std::str
 
 /// The text as a part of a URI: "%20" for a space.
 std::string escapedForUri(std::string_view text);
+/// True for a text with line breaks, zero bytes and the like; programs overlook them or end a name there.
+bool holdsControlCharacter(std::string_view text);
 /// "%41" becomes "A"; a "%" without two digits behind it stays.
 std::string unescapedUri(std::string_view text);
 
