@@ -21,6 +21,8 @@ class DocumentFormat {
   virtual ~DocumentFormat() = default;
   /// True when the file name's extension is one of this format.
   virtual bool handles(std::string_view fileName) const = 0;
+  /// False for one that is only known so that opening a file says what it is.
+  virtual bool canRead() const { return true; }
   /// On an error the store is as it was.
   virtual OpenResult open(Store& store, const std::string& fileName) const = 0;
   /// Writes to another file in the folder, flushes and renames, so that an existing file is never damaged. Empty when

@@ -57,10 +57,13 @@ def test_broken_links(tmp_path):
     doc.Pages("SH Shipping").Shapes("SH01").Name = "SH99"
     link = doc.Pages("OH Order handling").Shapes("OH01").AddHyperlink()
     link.Address = "missing.docx"
+    for address, place in (("BROKEN.vsdx#mark", "sh shipping/sh99"), ("www.example.org", ""), ("http:", "")):
+        link = doc.Pages("OH Order handling").Shapes("OH01").AddHyperlink()
+        link.Address, link.SubAddress = address, place
     doc.SaveAs(tmp_path / "broken.vsdx")
     broken = run(example("broken_links.py"), "broken.vsdx", cwd=tmp_path, expect=1).stdout
-    assert "there is no 'SH Shipping/SH01' in the drawing" in broken and "there is no file 'missing.docx'" in broken
-    assert broken.endswith("2 broken links\n")
+    assert 'the page "SH Shipping" has no shape "SH01"' in broken and "missing.docx does not exist" in broken
+    assert '"http:" is not followed' in broken and broken.endswith("3 broken links\n")
 
 
 def test_upgrade_folder(tmp_path):

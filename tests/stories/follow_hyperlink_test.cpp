@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/text.h"
 #include "session/session.h"
 
 namespace quorvel {
@@ -32,11 +33,15 @@ class FollowHyperlink : public testing::Test {
   std::string folder = testing::TempDir() + "quorvel-follow-" + std::to_string(getpid()) + "/";
 
   void SetUp() override {
-    fs::create_directories(folder + "sub");
-    for (const char* name : {"plan.doc", "100% #1.doc", "page.html", "a b.txt", "tool.exe", "plain", "sub/Plan.PDF"})
+    fs::create_directories(folder + "sub/deep");
+    for (const char* name : {"plan.doc", "100% #1.doc", "page.html", "a b.txt", "tool.exe", "plain", "sub/Plan.PDF",
+                             "old.VSD", "orders.docm", "TWICE.txt", "twice.TXT"})
       std::ofstream(folder + name) << "x";
     fs::permissions(folder + "plain", fs::perms::owner_all);
     fs::create_symlink("tool.exe", folder + "harmless.txt");
+    fs::create_symlink("nowhere", folder + "lost.txt");
+    fs::create_directory_symlink("sub/deep", folder + "far");
+    fs::create_symlink("sub/other map.vsdx", folder + "same.vsdx");
     std::ofstream(folder + "broken.vsdx") << "no drawing";
     const Document target = app.Documents().Add("");
     target.Pages().Item(1).SetName("There");
@@ -46,6 +51,9 @@ class FollowHyperlink : public testing::Test {
 
     document = app.Documents().Add("");
     first = document.Pages().Item(1);
+    const Page slashed = document.Pages().Add();
+    slashed.SetName("In/Out");
+    slashed.DrawRectangle(1, 1, 2, 2).SetName("C01");
     second = document.Pages().Add();
     second.SetName("Second part");
     second.DrawRectangle(3, 3, 4, 4).SetName("Member");
@@ -87,6 +95,8 @@ TEST_F(FollowHyperlink, WithinTheDrawing) {
       {"Page-1", "zoom=400", "map.vsdx:Page-1", 4},
       {"second PART/a01", "zoom=50", "map.vsdx:Second part/A01", 0.5},
       {"Second part/A01", "", "map.vsdx:Second part/A01", 0.5},
+      {"in/out", "zoom=50", "map.vsdx:In/Out", 0.5},
+      {"In/Out/C01", "", "map.vsdx:In/Out/C01", 0.5},
       {"Page-1", "zoom=-2", "map.vsdx:Page-1", -2},
       {"Page-1", "zoom=99999", "map.vsdx:Page-1", -2},
       {"Second part/Member", "zoom=-1", "map.vsdx:Second part", -1},
@@ -102,12 +112,14 @@ TEST_F(FollowHyperlink, WithinTheDrawing) {
   EXPECT_EQ(box.Name(), "Sheet." + std::to_string(box.ID().or_(0))) << "following made no step: the last one is undone";
 
   const int windows = app.Windows().Count().or_(0);
-  for (const char* nowhere : {"Third", "Second part/A09", "/A01", "Page-1/A01"}) {
+  for (const char* nowhere : {"Third", "Second part/A09", "/A01", "In/A01", "Page-1/A01"}) {
     const std::string before = shown();
     EXPECT_FALSE(follow("", nowhere, "zoom=200", true));
     EXPECT_EQ(shown(), before) << nowhere;
   }
   EXPECT_EQ(refusal(), "the page \"Page-1\" has no shape \"A01\"");
+  EXPECT_FALSE(follow("", std::string(10'000, 'x')));
+  EXPECT_LT(refusal().size(), 300u);
   EXPECT_EQ(app.Windows().Count(), windows);
 
   EXPECT_TRUE(follow("", "Page-1", "zoom=150", true));
@@ -136,8 +148,9 @@ TEST_F(FollowHyperlink, ToAnotherDrawing) {
   EXPECT_EQ(app.Windows().Count(), 3);
   app.ActiveDocument().Close();
 
-  for (const std::string& address : {folder + "sub/other map.vsdx", "file://" + folder + "sub/other%20map.vsdx",
-                                     std::string("./sub/../sub/other map.vsdx")}) {
+  for (const std::string& address :
+       {folder + "sub/other map.vsdx", "file://" + folder + "sub/other%20map.vsdx",
+        std::string("./sub/../sub/other map.vsdx"), std::string("same.vsdx"), std::string("Sub\\OTHER map.VSDX")}) {
     EXPECT_TRUE(follow(address, "There")) << address << refusal();
     EXPECT_EQ(shown(), "other map.vsdx:There");
     EXPECT_EQ(app.Documents().Count(), 2) << address;
@@ -180,7 +193,16 @@ TEST_F(FollowHyperlink, OutOfTheDrawings) {
       {"100% #1.doc", "", folder + "100% #1.doc"},
       {"100% #1.doc#mark", "", folder + "100% #1.doc"},
       {"page.html#second part", "", "file://" + folder + "page.html#second%20part"},
+      {"page.html#a#b%20c", "", "file://" + folder + "page.html#a%23b%20c"},
       {"a%20b.txt", "", folder + "a b.txt"},
+      {"far/../Plan.PDF", "", folder + "far/../Plan.PDF"},
+      {"sub/../plan.doc", "", folder + "plan.doc"},
+      {"old.VSD", "Page-1", folder + "old.VSD"},
+      {"PLAN.doc#mark", "", folder + "plan.doc"},
+      {"Twice.txt", "", ""},
+      {"lost.txt", "", ""},
+      {"plan.doc%00", "", ""},
+      {"http:///x", "", ""},
       {"sub\\Plan.PDF", "", folder + "sub/Plan.PDF"},
       {"sub", "", folder + "sub"},
       {"missing.doc", "", ""},
@@ -194,15 +216,19 @@ TEST_F(FollowHyperlink, OutOfTheDrawings) {
   }
   EXPECT_EQ(session.platform().asked.back().kind, HeadlessPlatform::Asked::Kind::ShellOpen);
 
-  for (const char* program : {"tool.exe", "harmless.txt", "plain"}) {
+  const std::string turned = "\xE2\x80\xAEtool.exe";
+  std::ofstream(folder + turned) << "x";
+  for (const std::string& program : {std::string("tool.exe"), std::string("harmless.txt"), std::string("plain"),
+                                     std::string("orders.docm"), turned}) {
     for (const MessageAnswer given : {MessageAnswer::No, MessageAnswer::Yes}) {
       opened.clear();
       answer = given;
       EXPECT_TRUE(follow(program)) << program << ": " << refusal();
       EXPECT_EQ(opened.size(), given == MessageAnswer::Yes ? 1u : 0u) << program;
       const auto& asked = session.platform().asked;
-      EXPECT_EQ(asked[asked.size() - 1 - opened.size()].text,
-                "The hyperlink starts the program " + folder + program + ". Do you want to start it?");
+      EXPECT_EQ(asked[asked.size() - 1 - opened.size()].text, "The hyperlink starts the program \"" + folder +
+                                                                  replaceAll(program, "\xE2\x80\xAE", "") +
+                                                                  "\". Do you want to start it?");
     }
   }
 
@@ -213,6 +239,10 @@ TEST_F(FollowHyperlink, OutOfTheDrawings) {
   canOpen = false;
   EXPECT_FALSE(follow("https://example.org/"));
   EXPECT_EQ(refusal(), "https://example.org/ could not be opened");
+  document.SetHyperlinkBase("");
+  const std::size_t before = session.platform().asked.size();
+  EXPECT_FALSE(follow("page.html#x"));
+  EXPECT_EQ(session.platform().asked.size(), before + 1) << "not once more without the bookmark";
 }
 
 }  // namespace

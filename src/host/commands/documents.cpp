@@ -34,6 +34,22 @@ std::string drawingName(const Engine& engine) {
 
 DocumentOutcome refusedDocument(std::string reason) { return {Outcome::refused(std::move(reason)), {}}; }
 
+/// The document of a file, also of one that is reached through a symbolic link; null when it is not open.
+DocumentId openedFrom(const Store& store, const std::string& fileName) {
+  Document probe;
+  placeDocument(probe, fileName);
+  const std::string wanted = probe.path + probe.name;
+  DocumentId sameFile;
+  for (const DocumentId id : store.documents()) {
+    const Document& open = *store.document(id);
+    if (open.path.empty()) continue;
+    if (open.path + open.name == wanted) return id;
+    std::error_code error;
+    if (!sameFile && fs::equivalent(open.path + open.name, wanted, error)) sameFile = id;
+  }
+  return sameFile;
+}
+
 DocumentOutcome read(Engine& engine, const std::string& fileName) {
   const OpenResult result = engine.readDocument(fileName);
   if (!result.document) return refusedDocument(result.error);
@@ -145,13 +161,8 @@ DocumentOutcome newDocument(Engine& engine, const std::string& templateFile) {
 DocumentOutcome openDocument(Engine& engine, const std::string& fileName, bool readOnly, bool hidden, bool asCopy,
                              const std::function<Outcome(DocumentId)>& admits) {
   if (!asCopy) {
-    Document probe;
-    placeDocument(probe, fileName);
-    for (const DocumentId id : engine.store().documents()) {
-      const Document& open = *engine.store().document(id);
-      if (open.path.empty() || open.path + open.name != probe.path + probe.name) continue;
-      return {admits ? admits(id) : Outcome::done(), id};
-    }
+    if (const DocumentId open = openedFrom(engine.store(), fileName))
+      return {admits ? admits(open) : Outcome::done(), open};
   }
   const DocumentOutcome opened = read(engine, fileName);
   if (!opened.outcome) return opened;

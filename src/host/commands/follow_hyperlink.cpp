@@ -7,19 +7,13 @@
 #include "base/link_address.h"
 #include "base/text.h"
 #include "host/commands/documents.h"
+#include "host/commands/program_endings.h"
 #include "host/commands/shapes.h"
 
 namespace quorvel::host {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Files that do something when they are opened, on any system: a drawing comes from one and is followed on another.
-constexpr std::string_view programEndings[] = {
-    ".app", ".appimage", ".application", ".appref-ms",  ".bash", ".bat",  ".chm", ".cmd", ".com", ".command", ".cpl",
-    ".deb", ".desktop",  ".exe",         ".flatpakref", ".hta",  ".inf",  ".jar", ".js",  ".jse", ".lnk",     ".msc",
-    ".msi", ".msp",      ".pif",         ".pl",         ".ps1",  ".psm1", ".py",  ".pyw", ".rb",  ".reg",     ".rpm",
-    ".run", ".scr",      ".sh",          ".url",        ".vb",   ".vbe",  ".vbs", ".ws",  ".wsf", ".wsh"};
 
 /// Where a link leads within a drawing; both null: the drawing as it is shown.
 struct Place {
@@ -37,17 +31,34 @@ SheetId shapeOn(const Store& store, PageId page, std::string_view name) {
   return {};
 }
 
+/// Of a long text only the start, because the reason is shown to users.
+std::string shortened(std::string_view text) {
+  constexpr std::size_t most = 200;
+  std::size_t end = 0, count = 0;
+  while (end < text.size() && count++ < most) decodeNext(text, end);
+  return std::string(text.substr(0, end)) + (end < text.size() ? "..." : "");
+}
+
+std::string quotedStart(std::string_view text) { return "\"" + shortened(text) + "\""; }
+
+/// The longest name that a page has ends where the shape's name begins: both may have a "/".
 Outcome findPlace(const Store& store, DocumentId document, std::string_view subAddress, Place& place) {
   if (subAddress.empty()) return Outcome::done();
-  const std::size_t slash = std::min(subAddress.find('/'), subAddress.size());
-  const std::string pageName(subAddress.substr(0, slash));
-  place.page = store.pageNamed(document, pageName);
-  if (!place.page)
-    return Outcome::refused("the drawing " + store.document(document)->name + " has no page \"" + pageName + "\"");
-  const std::string shapeName(subAddress.substr(std::min(slash + 1, subAddress.size())));
+  if (subAddress.starts_with('/')) return Outcome::refused(quotedStart(subAddress) + " names a shape without its page");
+  std::size_t slash = subAddress.size();
+  place.page = store.pageNamed(document, std::string(subAddress));
+  while (!place.page && (slash = subAddress.rfind('/', slash - 1)) != std::string_view::npos && slash > 0)
+    place.page = store.pageNamed(document, std::string(subAddress.substr(0, slash)));
+  if (!place.page) {
+    return Outcome::refused("the drawing " + store.document(document)->name + " has no page " +
+                            quotedStart(subAddress.substr(0, subAddress.find('/'))));
+  }
+  const std::string_view pageName = subAddress.substr(0, slash);
+  const std::string_view shapeName = subAddress.substr(std::min(slash + 1, subAddress.size()));
   if (shapeName.empty()) return Outcome::done();
   place.shape = shapeOn(store, place.page, shapeName);
-  if (!place.shape) return Outcome::refused("the page \"" + pageName + "\" has no shape \"" + shapeName + "\"");
+  if (!place.shape)
+    return Outcome::refused("the page " + quotedStart(pageName) + " has no shape " + quotedStart(shapeName));
   return Outcome::done();
 }
 
@@ -123,7 +134,7 @@ bool isProgram(const fs::path& path) {
   std::error_code error;
   const fs::path behindLinks = fs::canonical(path, error);
   for (const fs::path& each : {path, behindLinks}) {
-    if (std::ranges::find(programEndings, endingOf(each)) != std::end(programEndings)) return true;
+    if (startsProgram(endingOf(each))) return true;
   }
   const fs::file_status status = fs::status(path, error);
   constexpr fs::perms execute = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
@@ -131,19 +142,21 @@ bool isProgram(const fs::path& path) {
 }
 
 Outcome openOutside(Engine& engine, const std::string& target, LinkTarget kind) {
-  if (!engine.linkOpener()) return Outcome::refused(target + " is opened by another program, and there is none here");
-  if (!engine.linkOpener()->openLink(target, kind)) return Outcome::refused(target + " could not be opened");
+  if (!engine.linkOpener())
+    return Outcome::refused(shortened(target) + " is opened by another program, and there is none here");
+  if (!engine.linkOpener()->openLink(target, kind)) return Outcome::refused(shortened(target) + " could not be opened");
   return Outcome::done();
 }
 
 Outcome followToFile(Engine& engine, const std::string& file, const std::string& bookmark,
                      const HyperlinkTarget& link) {
-  if (engine.formatFor(file)) return followToDrawing(engine, file, link);
+  // Another program may read a drawing that is known here by its name alone.
+  if (const DocumentFormat* const format = engine.formatFor(file); format && format->canRead())
+    return followToDrawing(engine, file, link);
   if (isProgram(file)) return openOutside(engine, file, LinkTarget::Program);
   // Only a browser takes a bookmark with the name of a file.
-  if (!bookmark.empty() && endingOf(file).starts_with(".htm") && engine.linkOpener() &&
-      engine.linkOpener()->openLink(uriOfPath(file) + "#" + escapedForUri(bookmark), LinkTarget::Address))
-    return Outcome::done();
+  if (!bookmark.empty() && endingOf(file).starts_with(".htm"))
+    return openOutside(engine, uriOfPath(file) + "#" + escapedForUri(bookmark), LinkTarget::Address);
   return openOutside(engine, file, LinkTarget::File);
 }
 
@@ -152,21 +165,70 @@ struct FoundFile {
   std::string path, bookmark;
 };
 
-/// A name may have a "#" or a "%20" of its own, so the file that exists decides.
+/// The path without its "." and ".." where that is the same file: ".." behind a symbolic link to a folder leads to
+/// another place than the text shows.
+std::string shortestPathTo(const fs::path& path) {
+  std::error_code error;
+  fs::path shortest = path.lexically_normal();
+  return fs::equivalent(path, shortest, error) ? shortest.string() : path.string();
+}
+
+/// `name` below the folder in any letter case, as the system that it was written on finds it; nothing unless each of
+/// its steps is one entry.
+std::optional<fs::path> pathInAnyCase(const fs::path& folder, const std::string& name) {
+  if (isAbsolutePath(name)) return {};
+  constexpr int mostEntries = 10'000;
+  fs::path path = folder;
+  std::error_code error;
+  for (const fs::path& step : fs::path(name)) {
+    if (fs::exists(path / step, error)) {
+      path /= step;
+      continue;
+    }
+    const std::string wanted = foldCase(step.string());
+    std::optional<fs::path> found;
+    int entries = 0;
+    for (fs::directory_iterator each(path, error), end; !error && each != end; each.increment(error)) {
+      if (++entries > mostEntries) return {};
+      if (foldCase(each->path().filename().string()) != wanted) continue;
+      if (found) return {};
+      found = each->path();
+    }
+    if (!found) return {};
+    path = *found;
+  }
+  return fs::exists(path, error) ? std::optional(path) : std::nullopt;
+}
+
+std::optional<fs::path> pathAsWritten(const fs::path& folder, const std::string& name) {
+  std::error_code error;
+  const fs::path path = folder / name;
+  return fs::exists(path, error) ? std::optional(path) : std::nullopt;
+}
+
+/// A name may have a "#" or a "%20" of its own, so the file that exists decides. The folder is empty for a target that
+/// is absolute.
 std::optional<FoundFile> findFile(const std::string& folder, const std::string& target) {
-  const auto found = [&](const std::string& name) -> std::optional<std::string> {
-    const std::string path = isAbsolutePath(name) ? name : folder + name;
+  constexpr int mostMarks = 16;
+  const std::string unescaped = unescapedUri(target);
+  for (const bool anyCase : {false, true}) {
+    if (anyCase && folder.empty()) break;
+    const auto find = [&](const std::string& name) -> std::optional<fs::path> {
 #ifndef _WIN32
-    if (hasDrive(path) || path.starts_with("//")) return {};  // would be a name in the current folder
+      const std::string& start = isAbsolutePath(name) ? name : folder;
+      if (hasDrive(start) || start.starts_with("//")) return {};  // would be a name in the current folder
 #endif
-    std::error_code error;
-    return fs::exists(path, error) ? std::optional(fs::path(path).lexically_normal().string()) : std::nullopt;
-  };
-  for (const std::string& name : {target, unescapedUri(target)}) {
-    if (const auto path = found(name)) return FoundFile{*path, {}};
-    const std::size_t mark = name.rfind('#');
-    if (mark == std::string::npos || mark == 0) continue;
-    if (const auto path = found(name.substr(0, mark))) return FoundFile{*path, name.substr(mark + 1)};
+      return anyCase ? pathInAnyCase(folder, name) : pathAsWritten(folder, name);
+    };
+    for (const std::string& name : {target, unescaped}) {
+      if (holdsControlCharacter(name)) continue;
+      if (const auto path = find(name)) return FoundFile{shortestPathTo(*path), {}};
+      std::size_t mark = name.rfind('#');
+      for (int n = 0; n < mostMarks && mark != std::string::npos && mark > 0; ++n, mark = name.rfind('#', mark - 1)) {
+        if (const auto path = find(name.substr(0, mark)))
+          return FoundFile{shortestPathTo(*path), unescapedUri(name.substr(mark + 1))};
+      }
+    }
   }
   return {};
 }
@@ -181,8 +243,7 @@ Outcome followHyperlink(Engine& engine, DocumentId holder, const HyperlinkTarget
     case AddressKind::None:
       return followInto(engine, holder, link);
     case AddressKind::Refused:
-      return Outcome::refused("\"" + link.address +
-                              "\" is not followed; only files and addresses of http, https, ftp and mailto are");
+      return Outcome::refused(quotedStart(link.address) + " is not followed; " + target.target);
     case AddressKind::Web:
     case AddressKind::Mail:
       return openOutside(engine, uriOfLink(link.address, link.subAddress), LinkTarget::Address);
@@ -198,8 +259,8 @@ Outcome followHyperlink(Engine& engine, DocumentId holder, const HyperlinkTarget
     if (base.kind == AddressKind::File) folder = base.target + "/";
     if (folder.empty() || !isAbsolutePath(folder)) {
       if (document->path.empty())
-        return Outcome::refused("\"" + link.address +
-                                "\" is relative to the folder of the drawing, which was never saved");
+        return Outcome::refused(quotedStart(link.address) +
+                                " is relative to the folder of the drawing, which was never saved");
       folder = document->path + folder;
     }
   }
@@ -207,7 +268,7 @@ Outcome followHyperlink(Engine& engine, DocumentId holder, const HyperlinkTarget
   if (!file) {
     const std::string path = folder.empty() ? std::string(trimmed(link.address))
                                             : fs::path(folder + target.target).lexically_normal().string();
-    return Outcome::refused(path + " does not exist; check the name and the folder");
+    return Outcome::refused(shortened(path) + " does not exist; check the name and the folder");
   }
   return followToFile(engine, file->path, file->bookmark, link);
 }

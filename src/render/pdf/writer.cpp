@@ -128,7 +128,8 @@ class Tags {
   std::string linkAttributes(const std::string& link) const {
     if (link.starts_with('#')) {
       std::string place = foldCase(link.substr(1));
-      if (!places_.contains(place)) place = place.substr(0, place.find('/'));
+      // A page's name may have a "/" as well.
+      while (!places_.contains(place) && place.find('/') != std::string::npos) place.erase(place.rfind('/'));
       return places_.contains(place) ? "dest=" + quotedAttribute(place) : std::string();
     }
     return link.empty() ? link : "uri=" + quotedAttribute(uriInDocument(link));
