@@ -7,7 +7,7 @@ if [[ ${#packages[@]} -eq 0 ]]; then
   packages=(
     cmake ninja-build g++ ccache pkg-config
     libpugixml-dev libzip-dev zlib1g-dev libutf8proc-dev libcairo2-dev libpango1.0-dev libgdk-pixbuf-2.0-dev
-    libcli11-dev nlohmann-json3-dev
+    libxlsxwriter-dev libcli11-dev nlohmann-json3-dev
     libgtest-dev libbenchmark-dev clang-format
     python3-dev pybind11-dev python3-pytest python3-build python3-setuptools python3-wheel
     fonts-liberation fonts-crosextra-carlito fonts-dejavu-core fontconfig

@@ -23,6 +23,8 @@ inline constexpr NamedRow isInitialized = "User.Based_On_ZNB", disableDefine = "
 /// Written by the template and by the stencil, and only shown.
 inline constexpr NamedRow templateVersion = "User.Quorvel_Template_Version",
                           stencilVersion = "User.Quorvel_Stencil_Version";
+/// The rows of report definitions have this name and a number from 1 on; each value is XML.
+inline constexpr NamedRow reportRows = "User.visPropRpt";
 }  // namespace documentCells
 
 /// The switches of a page are in display_switches.h.
