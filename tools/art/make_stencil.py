@@ -10,7 +10,16 @@ import tempfile
 
 from document_part import document_part
 from masters import all_masters
-from package_writer import DOCUMENT_CONTENT_TYPES, Package, add_masters, add_page, add_properties, add_windows, user_row
+from package_writer import (
+    DOCUMENT_CONTENT_TYPES,
+    Package,
+    add_masters,
+    add_page,
+    add_properties,
+    add_windows,
+    user_row,
+    user_text_row,
+)
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 DATA_FOLDER = ROOT / "data"
@@ -39,11 +48,20 @@ def stencil(masters):
     return package
 
 
+def report_rows():
+    """A row for each installed report definition, in the order of the files' names."""
+    files = sorted((DATA_FOLDER / "Reports").iterdir())
+    return [
+        user_text_row(f"visPropRpt{number}", file.read_text(encoding="utf-8")) for number, file in enumerate(files, start=1)
+    ]
+
+
 def template(masters):
-    """A letter page across. The masters are inside too, so a drawing made from it needs no stencil for its drops."""
+    """A letter page across. The masters are inside too, so a drawing made from it needs no stencil for its drops, and so
+    are the report definitions."""
     package = Package()
     add_properties(package, "Quorvel process map", ["Page-1"], [master["Name"] for master in masters])
-    document = document_part(user_row("Quorvel_Template_Version", VERSION))
+    document = document_part(user_row("Quorvel_Template_Version", VERSION), *report_rows())
     package.add("visio/document.xml", DOCUMENT_CONTENT_TYPES[".vstx"], document)
     add_masters(package, masters)
     add_page(package, "Page-1", 11, 8.5)

@@ -67,6 +67,11 @@ def user_row(name, value, formula=None):
     return named_row(name, cell("Value", value, formula), cell("Prompt", ""))
 
 
+def user_text_row(name, text):
+    """A row whose value is a text constant."""
+    return named_row(name, text_cell("Value", text), cell("Prompt", ""))
+
+
 def field_text(shown, before=""):
     """The text of a shape that ends with its first field, the only one."""
     return f"<Text>{escape(before)}<fld IX='0'>{escape(shown)}</fld></Text>"
