@@ -33,6 +33,16 @@ struct ConvertOptions {
 };
 int runConvert(const ConvertOptions& options);
 
+struct ReportOptions {
+  std::string file;
+  std::string definition;            ///< a title or number, or the name of a file
+  std::vector<std::string> outputs;  ///< their endings decide the formats
+  std::string page;                  ///< empty: as the definition says
+  bool list = false;                 ///< lists the definitions and runs none
+  bool force = false;
+};
+int runReport(const ReportOptions& options);
+
 struct SampleOptions {
   std::string map;
   bool force = false;

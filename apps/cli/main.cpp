@@ -15,6 +15,10 @@ page is OUT.svg, the others are in the same folder, with number and name after O
 ("OUT-2 Credit check.svg"). A stencil is drawn as one sheet of its masters. Prints the name
 of each file written.)";
 
+constexpr const char* reportHelp =
+    R"(NAME is a title or a number of the list, or the file of a definition. The definitions are those
+in the drawing; one that has none uses the installed ones. Prints the name of each file written.)";
+
 constexpr const char* footer = R"(A drawing is a .vsdx, .vssx or .vstx file, or a .vdx, .vsx or .vtx of older releases.
 Exit code: 0 done, 2 the command line was not understood, 3 a file could not be read or written.)";
 
@@ -57,6 +61,25 @@ int main(int argc, char** argv) {
   command->add_option("OUT", forConvert.output, "The file to write; its ending decides the format")->required();
   command->add_flag("--force", forConvert.force, "Replace the file if it exists");
   command->callback([&] { run = [&] { return runConvert(forConvert); }; });
+
+  ReportOptions forReport;
+  command = program.add_subcommand("report", "Write a table of a drawing's Tasks, links or shapes.");
+  command->footer(reportHelp);
+  command->add_option("FILE", forReport.file, "The drawing")->required();
+  CLI::Option* const list = command->add_flag("--list", forReport.list, "List the definitions that there are");
+  CLI::Option* const definition = command->add_option("--definition", forReport.definition, "Which one: NAME");
+  CLI::Option* const output =
+      command->add_option("-o,--output", forReport.outputs, "The file to write: OUT.html, OUT.csv or OUT.xlsx")
+          ->expected(1)
+          ->take_all();
+  command->add_option("--page", forReport.page, "Only the page of this name");
+  command->add_flag("--force", forReport.force, "Replace the file if it exists");
+  list->excludes(definition)->excludes(output);
+  command->callback([&] {
+    if (!forReport.list && forReport.definition.empty()) throw CLI::RequiredError("--definition or --list");
+    if (!forReport.list && forReport.outputs.empty()) throw CLI::RequiredError("--output");
+    run = [&] { return runReport(forReport); };
+  });
 
   SampleOptions forSample;
   command = program.add_subcommand("sample", "Make the sample map \"Order handling\".");
