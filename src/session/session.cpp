@@ -61,6 +61,7 @@ Session::Session(SessionOptions options)
                     : std::make_unique<RecoveryCopies>(host_.engine(), options.recoveryFolder)) {
   engine().setThemes(&themes_);
   engine().setLinkOpener(&linkOpener_);
+  engine().setReportsDialog(&reportsDialog_);
   if (options.connectAddin) addin_.AddinInstance_OnConnection(app());
 }
 

@@ -10,6 +10,7 @@
 #include "session/document_themes.h"
 #include "session/platform_link_opener.h"
 #include "session/recovery.h"
+#include "session/reports_dialog.h"
 #include "session/session_platform.h"
 
 namespace quorvel {
@@ -52,6 +53,7 @@ class Session {
   host::InMemoryHost host_;
   SessionPlatform platform_;
   PlatformLinkOpener linkOpener_{platform_};
+  PlatformReportsDialog reportsDialog_{host_.engine(), platform_};
   addin::dsrVisioConnect addin_;
   std::unique_ptr<RecoveryCopies> recovery_;
 };

@@ -214,6 +214,7 @@ Maybe<Variant> InMemoryHost::callCommandBars(const ObjectRef& object, Member mem
         engine_.events().raise([&](ApplicationEvents& listener) { listener.MarkerEvent(sequence, context); });
         return done;
       }
+      if (control->hostCommand == HostCommand::Reports) return settled(showReports(engine_));
       const CommandBarButton button(this, object);
       engine_.events().raise(
           EventDispatcher::Occasion::Change, [&] { return bars.control(object.id) != nullptr; },

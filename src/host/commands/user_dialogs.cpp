@@ -85,4 +85,15 @@ ReplaceOutcome replaceText(Engine& engine, DocumentId document, PageId page, std
   return result;
 }
 
+Outcome showReports(Engine& engine) {
+  const DocumentId document = engine.activeDocument();
+  if (!document) return Outcome::refused("there is no active drawing");
+  if (!engine.reportsDialog()) return Outcome::refused("there are no reports here");
+  const auto raise = [&](auto event) { engine.events().raise(event); };
+  raise([&](ApplicationEvents& listener) { listener.BeforeModal(engine.application()); });
+  if (engine.exists(document)) engine.reportsDialog()->showReports(document);
+  raise([&](ApplicationEvents& listener) { listener.AfterModal(engine.application()); });
+  return Outcome::done();
+}
+
 }  // namespace quorvel::host

@@ -1,5 +1,5 @@
-// What a user does in dialogs of the program: shape data, and Find and Replace. Listeners see each as a scope with a
-// modal dialog inside, and it is one undo step with all that they do.
+// What a user does in dialogs of the program: shape data, Find and Replace, and reports. Listeners see each as a scope
+// with a modal dialog inside, and it is one undo step with all that they do.
 #pragma once
 
 #include <string>
@@ -31,5 +31,9 @@ struct ReplaceOutcome {
 /// are skipped, as the lock is after BeforeModal. Only the page, or all pages of the document when `page` is null.
 ReplaceOutcome replaceText(Engine& engine, DocumentId document, PageId page, std::string_view find,
                            std::string_view replacement, const ReplaceOptions& options);
+
+/// The Reports command for the active drawing, between the modal events. It changes nothing, so it is no step and no
+/// scope. Refused without an active drawing, and where there are no reports.
+Outcome showReports(Engine& engine);
 
 }  // namespace quorvel::host

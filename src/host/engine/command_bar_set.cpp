@@ -13,7 +13,7 @@ CommandBarSet::CommandBarSet(std::string_view version) {
       {"10", 30005, 8, 30007, 6}, {"11", 30005, 10, 30007, 11}, {"12", 30005, 6, 50244, 8}};
   for (const Menus& menus : releases) {
     if (!version.starts_with(menus.release)) continue;
-    const auto menu = [&](const char* caption, int command, const char* item, int itemCommand) {
+    const auto menu = [&](const char* caption, int command, const char* item, int itemCommand, HostCommand does) {
       const std::uint32_t id = addControl(0, 0, true, 0);
       controls_[id].commandId = command;
       controls_[id].caption = caption;
@@ -22,9 +22,10 @@ CommandBarSet::CommandBarSet(std::string_view version) {
       controls_[child].commandId = itemCommand;
       controls_[child].caption = item;
       controls_[child].builtIn = true;
+      controls_[child].hostCommand = does;
     };
-    menu("&Insert", menus.insert, "Hyperl&inks...", menus.hyperlink);
-    menu("&Tools", menus.tools, "&Reports...", menus.reports);
+    menu("&Insert", menus.insert, "Hyperl&inks...", menus.hyperlink, HostCommand::None);
+    menu("&Tools", menus.tools, "&Reports...", menus.reports, HostCommand::Reports);
   }
 }
 

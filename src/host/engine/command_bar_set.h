@@ -8,12 +8,16 @@
 
 namespace quorvel::host {
 
+/// What one of the host's own items does when nothing else was put on it.
+enum class HostCommand { None, Reports };
+
 struct BarControl {
   std::uint32_t id = 0;    ///< our number for it
   std::uint32_t bar = 0;   ///< the bar that holds it, or 0
   std::uint32_t menu = 0;  ///< the menu that holds it, or 0
   int commandId = 1;       ///< the host's command number; 1 for a custom control
   bool isMenu = false, beginGroup = false, builtIn = false;
+  HostCommand hostCommand = HostCommand::None;
   std::string caption, tag, tooltip, onAction, parameter;
   std::string faceFile;
   int state = 0;

@@ -15,6 +15,7 @@
 #include "host/engine/command_bar_set.h"
 #include "host/engine/deletions.h"
 #include "host/engine/link_opener.h"
+#include "host/engine/reports_dialog.h"
 #include "host/engine/snapshots.h"
 #include "host/engine/windows.h"
 #include "host/events/event_dispatcher.h"
@@ -91,6 +92,9 @@ class Engine {
   /// Borrowed; null: nothing outside of the drawings can be opened.
   void setLinkOpener(LinkOpener* opener) { linkOpener_ = opener; }
   LinkOpener* linkOpener() const { return linkOpener_; }
+  /// Borrowed; null: there are no reports.
+  void setReportsDialog(ReportsDialog* dialog) { reportsDialog_ = dialog; }
+  ReportsDialog* reportsDialog() const { return reportsDialog_; }
   void setLocale(const FormulaLocale& locale) { store_.setLocale(locale); }
   void setCommandObserver(std::unique_ptr<CommandObserver> observer) { commandObserver_ = std::move(observer); }
   /// True while a command runs, in the handlers that it calls too.
@@ -221,6 +225,7 @@ class Engine {
   std::unique_ptr<CommandObserver> commandObserver_;  ///< null: commands have none
   Backend* backend_ = nullptr;
   LinkOpener* linkOpener_ = nullptr;
+  ReportsDialog* reportsDialog_ = nullptr;
   int commandDepth_ = 0;  ///< commands inside commands, through handlers
   int writeDepth_ = 0;    ///< writes inside writes, through handlers
   Clipboard clipboard_;
