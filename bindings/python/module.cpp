@@ -100,6 +100,8 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("replace_text", &ScriptHost::replaceText)
       .def("export_pages", &ScriptHost::exportPages)
       .def("read_map", &ScriptHost::readMap)
+      .def("report_definitions", &ScriptHost::reportDefinitions)
+      .def("write_report", &ScriptHost::writeReport)
       .def("unknown_names", &ScriptHost::unknownNames)
       .def("write_recovery_copies", &ScriptHost::writeRecoveryCopies)
       .def("undo_limits", &ScriptHost::undoLimits)

@@ -7,7 +7,9 @@
 #include "form_access.h"
 #include "formats/package/atomic_file.h"
 #include "map_values.h"
+#include "report/output/report_file.h"
 #include "report/process_map.h"
+#include "report/table/make_table.h"
 #include "session/pictures.h"
 #include "values.h"
 
@@ -247,6 +249,36 @@ py::dict ScriptHost::readMap(const ObjectRef& document) {
     throw Refused{"Map", "a document that is closed", "the object is deleted"};
   }
   return mapToPython(report::readProcessMap(store, id));
+}
+
+py::list ScriptHost::reportDefinitions(const ObjectRef& document) {
+  py::list all;
+  for (const report::AvailableDefinition& each : definitionsOf(document, "report_definitions").definitions)
+    all.append(py::make_tuple(each.number, textToPython(each.definition.title),
+                              textToPython(each.definition.description), textToPython(each.problem)));
+  return all;
+}
+
+void ScriptHost::writeReport(const ObjectRef& document, const std::string& definition, const std::string& file,
+                             const std::string& page) {
+  const std::string caller = "report";
+  const report::AvailableDefinition chosen = report::definitionNamed(definitionsOf(document, caller), definition);
+  const host::DocumentId id{document.id};
+  const std::string& name = session_->engine().store().document(id)->name;
+  if (!chosen.problem.empty()) throw Refused{caller, name, chosen.problem};
+  const report::MadeTable made = report::makeTable(session_->engine().store(), id, chosen.definition, {page});
+  if (!made.problem.empty()) throw Refused{caller, name, made.problem};
+  const std::string problem = report::writeReport(made.table, file);
+  if (!problem.empty()) throw Refused{caller, name, problem};
+}
+
+report::AvailableDefinitions ScriptHost::definitionsOf(const ObjectRef& document, const std::string& caller) const {
+  const host::Store& store = session_->engine().store();
+  const host::DocumentId id{document.id};
+  if (document.kind != ObjectKind::Document || !store.document(id)) {
+    throw Refused{caller, "a document that is closed", "the object is deleted"};
+  }
+  return report::definitionsFor(store, id, session_->installFolder());
 }
 
 std::string ScriptHost::ask(const std::string& text, MessageButtons buttons) {

@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "report/definition/available_definitions.h"
 #include "script_events.h"
 #include "session/session.h"
 #include "trial_form.h"
@@ -67,6 +68,11 @@ class ScriptHost {
   void exportPages(const std::vector<ObjectRef>& pages, const std::string& file, const std::string& caller);
   /// The document read as a process map; see mapToPython.
   py::dict readMap(const ObjectRef& document);
+  /// Number, title, description and problem of each report definition that there is for the document.
+  py::list reportDefinitions(const ObjectRef& document);
+  /// Runs a report and writes the table to a file, whose ending says the format.
+  void writeReport(const ObjectRef& document, const std::string& definition, const std::string& file,
+                   const std::string& page);
   /// What was refused to the add-in because no cell, row or member has the name, each as a sentence. The script's
   /// own refused calls were thrown, and are not among them.
   std::vector<std::string> unknownNames() const;
@@ -101,6 +107,7 @@ class ScriptHost {
 
  private:
   class Depth;
+  report::AvailableDefinitions definitionsOf(const ObjectRef& document, const std::string& caller) const;
   void settle();
   /// Nothing when the script has ended or has thrown already: as if the exception had left the call at once.
   template <class Handle>

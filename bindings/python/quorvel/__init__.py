@@ -47,12 +47,13 @@ from .host_objects import (
 from .install import stencil_path, template_path
 from .maps import Connector, Link, LinkEnd, Map, MapHyperlink, Role, Task
 from .recovery import LeftBehind, copies_left_behind, discard_copy
+from .reports import ReportDefinition, report, report_definitions
 
 __all__ = [
     "Application", "Asked", "Cell", "Characters", "Collection", "CommandBar", "CommandBarControl",
     "CommandBarControls", "CommandBars", "Connect", "Connector", "Connects", "Control", "Document", "Documents",
     "Form", "Handle", "HostError", "Hyperlink", "Hyperlinks", "IndexedNumbers", "Layer", "Layers", "LeftBehind", "Link", "LinkEnd", "Map",
-    "MapHyperlink", "Master", "Masters", "Page", "Pages", "Role", "Row", "Section", "Selection", "Shape", "Shapes", "Task",
-    "Unanswered", "Window", "Windows", "constants", "copies_left_behind", "discard_copy", "stencil_path",
-    "template_path",
+    "MapHyperlink", "Master", "Masters", "Page", "Pages", "ReportDefinition", "Role", "Row", "Section", "Selection", "Shape", "Shapes", "Task",
+    "Unanswered", "Window", "Windows", "constants", "copies_left_behind", "discard_copy", "report",
+    "report_definitions", "stencil_path", "template_path",
 ]  # fmt: skip

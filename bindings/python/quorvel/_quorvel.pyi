@@ -48,6 +48,10 @@ class Host:
         """Draws the pages into one file."""
     def read_map(self, document: Reference) -> dict[str, Any]:
         """The document read as a process map, see quorvel.maps."""
+    def report_definitions(self, document: Reference) -> list[tuple[int, str, str, str]]:
+        """Number, title, description and problem of each definition."""
+    def write_report(self, document: Reference, definition: str, file: str, page: str) -> None:
+        """Runs a report and writes the table."""
     def unknown_names(self) -> list[str]:
         """What was refused to the add-in because no cell, row or member has the name."""
     def undo_limits(self) -> tuple[int, int]:
