@@ -20,6 +20,9 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t mostRows = LXW_ROW_MAX - 1, mostColumns = LXW_COL_MAX, longestText = 32767, longestName = 31;
 constexpr std::size_t narrowest = 5, widest = 48;
+/// In points, as a workbook has them, and the characters of a turned title that are shown.
+constexpr double lineHeight = LXW_DEF_ROW_HEIGHT, tallestRow = 400;
+constexpr std::size_t mostTurned = 40;
 constexpr lxw_color_t ink = 0x2B5876, groupFill = 0xF6F9FB;
 
 /// A folder that is removed with the object; the library writes to files only.
@@ -84,6 +87,32 @@ std::size_t longestLine(std::string_view text) {
   return longest;
 }
 
+std::size_t longestWord(std::string_view text) {
+  std::size_t longest = 0;
+  for (const std::string_view word : splitAt(text, ' ')) longest = std::max(longest, longestLine(word));
+  return longest;
+}
+
+/// How many lines a text has that is wrapped between words.
+std::size_t linesOf(std::string_view text, std::size_t width) {
+  std::size_t lines = 0;
+  for (const std::string_view line : splitAt(text, '\n')) {
+    std::size_t used = 0;
+    ++lines;
+    for (const std::string_view word : splitAt(line, ' ')) {
+      const std::size_t length = lengthOf(word);
+      if (used > 0 && used + 1 + length > width) {
+        ++lines;
+        used = 0;
+      }
+      used += (used > 0 ? 1 : 0) + length;
+      lines += used > 0 ? (used - 1) / width : 0;
+      used = used > 0 ? (used - 1) % width + 1 : 0;
+    }
+  }
+  return lines;
+}
+
 class Sheet {
  public:
   Sheet(lxw_workbook* book, const Table& table) : book_(book), table_(table) {}
@@ -91,9 +120,7 @@ class Sheet {
   void write() {
     sheet_ = workbook_add_worksheet(book_, sheetName(table_.title).c_str());
     setColumns();
-    const bool upwards = areTitlesTurned(table_);
-    for (std::size_t i = 0; i < table_.columns.size(); ++i)
-      writeText(0, i, table_.columns[i].title, header(upwards && table_.columns[i].isAcross));
+    writeTitles();
     for (std::size_t i = 0; i < table_.rows.size(); ++i) writeRow(i);
     const bool hasGrandTotal = !table_.rows.empty() && table_.rows.back().kind == TableRow::Kind::GrandTotal;
     const std::size_t last = table_.rows.size() - (hasGrandTotal ? 1 : 0);
@@ -109,16 +136,35 @@ class Sheet {
   }
 
  private:
+  void writeTitles() {
+    const bool turned = areTitlesTurned(table_);
+    double height = lineHeight;
+    for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+      const TableColumn& column = table_.columns[i];
+      const bool isTurned = turned && column.isAcross;
+      const std::size_t length = std::min(longestLine(column.title), mostTurned);
+      height = std::max(height, isTurned ? 5.5 * static_cast<double>(length) + 10 : heightOf(column.title, i));
+      writeText(0, i, column.title, header(isTurned, column));
+    }
+    worksheet_set_row(sheet_, 0, std::min(height, tallestRow), nullptr);
+  }
+
+  /// Programs do not agree on who computes the heights of rows with wrapped texts, so the file has them.
+  double heightOf(std::string_view text, std::size_t column) const {
+    return lineHeight * static_cast<double>(linesOf(text, widths_[column]));
+  }
+
   void setColumns() {
     for (std::size_t i = 0; i < table_.columns.size(); ++i) {
       const TableColumn& column = table_.columns[i];
       // Titles across are wrapped between words, or turned.
-      std::size_t width = column.isAcross ? 12 : longestLine(column.title) + 3;
+      std::size_t width = column.isAcross ? longestWord(column.title) + 3 : longestLine(column.title) + 4;
       if (column.isAcross && areTitlesTurned(table_)) width = 4;
       for (const TableRow& row : table_.rows) width = std::max(width, longestLine(row.cells[i].text) + 2);
       width = column.width > 0 ? static_cast<std::size_t>(column.width) : std::clamp(width, narrowest, widest);
       worksheet_set_column(sheet_, static_cast<lxw_col_t>(i), static_cast<lxw_col_t>(i), static_cast<double>(width),
                            nullptr);
+      widths_.push_back(width);
     }
   }
 
@@ -126,11 +172,17 @@ class Sheet {
     const TableRow& row = table_.rows[index];
     const auto at = static_cast<lxw_row_t>(index + 1);
     const bool isData = row.kind == TableRow::Kind::Data;
-    if (table_.groupColumns > 0 && row.kind != TableRow::Kind::GrandTotal) {
-      lxw_row_col_options outline{};
-      outline.level = static_cast<std::uint8_t>(isData ? table_.groupColumns : row.level);
-      worksheet_set_row_opt(sheet_, at, LXW_DEF_ROW_HEIGHT, nullptr, &outline);
+    double height = lineHeight;
+    for (std::size_t i = 0; isData && i < row.cells.size(); ++i) {
+      const std::string& text = row.cells[i].text;
+      if (text.size() > widths_[i] || text.find('\n') != std::string::npos)
+        height = std::max(height, heightOf(text, i));
     }
+    lxw_row_col_options outline{};
+    if (row.kind != TableRow::Kind::GrandTotal)
+      outline.level = static_cast<std::uint8_t>(isData ? table_.groupColumns : row.level);
+    if (outline.level > 0 || height > lineHeight)
+      worksheet_set_row_opt(sheet_, at, std::min(height, tallestRow), nullptr, &outline);
     for (std::size_t i = 0; i < row.cells.size(); ++i) {
       const TableCell& cell = row.cells[i];
       lxw_format* const format = formatOf(row.kind, i);
@@ -166,8 +218,11 @@ class Sheet {
     worksheet_write_string(sheet_, row, static_cast<lxw_col_t>(column), cut(text, longestText).c_str(), format);
   }
 
-  lxw_format* header(bool upwards) {
-    lxw_format*& format = headers_[upwards];
+  lxw_format* header(bool isTurned, const TableColumn& column) {
+    const lxw_format_alignments align = column.isAcross    ? LXW_ALIGN_CENTER
+                                        : column.isNumeric ? LXW_ALIGN_RIGHT
+                                                           : LXW_ALIGN_LEFT;
+    lxw_format*& format = headers_[{isTurned, align}];
     if (format) return format;
     format = workbook_add_format(book_);
     format_set_bold(format);
@@ -175,7 +230,8 @@ class Sheet {
     format_set_bg_color(format, ink);
     format_set_text_wrap(format);
     format_set_align(format, LXW_ALIGN_VERTICAL_BOTTOM);
-    if (upwards) format_set_rotation(format, 90);
+    format_set_align(format, align);
+    if (isTurned) format_set_rotation(format, 90);
     return format;
   }
 
@@ -202,6 +258,7 @@ class Sheet {
       format_set_align(format, LXW_ALIGN_CENTER);
     } else {
       format_set_align(format, column.isNumeric ? LXW_ALIGN_RIGHT : LXW_ALIGN_LEFT);
+      if (column.isNumeric) format_set_indent(format, 1);
     }
     if (kind != TableRow::Kind::Data) {
       format_set_bold(format);
@@ -223,7 +280,8 @@ class Sheet {
   lxw_workbook* book_;
   const Table& table_;
   lxw_worksheet* sheet_ = nullptr;
-  std::map<bool, lxw_format*> headers_;
+  std::vector<std::size_t> widths_;  ///< of the columns, in characters
+  std::map<std::pair<bool, int>, lxw_format*> headers_;
   std::map<Look, lxw_format*> formats_;
 };
 
