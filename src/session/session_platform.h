@@ -13,6 +13,7 @@ class SessionPlatform : public HeadlessPlatform {
  public:
   using HeadlessPlatform::HeadlessPlatform;
 
+  Maybe<std::string> readXmlFile(std::string_view path) override;
   /// Of documents in the binary format of 1997 to 2003; fails for others.
   Maybe<std::vector<std::string>> bookmarksOf(std::string_view path) override;
 };

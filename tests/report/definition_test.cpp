@@ -1,6 +1,12 @@
 // Report definitions: what is read, and what each bad one is refused with.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
+
+#include "formats/xml_text.h"
+#include "report/definition/available_definitions.h"
 #include "report/definition/read_definition.h"
 
 namespace quorvel::report {
@@ -94,6 +100,33 @@ TEST(Definition, EachBadOneIsRefusedWithWhatToDo) {
     EXPECT_LT(problem.size(), 300u);
     EXPECT_EQ(problem.find('\n'), std::string::npos);
   }
+}
+
+TEST(Definition, AFileMayHaveAnyEncodingAndBecomeTheTextOfACell) {
+  const std::string body =
+      "<report title='Gr\xC3\xB6\xC3\x9F"
+      "e'><scope shapes='tasks'/><columns>"
+      "<column title='ID' value='id'/></columns></report>";
+  std::string utf16 = "\xFF\xFE", latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+  for (std::size_t i = 0; i < body.size(); ++i) {
+    const bool isPair = body[i] == '\xC3';
+    const char letter = isPair ? static_cast<char>(body[++i] + 0x40) : body[i];
+    (utf16 += letter) += '\0';
+    latin1 += letter;
+  }
+  const std::string file = testing::TempDir() + "quorvel-definition-" + std::to_string(getpid()) + ".xml";
+  for (const std::string& bytes :
+       {body, "\xEF\xBB\xBF" + body, "<?xml version='1.0' encoding='utf-8'?>" + body, utf16, latin1}) {
+    std::ofstream(file, std::ios::binary) << bytes;
+    EXPECT_EQ(definitionInFile(file).definition.title, "Größe") << bytes;
+    EXPECT_EQ(readDefinition(formats::xmlTextOfFile(file).or_({})).definition.title, "Größe") << bytes;
+  }
+  for (const std::string& bad : {std::string("<report>"), "<!DOCTYPE a>" + body, std::string(2 << 20, ' ') + body}) {
+    std::ofstream(file, std::ios::binary) << bad;
+    EXPECT_FALSE(formats::xmlTextOfFile(file)) << bad.substr(0, 40);
+    EXPECT_NE(definitionInFile(file).problem, "");
+  }
+  std::filesystem::remove(file);
 }
 
 }  // namespace
