@@ -57,7 +57,10 @@ std::vector<AvailableDefinition> definitionsIn(const fs::path& folder) {
   std::vector<fs::path> files;
   std::error_code error;
   fs::directory_iterator entry(folder, error);
-  for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) files.push_back(entry->path());
+  for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
+    std::error_code unreadable;
+    if (entry->is_regular_file(unreadable)) files.push_back(entry->path());
+  }
   std::ranges::sort(files, {}, [](const fs::path& file) { return file.filename().string(); });
   std::vector<AvailableDefinition> definitions;
   for (const fs::path& file : files) {

@@ -286,10 +286,13 @@ class Reader {
   enum class Empty { Refused, Allowed };
   std::string required(pugi::xml_node node, const char* name, Empty empty = Empty::Refused) {
     const pugi::xml_attribute attribute = node.attribute(name);
-    const std::string text = attribute.value();
+    std::string text = attribute.value();
     if (!attribute || (empty == Empty::Refused && trimmed(text).empty()))
       fail(tag(node) + " needs " + name + "=\"…\"; add it");
     if (text.size() > longestText) fail(tag(node) + " has a " + name + " that is too long; shorten it");
+    // A title is one line, wherever it is shown.
+    std::ranges::replace_if(
+        text, [](unsigned char each) { return each < ' '; }, ' ');
     return text;
   }
 
