@@ -73,6 +73,7 @@ std::string fileName(const char* name) {
 /// A drawing with one of everything that commands work on, and a second drawing.
 struct Stage {
   Stage() {
+    running.engine().setReportsDialog(&reports);
     const host::Store& store = running.engine().store();
     Document stencil = app.Documents().Add("");
     makeMaster(stencil, "Box", [](const Page& page) { page.DrawRectangle(1, 1, 2, 2); });
@@ -140,7 +141,15 @@ struct Stage {
     return options;
   }
 
+  /// Reads what a report is made of.
+  struct Reports : host::ReportsDialog {
+    explicit Reports(host::InMemoryHost& host) : host_(host) {}
+    void showReports(host::DocumentId of) override { EXPECT_NE(host_.engine().store().document(of), nullptr); }
+    host::InMemoryHost& host_;
+  };
+
   host::InMemoryHost running{withFiles()};
+  Reports reports{running};
   Application app = running.app();
   Document document, other;
   Page page, second;
@@ -289,6 +298,7 @@ const std::vector<Command>& commands() {
        }},
       {"Commands of the program", [](Stage& s) { s.app.DoCmd(1312), s.app.QueueMarkerEvent("marker"); }},
       {"Button", [](Stage& s) { s.button.Execute(); }},
+      {"Reports", [](Stage& s) { s.app.CommandBars().FindControl(50244).Controls().Item(1).Execute(); }},
       {"The user",
        [](Stage& s) {
          s.running.activateApplication();
