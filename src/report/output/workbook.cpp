@@ -151,7 +151,8 @@ class Sheet {
 
   /// Programs do not agree on who computes the heights of rows with wrapped texts, so the file has them.
   double heightOf(std::string_view text, std::size_t column) const {
-    return lineHeight * static_cast<double>(linesOf(text, widths_[column]));
+    // A width counts digits, which are wider than most letters.
+    return lineHeight * static_cast<double>(linesOf(text, widths_[column] * 11 / 10));
   }
 
   void setColumns() {
