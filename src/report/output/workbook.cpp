@@ -232,6 +232,7 @@ class Sheet {
     format_set_text_wrap(format);
     format_set_align(format, LXW_ALIGN_VERTICAL_BOTTOM);
     format_set_align(format, align);
+    if (align == LXW_ALIGN_RIGHT) format_set_indent(format, 1);
     if (isTurned) format_set_rotation(format, 90);
     return format;
   }
