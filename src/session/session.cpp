@@ -54,7 +54,7 @@ std::string findInstallFolder() {
 Session::Session(SessionOptions options)
     : installFolder_(options.installFolder.empty() ? findInstallFolder() : options.installFolder),
       host_(engineOptions(options, metrics_)),
-      platform_(installFolder_, options.configurationFolder),
+      platform_(installFolder_, options.configurationFolder, host_.engine().bars()),
       addin_(platform_),
       recovery_(options.recoveryFolder.empty()
                     ? nullptr

@@ -204,8 +204,8 @@ Maybe<Variant> InMemoryHost::callCommandBars(const ObjectRef& object, Member mem
       control->parameter.clear();
       return done;
     case Member::CommandBarControl_PasteFace:
-      if (bars.clipboardFace.empty()) return refuse("there is no button face on the clipboard");
-      control->faceFile = bars.clipboardFace;
+      if (!bars.clipboardFace) return refuse("there is no button face on the clipboard");
+      control->face = bars.clipboardFace;
       return done;
     case Member::CommandBarControl_Execute: {
       if (control->onAction == "QueueMarkerEvent") {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,13 @@ namespace quorvel::host {
 
 /// What one of the host's own items does when nothing else was put on it.
 enum class HostCommand { None, Reports };
+
+/// The picture of a button, row by row from the top, as large as the picture file.
+struct ButtonFace {
+  int width = 0, height = 0;
+  std::vector<std::uint32_t> colours;  ///< 0xRRGGBB
+  std::vector<bool> mask;              ///< true where the button shows through
+};
 
 struct BarControl {
   std::uint32_t id = 0;    ///< our number for it
@@ -19,7 +27,7 @@ struct BarControl {
   bool isMenu = false, beginGroup = false, builtIn = false;
   HostCommand hostCommand = HostCommand::None;
   std::string caption, tag, tooltip, onAction, parameter;
-  std::string faceFile;
+  std::optional<ButtonFace> face;
   int state = 0;
   std::vector<std::uint32_t> items;
 };
@@ -48,8 +56,8 @@ class CommandBarSet {
   /// The host's menu of that number; 0 when this release lacks it.
   std::uint32_t menuWithCommand(int commandId) const;
 
-  /// What Platform::placeFace put there for PasteFace; empty: nothing.
-  std::string clipboardFace;
+  /// What Platform::placeFace put there for PasteFace.
+  std::optional<ButtonFace> clipboardFace;
 
  private:
   std::vector<std::uint32_t>* itemsOf(std::uint32_t bar, std::uint32_t menu);
