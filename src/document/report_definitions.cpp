@@ -19,8 +19,9 @@ void addReportDefinitions(const dsrVisioConnect& connect, const Document& docume
         connect.platform.readXmlFile(installedFile(connect.platform, std::string(installed::reports) + "/" + file));
     const std::string row = "visPropRpt" + std::to_string(number), cell = "User." + row;
     if (!definition || sheet.CellExists(cell, 1) != false) continue;
-    sheet.AddNamedRow(visio::sectionUser, row, 0);
-    sheet.Cells(cell).FormulaForce(quoted(*definition));
+    const Maybe<int> place = sheet.AddNamedRow(visio::sectionUser, row, 0);
+    // An empty row would keep a later opening from adding the definition.
+    if (place && !sheet.Cells(cell).FormulaForce(quoted(*definition))) sheet.DeleteRow(visio::sectionUser, *place);
   }
 }
 
