@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/ask_again.h"
 #include "base/basic_text.h"
@@ -35,29 +37,49 @@ std::string withoutBookmark(const std::string& name) {
   return name;
 }
 
+/// The columns of a link that depend on its version.
+struct Link {
+  std::string address, subAddress, record;
+};
+
+/// A link that was copied from a newer drawing has its record: what it says of the path is not in the address.
+bool hasRecord(const std::string& record) {
+  constexpr std::array kinds{linkKinds::task, linkKinds::document, linkKinds::program, linkKinds::webPage,
+                             linkKinds::email};
+  return std::ranges::find(kinds, getTypeOfHyperLink("hyperLinkType", record)) != kinds.end();
+}
+
+Link upgraded(Link link) {
+  if (hasRecord(link.record)) return link;
+  const std::string folder = folderOf(link.address), name = fileNameOf(link.address);
+  if (link.address.empty() || isDrawing(link.address)) {
+    link.record = linkRecord(linkKinds::task, pathKinds::relative, folder, name);
+    link.subAddress = getPageTaskNamWithSpace(link.subAddress);
+  } else if (equalIgnoringCase(right(link.address, 3), "exe")) {
+    link.record = linkRecord(linkKinds::program, pathKinds::absolute, folder, name);
+  } else if (startsWithIgnoringCase(link.address, "mailto:")) {
+    link.record = linkKinds::email;
+  } else if (startsWithIgnoringCase(link.address, "http://") || startsWithIgnoringCase(link.address, "https://")) {
+    link.record = linkKinds::webPage;
+  } else if (!link.subAddress.empty()) {
+    link.address += "#" + std::exchange(link.subAddress, {});
+    link.record = linkRecord(linkKinds::document, pathKinds::absolute, folder, name);
+  } else {
+    link.record = linkRecord(linkKinds::document, pathKinds::absolute, folder, withoutBookmark(name));
+  }
+  return link;
+}
+
 void upgrade(const Hyperlink& link) {
   const Maybe<std::string> address = askAgain([&] { return link.Address(); });
   const Maybe<std::string> subAddress = askAgain([&] { return link.SubAddress(); });
-  if (!address || !subAddress) return;
-  const auto setFrame = [&](const std::string& record) { askAgain([&] { return link.SetFrame(record); }); };
-  const std::string folder = folderOf(*address), name = fileNameOf(*address);
-  if (address->empty() || isDrawing(*address)) {
-    setFrame(linkRecord(linkKinds::task, pathKinds::relative, folder, name));
-    askAgain([&] { return link.SetSubAddress(getPageTaskNamWithSpace(*subAddress)); });
-  } else if (equalIgnoringCase(right(*address, 3), "exe")) {
-    setFrame(linkRecord(linkKinds::program, pathKinds::absolute, folder, name));
-  } else if (startsWithIgnoringCase(*address, "mailto:")) {
-    setFrame(std::string(linkKinds::email));
-  } else if (startsWithIgnoringCase(*address, "http://") || startsWithIgnoringCase(*address, "https://")) {
-    setFrame(std::string(linkKinds::webPage));
-  } else if (!subAddress->empty()) {
-    // The bookmark is only removed from its column once it is in the address.
-    if (askAgain([&] { return link.SetAddress(*address + "#" + *subAddress); }))
-      askAgain([&] { return link.SetSubAddress(""); });
-    setFrame(linkRecord(linkKinds::document, pathKinds::absolute, folder, name));
-  } else {
-    setFrame(linkRecord(linkKinds::document, pathKinds::absolute, folder, withoutBookmark(name)));
-  }
+  const Maybe<std::string> record = askAgain([&] { return link.Frame(); });
+  if (!address || !subAddress || !record) return;
+  const Link now = upgraded({*address, *subAddress, *record});
+  if (now.record != *record) askAgain([&] { return link.SetFrame(now.record); });
+  // A bookmark is only removed from its column once it is in the address.
+  if (now.address != *address && !askAgain([&] { return link.SetAddress(now.address); })) return;
+  if (now.subAddress != *subAddress) askAgain([&] { return link.SetSubAddress(now.subAddress); });
 }
 
 }  // namespace
@@ -66,29 +88,48 @@ void updateHyperLinkTask(const Shape& shape) {
   for (const Hyperlink& link : everyHyperlink(shape)) upgrade(link);
 }
 
+std::string keptLinksWithRecords(const std::string& text) {
+  if (!text.starts_with(';')) return text;
+  std::string all;
+  for (const std::string_view entry : splitAt(std::string_view(text).substr(1), ';')) {
+    const std::vector<std::string_view> parts = splitAt(entry, ',');
+    // A text with records, or one whose parts cannot be told apart.
+    if (parts.size() != 4) return text;
+    const Link link = upgraded({std::string(parts[0]), std::string(parts[2]), {}});
+    all += ";" + link.address + "," + std::string(parts[1]) + "," + link.subAddress + "," + std::string(parts[3]) +
+           "," + link.record;
+  }
+  return all;
+}
+
 void setSubAddress(const Shape& shape, std::string_view cellName) {
   const bool isConnector = cellName == schema::connectorCells::shownId.cell();
   if (!isConnector && cellName != schema::taskCells::linked.cell()) return;
   const Cell stored = shape.Cells(schema::linkedCells::storedTaskId);
-  stored.FormulaForce(quoted(isConnector ? schema::connectorCells::noTarget : std::string_view()));
+  const auto store = [&](const std::string& id) { askAgain([&] { return stored.FormulaForce(quoted(id)); }); };
+  store(isConnector ? std::string(schema::connectorCells::noTarget) : std::string());
   const std::vector<Hyperlink> links = everyHyperlink(shape);
-  if (links.empty() || !(askAgain([&] { return links.front().Address(); }) == "")) return;
-  const Maybe<std::string> page = askAgain([&] { return links.front().SubAddress(); });
-  if (!page) return;
-  // Later versions wrote the Task too. It is what the link was last seen to lead to; another ID that is shown is typed.
-  if (page->find('/') != std::string::npos) {
-    stored.FormulaForce(quoted(linkTarget(*page).taskId));
+  if (links.empty()) return;
+  const Maybe<std::string> address = askAgain([&] { return links.front().Address(); });
+  const Maybe<std::string> target = askAgain([&] { return links.front().SubAddress(); });
+  if (!address || !target) return;
+  // Later versions wrote the Task too, also of another drawing. It is what the link was last seen to lead to; another
+  // ID that is shown was typed.
+  if (target->find('/') != std::string::npos) {
+    store(linkTarget(*target).taskId);
     return;
   }
+  if (!address->empty()) return;
   const Shape owner = isConnector ? shape : shape.Parent();
-  const Maybe<std::string> shown = owner.Cells(cellName).ResultStr(visio::unitsNone);
+  const Maybe<std::string> shown = askAgain([&] { return owner.Cells(cellName).ResultStr(visio::unitsNone); });
   if (!shown) return;
-  std::string target = *page;
+  std::string completed = *target;
   forEachShape(shape.Document(), [&](const Shape& task) {
-    if (!IsTask(task) || task.Cells(schema::taskCells::id).ResultStr(visio::unitsNone) != *shown) return;
-    target = subAddressOf(target, *shown);
-    askAgain([&] { return links.front().SetSubAddress(target); });
-    stored.FormulaForce(quoted(*shown));
+    if (!askAgain([&] { return IsTask(task); })) return;
+    if (!(askAgain([&] { return task.Cells(schema::taskCells::id).ResultStr(visio::unitsNone); }) == *shown)) return;
+    completed = subAddressOf(completed, *shown);
+    askAgain([&] { return links.front().SetSubAddress(completed); });
+    store(*shown);
   });
 }
 
