@@ -49,9 +49,9 @@ void storeLineHyperlinks(const Shape& line, const Shape& task) {
 void updateShapesBefore13(const Document& document) {
   forEachShape(document, [&](const Shape& task) {
     if (!askAgain([&] { return IsTask(task); })) return;
+    // A row that is there may keep links.
     for (const schema::NamedRow& row : schema::keptHyperlinkRows) {
-      addRow(task, row);
-      put(task, row, quoted(""));
+      if (lacksRow(task, row) && addRow(task, row)) put(task, row, quoted(""));
     }
     for (const Shape& member : everyMember(task)) {
       if (!(member.Data1() == marks::detail) || !(member.Hyperlinks().Count() > 0)) continue;

@@ -9,6 +9,7 @@
 #include "links/task_link_description.h"
 #include "schema/cells.h"
 #include "schema/display_switches.h"
+#include "schema/time_units.h"
 #include "sheets/document_cells.h"
 #include "sheets/page_walk.h"
 #include "sheets/rows.h"
@@ -25,8 +26,8 @@ namespace switches = schema::switches;
 namespace taskLinkCells = schema::taskLinkCells;
 namespace timeCells = schema::timeCells;
 
-void put(const Shape& shape, std::string_view cell, const std::string& formula) {
-  askAgain([&] { return shape.Cells(cell).FormulaForce(formula); });
+bool put(const Shape& shape, std::string_view cell, const std::string& formula) {
+  return askAgain([&] { return shape.Cells(cell).FormulaForce(formula); });
 }
 
 void upgradeConnector(const Shape& connector, const std::string& separator) {
@@ -50,13 +51,38 @@ void upgradeConnector(const Shape& connector, const std::string& separator) {
   changeProcessConnectorTxtFont(connector);
 }
 
+bool showDuration(const Shape& link) { return put(link, taskLinkCells::time, durationFormula()); }
+
+/// The number that older links hold becomes a duration: in the unit that the link has, else in minutes. Nothing is
+/// changed when it cannot be read. True when there is a duration.
+bool moveTime(const Shape& link, bool hadUnit) {
+  const Maybe<bool> isMoved = askAgain([&] { return link.CellExists(timeCells::value, 0); });
+  if (!isMoved) return false;
+  if (*isMoved) return showDuration(link);
+  const Maybe<double> time = askAgain([&] { return link.Cells(taskLinkCells::time).Result(visio::unitsNone); });
+  if (!time) return false;
+  const schema::TimeUnit* unit = nullptr;
+  if (hadUnit) {
+    unit = schema::timeUnitNamed(
+        askAgain([&] { return link.Cells(timeCells::unit).ResultStr(visio::unitsNone); }).or_({}));
+  }
+  const std::string suffix = (unit ? std::string(unit->suffix) : "em") + ".";
+  const std::string duration = *time > 0 ? shortestNumber(*time) + suffix : quoted("0 em.");
+  if (!addRow(link, timeCells::value) || !put(link, timeCells::value, duration) || !showDuration(link)) return false;
+  // The number that is shown is rounded, and it was taken for one that the user typed.
+  return put(link, timeCells::value, duration);
+}
+
 void upgradeLink(const Shape& link, const Document& document) {
   put(link, taskLinkCells::description.column("Label"), quoted("Task Link Description"));
-  if (addWhenMissing(link, timeCells::unit)) {
+  const bool hadUnit = !addWhenMissing(link, timeCells::unit);
+  if (!hadUnit) {
     put(link, timeCells::unit.column("Label"), quoted("Time Units"));
     put(link, timeCells::unit.column("Type"), "1");
     put(link, timeCells::unit.column("Format"), quoted(defaults::timeUnits));
-    put(link, timeCells::unit, quoted(documentText(document, schema::documentCells::defaultTimeUnit)));
+    const std::string unit = documentText(document, schema::documentCells::defaultTimeUnit);
+    // Without a unit the time would be shown in weeks.
+    put(link, timeCells::unit, quoted(unit.empty() ? defaults::timeUnit : unit));
     put(link, timeCells::unit.column("Prompt"),
         quoted("Select units to be used for the Time Between Tasks immediately above."));
   }
@@ -65,12 +91,7 @@ void upgradeLink(const Shape& link, const Document& document) {
   if (addWhenMissing(link, switches::linkTimeAboveZero)) put(link, switches::linkTimeAboveZero, "2");
   put(link, taskLinkCells::time.column("Format"), quoted("#,##0.####"));
   put(link, taskLinkCells::time.column("Type"), "6");
-  // A link that has a duration shows it in its own unit; that number is no time in minutes.
-  if (addWhenMissing(link, timeCells::value)) {
-    const Maybe<double> time = link.Cells(taskLinkCells::time).Result(visio::unitsNone);
-    put(link, timeCells::value, time > 0.0 ? shortestNumber(*time) + "em." : quoted("0 em."));
-  }
-  put(link, taskLinkCells::time, durationFormula());
+  moveTime(link, hadUnit);
   put(link, "Fields.Value[1]", "=" + std::string(taskLinkCells::time.cell()));
   GetAddedTaskLinkDescription2(link);
   put(link, "lockCustProp", "1");

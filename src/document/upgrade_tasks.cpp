@@ -44,8 +44,8 @@ constexpr std::array<ShownEntry, 10> shownEntries{{{"Prop.Guideline_1", "Prop.co
                                                    {"Prop.Resource_4", "Prop.Resources4"},
                                                    {"Prop.Resource_5", "Prop.Resources5"}}};
 
-void put(const Shape& shape, std::string_view cell, const std::string& formula) {
-  askAgain([&] { return shape.Cells(cell).FormulaForce(formula); });
+bool put(const Shape& shape, std::string_view cell, const std::string& formula) {
+  return askAgain([&] { return shape.Cells(cell).FormulaForce(formula); });
 }
 
 /// Masters of old stencils lack some cells.
@@ -91,21 +91,46 @@ void offerRoles(const Shape& task, const Document& document) {
   }
 }
 
-/// The number that older Tasks hold becomes a duration in the Task's unit.
-void moveTime(const Shape& task) {
+bool showDuration(const Shape& task) { return put(task, taskCells::completionTime, durationFormula()); }
+
+/// The number that older Tasks hold becomes a duration in the Task's unit. Nothing is changed
+/// when it cannot be read, as a text that is no number. True when there is a duration.
+bool moveTime(const Shape& task) {
+  const Maybe<bool> isMoved = askAgain([&] { return task.CellExists(timeCells::value, 0); });
+  if (!isMoved) return false;
+  if (*isMoved) return showDuration(task);
+  const auto shown = askAgain([&] { return task.Cells(taskCells::completionTime).ResultStr(visio::unitsNone); });
+  Maybe<double> time = askAgain([&] { return task.Cells(taskCells::completionTime).Result(visio::unitsNone); });
+  if (shown == "") time = 0.0;
+  if (!time) return false;
+  const schema::TimeUnit* unit =
+      schema::timeUnitNamed(askAgain([&] { return task.Cells(timeCells::unit).ResultStr(visio::unitsNone); }).or_({}));
+  // The formula takes every other text for the last unit.
+  if (!unit) unit = &schema::timeUnits.back();
+  const std::string duration = *time != 0 ? shortestNumber(*time) + std::string(unit->suffix) : quoted("0 em.");
+  if (!addRow(task, timeCells::value) || !put(task, timeCells::value, duration) || !showDuration(task)) return false;
+  // The number that is shown is rounded, and it was taken for one that the user typed.
+  return put(task, timeCells::value, duration);
+}
+
+void upgradeTime(const Shape& task) {
   put(task, taskCells::completionTime.column("Type"), "6");
-  const Maybe<double> time = task.Cells(taskCells::completionTime).Result(visio::unitsNone);
-  const bool isOld = addWhenMissing(task, timeCells::value);
-  if (isOld) {
-    put(task, timeCells::value, quoted("0 em."));
-    const schema::TimeUnit* unit =
-        schema::timeUnitNamed(task.Cells(timeCells::unit).ResultStr(visio::unitsNone).or_({}));
-    if (unit && time != 0.0) put(task, timeCells::value, shortestNumber(*time) + std::string(unit->suffix));
-  }
-  put(task, taskCells::completionTime, durationFormula());
+  if (!moveTime(task)) return;
   put(task, taskCells::completionTime.column("Format"), quoted("#,###.####"));
   completionTimeChanged(task);
   RedrawTaskUpperExtraFields(task, schema::tags::completionTime);
+}
+
+/// The links of lines that are not drawn.
+void upgradeKeptLinks(const Shape& task) {
+  for (const schema::Detail& detail : schema::details) {
+    const std::string_view cell = detail.keptHyperlinks;
+    if (cell.empty() || !(askAgain([&] { return task.CellExists(cell, 0); }) == true)) continue;
+    const Maybe<std::string> links = askAgain([&] { return task.Cells(cell).ResultStr(visio::unitsNone); });
+    if (!links) continue;
+    const std::string now = keptLinksWithRecords(*links);
+    if (now != *links) put(task, cell, quoted(now));
+  }
 }
 
 void prepareBox(const Shape& box, const std::string& separator, double version) {
@@ -132,10 +157,11 @@ void upgradeTask(const dsrVisioConnect& connect, const Document& document, const
   put(task, "lockCustProp", "1");
   putWhereThere(task, "Actions.Action[2]", hyperlinkAction(separator));
   addRows(task);
+  upgradeKeptLinks(task);
   addTimeUnits(task, document);
   offerRoles(task, document);
   // The abbreviation ends in a ":" before a time, so it comes after that.
-  moveTime(task);
+  upgradeTime(task);
   frequencyChanged(task);
   markNotes(connect, task, NotesPlace::Converted);
   if (task.Hyperlinks().Count() > 0) markOwnHyperlink(connect, task);
