@@ -12,26 +12,27 @@ namespace {
 
 namespace documentCells = schema::documentCells;
 
-/// Keeps what the template or an earlier session has written.
-void addWhenMissing(const Shape& sheet, const schema::NamedRow& row, std::string_view value) {
-  if (!lacksRow(sheet, row)) return;
-  addRow(sheet, row);
-  sheet.Cells(row).FormulaForce(quoted(value));
+void put(const Shape& sheet, std::string_view cell, std::string_view value) {
+  askAgain([&] { return sheet.Cells(cell).FormulaForce(quoted(value)); });
+}
+
+/// Keeps what the template or an earlier session has written. True when the row was added.
+bool addWhenMissing(const Shape& sheet, const schema::NamedRow& row, std::string_view value) {
+  if (!lacksRow(sheet, row) || !askAgain([&] { return addRow(sheet, row); })) return false;
+  put(sheet, row, value);
+  return true;
 }
 
 }  // namespace
 
 void addTimesAndFrequencies(const Shape& sheet) {
   // Unlike the other lists, this one always starts from the defaults.
-  if (lacksRow(sheet, documentCells::frequencies)) addRow(sheet, documentCells::frequencies);
-  sheet.Cells(documentCells::frequencies).FormulaForce(quoted(defaults::frequencies));
-  sheet.Cells(documentCells::frequencyAbbreviations).FormulaForce(quoted(defaults::frequencyAbbreviations));
+  addWhenMissing(sheet, documentCells::frequencies, defaults::frequencies);
+  put(sheet, documentCells::frequencies, defaults::frequencies);
+  put(sheet, documentCells::frequencyAbbreviations, defaults::frequencyAbbreviations);
 
-  if (lacksRow(sheet, documentCells::timeUnits)) {
-    addRow(sheet, documentCells::timeUnits);
-    sheet.Cells(documentCells::timeUnits).FormulaForce(quoted(defaults::timeUnits));
-    sheet.Cells(documentCells::defaultTimeUnit).FormulaForce(quoted(defaults::timeUnit));
-  }
+  if (addWhenMissing(sheet, documentCells::timeUnits, defaults::timeUnits))
+    put(sheet, documentCells::defaultTimeUnit, defaults::timeUnit);
   addWhenMissing(sheet, documentCells::timeUnitAbbreviations, defaults::timeUnitAbbreviations);
 }
 

@@ -9,7 +9,7 @@ namespace quorvel::addin {
 namespace documentCells = schema::documentCells;
 
 std::string documentText(const Document& document, std::string_view cell) {
-  return document.DocumentSheet().Cells(cell).ResultStr(visio::unitsNone).or_({});
+  return askAgain([&] { return document.DocumentSheet().Cells(cell).ResultStr(visio::unitsNone); }).or_({});
 }
 
 bool wasSavedReads(const Document& document, std::string_view word) {
@@ -24,8 +24,8 @@ std::string listSeparator(const Document& document) { return documentText(docume
 void renewListSeparator(const Document& document) {
   const Shape sheet = document.DocumentSheet();
   deleteRow(sheet, documentCells::listSeparator);
-  addRow(sheet, documentCells::listSeparator);
-  sheet.Cells(documentCells::listSeparator).FormulaForce("LISTSEP()");
+  askAgain([&] { return addRow(sheet, documentCells::listSeparator); });
+  askAgain([&] { return sheet.Cells(documentCells::listSeparator).FormulaForce("LISTSEP()"); });
 }
 
 void stampVersion(const Document& document) {

@@ -13,7 +13,9 @@ namespace quorvel::addin {
 
 /// True when the sheet has no local row for this cell. A row that is inherited from the master counts as missing: a
 /// shape that is dropped from a master made of a used Task is still a first drop. False also when the call fails.
-inline bool lacksRow(const Shape& sheet, std::string_view cell) { return sheet.CellExists(cell, 1) == false; }
+inline bool lacksRow(const Shape& sheet, std::string_view cell) {
+  return askAgain([&] { return sheet.CellExists(cell, 1); }) == false;
+}
 
 inline int sectionOf(const schema::NamedRow& row) {
   return row.isShapeData() ? visio::sectionProp : visio::sectionUser;
@@ -24,7 +26,7 @@ inline bool addRow(const Shape& sheet, const schema::NamedRow& row) {
 }
 /// Adds the row to a sheet that has it neither itself nor from its master; true when it was added.
 inline bool addWhenMissing(const Shape& sheet, const schema::NamedRow& row) {
-  return askAgain([&] { return sheet.CellExists(row, 0); }) == false && addRow(sheet, row);
+  return askAgain([&] { return sheet.CellExists(row, 0); }) == false && askAgain([&] { return addRow(sheet, row); });
 }
 /// Only a local row.
 inline void deleteRow(const Shape& sheet, const schema::NamedRow& row) {
