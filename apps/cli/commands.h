@@ -43,6 +43,16 @@ struct ReportOptions {
 };
 int runReport(const ReportOptions& options);
 
+struct UpgradeOptions {
+  std::vector<std::string> files;  ///< drawings, and folders of drawings
+  bool dryRun = false;             ///< writes nothing
+  bool inPlace = false;            ///< writes over the drawing, else next to it
+  bool backup = false;             ///< keeps a copy of a drawing that is written over
+  bool force = false;              ///< replaces a file that is there
+  bool json = false;
+};
+int runUpgrade(const UpgradeOptions& options);
+
 struct SampleOptions {
   std::string map;
   bool force = false;

@@ -19,6 +19,13 @@ constexpr const char* reportHelp =
     R"(NAME is a title or a number of the list, or the file of a definition. The definitions are those
 in the drawing; one that has none uses the installed ones. Prints the name of each file written.)";
 
+constexpr const char* upgradeHelp =
+    R"(Each map of an older version is opened, which brings it up to date, and written next to its file:
+orders.vsdx as orders-upgraded.vsdx. Of a folder all .vsdx and .vdx files are done, those of its
+subfolders too. Drawings that are no maps, and maps of the current version, are reported and not
+written. One line says what was changed in each, the last one what was done in all. A file that
+cannot be read or written is reported, and the others are done; the exit code is then 3.)";
+
 constexpr const char* footer = R"(A drawing is a .vsdx, .vssx or .vstx file, or a .vdx, .vsx or .vtx of older releases.
 Exit code: 0 done, 2 the command line was not understood, 3 a file could not be read or written.)";
 
@@ -80,6 +87,17 @@ int main(int argc, char** argv) {
     if (!forReport.list && forReport.outputs.empty()) throw CLI::RequiredError("--output");
     run = [&] { return runReport(forReport); };
   });
+
+  UpgradeOptions forUpgrade;
+  command = program.add_subcommand("upgrade", "Bring maps of earlier versions up to date.");
+  command->footer(upgradeHelp);
+  command->add_option("FILE", forUpgrade.files, "Drawings, or folders of drawings")->required();
+  command->add_flag("--dry-run", forUpgrade.dryRun, "Say what would be changed, and write nothing");
+  CLI::Option* inPlace = command->add_flag("--in-place", forUpgrade.inPlace, "Write over the drawings themselves");
+  command->add_flag("--backup", forUpgrade.backup, "Keep each drawing as it was, as orders.vsdx.bak")->needs(inPlace);
+  command->add_flag("--force", forUpgrade.force, "Replace upgraded files of an earlier run")->excludes(inPlace);
+  command->add_flag("--json", forUpgrade.json, "For programs, with what was changed on each page");
+  command->callback([&] { run = [&] { return runUpgrade(forUpgrade); }; });
 
   SampleOptions forSample;
   command = program.add_subcommand("sample", "Make the sample map \"Order handling\".");

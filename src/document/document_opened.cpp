@@ -70,7 +70,7 @@ void upgradeDocument(dsrVisioConnect& connect, const Document& document) {
     addDocumentSaved(sheet);
     updateTasks(connect, document, version);
     updatePages(document);
-  } else if (version < 2.16) {
+  } else if (version < currentVersion) {
     updateTaskLink(document);
   }
 }

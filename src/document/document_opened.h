@@ -9,6 +9,8 @@ namespace quorvel::addin {
 double versionOf(const Document& document);
 /// Below this version all cells are converted, which takes a moment.
 inline constexpr double firstCurrentVersion = 2.0;
+/// From this version on nothing is converted.
+inline constexpr double currentVersion = 2.16;
 
 /// Converts what is older than the cells that the add-in writes now.
 void upgradeDocument(dsrVisioConnect& connect, const Document& document);
