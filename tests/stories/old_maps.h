@@ -244,6 +244,8 @@ class OldMaps {
       if (!age_.hasOldTasks()) return;
       remove(sheet, "User.DocumentSaved");
       if (!age_.lacksTimeUnits()) return;
+      for (int n = 1; sheet.CellExists("User.visPropRpt" + std::to_string(n), 0) == true; ++n)
+        remove(sheet, "User.visPropRpt" + std::to_string(n));
       remove(sheet, "User.Time_Unit");
       remove(sheet, "User.Time_Unit_Disply");
       if (age_.lacksRoleLinks()) remove(sheet, "User.FreqSuggestions");
