@@ -1,6 +1,7 @@
 """A script that ends with unsaved drawings leaves copies of them, and the next script restores them."""
 
 import os
+import signal
 import subprocess
 import sys
 
@@ -22,7 +23,8 @@ app.WriteRecoveryCopies()
 """
 # How a script may end before it saved, and with what status.
 ENDS = {
-    "killed": ("os._exit(1)", 1),
+    "killed": ("import signal\nos.kill(os.getpid(), signal.SIGKILL)", -signal.SIGKILL),
+    "exit without cleaning up": ("os._exit(1)", 1),
     "error": ("raise RuntimeError('no more')", 1),
     "error in a function": ("def work():\n    inner = app\n    inner.Documents('nowhere')\nwork()", 1),
     "exit": ("sys.exit('no more')", 1),
