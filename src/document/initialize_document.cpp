@@ -47,10 +47,13 @@ void initializeDocument(dsrVisioConnect& connect, const Document& document) {
   }
   addRow(sheet, documentCells::isInitialized);
   addRow(sheet, documentCells::disableDefine);
-  sheet.Cells(documentCells::isInitialized).ResultForce(visio::unitsNone, 1);
-  sheet.Cells(documentCells::disableDefine).ResultForce(visio::unitsNone, 0);
+  const auto putNumber = [&](const schema::NamedRow& row, double value) {
+    askAgain([&] { return sheet.Cells(row).ResultForce(visio::unitsNone, value); });
+  };
+  putNumber(documentCells::isInitialized, 1);
+  putNumber(documentCells::disableDefine, 0);
   addRow(sheet, documentCells::addinIsFound);
-  sheet.Cells(documentCells::addinIsFound).ResultForce(visio::unitsNone, 1);
+  putNumber(documentCells::addinIsFound, 1);
 }
 
 }  // namespace quorvel::addin
