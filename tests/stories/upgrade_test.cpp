@@ -130,7 +130,7 @@ TEST_F(Upgrade, ACurrentMapIsNotTouched) {
 
 TEST_F(Upgrade, TheDocumentOfTheEventIsConverted) {
   const std::string oldest = maps.make("1.2"), later = maps.make("2.02"), last = maps.make("2.1");
-  const Page active = newMap("Active");
+  ASSERT_TRUE(newMap("Active"));
   const std::string before = StoreDump::of(session.engine().store(), host::DocumentId{map.ref().id});
   constexpr int readOnlyAndHidden = 2 + 64;
   const Document hidden = app.Documents().OpenEx(oldest, readOnlyAndHidden);
