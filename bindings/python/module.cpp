@@ -96,6 +96,7 @@ PYBIND11_MODULE(_quorvel, module) {
       .def("activate_page", &ScriptHost::activatePage)
       .def("activate_application", &ScriptHost::activateApplication)
       .def("mouse_down", &ScriptHost::mouseDown)
+      .def("mouse_move", &ScriptHost::mouseMove)
       .def("edit_shape_data", &ScriptHost::editShapeData)
       .def("replace_text", &ScriptHost::replaceText)
       .def("export_pages", &ScriptHost::exportPages)

@@ -167,6 +167,10 @@ void ScriptHost::mouseDown(int button, int shift, double x, double y) {
   enter([&] { session_->host().mouseDown(button, shift, x, y); });
 }
 
+void ScriptHost::mouseMove(int button, int shift, double x, double y) {
+  enter([&] { session_->host().mouseMove(button, shift, x, y); });
+}
+
 void ScriptHost::editShapeData(const ObjectRef& shape, const std::vector<std::pair<std::string, py::object>>& values) {
   std::vector<host::TypedCell> typed;
   for (const auto& [cell, value] : values) {

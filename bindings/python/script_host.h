@@ -59,6 +59,7 @@ class ScriptHost {
   void activatePage(const ObjectRef& page);
   void activateApplication();
   void mouseDown(int button, int shift, double x, double y);
+  void mouseMove(int button, int shift, double x, double y);
   /// Types into cells in the dialog of shape data: texts are quoted, numbers are not.
   void editShapeData(const ObjectRef& shape, const std::vector<std::pair<std::string, py::object>>& values);
   /// Find and Replace in the active document; how many times.

@@ -47,6 +47,18 @@ def test_handlers_get_events(maps):
     assert len(recorded) == 8 and app.OnMouseDown is None
 
 
+def test_the_pointer_moves_over_a_window(maps):
+    page = maps.new_map("AB Order entry")
+    task = maps.drop_task(page)
+    window, moved = maps.app.ActiveWindow, []
+    maps.app.OnMouseMove = lambda *mouse: moved.append(mouse)
+    maps.app.Documents.Add("")
+    assert maps.app.ActiveWindow != window
+    window.MouseMove(task.Cells("PinX").ResultIU, task.Cells("PinY").ResultIU)
+    assert maps.app.ActiveWindow == window
+    assert [mouse[:2] for mouse in moved] == [(0, 0)] and moved[0][2] > 0
+
+
 def test_dialogs_of_the_program_are_used_as_a_user_does(maps):
     page = maps.new_map("AB Order entry")
     app, recorded = maps.app, []

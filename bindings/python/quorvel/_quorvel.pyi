@@ -40,6 +40,8 @@ class Host:
         """Raises AppActivated."""
     def mouse_down(self, button: int, shift: int, x: float, y: float) -> None:
         """Raises MouseDown."""
+    def mouse_move(self, button: int, shift: int, x: float, y: float) -> None:
+        """Raises MouseMove."""
     def edit_shape_data(self, shape: Reference, values: list[tuple[str, object]]) -> None:
         """Types into cells in the dialog of shape data."""
     def replace_text(self, find: str, replacement: str, match_case: bool, whole_words: bool, all_pages: bool) -> int:

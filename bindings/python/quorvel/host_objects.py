@@ -293,7 +293,20 @@ class _Shape:
         self._app._host.edit_shape_data(self._ref, list(values.items()))
 
 
-_extras: dict[str, type] = {"Application": _Application, "Document": _Document, "Page": _Page, "Shape": _Shape}
+class _Window:
+    def MouseMove(self: Any, x: float, y: float, button: int = 0, shift: int = 0) -> None:
+        if self != self._app.ActiveWindow:
+            self.Activate()
+        self._app._host.mouse_move(button, shift, x, y)
+
+
+_extras: dict[str, type] = {
+    "Application": _Application,
+    "Document": _Document,
+    "Page": _Page,
+    "Shape": _Shape,
+    "Window": _Window,
+}
 _event_names = _quorvel.event_names()
 _classes: dict[int, type] = {}
 

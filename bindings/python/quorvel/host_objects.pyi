@@ -605,6 +605,8 @@ class Window(Handle):
         """What is selected now."""
     def Select(self, shape: Shape, action: int) -> None:
         """Adds the shape to the selection (action 2) or takes it out (1)."""
+    def MouseMove(self, x: float, y: float, button: int = 0, shift: int = 0) -> None:
+        """Moves the pointer to a place on the page, in inches; the window becomes the active one. `button` is held."""
     def DeselectAll(self) -> None:
         """Selects nothing."""
     def Activate(self) -> None:
