@@ -1,6 +1,7 @@
 #include "dialogs/display_dialog.h"
 
 #include "dialogs/confirm_cancel.h"
+#include "dialogs/ok_and_cancel.h"
 
 namespace quorvel::addin {
 
@@ -19,10 +20,7 @@ DisplayDialog::DisplayDialog(const Texts& texts)
     option->frame = fraScope.name();
     option->gridRow = row++;
   }
-  BtnOK.gridRow = BtnCancel.gridRow = 2;
-  BtnCancel.gridColumn = 1;
-  BtnOK.isDefaultButton = true;
-  BtnCancel.isCancelButton = true;
+  layOutOkAndCancel(BtnOK, BtnCancel, 2);
   BtnOK.onClick = [this] {
     cancelled_ = false;
     hide();

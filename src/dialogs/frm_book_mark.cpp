@@ -1,5 +1,7 @@
 #include "dialogs/frm_book_mark.h"
 
+#include "dialogs/ok_and_cancel.h"
+
 namespace quorvel::addin {
 
 frmBookMark::frmBookMark(const std::vector<std::string>& bookmarks)
@@ -12,10 +14,7 @@ frmBookMark::frmBookMark(const std::vector<std::string>& bookmarks)
   lstBookmarks.frame = fraBookmarks.name();
   lstBookmarks.widthInCharacters = 40;
   lstBookmarks.heightInLines = 12;
-  btnOK.gridRow = btnCancel.gridRow = 1;
-  btnCancel.gridColumn = 1;
-  btnOK.isDefaultButton = true;
-  btnCancel.isCancelButton = true;
+  layOutOkAndCancel(btnOK, btnCancel, 1);
   for (const std::string& name : bookmarks) lstBookmarks.addRow(name);
 
   const auto accept = [this] {

@@ -5,7 +5,7 @@
 
 namespace quorvel::addin {
 
-/// Has no controls that act; whoever shows it hides it.
+/// Has no controls that act. The caller that shows it hides it.
 class frmConverting : public Form {
  public:
   frmConverting() : Form("frmConverting", "Quorvel") {

@@ -106,6 +106,8 @@ class frmcustomisehuperlink : public Form {
   /// Puts the fields of a page into the current row, or into a new one without a current row; nothing while the address
   /// is empty. `key` is that of a page. False when the mail address was refused.
   bool add_to_list(std::string_view key);
+  /// The fields that add_to_list and appendListRow write alike.
+  static void putFields(LinkRow& row, const KindPage& page, const std::string& address);
   /// Adds a row with the absolute address of a page, whatever the current row is; for programs, web pages and mail
   /// addresses.
   void appendListRow(const KindPage& page);

@@ -49,10 +49,17 @@ bool frmcustomisehuperlink::validateEmail() {
   return false;
 }
 
+void frmcustomisehuperlink::putFields(LinkRow& row, const KindPage& page, const std::string& address) {
+  row[linkColumns::kind] = page.kind;
+  row[linkColumns::description] = page.description.text();
+  row[linkColumns::location] = page.kind == linkKinds::email ? withMailStart(address) : address;
+  if (page.newWindow) row[linkColumns::newWindow] = page.newWindow->isOn() ? "True" : "False";
+  if (page.bookmark) row[linkColumns::page] = page.bookmark->text();
+}
+
 bool frmcustomisehuperlink::add_to_list(std::string_view key) {
   const KindPage& page = *std::ranges::find(pages_, key, &KindPage::key);
-  const bool isEmail = page.kind == linkKinds::email;
-  if (isEmail && !validateEmail()) return false;
+  if (page.kind == linkKinds::email && !validateEmail()) return false;
   const std::size_t count = lstLinks.rows().size();
   const bool hasCurrent = currentRow_ > 0;
   const std::size_t target = hasCurrent ? static_cast<std::size_t>(currentRow_) : count + 1;
@@ -61,12 +68,8 @@ bool frmcustomisehuperlink::add_to_list(std::string_view key) {
   if (!address.empty()) {
     const bool isNew = target > count;
     LinkRow row = isNew ? LinkRow() : rowAt(target - 1);
-    row[linkColumns::description] = page.description.text();
+    putFields(row, page, address);
     row[linkColumns::state] = isNew ? linkStates::added : linkStates::edited;
-    row[linkColumns::kind] = page.kind;
-    row[linkColumns::location] = isEmail ? withMailStart(address) : address;
-    if (page.newWindow) row[linkColumns::newWindow] = page.newWindow->isOn() ? "True" : "False";
-    if (page.bookmark) row[linkColumns::page] = page.bookmark->text();
     if (page.kind == linkKinds::task) {
       row[linkColumns::page] = Comb_Page.text();
       row[linkColumns::task] = Comb_Task.text();
@@ -87,12 +90,8 @@ void frmcustomisehuperlink::appendListRow(const KindPage& page) {
   const std::string address = page.address.text();
   if (address.empty()) return;
   LinkRow row;
-  row[linkColumns::description] = page.description.text();
+  putFields(row, page, address);
   row[linkColumns::state] = linkStates::added;
-  row[linkColumns::kind] = page.kind;
-  row[linkColumns::location] = page.kind == linkKinds::email ? withMailStart(address) : address;
-  if (page.newWindow) row[linkColumns::newWindow] = page.newWindow->isOn() ? "True" : "False";
-  if (page.bookmark) row[linkColumns::page] = page.bookmark->text();
   if (page.path) {
     const bool isRelative = page.path->optionRelative.isOn();
     row[linkColumns::relOrAbs] = isRelative ? pathKinds::relative : pathKinds::absolute;
@@ -230,7 +229,7 @@ void frmcustomisehuperlink::fillFrom(const KindPage& page, const ExistingLink& l
 
 bool frmcustomisehuperlink::apply() {
   const KindPage* const page = chosenPage();
-  // Fields that nobody changed are no link: the Task page opens with the name of the drawing itself.
+  // Unchanged fields are no link: the Task page opens with the name of the drawing itself.
   if (page && hasEntry_ && !add_to_list(page->key)) return false;
   std::vector<LinkRow> rows;
   for (std::size_t i = 0; i < lstLinks.rows().size(); ++i) {

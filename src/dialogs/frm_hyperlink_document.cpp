@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "dialogs/ok_and_cancel.h"
 #include "hyperlinks/link_record.h"
 
 namespace quorvel::addin {
@@ -73,10 +74,7 @@ frmhyperlinkDocument::frmhyperlinkDocument(const Document& document, std::string
   lstLinks.columnSpan = 2;
   lstLinks.widthInCharacters = 90;
   lstLinks.heightInLines = 14;
-  BtnOK.gridRow = btnCancel.gridRow = 1;
-  btnCancel.gridColumn = 1;
-  BtnOK.isDefaultButton = true;
-  btnCancel.isCancelButton = true;
+  layOutOkAndCancel(BtnOK, btnCancel, 1);
   fillPickerList(kind, lstLinks);
 
   const auto accept = [this] {

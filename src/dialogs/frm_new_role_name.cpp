@@ -1,6 +1,7 @@
 #include "dialogs/frm_new_role_name.h"
 
 #include "base/text.h"
+#include "dialogs/ok_and_cancel.h"
 
 namespace quorvel::addin {
 namespace {
@@ -20,11 +21,7 @@ frmNewRoleName::frmNewRoleName(Platform& platform, const Control& roles)
   txtNewRoleName.gridColumn = 1;
   txtNewRoleName.columnSpan = 2;
   txtNewRoleName.widthInCharacters = 40;
-  btnOK.gridRow = btnCancel.gridRow = 1;
-  btnOK.gridColumn = 1;
-  btnCancel.gridColumn = 2;
-  btnOK.isDefaultButton = true;
-  btnCancel.isCancelButton = true;
+  layOutOkAndCancel(btnOK, btnCancel, 1, 1);
   btnOK.onClick = [this] { accept(); };
   btnCancel.onClick = [this] { close(); };
 }

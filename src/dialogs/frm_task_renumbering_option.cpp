@@ -2,6 +2,7 @@
 
 #include "dialogs/confirm_cancel.h"
 #include "dialogs/filter_number_key.h"
+#include "dialogs/ok_and_cancel.h"
 #include "vocab/task_id.h"
 
 namespace quorvel::addin {
@@ -36,10 +37,7 @@ frmTaskRenumberingOption::frmTaskRenumberingOption(Platform& platform)
   }
   Option1.frame = Option2.frame = Frame1.name();
   Option2.gridRow = 1;
-  Command2.gridRow = Command1.gridRow = 2;
-  Command1.gridColumn = 1;
-  Command2.isDefaultButton = true;
-  Command1.isCancelButton = true;
+  layOutOkAndCancel(Command2, Command1, 2);
 
   txtTaskIdLetters.onChange = txtTaskNumber.onChange = [this] { boxChanged(); };
   txtTaskNumber.onKeyPress = [this, &platform](int key) {

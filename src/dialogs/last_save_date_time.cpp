@@ -1,6 +1,7 @@
 #include "dialogs/last_save_date_time.h"
 
 #include "base/date_text.h"
+#include "dialogs/ok_and_cancel.h"
 #include "document/last_save_field.h"
 
 namespace quorvel::addin {
@@ -15,10 +16,7 @@ LastSaveDateTime::LastSaveDateTime(const std::tm& now)
   lstFormats.gridRow = 1;
   lstFormats.widthInCharacters = 36;
   lstFormats.heightInLines = static_cast<int>(lastSaveFormats.size());
-  cmdOk.gridRow = Command2.gridRow = 2;
-  Command2.gridColumn = 1;
-  cmdOk.isDefaultButton = true;
-  Command2.isCancelButton = true;
+  layOutOkAndCancel(cmdOk, Command2, 2);
   for (const LastSaveFormat& format : lastSaveFormats) lstFormats.addRow(dateText(now, format.pattern));
   cmdOk.onClick = [this] {
     cancelled_ = false;
