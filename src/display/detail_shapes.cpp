@@ -7,6 +7,7 @@
 #include "data/install_folder.h"
 #include "display/field_hyperlinks.h"
 #include "schema/details.h"
+#include "sheets/cell_writes.h"
 #include "sheets/document_cells.h"
 #include "sheets/protection.h"
 #include "sheets/rows.h"
@@ -34,8 +35,7 @@ void markDetail(const Shape& shape, const Layer& layer, std::string_view tag, st
   if (!row.empty()) askAgain([&] { return shape.SetData3(std::string(row)); });
   // A shape without its tag could not be found again, and the user cannot delete it.
   if (shape.SetData2(std::string(tag))) return;
-  shape.Cells("LockDelete").FormulaForce("0");
-  shape.Delete();
+  deleteProtected(shape);
 }
 
 std::string cellOfTask(const Shape& task, std::string_view cell) {
@@ -51,6 +51,12 @@ void tieToTask(const Shape& shape, const Shape& task, std::string_view cell) {
   // This one cell is written in small letters: drawings are compared by their text.
   const std::string sheet = cell == "FillPattern" ? smallSheetName(task) : task.NameID().or_({});
   shape.Cells(cell).FormulaForce("guard(" + sheet + "!" + std::string(cell) + ")");
+}
+
+void placeDescriptionBox(const Shape& task) {
+  const Shapes members = task.Shapes();
+  const Maybe<std::string> lower = members.Item(taskMember::lowerBox).NameID();
+  if (lower) putFormula(members.Item(taskMember::descriptionBox), "PinY", "GUARD(Height-0.07+" + *lower + " !Height)");
 }
 
 void addHyperlinkAction(const Shape& shape) {
@@ -84,8 +90,7 @@ void deleteDetails(const Shape& task, std::span<const std::string_view> tags, Li
     const Maybe<std::string> tag = askAgain([&] { return member.Data2(); });
     if (!tag || std::ranges::find(tags, *tag) == tags.end()) continue;
     saveFieldHyperlinks(member, rows);
-    askAgain([&] { return member.Cells("LockDelete").FormulaForce("0"); });
-    askAgain([&] { return member.Delete(); });
+    deleteProtected(member);
   }
 }
 

@@ -28,7 +28,9 @@ std::string cellOfTask(const Shape& task, std::string_view cell);
 std::string smallSheetName(const Shape& task);
 /// Makes the shape's cell follow the Task's cell of the same name, guarded.
 void tieToTask(const Shape& shape, const Shape& task, std::string_view cell);
-/// The menu entry that opens the hyperlink dialog.
+/// Keeps the Task's description box above its lower box, which grows with what it shows.
+void placeDescriptionBox(const Shape& task);
+/// The menu entry that opens the hyperlink dialog, as the shape's first.
 void addHyperlinkAction(const Shape& shape);
 
 /// Draws the icon next to a line; a line with hyperlinks has another, wider icon.

@@ -11,20 +11,22 @@ namespace quorvel::addin {
 namespace {
 
 /// The parts of a link's text: the first five are always there, the other two for a link that has either.
-enum Part { address, description, subAddress, isDefault, frame, zoom, newWindow, allParts };
+namespace part {
+enum Index : std::size_t { address, description, subAddress, isDefault, frame, zoom, newWindow, count };
+}
 
 constexpr const char* yes = "-1";
 constexpr const char* no = "0";
 
 /// A "," inside a link makes parts too; those are no zoom.
 bool hasZoomAndWindow(const std::vector<std::string_view>& parts) {
-  return parts.size() == allParts && (parts[zoom].empty() || parts[zoom].starts_with("zoom=")) &&
-         (parts[newWindow] == yes || parts[newWindow] == no);
+  return parts.size() == part::count && (parts[part::zoom].empty() || parts[part::zoom].starts_with("zoom=")) &&
+         (parts[part::newWindow] == yes || parts[part::newWindow] == no);
 }
 
 }  // namespace
 
-Maybe<std::string> hyperlinksAsText(const Shape& line) {
+Maybe<std::string> hyperlinksAsText(const Shape& line, LinkParts parts) {
   const Hyperlinks links = askAgain([&] { return line.Hyperlinks(); });
   const Maybe<int> count = askAgain([&] { return links.Count(); });
   if (!count) return {};
@@ -39,7 +41,9 @@ Maybe<std::string> hyperlinksAsText(const Shape& line) {
     const auto zoom = askAgain([&] { return link.ExtraInfo(); });
     const auto newWindow = askAgain([&] { return link.NewWindow(); });
     if (!address || !description || !subAddress || !isDefault || !frame || !zoom || !newWindow) return {};
-    text += ";" + *address + "," + *description + "," + *subAddress + "," + (*isDefault ? yes : no) + "," + *frame;
+    text += ";" + *address + "," + *description + "," + *subAddress + "," + (*isDefault ? yes : no);
+    if (parts == LinkParts::WithoutFrame) continue;
+    text += "," + *frame;
     if (!zoom->empty() || *newWindow) text += "," + *zoom + "," + (*newWindow ? yes : no);
   }
   return text;
@@ -51,16 +55,16 @@ void restoreHyperlinks(const Shape& line, std::string_view text) {
     const Hyperlinks links = askAgain([&] { return line.Hyperlinks(); });
     const Hyperlink link = askAgain([&] { return links.Add(); });
     const std::vector<std::string_view> parts = splitAt(entries[i], ',');
-    const auto part = [&](std::size_t n) { return n < parts.size() ? std::string(parts[n]) : std::string(); };
+    const auto textAt = [&](std::size_t n) { return n < parts.size() ? std::string(parts[n]) : std::string(); };
     const auto has = [&](std::size_t n) { return n < parts.size(); };
-    if (has(address)) askAgain([&] { return link.SetAddress(part(address)); });
-    if (has(description)) askAgain([&] { return link.SetDescription(part(description)); });
-    if (has(subAddress)) askAgain([&] { return link.SetSubAddress(part(subAddress)); });
-    if (has(isDefault)) askAgain([&] { return link.SetIsDefaultLink(val(part(isDefault)) != 0); });
-    if (has(frame)) askAgain([&] { return link.SetFrame(part(frame)); });
+    if (has(part::address)) askAgain([&] { return link.SetAddress(textAt(part::address)); });
+    if (has(part::description)) askAgain([&] { return link.SetDescription(textAt(part::description)); });
+    if (has(part::subAddress)) askAgain([&] { return link.SetSubAddress(textAt(part::subAddress)); });
+    if (has(part::isDefault)) askAgain([&] { return link.SetIsDefaultLink(val(textAt(part::isDefault)) != 0); });
+    if (has(part::frame)) askAgain([&] { return link.SetFrame(textAt(part::frame)); });
     if (!hasZoomAndWindow(parts)) continue;
-    askAgain([&] { return link.SetExtraInfo(part(zoom)); });
-    askAgain([&] { return link.SetNewWindow(parts[newWindow] == yes); });
+    askAgain([&] { return link.SetExtraInfo(textAt(part::zoom)); });
+    askAgain([&] { return link.SetNewWindow(parts[part::newWindow] == yes); });
   }
 }
 

@@ -9,11 +9,14 @@
 
 namespace quorvel::addin {
 
+/// What is written of a hyperlink; the texts of the oldest drawings end before the frame.
+enum class LinkParts { All, WithoutFrame };
+
 /// Every hyperlink as ";", address, ",", description, ",", sub-address, ",", 0 or -1 for the default link, ",", frame.
 /// One with a zoom or a window of its own has also ",", the zoom, ",", and 0 or -1 for the new window.
 /// Nothing is escaped: drawings hold such texts, and a ";" or "," inside a link shifts its parts on reading.
 /// Nothing when one of them can't be read.
-Maybe<std::string> hyperlinksAsText(const Shape& line);
+Maybe<std::string> hyperlinksAsText(const Shape& line, LinkParts parts = LinkParts::All);
 
 /// The text that the Task keeps for the line at this position of the table of details.
 std::string keptHyperlinks(const Shape& task, int position);

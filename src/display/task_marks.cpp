@@ -68,8 +68,7 @@ void remove(const Shape& task, const Mark& mark) {
   if (!isOn(task, mark)) return;
   askAgain([&] { return task.Cells(mark.cell).FormulaForce("0"); });
   const Shape picture = askAgain([&] { return memberMarked(task, mark); });
-  askAgain([&] { return picture.Cells("LockDelete").FormulaForce("0"); });
-  askAgain([&] { return picture.Delete(); });
+  deleteProtected(picture);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "schema/cells.h"
 #include "schema/display_switches.h"
 #include "schema/layers.h"
+#include "sheets/protection.h"
 #include "sheets/rows.h"
 
 namespace quorvel::addin {
@@ -78,10 +79,7 @@ void deleteOurLayers(const Page& page) {
 void clearPage(const Page& page) {
   const std::vector<Shape> shapes = page.Shapes().all();
   if (!std::ranges::all_of(shapes, isDecorationAsMade)) return;
-  for (const Shape& shape : shapes) {
-    shape.Cells("LockDelete").FormulaForce("0");
-    shape.Delete();
-  }
+  for (const Shape& shape : shapes) deleteProtected(shape);
   deleteOurLayers(page);
   deleteOurRows(page.PageSheet());
 }

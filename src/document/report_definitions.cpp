@@ -5,8 +5,11 @@
 
 #include "base/basic_text.h"
 #include "data/install_folder.h"
+#include "schema/cells.h"
 
 namespace quorvel::addin {
+
+using schema::documentCells::reportRows;
 
 void addReportDefinitions(const dsrVisioConnect& connect, const Document& document) {
   const Shape sheet = document.DocumentSheet();
@@ -17,7 +20,8 @@ void addReportDefinitions(const dsrVisioConnect& connect, const Document& docume
     ++number;
     const Maybe<std::string> definition =
         connect.platform.readXmlFile(installedFile(connect.platform, std::string(installed::reports) + "/" + file));
-    const std::string row = "visPropRpt" + std::to_string(number), cell = "User." + row;
+    const std::string end = std::to_string(number);
+    const std::string row = std::string(reportRows.name()) + end, cell = std::string(reportRows.cell()) + end;
     if (!definition || sheet.CellExists(cell, 1) != false) continue;
     const Maybe<int> place = sheet.AddNamedRow(visio::sectionUser, row, 0);
     // An empty row would keep a later opening from adding the definition.

@@ -12,6 +12,7 @@
 #include "hyperlinks/upgrade_links.h"
 #include "schema/details.h"
 #include "schema/time_units.h"
+#include "sheets/cell_writes.h"
 #include "sheets/document_cells.h"
 #include "sheets/page_walk.h"
 #include "sheets/rows.h"
@@ -44,79 +45,56 @@ constexpr std::array<ShownEntry, 10> shownEntries{{{"Prop.Guideline_1", "Prop.co
                                                    {"Prop.Resource_4", "Prop.Resources4"},
                                                    {"Prop.Resource_5", "Prop.Resources5"}}};
 
-bool put(const Shape& shape, std::string_view cell, const std::string& formula) {
-  return askAgain([&] { return shape.Cells(cell).FormulaForce(formula); });
-}
-
 /// Masters of old stencils lack some cells.
 void putWhereThere(const Shape& shape, std::string_view cell, const std::string& formula) {
-  if (shape.CellExists(cell, 0) == true) put(shape, cell, formula);
+  if (shape.CellExists(cell, 0) == true) putFormula(shape, cell, formula);
 }
 
 void addShownEntries(const Shape& task) {
   for (const ShownEntry& entry : shownEntries) {
     if (!addWhenMissing(task, entry.row)) continue;
-    put(task, entry.row.column("Invisible"), "1");
-    put(task, entry.row, entry.formula);
+    putFormula(task, entry.row.column("Invisible"), "1");
+    putFormula(task, entry.row, entry.formula);
   }
 }
 
 void addRows(const Shape& task) {
   for (const schema::NamedRow& row : {switches::supportingRoles[2], switches::supportingRoles[3]}) {
-    if (addWhenMissing(task, row)) put(task, row, "1");
+    if (addWhenMissing(task, row)) putFormula(task, row, "1");
   }
   for (const schema::NamedRow& row : {schema::keptHyperlinkRows[2], schema::keptHyperlinkRows[3]}) {
-    if (addWhenMissing(task, row)) put(task, row, quoted(""));
+    if (addWhenMissing(task, row)) putText(task, row, "");
   }
 }
 
 void addTimeUnits(const Shape& task, const Document& document) {
   if (!addWhenMissing(task, timeCells::unit)) return;
-  put(task, timeCells::unit.column("Label"), quoted("Time Units"));
-  put(task, timeCells::unit.column("Type"), "1");
-  put(task, timeCells::unit.column("Format"), quoted(documentText(document, documentCells::timeUnits)));
-  put(task, timeCells::unit, quoted("Minutes"));
-  put(task, timeCells::unit.column("SortKey"), quoted("32"));
-  put(task, timeCells::unit.column("Prompt"),
-      quoted("Select units to be used for the Task Completion Time immediately above."));
+  putText(task, timeCells::unit.column("Label"), "Time Units");
+  putFormula(task, timeCells::unit.column("Type"), "1");
+  putText(task, timeCells::unit.column("Format"), documentText(document, documentCells::timeUnits));
+  putText(task, timeCells::unit, "Minutes");
+  putText(task, timeCells::unit.column("SortKey"), "32");
+  putText(task, timeCells::unit.column("Prompt"),
+          "Select units to be used for the Task Completion Time immediately above.");
 }
 
 void offerRoles(const Shape& task, const Document& document) {
   const Maybe<std::string> roles = document.DocumentSheet().Cells(documentCells::roleNames).Formula();
   for (const schema::NamedRow& role : {taskCells::roles[3], taskCells::roles[4]}) {
     if (task.CellExists(role, 0) != true) continue;
-    if (roles) put(task, role.column("Format"), *roles);
-    put(task, role.column("Invisible"), "False");
-    put(task, role.column("Type"), "1");
+    if (roles) putFormula(task, role.column("Format"), *roles);
+    putFormula(task, role.column("Invisible"), "False");
+    putFormula(task, role.column("Type"), "1");
   }
 }
 
-bool showDuration(const Shape& task) { return put(task, taskCells::completionTime, durationFormula()); }
-
-/// The number that older Tasks hold becomes a duration in the Task's unit. Nothing is changed
-/// when it cannot be read, as a text that is no number. True when there is a duration.
-bool moveTime(const Shape& task) {
-  const Maybe<bool> isMoved = askAgain([&] { return task.CellExists(timeCells::value, 0); });
-  if (!isMoved) return false;
-  if (*isMoved) return showDuration(task);
-  const auto shown = askAgain([&] { return task.Cells(taskCells::completionTime).ResultStr(visio::unitsNone); });
-  Maybe<double> time = askAgain([&] { return task.Cells(taskCells::completionTime).Result(visio::unitsNone); });
-  if (shown == "") time = 0.0;
-  if (!time) return false;
-  const schema::TimeUnit* unit =
-      schema::timeUnitNamed(askAgain([&] { return task.Cells(timeCells::unit).ResultStr(visio::unitsNone); }).or_({}));
-  // The formula takes every other text for the last unit.
-  if (!unit) unit = &schema::timeUnits.back();
-  const std::string duration = *time != 0 ? shortestNumber(*time) + std::string(unit->suffix) : quoted("0 em.");
-  if (!addRow(task, timeCells::value) || !put(task, timeCells::value, duration) || !showDuration(task)) return false;
-  // The number that is shown is rounded, and it was taken for one that the user typed.
-  return put(task, timeCells::value, duration);
-}
-
 void upgradeTime(const Shape& task) {
-  put(task, taskCells::completionTime.column("Type"), "6");
-  if (!moveTime(task)) return;
-  put(task, taskCells::completionTime.column("Format"), quoted("#,###.####"));
+  putFormula(task, taskCells::completionTime.column("Type"), "6");
+  const auto unit = askAgain([&] { return task.Cells(timeCells::unit).ResultStr(visio::unitsNone); });
+  // The formula of the time takes every other text for the last unit.
+  const schema::TimeUnit* named = schema::timeUnitNamed(unit.or_({}));
+  if (!makeDuration(task, taskCells::completionTime, named ? *named : schema::timeUnits.back(), "")) return;
+  putText(task, taskCells::completionTime.column("Format"), "#,###.####");
   completionTimeChanged(task);
   RedrawTaskUpperExtraFields(task, schema::tags::completionTime);
 }
@@ -129,19 +107,18 @@ void upgradeKeptLinks(const Shape& task) {
     const Maybe<std::string> links = askAgain([&] { return task.Cells(cell).ResultStr(visio::unitsNone); });
     if (!links) continue;
     const std::string now = keptLinksWithRecords(*links);
-    if (now != *links) put(task, cell, quoted(now));
+    if (now != *links) putText(task, cell, now);
   }
 }
 
 void prepareBox(const Shape& box, const std::string& separator, double version) {
   box.SetData1(std::string(marks::subTaskBox));
   if (version < 2.0 && box.RowCount(visio::sectionAction) == 0) {
-    addActionRow(box);
-    setAction(box, 1, hyperlinkAction(separator), quoted("Add/Edit Hyperlink"));
+    addHyperlinkAction(box);
   }
   if (version < 2.03) putWhereThere(box, "Actions.Action[1]", hyperlinkAction(separator));
   if (addWhenMissing(box, schema::subTaskBoxCells::textWidth))
-    put(box, schema::subTaskBoxCells::textWidth, "GUARD(TEXTWIDTH(TheText))");
+    putFormula(box, schema::subTaskBoxCells::textWidth, "GUARD(TEXTWIDTH(TheText))");
 }
 
 void upgradeTask(const dsrVisioConnect& connect, const Document& document, const Shape& task, double version) {
@@ -149,12 +126,11 @@ void upgradeTask(const dsrVisioConnect& connect, const Document& document, const
   addShownEntries(task);
   updateHyperLinkTask(task);
   const Shapes members = task.Shapes();
-  if (const auto lower = members.Item(taskMember::lowerBox).NameID())
-    put(members.Item(taskMember::descriptionBox), "PinY", "GUARD(Height-0.07+" + *lower + " !Height)");
+  placeDescriptionBox(task);
   if (const auto id = task.Cells(taskCells::id).ResultStr(visio::unitsNone))
     askAgain([&] { return task.SetName(*id); });
-  put(task, taskCells::frequency.column("Format"), quoted(documentText(document, documentCells::frequencies)));
-  put(task, "lockCustProp", "1");
+  putText(task, taskCells::frequency.column("Format"), documentText(document, documentCells::frequencies));
+  putFormula(task, "lockCustProp", "1");
   putWhereThere(task, "Actions.Action[2]", hyperlinkAction(separator));
   addRows(task);
   upgradeKeptLinks(task);

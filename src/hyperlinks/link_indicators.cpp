@@ -10,7 +10,9 @@
 #include "links/process_connector.h"
 #include "schema/cells.h"
 #include "schema/details.h"
+#include "sheets/cell_writes.h"
 #include "sheets/page_walk.h"
+#include "sheets/protection.h"
 #include "sheets/shape_classes.h"
 
 namespace quorvel::addin {
@@ -23,23 +25,18 @@ Shape memberWithData3(const Shape& group, const std::string& data3) {
   return {};
 }
 
-void put(const Shape& shape, std::string_view cell, std::string_view text) {
-  askAgain([&] { return shape.Cells(cell).FormulaForce(quoted(text)); });
-}
-
 void clearLine(const dsrVisioConnect& connect, const Shape& line) {
   const Shape task = askAgain([&] { return line.Parent(); });
   const std::string row = askAgain([&] { return line.Data3(); }).or_({});
   const Shape icon = memberWithData3(task, std::string(marks::hyperlinkIcon) + row);
   if (icon) {
     icon.Cells("LockSelect").FormulaForce("0");
-    askAgain([&] { return icon.Cells("LockDelete").FormulaForce("0"); });
-    askAgain([&] { return icon.Delete(); });
+    deleteProtected(icon);
   }
   const Maybe<int> position = schema::positionOfRow(row);
   if (!position) return;
   const std::string_view kept = schema::detailAt(*position).keptHyperlinks;
-  if (!kept.empty()) put(task, kept, "");
+  if (!kept.empty()) putText(task, kept, "");
   // A line that was drawn with links has no plain icon.
   const bool hasIcon =
       !icon || *position > schema::lastLowerDetail || memberWithData3(task, std::string(marks::icon) + row);
@@ -59,17 +56,17 @@ bool showsItsTarget(const Shape& linked, const Shape& shown, std::string_view ce
 void clearBox(const Shape& box, bool hasLinks) {
   const Shape task = askAgain([&] { return box.Parent(); });
   const bool clears = showsItsTarget(box, task, schema::taskCells::linked);
-  put(box, schema::linkedCells::storedTaskId, "");
+  putText(box, schema::linkedCells::storedTaskId, "");
   if (!hasLinks) removeSubTaskMark(task);
-  if (clears) put(task, schema::taskCells::linked, "");
+  if (clears) putText(task, schema::taskCells::linked, "");
 }
 
 void clearConnector(const Shape& connector, bool hasLinks) {
   if (hasLinks) {
     if (!showsItsTarget(connector, connector, schema::connectorCells::shownId)) return;
-    put(connector, schema::linkedCells::storedTaskId, "");
+    putText(connector, schema::linkedCells::storedTaskId, "");
   }
-  put(connector, schema::connectorCells::shownId, schema::connectorCells::noTarget);
+  putText(connector, schema::connectorCells::shownId, schema::connectorCells::noTarget);
   askAgain([&] { return connector.SetName(connectorText(schema::connectorCells::noTarget)); });
 }
 

@@ -8,7 +8,7 @@ namespace quorvel::addin {
 namespace {
 
 constexpr std::string_view separators = "\\/";
-/// What the Windows function has room for, its ending NUL included.
+/// The size of the Windows function's buffer, its ending NUL included.
 constexpr std::size_t longestWindowsPath = 260;
 
 /// The bytes up to and without the last separator.

@@ -8,6 +8,7 @@
 #include "links/link_target.h"
 #include "links/process_connector.h"
 #include "schema/cells.h"
+#include "sheets/cell_writes.h"
 #include "sheets/page_walk.h"
 #include "sheets/rows.h"
 #include "sheets/shape_classes.h"
@@ -70,10 +71,6 @@ Maybe<std::string> valueOf(const Shape& shape, std::string_view cell) {
   return shape.Cells(cell).ResultStr(visio::unitsNone);
 }
 
-void put(const Shape& shape, std::string_view cell, const std::string& text) {
-  shape.Cells(cell).FormulaForce(quoted(text));
-}
-
 /// The first hyperlink of the shape, and the ID of this drawing that it names; null and empty without one.
 struct FirstLink {
   explicit FirstLink(const Shape& shape) {
@@ -96,15 +93,15 @@ void followWithConnector(const Shape& connector, const IdChanges& changes) {
   const bool meets = changes.pass(first.id, typed, false);
   const Maybe<std::string> end = changes.endOf(first.id);
   if (!end) {
-    if (meets) put(connector, linkedCells::storedTaskId, typed);
+    if (meets) putText(connector, linkedCells::storedTaskId, typed);
     return;
   }
   rewrite(connector, first.link, changes);
   const Maybe<std::string> shown = valueOf(connector, connectorCells::shownId);
   const bool follows = meets || shown == connectorCells::noTarget || shown == "" ||
                        shown == valueOf(connector, linkedCells::storedTaskId);
-  if (follows) put(connector, connectorCells::shownId, *end);
-  put(connector, linkedCells::storedTaskId, *end);
+  if (follows) putText(connector, connectorCells::shownId, *end);
+  putText(connector, linkedCells::storedTaskId, *end);
   changeProcessConnectorTxtFont(connector);
 }
 
@@ -116,8 +113,8 @@ void followWithSubTaskBox(const Shape& task, const Shape& box, const IdChanges& 
   rewrite(box, first.link, changes);
   if (lacksRow(box, linkedCells::storedTaskId)) addRow(box, linkedCells::storedTaskId);
   if (meets || valueOf(task, taskCells::linked) == valueOf(box, linkedCells::storedTaskId))
-    put(task, taskCells::linked, *end);
-  put(box, linkedCells::storedTaskId, *end);
+    putText(task, taskCells::linked, *end);
+  putText(box, linkedCells::storedTaskId, *end);
 }
 
 void followWithTask(const Shape& task, const IdChanges& changes) {

@@ -78,7 +78,7 @@ class Platform {
   virtual Maybe<std::string> chooseFile(const FileDialog& dialog) = 0;
   /// Opens the form and returns when it was hidden or closed.
   virtual void showModal(Form& form) = 0;
-  /// Opens the form and returns at once; whoever shows it hides it.
+  /// Opens the form and returns at once. The caller hides it.
   virtual void showNote(Form& form) = 0;
 
   virtual bool fileExists(std::string_view path) = 0;

@@ -12,6 +12,7 @@
 #include "shapes/initialize_znb_shapes.h"
 #include "shapes/paste_batch.h"
 #include "shapes/time_unit_display.h"
+#include "sheets/protection.h"
 #include "sheets/shape_classes.h"
 #include "vocab/task_id.h"
 
@@ -29,8 +30,7 @@ bool holdsAnother(const Shapes& shapes, const Shape& one, std::string_view mark)
 /// The page is searched for the other one: the event of an imported picture comes before it gets its mark.
 void copiedDecoration(const Shape& shape, const Page& page, std::string_view mark) {
   if (!holdsAnother(page.Shapes(), shape, mark)) return;
-  shape.Cells("LockDelete").FormulaForce("0");
-  shape.Delete();
+  deleteProtected(shape);
 }
 
 /// Once for all that is pasted together.

@@ -12,12 +12,8 @@ namespace quorvel::addin {
 void firstDropOfProcessConnector(const Shape& connector, const Page& page) {
   const std::string separator = listSeparator(page.Document());
   addRow(connector, schema::shapeCells::alreadyAdded);
-  addActionRow(connector);
-  setAction(connector, 1, hyperlinkAction(separator), quoted("Define Connector Link..."));
+  addConnectorActions(connector, separator);
   connector.SetData1(std::string(masters::processConnector));
-  addActionRow(connector);
-  setAction(connector, 2, shapeDataAction, menuWithAddin("Modify Connector Text...", separator));
-  connector.Cells("Actions.D1").FormulaForce(disabledFormula(separator));
   connector.Cells("LockTextEdit").FormulaForce("1");
   connector.SetName(
       connectorText(connector.Cells(schema::connectorCells::shownId).ResultStr(visio::unitsNone).or_({})));

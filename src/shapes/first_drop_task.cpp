@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "base/basic_text.h"
+#include "display/detail_shapes.h"
 #include "schema/details.h"
 #include "shapes/first_drop.h"
 #include "shapes/give_task_id.h"
@@ -26,10 +27,9 @@ void addActions(const Shape& task, const std::string& separator) {
   setAction(task, 2, hyperlinkAction(separator), quoted("Add/Edit Hyperlink"));
 }
 
-void prepareSubTaskBox(const Shape& box, const std::string& separator) {
+void prepareSubTaskBox(const Shape& box) {
   box.SetData1(std::string(marks::subTaskBox));
-  addActionRow(box);
-  setAction(box, 1, hyperlinkAction(separator), quoted("Add/Edit Hyperlink"));
+  addHyperlinkAction(box);
   addRow(box, schema::subTaskBoxCells::textWidth);
   box.Cells(schema::subTaskBoxCells::textWidth).FormulaForce("GUARD(TEXTWIDTH(TheText))");
   addRow(box, schema::linkedCells::storedTaskId);
@@ -84,9 +84,7 @@ void lockBoxes(const Shape& task) {
   const Shape descriptionBox = task.Shapes().Item(taskMember::descriptionBox);
   lowerBox.Cells("LockSelect").FormulaForce("1");
   descriptionBox.Cells("LockSelect").FormulaForce("1");
-  if (const auto lower = lowerBox.NameID()) {
-    descriptionBox.Cells("PinY").FormulaForce("GUARD(Height-0.07+" + *lower + " !Height)");
-  }
+  placeDescriptionBox(task);
 }
 
 /// An invisible rectangle over the whole Task, which receives the clicks instead of its boxes.
@@ -116,7 +114,7 @@ void firstDropOfTask(dsrVisioConnect& connect, const Shape& task, const Page& pa
   task.Cells(taskCells::notes).FormulaForce(quoted(""));
   addRow(task, schema::shapeCells::alreadyAdded);
   addActions(task, separator);
-  prepareSubTaskBox(task.Shapes().Item(taskMember::subTaskBox), separator);
+  prepareSubTaskBox(task.Shapes().Item(taskMember::subTaskBox));
   prepareRoles(task, document);
   addDisplaySwitches(task, page.PageSheet());
   addHyperlinkRows(task);

@@ -1,5 +1,7 @@
 #include "sheets/protection.h"
 
+#include "base/ask_again.h"
+
 namespace quorvel::addin {
 
 void Protection(const Shape& shape) {
@@ -7,6 +9,12 @@ void Protection(const Shape& shape) {
                            "lockTextEdit", "LockDelete"}) {
     shape.Cells(cell).FormulaForce("1");
   }
+}
+
+bool deleteProtected(const Shape& shape) {
+  // The lock holds for deletions by code too. The shape is deleted alone: with others, one that is locked keeps all.
+  askAgain([&] { return shape.Cells("LockDelete").FormulaForce("0"); });
+  return askAgain([&] { return shape.Delete(); });
 }
 
 }  // namespace quorvel::addin

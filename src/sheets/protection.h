@@ -5,7 +5,8 @@
 
 namespace quorvel::addin {
 
-/// To delete a protected shape, write 0 to its LockDelete first, and delete that shape alone.
 void Protection(const Shape& shape);
+/// Deletes a shape whatever its lock; false when it is still there.
+bool deleteProtected(const Shape& shape);
 
 }  // namespace quorvel::addin

@@ -1,6 +1,7 @@
 #include "sheets/shape_actions.h"
 
 #include "base/basic_text.h"
+#include "sheets/rows.h"
 
 namespace quorvel::addin {
 
@@ -22,6 +23,14 @@ void setAction(const Shape& shape, int row, std::string_view action, std::string
   const std::string index = "[" + std::to_string(row) + "]";
   shape.Cells("Actions.Action" + index).FormulaForce(std::string(action));
   shape.Cells("Actions.Menu" + index).FormulaForce(std::string(menu));
+}
+
+void addConnectorActions(const Shape& connector, std::string_view separator) {
+  addActionRow(connector);
+  setAction(connector, 1, hyperlinkAction(separator), quoted("Define Connector Link..."));
+  addActionRow(connector);
+  setAction(connector, 2, shapeDataAction, menuWithAddin("Modify Connector Text...", separator));
+  connector.Cells("Actions.D1").FormulaForce(disabledFormula(separator));
 }
 
 }  // namespace quorvel::addin

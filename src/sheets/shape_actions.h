@@ -22,4 +22,7 @@ std::string disabledFormula(std::string_view separator);
 /// Writes the action and the caption's formula of a row of the menu (1-based).
 void setAction(const Shape& shape, int row, std::string_view action, std::string_view menu);
 
+/// The menu of a Process Connector, added to one that has none.
+void addConnectorActions(const Shape& connector, std::string_view separator);
+
 }  // namespace quorvel::addin

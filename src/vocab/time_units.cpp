@@ -7,7 +7,9 @@
 #include "base/text.h"
 #include "schema/cells.h"
 #include "schema/time_units.h"
+#include "sheets/cell_writes.h"
 #include "sheets/document_cells.h"
+#include "sheets/rows.h"
 #include "vocab/parse.h"
 
 namespace quorvel::addin {
@@ -63,6 +65,23 @@ void captureCompletionTime(const Shape& task) { captureTime(task, schema::taskCe
 void getTimeunit(const Shape& link) {
   captureTime(link, schema::taskLinkCells::time, ".");
   link.Cells(schema::taskLinkCells::time).FormulaForce(durationFormula());
+}
+
+bool makeDuration(const Shape& shape, std::string_view property, const schema::TimeUnit& unit,
+                  std::string_view afterSuffix) {
+  const auto show = [&] { return putFormula(shape, property, durationFormula()); };
+  const Maybe<bool> hasDuration = askAgain([&] { return shape.CellExists(schema::timeCells::value, 0); });
+  if (!hasDuration) return false;
+  if (*hasDuration) return show();
+  const Cell time = askAgain([&] { return shape.Cells(property); });
+  Maybe<double> number = askAgain([&] { return time.Result(visio::unitsNone); });
+  if (askAgain([&] { return time.ResultStr(visio::unitsNone); }) == "") number = 0.0;
+  if (!number) return false;
+  const std::string duration =
+      *number == 0 ? quoted("0 em.") : shortestNumber(*number) + std::string(unit.suffix) + std::string(afterSuffix);
+  const auto keepDuration = [&] { return putFormula(shape, schema::timeCells::value, duration); };
+  // Once more at the end: the number that is shown is rounded, and is taken for one that the user typed.
+  return addRow(shape, schema::timeCells::value) && keepDuration() && show() && keepDuration();
 }
 
 std::string getFormatText(const Shape& task) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "model/host_model.h"
+#include "schema/time_units.h"
 
 namespace quorvel::addin {
 
@@ -23,6 +24,12 @@ double timeNumber(const Shape& task);
 void captureCompletionTime(const Shape& task);
 /// The same for the time of a Task Link; then the property's formula is written again.
 void getTimeunit(const Shape& link);
+
+/// The plain number that the property of an older shape holds becomes a duration of this unit, which the property then
+/// shows; an empty text counts as 0. A shape that has a duration shows it. False, and nothing is changed, when the
+/// number can't be read. `afterSuffix` ends the formula of the duration.
+bool makeDuration(const Shape& shape, std::string_view property, const schema::TimeUnit& unit,
+                  std::string_view afterSuffix);
 
 /// The formula of the number format of the Task's time label, with the abbreviations of its document.
 std::string getFormatText(const Shape& task);

@@ -117,7 +117,7 @@ def normal_form(doc):
             shapes(here, shape.Shapes)
 
     sheet("document", doc.DocumentSheet)
-    # A row that is made anew at each opening is the last one then.
+    # A row that is deleted and added at each opening changes its place.
     lines.sort()
     for page in doc.Pages:
         sheet(page.Name, page.PageSheet)

@@ -445,7 +445,7 @@ TEST_F(Hyperlinks, AnEditedRowOnSeveralShapes) {
   EXPECT_EQ(linksOf(other), left);
 }
 
-TEST_F(Hyperlinks, ANewRowThatIsCorrectedReplacesNothing) {
+TEST_F(Hyperlinks, CorrectingARowBeforeItIsWrittenReplacesNothing) {
   edit({task, other}, [&](Form& form) {
     fillEmail(form);
     click(form, "cmbSaveAndClose");

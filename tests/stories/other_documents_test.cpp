@@ -111,7 +111,7 @@ class OtherDocuments : public MapTest {
           }
         }
       }
-      // A row of the document that is made anew at each opening is the last one then.
+      // A row of the document that is deleted and added at each opening changes its place.
       if (shape == document.DocumentSheet()) std::ranges::sort(cells);
       for (const std::string& cell : cells) out += cell;
     };

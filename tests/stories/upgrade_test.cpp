@@ -81,7 +81,7 @@ bool isExpected(const std::string& difference, double version) {
   });
 }
 
-TEST_F(Upgrade, EachVersionOpensToTheCellsOfANewMap) {
+TEST_F(Upgrade, EachVersionOpensToTheCellsOfCurrentMaps) {
   for (const std::string version : OldMaps::versions) {
     const std::string current = maps.makeCurrent(version);
     for (const std::string ending : {".vsdx", ".vdx"}) {
